@@ -1,0 +1,35 @@
+# Compiler and linker options that every target of the project shares.
+option(NW_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(NW_FUZZ "Build the fuzzers (clang only)" OFF)
+
+add_library(nw_options INTERFACE)
+target_include_directories(nw_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+
+if(MSVC)
+    target_compile_options(nw_options INTERFACE /W4 /WX /permissive- /utf-8 /guard:cf /sdl)
+    target_link_options(nw_options INTERFACE /guard:cf /CETCOMPAT)
+    set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+else()
+    target_compile_options(nw_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+endif()
+
+if(WIN32)
+    target_compile_definitions(nw_options INTERFACE
+        UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00)
+    if(NOT MSVC)
+        target_compile_options(nw_options INTERFACE
+            -fstack-protector-strong -fcf-protection -fstack-clash-protection
+            $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+        # No time stamp in the image: the same sources give the same bytes.
+        target_link_options(nw_options INTERFACE
+            -static -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va
+            -Wl,--no-insert-timestamp)
+    endif()
+endif()
+
+if(NW_SANITIZE)
+    target_compile_options(nw_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(nw_options INTERFACE -fsanitize=address,undefined)
+endif()

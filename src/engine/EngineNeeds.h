@@ -1,0 +1,10 @@
+// What the engine asks of the purge settings. Declared here, below; defined in settings/.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// The cluster size in bytes of a drive, by the user's choice, the cache, or the system.
+std::int32_t GetClusterSize(const std::string& strDriveLetter);
+/// The number of passes chosen for the chosen purge type.
+std::int16_t GetNumberOfPasses();

@@ -1,0 +1,25 @@
+// Procedures on single files.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// Forces a file's data to the disk; true when that was done.
+bool FlushFile(const std::string& path);
+/// Sets a file's length in bytes; −1 only tells whether the file can be opened for change.
+/// 0 done, negative failed.
+std::int16_t ChangeFileSize(const std::string& path, std::int64_t newLength);
+/// Deletes a file, its protecting attributes cleared before. True when it is gone.
+bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, bool clearReadOnly,
+                                  bool clearSystem);
+bool FileExistsFSO(const std::string& path);
+/// A file's length in bytes; 0 when it cannot be read.
+std::int64_t GetFileLength(const std::string& path);
+/// `base` followed by 1, 2, 3 ...: the first name that no file has yet.
+std::string UniqueNumberedFileName(const std::string& base);
+/// A size as "0 bytes", "812 bytes", "1.50 KB", "3.00 MB", "1,234.00 GB".
+std::string ByteSizeText(double bytes, int decimals);
+/// The same without the step to GB.
+std::string ByteSizeTextUpToMB(double bytes, int decimals);
+/// Whether the extension is one of documents and programs that other software watches.
+bool IsSensitiveFile(const std::string& path, bool shortList);

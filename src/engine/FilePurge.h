@@ -1,0 +1,47 @@
+// Overwrites one file in place, pass after pass, or only the slack behind its end.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// Result codes of a file purge.
+enum PurgeResult : std::int16_t {
+    PurgeDone = 0,
+    PurgeEmptyPath = -1,
+    PurgeCannotOpen = -2,
+    PurgeWriteFailed = -3,
+    PurgeNotDeleted = -4,
+    PurgeFlushFailed = -7,
+    PurgeBadType = -8,
+    PurgeBadClusterSize = -9,
+    PurgeLengthNotRestored = -11,
+    PurgeStopped = -12,
+    PurgeReadOnlyRefused = -53,
+    PurgeSystemRefused = -54,
+    PurgeNoSlack = -55
+};
+
+/// Why writing a file in place does not reach all of its data; bits, 0 = it does.
+enum OutOfReach : std::uint32_t {
+    ReachEncrypted = 0x01,
+    ReachCompressed = 0x02,
+    ReachSparse = 0x04,
+    ReachCloudPlaceholder = 0x08,
+    ReachHardLinks = 0x10
+};
+
+/// Checks attributes and permissions, purges one file and restores its length when it is kept.
+/// True when resultCode is 0 or more. `reserved` is not used. `reach`, when given, takes the
+/// OutOfReach bits of the file, also when the purge fails.
+bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
+                         std::int16_t numPasses, bool deleteAfter, bool okReadOnly, bool okSystem,
+                         bool slackOnly, std::int32_t reserved, std::int16_t& resultCode,
+                         std::uint32_t* reach = nullptr);
+
+/// All passes of one file, then deletion, or in slack mode the restoring of its length.
+std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
+                       bool deleteAfter, bool slackOnly);
+
+/// The auxiliary library is there and whole; asks once per program. On false the user has been
+/// told, and nothing may be purged.
+bool PurgeLibraryReady();

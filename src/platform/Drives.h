@@ -1,0 +1,44 @@
+// Drives: which exist, their type, clusters, space and volume.
+#pragma once
+
+#include "platform/Fault.h"
+
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+/// The operating system's numbering of drive types.
+enum class DriveType {
+    Unknown = 0,
+    NoRoot = 1,
+    Removable = 2,
+    Fixed = 3,
+    Remote = 4,
+    CdRom = 5,
+    RamDisk = 6
+};
+
+struct ClusterFacts {
+    std::uint32_t BytesPerSector = 0;
+    std::uint32_t SectorsPerCluster = 0;
+    std::uint64_t FreeClusters = 0;
+    std::uint64_t TotalClusters = 0;
+};
+
+struct VolumeFacts {
+    std::string Label;
+    std::string FileSystem; ///< "NTFS", "FAT32", ...
+    bool ReadOnly = false;
+};
+
+/// The letters of the drives that exist, in order ("ACD").
+std::string DriveLetters();
+/// `root` is "C:\" (or any text that begins with a drive letter) in all of these.
+DriveType TypeOfDrive(const std::string& root);
+Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts);
+/// Bytes that this user may still use, and the size of the volume.
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes);
+Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts);
+
+} // namespace platform

@@ -1,0 +1,88 @@
+// Files: open, read, write, seek, length, flush, attributes, deletion.
+//
+// Paths are UTF-8 with backslashes and a drive letter ("C:\folder\name"); the name of an alternate
+// data stream may follow after a colon. Lengths and positions are bytes. Nothing here pumps
+// messages: a call that may take long is made inside ui::RunSteps.
+#pragma once
+
+#include "platform/Fault.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+/// An open file. A plain handle: copy it freely, close it once.
+struct File {
+    std::uintptr_t Handle = 0;
+    bool IsOpen() const { return Handle != 0; }
+};
+
+enum class Access {
+    Read,      ///< existing file, reading only; others may read and write it
+    Change,    ///< existing file, reading and writing in place; refused while another program
+               ///< has it open for writing, and others may only read meanwhile
+    CreateNew, ///< reading and writing; AlreadyExists when the name is taken
+    Replace    ///< writing; an existing file is emptied, a missing one is made
+};
+
+/// Attribute bits as the operating system numbers them.
+enum Attribute : std::uint32_t {
+    AttributeReadOnly = 0x1,
+    AttributeHidden = 0x2,
+    AttributeSystem = 0x4,
+    AttributeFolder = 0x10,
+    AttributeArchive = 0x20,
+    AttributeSparse = 0x200,
+    AttributeReparsePoint = 0x400,
+    AttributeCompressed = 0x800,
+    AttributeOffline = 0x1000,
+    AttributeEncrypted = 0x4000,
+    AttributeRecallOnOpen = 0x40000,
+    AttributeRecallOnDataAccess = 0x400000
+};
+
+/// What is known of a file without opening it for change.
+struct FileFacts {
+    std::uint32_t Attributes = 0;
+    std::uint64_t Length = 0;    ///< bytes
+    std::uint32_t HardLinks = 1; ///< names that lead to the same data
+    bool IsLink = false;         ///< a symbolic link: the data belong to another name
+};
+
+/// An alternate data stream; the unnamed main stream is never listed.
+struct Stream {
+    std::string Path; ///< "C:\folder\name:stream", ready for OpenFile
+    std::uint64_t Length = 0;
+};
+
+Fault OpenFile(const std::string& path, Access access, File& file);
+/// Reads up to `size` bytes at the current position; `read` is 0 at the end of the file.
+Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read);
+/// Writes all of `size` bytes at the current position. A short count is DiskFull, not a success.
+Fault WriteBytes(File file, const void* data, std::size_t size);
+Fault SeekTo(File file, std::uint64_t position);
+Fault ReadLength(File file, std::uint64_t& length);
+Fault ChangeLength(File file, std::uint64_t length);
+/// Returns when the file's data have been forced to the disk.
+Fault FlushBytes(File file);
+/// Closes the file whatever happens; a fault tells that the system complained.
+Fault CloseFile(File& file);
+
+Fault ReadAttributes(const std::string& path, std::uint32_t& attributes);
+Fault WriteAttributes(const std::string& path, std::uint32_t attributes);
+/// Length by path, without opening the file for change.
+Fault ReadFileLength(const std::string& path, std::uint64_t& length);
+Fault ReadFileFacts(const std::string& path, FileFacts& facts);
+/// The alternate data streams of a file; an empty list where the file system has none.
+Fault ListStreams(const std::string& path, std::vector<Stream>& streams);
+/// Deletes a file. A read-only file is AccessDenied; of a link only the link goes.
+Fault RemoveFile(const std::string& path);
+/// Gives `from` the name `to`, replacing an existing file there in one step.
+Fault RenameReplacing(const std::string& from, const std::string& to);
+/// True for a file, false for a folder, for nothing, and for what cannot be asked about.
+bool FileExists(const std::string& path);
+
+} // namespace platform

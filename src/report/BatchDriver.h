@@ -1,0 +1,17 @@
+// One listing run or one purge run over a folder, for one file specification.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// Runs the operation described by frmReport's state; returns when it is done, stopped or
+/// cancelled. The report window is shown by the caller before.
+void ProcessFiles();
+/// Counting-only walk with blnSubdirectories as it stands: the number of matching files, or −1
+/// when there are at least `intLimit` (0: no limit).
+std::int64_t CountMatchingFiles(const std::string& folder, const std::string& filespec,
+                                std::int32_t intLimit);
+/// The listing walk without any output, subfolders included: files and the sum of their sizes.
+/// False when the user stopped it.
+bool SumFileSizes(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,
+                  double& dblBytes);

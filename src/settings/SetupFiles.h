@@ -1,0 +1,19 @@
+// Setup files: the choices that decide the next purge, written to a file and read back.
+#pragma once
+
+#include <string>
+
+/// Reads a setup into the controls and the session. False on any error; what was read before the
+/// fault keeps its new value.
+bool ReadSetupFile(const std::string& path);
+/// Writes the current setup, through a temporary file that replaces the old one. False on any
+/// error; an existing file is then as it was.
+bool WriteSetupFile(const std::string& path);
+/// The whole text of a setup file for the current setup, and its reading back (what the two
+/// procedures above do without the file).
+std::string SetupText();
+bool ApplySetupText(const std::string& text);
+/// Path of the next-run file; worked out once and kept. Does not make the folder.
+const std::string& NextRunSetupPath();
+/// Makes the folder of the next-run file if it is missing.
+bool MakeNextRunFolder();

@@ -1,0 +1,40 @@
+// The dialog with the last confirmation before a purge, and the purge options.
+#pragma once
+
+#include "ui/Controls.h"
+
+#include <cstdint>
+#include <string>
+
+struct FrmPurgeConfirmation : ui::Form {
+    ui::CheckBox chkPurgeSlackOnly, chkDoNotDeletePurgedFiles, chkOKToPurgeReadOnlyFiles,
+        chkOKToPurgeSystemFiles, chkOKToPurgeSensitiveFiles, chkFolderNamesOnly,
+        chkDeleteEmptyFolders;
+    ui::Frame fraClusterSize;
+    ui::ComboBox cboClusterSize;
+    ui::Label lblClusterSize, lblFileSystem, lblMessage;
+    ui::Button cmdDoPurge, cmdCancel;
+
+    /// chkDoNotDeletePurgedFiles as it was before slack-only forced it.
+    std::int16_t intDoNotDeleteBefore = 0;
+    /// True after cmdDoPurge, false after cmdCancel or closing.
+    bool blnAccepted = false;
+};
+extern FrmPurgeConfirmation frmPurgeConfirmation;
+
+/// The options in force: the boxes as they were at the last acceptance.
+inline bool blnPurgeSlackOnly = false;
+inline bool blnDoNotDeletePurgedFiles = false;
+inline bool blnOKToPurgeReadOnlyFiles = false;
+inline bool blnOKToPurgeSystemFiles = false;
+inline bool blnOKToPurgeSensitiveFiles = false;
+inline bool blnFolderNamesOnly = false;
+inline bool blnDeleteEmptyFolders = false;
+
+/// Boxes, flags and the cluster-size cache as at start-up.
+void InitializePurgeOptions();
+/// The cluster size of the drive in bytes, from the cache or the operating system.
+std::int32_t GetClusterSize(const std::string& strDriveLetter);
+/// Shows the dialog for a folder's drive; true when the user goes on. With a single file the
+/// accept caption is in the singular; without folders the empty-folder box is hidden and cleared.
+bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders);

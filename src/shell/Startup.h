@@ -1,0 +1,6 @@
+// Start-up of the program, in its fixed order, up to the main window on the screen.
+#pragma once
+
+/// Creates the forms, loads texts, defaults and the saved setup, and shows the main window. The
+/// caller runs the message loop then.
+void StartUp();

@@ -1,0 +1,22 @@
+// What the rooms below the shell may tell the main window. Declared here, where every room can
+// include it; defined in shell/, which owns the window.
+#pragma once
+
+#include <string>
+
+enum class MainLine {
+    Status,              ///< the line at the foot of the window: "37% of purge done."
+    LargePurgeMessage,   ///< lblLargePurgeMessage
+    PurgeFoldersMessage, ///< lblPurgeFoldersMessage
+    Subdirectories2,     ///< lblSubdirectories2
+    PurgeSpeed,          ///< lblPurgeSpeed, bold when something is measured
+    EstimatedTime        ///< lblEstimatedTime
+};
+
+/// Writes one of the main window's status lines.
+void SetMainLine(MainLine line, const std::string& text);
+/// Paints the main window at once.
+void RepaintMain();
+/// Enables or disables the frame of command buttons. Every long operation disables it first and
+/// enables it on every way out.
+void EnableMenu(bool blnEnabled);

@@ -1,0 +1,24 @@
+// Numbers as text by the user's regional settings, rounding, and random draws.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// A number with the given decimals, in the regional settings' separators. Rounds half away from
+/// zero, as the settings' own formatting does.
+std::string FormatNumber(double value, int decimals, bool blnLeadingDigit = true,
+                         bool blnGroup = true);
+/// A whole number with thousands separators ("1,234,567").
+std::string GroupedDigits(std::int64_t value);
+/// Decimal digits of a number as the runtime's number-to-text conversion gives them: a leading
+/// blank in the place of the sign when it is not negative (" 3", "-3").
+std::string SignedDigits(std::int64_t value);
+/// Nearest integer, halves to even.
+std::int64_t RoundHalfEven(double value);
+
+/// Starts the sequence of random numbers anew, from the clock.
+void ReseedRandom();
+/// The next uniform number in [0, 1), single precision.
+float NextRandom();
+/// The integer part of (high − low + 1) × r, plus low, with r the next uniform number.
+std::int16_t RandomInteger(std::int16_t low, std::int16_t high);

@@ -1,0 +1,24 @@
+// Paths, file names, extensions and file specifications.
+#pragma once
+
+#include <string>
+
+/// The folder path with exactly one trailing backslash; "" stays "".
+std::string FolderWithBackslash(const std::string& folder);
+std::string FolderWithoutBackslash(const std::string& folder);
+/// The part of a path up to and with the last backslash, and the part behind it.
+std::string FolderPartOf(const std::string& path);
+std::string FileNameOf(const std::string& path);
+/// The text after the last point of the file name, without the point; "" when there is none.
+std::string ExtensionOf(const std::string& path);
+/// The upper-cased letter of a path that begins with "X:", else 0.
+char DriveLetterOf(const std::string& path);
+/// Index 0 to 25 in the tables per drive letter, −1 when the path has no letter A to Z.
+int DriveIndexOf(const std::string& path);
+
+/// Whether a name matches a pattern of "?" (one character) and "*". An empty pattern matches any
+/// name that is not empty. "*" jumps to the first occurrence of the literal text behind it and
+/// does not backtrack: deliberately so.
+bool MatchesWildcard(const std::string& name, const std::string& pattern, bool matchCase = false);
+/// Whether a file name belongs to a file specification; "*.*" stands for all files.
+bool MatchesFilespec(const std::string& name, const std::string& filespec);

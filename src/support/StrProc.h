@@ -1,0 +1,15 @@
+// Texts for counts and durations.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// "No", "One" ... "Twenty", then the digits with thousands separators ("13,391").
+std::string NumberInWords(std::int64_t n);
+/// A count of minutes as "2 hours and 5 minutes" (long) or "2h 5m" (short).
+std::string MinutesText(std::int64_t lngMinutes, bool blnLong);
+/// A count of seconds as "1 minute and 1 second" (long) or "1m 1s" (short); rounded to whole
+/// minutes, halves to even, when asked for.
+std::string SecondsText(std::int64_t lngSeconds, bool blnLong, bool blnRoundToMinutes = false);
+/// How often strPart occurs in strText, without overlaps.
+int CountOccurrences(const std::string& strText, const std::string& strPart);

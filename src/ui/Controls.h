@@ -1,0 +1,184 @@
+// Controls and forms as plain data.
+//
+// The program's logic writes these fields and calls the functions of Interface.h; the back end
+// compares the fields with what it last sent and updates the windows, and it copies what the user
+// did into the fields before it calls a handler. Controls and forms live for the whole program.
+//
+// Measures are twips (1/1440 inch), so that every resolution comes out right. Colours are 0xBBGGRR.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ui {
+
+using Handler = std::function<void()>;
+
+enum class ControlKind {
+    Button,
+    Label,
+    CheckBox,
+    OptionButton,
+    ComboBox,
+    ListBox,
+    TextBox,
+    Frame,
+    ProgressBar
+};
+
+struct Form;
+
+struct Control {
+    explicit Control(ControlKind kind) : Kind(kind) {}
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    const ControlKind Kind;
+    std::string Name;    ///< as in the code: "cmdQuit", "cmdLargePurge(1)"
+    std::string Caption; ///< as the user reads it; an ampersand in it is just an ampersand
+    char Mnemonic = 0;   ///< the letter of the caption that Alt chooses, 0 for none
+    std::string ToolTip;
+    bool Visible = true;
+    bool Enabled = true;
+    bool Bold = false;
+    int Left = 0, Top = 0, Width = 0, Height = 0; ///< twips, inside Container or else the form
+    Control* Container = nullptr;                 ///< the frame that holds it, nullptr: the form
+    Form* Parent = nullptr;                       ///< set when the form is bound
+    std::optional<std::uint32_t> BackColor, ForeColor;
+    Handler Click;          ///< pressed and released, or chosen by key
+    Handler MouseOver;      ///< the mouse moved onto it
+    std::size_t Native = 0; ///< the back end's own
+};
+
+struct Button : Control {
+    Button() : Control(ControlKind::Button) {}
+    bool Default = false; ///< Enter presses it when no other button has the focus
+    bool Cancel = false;  ///< Escape presses it
+};
+
+struct Label : Control {
+    Label() : Control(ControlKind::Label) {}
+    bool Link = false;     ///< drawn and reachable as a link; Click opens it
+    bool Ellipsis = false; ///< a path too long for the place is shortened in its middle
+};
+
+struct CheckBox : Control {
+    CheckBox() : Control(ControlKind::CheckBox) {}
+    int Value = 0; ///< 0 unchecked, 1 checked
+};
+
+/// Setting Value by code does not clear the others of the group: see SelectOption.
+struct OptionButton : Control {
+    OptionButton() : Control(ControlKind::OptionButton) {}
+    bool Value = false;
+};
+
+struct ListItem {
+    std::string Text;
+    std::int64_t Data = 0;
+    bool Selected = false; ///< in a list of multiple choice
+};
+
+/// A drop-down list without a text field. Click is called when the user chooses an item.
+struct ComboBox : Control {
+    ComboBox() : Control(ControlKind::ComboBox) {}
+    std::vector<ListItem> Items;
+    int ListIndex = -1; ///< −1: nothing selected
+};
+
+/// Click is called when the selection changes, DoubleClick on a double click.
+struct ListBox : Control {
+    ListBox() : Control(ControlKind::ListBox) {}
+    std::vector<ListItem> Items;
+    int ListIndex = -1; ///< the item with the caret, in single choice the selected one
+    bool MultiSelect = false;
+    Handler DoubleClick;
+};
+
+/// Positions count bytes of Text.
+struct TextBox : Control {
+    TextBox() : Control(ControlKind::TextBox) {}
+    std::string Text; ///< lines end in CR LF; text that only grew is appended to the window
+    std::size_t SelStart = 0, SelLength = 0;
+    bool MultiLine = false;
+    bool Locked = false;     ///< the user may select and copy but not change
+    bool FixedPitch = false; ///< Courier New instead of the dialog font
+    Handler MouseUp;         ///< left button released in it; the selection is in the fields
+    Handler Change;
+};
+
+struct Frame : Control {
+    Frame() : Control(ControlKind::Frame) {}
+    bool Border = true; ///< with a caption and a line around it, else only a group
+};
+
+struct ProgressBar : Control {
+    ProgressBar() : Control(ControlKind::ProgressBar) {}
+    double Fraction = 0; ///< 0 to 1
+};
+
+/// Started by Enabled = true, as every field taken over at the next ui:: call.
+struct Timer {
+    int Interval = 0; ///< milliseconds
+    bool Enabled = false;
+    Handler Tick;
+};
+
+enum class StartPosition { CenterScreen, CenterOwner, Manual };
+
+struct Form {
+    Form() = default;
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+
+    std::string Name;          ///< "frmMain"
+    std::string Caption;       ///< the title bar
+    int Left = 0, Top = 0;     ///< twips on the screen; kept true when the user moves the window
+    int Width = 0, Height = 0; ///< twips of the inside, without title bar and borders
+    int MinWidth = 0, MinHeight = 0;
+    bool Resizable = false;
+    StartPosition Position = StartPosition::CenterOwner;
+    bool Visible = false;           ///< read only for the logic: Show, ShowModal and Hide change it
+    std::vector<Control*> Controls; ///< in tab order; containers before what they hold
+    std::vector<Timer*> Timers;
+    Handler Activate; ///< called each time the form is shown
+    Handler Close;    ///< the user asks to close the window; the handler hides it or does not
+    Handler Resize;   ///< Width and Height have changed
+    std::function<void(const std::vector<std::string>&)> FilesDropped;
+    std::size_t Native = 0; ///< the back end's own
+};
+
+/// One line of a form's layout table: a control, its name in the code and its place in twips.
+struct Placed {
+    Control* Which;
+    const char* Name;
+    int Left, Top, Width, Height;
+};
+
+/// Fills the form's controls from its layout table, in tab order. Container is set beforehand.
+inline void Bind(Form& form, const std::vector<Placed>& table) {
+    form.Controls.clear();
+    for (const Placed& line : table) {
+        line.Which->Name = line.Name;
+        line.Which->Left = line.Left;
+        line.Which->Top = line.Top;
+        line.Which->Width = line.Width;
+        line.Which->Height = line.Height;
+        line.Which->Parent = &form;
+        form.Controls.push_back(line.Which);
+    }
+}
+
+/// Sets one option button of a group and clears the others.
+template<std::size_t N>
+void SelectOption(OptionButton (&group)[N], std::size_t index) {
+    for (std::size_t i = 0; i < N; ++i)
+        group[i].Value = i == index;
+}
+
+} // namespace ui

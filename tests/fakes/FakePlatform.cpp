@@ -1,0 +1,2 @@
+// Stand-in until the fake platform is written.
+#include "platform/System.h"

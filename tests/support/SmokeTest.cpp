@@ -1,0 +1,5 @@
+#include <gtest/gtest.h>
+
+TEST(Smoke, Links) {
+    SUCCEED();
+}
