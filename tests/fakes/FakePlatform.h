@@ -1,0 +1,197 @@
+// The fake platform: drives, files, clock and settings in memory, as the tests set them up, with a
+// journal of what was done to them and faults on demand.
+#pragma once
+
+#include "platform/Drives.h"
+#include "platform/Files.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace fake {
+
+/// Bytes that repeat a pattern: byte i is Pattern[i % Pattern.size()], so that gigabytes of one
+/// byte, or of one block, need no memory. Arbitrary bytes are a pattern as long as the run.
+struct Run {
+    std::uint64_t Length = 0;
+    std::string Pattern;
+    bool operator==(const Run&) const = default;
+    /// The bytes from `from` on, at most `count`.
+    std::string Bytes(std::uint64_t from, std::uint64_t count) const;
+};
+
+/// A file's bytes: runs by offset, without gaps or overlaps.
+struct Content {
+    std::map<std::uint64_t, Run> Runs;
+    std::uint64_t Length() const;
+    std::string Read(std::uint64_t from, std::uint64_t count) const;
+    void Write(std::uint64_t offset, const Run& run);
+    void Resize(std::uint64_t length); ///< new bytes are zeros
+};
+
+/// A file, a folder, or a link to one.
+struct Node {
+    std::string Name;
+    bool Folder = false;
+    std::uint32_t Attributes = 0; ///< platform::Attribute bits; the folder and link bits are added
+    Content Data;
+    std::uint32_t HardLinks = 1;
+    std::string LinkTarget; ///< path of the target when this is a link
+    std::map<std::string, Content> Streams;
+    bool Locked = false;                           ///< another program holds it: SharingViolation
+    bool Denied = false;                           ///< no permission: AccessDenied
+    bool Open = false;                             ///< the program has it open for writing just now
+    int Handles = 0;                               ///< open handles of the program
+    std::vector<std::shared_ptr<Node>> Children;   ///< in the file system's order
+    std::unordered_map<std::string, Node*> ByName; ///< by lower-case name
+};
+
+struct Drive {
+    platform::DriveType Type = platform::DriveType::Fixed;
+    std::uint64_t Capacity = 0; ///< bytes
+    std::uint64_t Occupied = 0; ///< bytes taken by what is not modelled; set it to limit free space
+    std::uint64_t Quota = ~0ULL; ///< most bytes that the user may still have of the free ones
+    std::uint32_t BytesPerSector = 512, SectorsPerCluster = 8;
+    std::string Label, FileSystem = "NTFS";
+    bool MediaPresent = true;
+    bool ReadOnly = false;
+    double BytesPerSecond = 0;     ///< what writes and flushes cost on the clock; 0: nothing
+    std::uint64_t UsedByFiles = 0; ///< kept by the fake, whole clusters
+    std::shared_ptr<Node> Root;
+    std::uint64_t Cluster() const { return std::uint64_t{BytesPerSector} * SectorsPerCluster; }
+    std::uint64_t Free() const;
+};
+
+/// The calls that can fail, for FailNth, CallsMade and OnCall.
+enum class Call {
+    Any,
+    OpenFile,
+    Read,
+    Write,
+    Seek,
+    ReadLength,
+    ChangeLength,
+    Flush,
+    Close,
+    ReadAttributes,
+    WriteAttributes,
+    ReadFileLength,
+    ReadFileFacts,
+    ListStreams,
+    RemoveFile,
+    Rename,
+    Enumerate,
+    MakeFolder,
+    RemoveFolder,
+    ClusterFacts,
+    DriveSpace,
+    VolumeFacts,
+    ApplicationDataFolder,
+    ChangeCurrentFolder,
+    OpenLink,
+    LoadLibrary,
+    AuxiliaryChange,
+    AuxiliaryFlush
+};
+
+/// What was done to the disk, in order. Writes that continue one another are one event, however
+/// many calls they took. Paths are the real ones, behind links.
+enum class Did {
+    Create,
+    Write,
+    Length,
+    Flush,
+    Remove,
+    Rename,
+    MakeFolder,
+    RemoveFolder,
+    Attributes
+};
+struct Event {
+    Did What;
+    std::string Path;
+    std::uint64_t Offset = 0; ///< of a write; the new length of Length, the new attributes
+    Run Data;                 ///< of a write
+    std::string NewPath;      ///< of a rename
+};
+
+/// Everything as at the beginning: drive C: (fixed, NTFS, 64 GiB, clusters of 4096), the
+/// application-data folder, no program folder, an empty journal, no faults, clock at noon.
+void Reset();
+
+// ---- The disks ---------------------------------------------------------------------------------
+
+extern std::map<char, Drive> drives; ///< by upper-case letter
+Drive& AddDrive(char letter, std::uint64_t capacity, std::uint32_t cluster = 4096,
+                platform::DriveType type = platform::DriveType::Fixed);
+/// Makes a file, with the folders on the way; replaces one that is there. Not journaled.
+Node& PutFile(const std::string& path, const std::string& content = "x",
+              std::uint32_t attributes = platform::AttributeArchive);
+/// A file of `length` equal bytes.
+Node& PutBigFile(const std::string& path, std::uint64_t length, char byte = 'x');
+Node& PutFolder(const std::string& path);
+/// A link (junction, symbolic link) to a folder, or to a file.
+Node& PutFolderLink(const std::string& path, const std::string& target);
+Node& PutFileLink(const std::string& path, const std::string& target);
+void PutStream(const std::string& path, const std::string& stream, const std::string& content);
+/// Takes a file, or a folder with all in it, away. Not journaled.
+void TakeAway(const std::string& path);
+/// The file or folder, or nullptr.
+Node* At(const std::string& path);
+/// The bytes of a file, "(missing)" when there is none. For small files.
+std::string ContentOf(const std::string& path);
+/// Paths of all files below a folder, in depth-first order.
+std::vector<std::string> FilesBelow(const std::string& folder);
+
+// ---- The journal -------------------------------------------------------------------------------
+
+extern std::vector<Event> journal;
+/// The journal as text, a line per event, of one path or ("") of all with the path in front:
+/// "create", "write 0+8192 AA", "write 0+8192 AA 55" (repeated), "write 0+8192 *" (other bytes),
+/// "length 8192", "flush", "remove", "rename <new path>", "attributes 20".
+std::string JournalText(const std::string& path = "");
+/// Handles that the program has not closed.
+int OpenHandles();
+
+// ---- Faults ------------------------------------------------------------------------------------
+
+/// The n-th call of a kind from now on (1 = the next) fails with this fault; a write that fails so
+/// has written half of its bytes. One such order at a time. The auxiliary library's functions then
+/// return −1. n = 0 withdraws the order.
+void FailNth(std::int64_t n, platform::Fault fault, Call kind = Call::Any);
+/// From the n-th call on, all calls of the kind fail.
+void FailFrom(std::int64_t n, platform::Fault fault, Call kind);
+/// True when the order of FailNth or FailFrom has been carried out.
+bool HasFailed();
+/// Calls made since Reset.
+std::int64_t CallsMade(Call kind = Call::Any);
+/// Called with the path before each call of a kind; what it returns, if not None, is the call's
+/// fault. A hook may change the disk.
+void OnCall(Call kind, std::function<platform::Fault(const std::string& path)> hook);
+
+// ---- Clock and settings ------------------------------------------------------------------------
+
+/// Moves the clock on.
+void Advance(double milliseconds);
+extern double millisecondsPerCall;  ///< that each platform call takes; 0
+extern double millisecondsPerYield; ///< that each ui::DoEvents takes; 0
+extern double secondsSinceMidnight; ///< 43200; wraps at midnight
+extern std::string dateText;        ///< "11/21/2026"
+extern platform::NumberFormat numberFormat;
+extern std::string programFolder;   ///< "C:\Program Files\Nullwright"
+extern std::string applicationData; ///< "C:\Users\me\AppData\Roaming"
+extern std::string currentFolder;
+extern std::vector<std::string> commandLine;
+extern std::vector<std::string> linksOpened;
+/// What LoadAuxiliaryLibrary finds: None, NotFound or NotSupported.
+extern platform::Fault auxiliaryLibrary;
+
+} // namespace fake

@@ -1,0 +1,16 @@
+// The fixture of the tests that run the program's logic over the fakes.
+#pragma once
+
+#include "fakes/FakePlatform.h"
+#include "fakes/ScriptedUser.h"
+
+#include <gtest/gtest.h>
+
+/// Every test begins with fresh fakes and session state: drive C: with the program's folder, and no
+/// saved setup. At the end no step may be left and no file be open.
+struct ProgramTest : testing::Test {
+    void SetUp() override;
+    void TearDown() override;
+    /// Runs StartUp(); the main window is shown then.
+    void StartProgram();
+};

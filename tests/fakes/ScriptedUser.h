@@ -1,0 +1,97 @@
+// The scripted user: answers the boxes and dialogs that a test expects, in order, and clicks and
+// types where a person could.
+#pragma once
+
+#include "ui/Interface.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fake {
+
+/// A message box that was shown.
+struct BoxSeen {
+    std::string Title, Text;
+    ui::Buttons Buttons;
+    ui::Icon Icon;
+    int DefaultButton;
+    int Answer;
+};
+
+using Action = std::function<void()>;
+using Matcher = std::function<bool(const std::string&)>;
+
+/// What a step expects of a box beside title and text; what is not set is not looked at.
+struct Look {
+    std::optional<ui::Icon> Icon;
+    std::optional<ui::Buttons> Buttons;
+    std::optional<int> DefaultButton;
+};
+
+/// Steps are expected in the order in which they were added. Steps that are added inside an action
+/// come before those that were waiting.
+struct ScriptedUser {
+    /// A message box with this title and text, letter by letter, gets this answer.
+    void Box(const std::string& title, const std::string& text, int answer = ui::AnswerOK,
+             Look look = {});
+    /// The same with a text that only has to satisfy a condition: see Contains.
+    void BoxLike(const std::string& title, Matcher text, int answer = ui::AnswerOK, Look look = {});
+    /// A form is shown by ShowModal. Its Activate runs first, then the action, which must get the
+    /// form hidden (or Activate has done so: then the action runs none the less).
+    void Modal(ui::Form& form, Action action = {});
+    /// The common dialogs; an empty path cancels.
+    void OpenFile(const std::string& title, const std::string& path);
+    void SaveFile(const std::string& title, const std::string& path);
+    void Folder(const std::string& title, const std::string& path);
+    /// Something the user does while the program works: looked at whenever messages are pumped,
+    /// done once. Not part of the order of steps.
+    void During(std::function<bool()> when, Action action);
+    /// Fails the test when steps or During-actions are left, or a modal form is still open.
+    void Finish();
+    void Reset();
+
+    std::vector<BoxSeen> Boxes;              ///< all that were shown
+    std::vector<const ui::Form*> FormsShown; ///< every Show and ShowModal
+    std::vector<std::string> DialogFolders;  ///< start folders of the common dialogs
+    std::string Clipboard;
+    int Beeps = 0;
+    double TaskbarFraction = -1;
+    bool TaskbarPaused = false;
+    ui::Control* Focus = nullptr;
+    bool Ended = false;      ///< EndProgram was called
+    std::int64_t Yields = 0; ///< DoEvents so far
+};
+extern ScriptedUser user;
+
+Matcher Contains(const std::string& part);
+
+// What a person does. Each fails the test when a person could not do it: the control or a frame
+// around it is hidden or disabled, its form is not shown or lies under a modal one.
+
+bool CanReach(const ui::Control& control);
+/// Presses a button or link, toggles a check box, selects an option button (and clears the others
+/// of its container).
+void Click(ui::Control& control);
+/// Chooses an item by its text; in a list of multiple choice toggles it.
+void Choose(ui::ComboBox& combo, const std::string& item);
+void Choose(ui::ListBox& list, const std::string& item);
+void DoubleClick(ui::ListBox& list, const std::string& item);
+/// Replaces the text of a text box.
+void Type(ui::TextBox& textBox, const std::string& text);
+/// Selects a part of a text box with the mouse.
+void ReleaseMouse(ui::TextBox& textBox, std::size_t start = 0, std::size_t length = 0);
+void HoverOver(ui::Control& control);
+void PressF10();
+void PressKey(int virtualKey);
+/// Presses the form's Default or Cancel button.
+void PressEnter(ui::Form& form);
+void PressEscape(ui::Form& form);
+/// The cross in the title bar.
+void CloseForm(ui::Form& form);
+void DropFiles(ui::Form& form, const std::vector<std::string>& paths);
+/// Moves the clock on and lets timers fire.
+void FireTimers(int milliseconds);
+
+} // namespace fake
