@@ -1,0 +1,92 @@
+#include "platform/Drives.h"
+
+#include "platform/win32/LastFault.h"
+#include "platform/win32/Wide.h"
+
+#include <windows.h>
+
+namespace platform {
+namespace {
+
+/// Without this, a question about an empty drive would raise the system's own box and wait for an
+/// answer. Set before the first call can be made.
+[[maybe_unused]] const UINT uintErrorMode =
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+
+/// "C:\" for any text that begins with a drive letter, else "".
+std::wstring RootOf(const std::string& text) {
+    const char letter = text.empty() ? '\0' : static_cast<char>(text[0] & ~0x20);
+    if (letter < 'A' || letter > 'Z' || (text.size() > 1 && text[1] != ':'))
+        return {};
+    return {static_cast<wchar_t>(letter), L':', L'\\'};
+}
+
+} // namespace
+
+std::string DriveLetters() {
+    std::string letters;
+    const DWORD drives = GetLogicalDrives();
+    for (unsigned i = 0; i < 26; ++i)
+        if ((drives >> i & 1u) != 0)
+            letters += static_cast<char>('A' + i);
+    return letters;
+}
+
+DriveType TypeOfDrive(const std::string& root) {
+    const std::wstring wide = RootOf(root);
+    if (wide.empty())
+        return DriveType::NoRoot;
+    const UINT type = GetDriveTypeW(wide.c_str());
+    return type <= DRIVE_RAMDISK ? static_cast<DriveType>(type) : DriveType::Unknown;
+}
+
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
+    const std::wstring wide = RootOf(root);
+    if (wide.empty())
+        return Fault::InvalidName;
+    ULARGE_INTEGER usable;
+    ULARGE_INTEGER total;
+    if (!GetDiskFreeSpaceExW(wide.c_str(), &usable, &total, nullptr))
+        return LastFault();
+    freeBytes = usable.QuadPart;
+    totalBytes = total.QuadPart;
+    return Fault::None;
+}
+
+Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
+    const std::wstring wide = RootOf(root);
+    if (wide.empty())
+        return Fault::InvalidName;
+    DWORD sectors = 0;
+    DWORD bytes = 0;
+    DWORD freeClusters = 0;
+    DWORD totalClusters = 0;
+    if (!GetDiskFreeSpaceW(wide.c_str(), &sectors, &bytes, &freeClusters, &totalClusters))
+        return LastFault();
+    facts = {bytes, sectors, freeClusters, totalClusters};
+    // These counts end at 32 bits (16 TiB in clusters of 4 KiB); counts of bytes do not.
+    const std::uint64_t cluster = std::uint64_t{bytes} * sectors;
+    std::uint64_t freeBytes = 0;
+    std::uint64_t totalBytes = 0;
+    if (cluster > 0 && !Failed(ReadDriveSpace(root, freeBytes, totalBytes))) {
+        facts.FreeClusters = freeBytes / cluster;
+        facts.TotalClusters = totalBytes / cluster;
+    }
+    return Fault::None;
+}
+
+Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
+    const std::wstring wide = RootOf(root);
+    if (wide.empty())
+        return Fault::InvalidName;
+    wchar_t label[MAX_PATH + 1] = {};
+    wchar_t system[MAX_PATH + 1] = {};
+    DWORD flags = 0;
+    if (!GetVolumeInformationW(wide.c_str(), label, MAX_PATH + 1, nullptr, nullptr, &flags, system,
+                               MAX_PATH + 1))
+        return LastFault();
+    facts = {Narrow(label), Narrow(system), (flags & FILE_READ_ONLY_VOLUME) != 0};
+    return Fault::None;
+}
+
+} // namespace platform

@@ -1,0 +1,169 @@
+// What is asked and done by a file's name: attributes, facts, streams, deletion, renaming.
+#include "platform/Files.h"
+
+#include "platform/win32/LastFault.h"
+#include "platform/win32/Reparse.h"
+#include "platform/win32/Wide.h"
+
+#include <windows.h>
+
+namespace platform {
+namespace {
+
+/// What the folder says of a name. It answers for files, too, that cannot be opened at all, as the
+/// swap file. A pattern is no name.
+bool FindByName(const std::wstring& path, WIN32_FIND_DATAW& found) {
+    if (path.find_first_of(L"*?", path.compare(0, 4, L"\\\\?\\") == 0 ? 4 : 0) !=
+        std::wstring::npos) {
+        SetLastError(ERROR_INVALID_NAME);
+        return false;
+    }
+    HANDLE search =
+        FindFirstFileExW(path.c_str(), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, 0);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    FindClose(search);
+    return true;
+}
+
+/// Attributes and length of a name; of a link those of the link itself.
+bool AskByName(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& facts) {
+    if (GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &facts))
+        return true;
+    const DWORD error = GetLastError();
+    WIN32_FIND_DATAW found;
+    if ((error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED) &&
+        FindByName(path, found)) {
+        facts.dwFileAttributes = found.dwFileAttributes;
+        facts.nFileSizeHigh = found.nFileSizeHigh;
+        facts.nFileSizeLow = found.nFileSizeLow;
+        return true;
+    }
+    SetLastError(error);
+    return false;
+}
+
+} // namespace
+
+Fault ReadAttributes(const std::string& path, std::uint32_t& attributes) {
+    WIN32_FILE_ATTRIBUTE_DATA facts;
+    if (!AskByName(WidePath(path), facts))
+        return LastFault();
+    attributes = facts.dwFileAttributes;
+    return Fault::None;
+}
+
+Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
+    // Only these can be set by name; the others (compressed, folder ...) would be refused.
+    constexpr DWORD settable = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
+                               FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
+                               FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_OFFLINE |
+                               FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+    const DWORD wanted = attributes & settable;
+    return SetFileAttributesW(WidePath(path).c_str(), wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL)
+               ? Fault::None
+               : LastFault();
+}
+
+Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
+    WIN32_FILE_ATTRIBUTE_DATA facts;
+    if (!AskByName(WidePath(path), facts))
+        return LastFault();
+    if ((facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return Fault::AccessDenied;
+    length = Joined(facts.nFileSizeHigh, facts.nFileSizeLow);
+    return Fault::None;
+}
+
+Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
+    const std::wstring wide = WidePath(path);
+    // No access right is asked for, so a file that another program holds can be asked about.
+    HANDLE handle = CreateFileW(
+        wide.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        WIN32_FIND_DATAW found;
+        if ((error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED) ||
+            !FindByName(wide, found))
+            return FaultOfError(error);
+        facts.Attributes = found.dwFileAttributes;
+        facts.Length = Joined(found.nFileSizeHigh, found.nFileSizeLow);
+        facts.HardLinks = 1;
+        facts.IsLink = TellsLink(found.dwFileAttributes, found.dwReserved0);
+        return Fault::None;
+    }
+    BY_HANDLE_FILE_INFORMATION known;
+    FILE_ATTRIBUTE_TAG_INFO tagged = {};
+    const Fault fault = GetFileInformationByHandle(handle, &known) ? Fault::None : LastFault();
+    if (!Failed(fault) && (known.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        GetFileInformationByHandleEx(handle, FileAttributeTagInfo, &tagged, sizeof tagged);
+    CloseHandle(handle);
+    if (Failed(fault))
+        return fault;
+    DWORD attributes = known.dwFileAttributes;
+    // Wine opens a link's target whatever the flags say; only the name still tells the link.
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        const DWORD byName = GetFileAttributesW(wide.c_str());
+        if (byName != INVALID_FILE_ATTRIBUTES)
+            attributes |= byName & FILE_ATTRIBUTE_REPARSE_POINT;
+    }
+    facts.Attributes = attributes;
+    facts.Length = Joined(known.nFileSizeHigh, known.nFileSizeLow);
+    facts.HardLinks = known.nNumberOfLinks;
+    facts.IsLink = TellsLink(attributes, tagged.ReparseTag);
+    return Fault::None;
+}
+
+Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
+    std::vector<Stream> listed;
+    WIN32_FIND_STREAM_DATA found;
+    HANDLE search = FindFirstStreamW(WidePath(path).c_str(), FindStreamInfoStandard, &found, 0);
+    bool more = search != INVALID_HANDLE_VALUE;
+    while (more) {
+        // The name reads ":stream:$DATA"; the unnamed stream "::$DATA".
+        std::wstring name = found.cStreamName;
+        const std::wstring kind = L":$DATA";
+        if (name.size() > kind.size() &&
+            name.compare(name.size() - kind.size(), kind.size(), kind) == 0)
+            name.resize(name.size() - kind.size());
+        if (name.size() > 1 && name[0] == L':')
+            listed.push_back(
+                {path + Narrow(name), static_cast<std::uint64_t>(found.StreamSize.QuadPart)});
+        more = FindNextStreamW(search, &found) != 0;
+    }
+    const DWORD error = GetLastError();
+    if (search != INVALID_HANDLE_VALUE)
+        FindClose(search);
+    switch (error) {
+    case ERROR_HANDLE_EOF:           // the end of the list, or a file without any stream
+    case ERROR_INVALID_PARAMETER:    // a file system without streams
+    case ERROR_INVALID_FUNCTION:     // the same, said by a redirector
+    case ERROR_NOT_SUPPORTED:        // the same
+    case ERROR_CALL_NOT_IMPLEMENTED: // the same, said by Wine
+        streams = std::move(listed);
+        return Fault::None;
+    default:
+        return error == ERROR_SUCCESS ? Fault::Other : FaultOfError(error);
+    }
+}
+
+Fault RemoveFile(const std::string& path) {
+    // Of a link this deletes the link.
+    return DeleteFileW(WidePath(path).c_str()) ? Fault::None : LastFault();
+}
+
+Fault RenameReplacing(const std::string& from, const std::string& to) {
+    return MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+               ? Fault::None
+               : LastFault();
+}
+
+bool FileExists(const std::string& path) {
+    std::uint32_t attributes = 0;
+    return !Failed(ReadAttributes(path, attributes)) &&
+           (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+} // namespace platform

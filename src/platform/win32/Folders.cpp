@@ -1,0 +1,66 @@
+#include "platform/Folders.h"
+
+#include "platform/Files.h"
+#include "platform/win32/LastFault.h"
+#include "platform/win32/Reparse.h"
+#include "platform/win32/Wide.h"
+
+#include <windows.h>
+
+namespace platform {
+
+Fault EnumerateFolder(const std::string& folder,
+                      const std::function<bool(const FolderEntry&)>& visit) {
+    std::wstring pattern = WidePath(folder);
+    if (pattern.empty())
+        return Fault::InvalidName;
+    if (pattern.back() != L'\\')
+        pattern += L'\\';
+    pattern += L'*';
+    WIN32_FIND_DATAW found;
+    // Short names are not asked for, and entries come in large portions.
+    HANDLE search = FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &found,
+                                     FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    if (search == INVALID_HANDLE_VALUE) {
+        // The root of an empty volume has not even "." in it.
+        if (GetLastError() == ERROR_FILE_NOT_FOUND && FolderExists(folder))
+            return Fault::None;
+        return LastFault();
+    }
+    bool more = true;
+    bool wanted = true;
+    while (more && wanted) {
+        const std::wstring name = found.cFileName;
+        if (name != L"." && name != L"..") {
+            FolderEntry entry;
+            entry.Name = Narrow(name);
+            entry.Attributes = found.dwFileAttributes;
+            entry.IsFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+            entry.IsLink = TellsLink(found.dwFileAttributes, found.dwReserved0);
+            if (!entry.IsFolder)
+                entry.Length = Joined(found.nFileSizeHigh, found.nFileSizeLow);
+            wanted = visit(entry);
+        }
+        if (wanted)
+            more = FindNextFileW(search, &found) != 0;
+    }
+    const DWORD error = more ? ERROR_NO_MORE_FILES : GetLastError();
+    FindClose(search);
+    return error == ERROR_NO_MORE_FILES ? Fault::None : FaultOfError(error);
+}
+
+Fault MakeFolder(const std::string& path) {
+    return CreateDirectoryW(WidePath(path).c_str(), nullptr) ? Fault::None : LastFault();
+}
+
+Fault RemoveFolder(const std::string& path) {
+    return RemoveDirectoryW(WidePath(path).c_str()) ? Fault::None : LastFault();
+}
+
+bool FolderExists(const std::string& path) {
+    std::uint32_t attributes = 0;
+    return !Failed(ReadAttributes(path, attributes)) &&
+           (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+} // namespace platform

@@ -1,0 +1,95 @@
+// The user's regional settings, and the case of letters, which does not depend on them.
+#include "platform/System.h"
+
+#include "platform/win32/Wide.h"
+
+#include <cstdio>
+#include <windows.h>
+
+namespace platform {
+namespace {
+
+std::string Setting(LCTYPE type, const char* fallback) {
+    wchar_t text[80] = {}; // the longest of these settings has 80 characters
+    return GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, type, text, 80) > 0 ? Narrow(text) : fallback;
+}
+
+/// Letters beyond 16 bits in whose blocks each capital lies a fixed step before its small letter;
+/// the system's mapping leaves them out.
+struct CasedBlock {
+    char32_t First;
+    char32_t Last;
+    char32_t Step;
+};
+constexpr CasedBlock cased[] = {
+    {0x10400, 0x10427, 40}, // Deseret
+    {0x104B0, 0x104D3, 40}, // Osage
+    {0x10C80, 0x10CB2, 64}, // Old Hungarian
+    {0x118A0, 0x118BF, 32}, // Warang Citi
+    {0x16E40, 0x16E5F, 32}, // Medefaidrin
+    {0x1E900, 0x1E921, 34}  // Adlam
+};
+
+std::string MapCase(const std::string& text, bool toUpper) {
+    if (text.empty())
+        return {};
+    std::wstring wide = Widen(text);
+    std::wstring mapped(wide.size(), L'\0');
+    const auto length = static_cast<int>(wide.size());
+    if (LCMapStringEx(LOCALE_NAME_INVARIANT, toUpper ? LCMAP_UPPERCASE : LCMAP_LOWERCASE,
+                      wide.data(), length, mapped.data(), length, nullptr, nullptr, 0) != length)
+        mapped = wide;
+    for (std::size_t i = 0; i + 1 < mapped.size(); ++i) {
+        if (!IS_SURROGATE_PAIR(mapped[i], mapped[i + 1]))
+            continue;
+        char32_t point = 0x10000 + (static_cast<char32_t>(mapped[i] - 0xD800) << 10) +
+                         static_cast<char32_t>(mapped[i + 1] - 0xDC00);
+        for (const CasedBlock& block : cased) {
+            const char32_t offset = toUpper ? block.Step : 0;
+            if (point < block.First + offset || point > block.Last + offset)
+                continue;
+            point = toUpper ? point - block.Step : point + block.Step;
+            break;
+        }
+        mapped[i] = static_cast<wchar_t>(0xD800 + ((point - 0x10000) >> 10));
+        mapped[++i] = static_cast<wchar_t>(0xDC00 + (point & 0x3FF));
+    }
+    return Narrow(mapped);
+}
+
+} // namespace
+
+NumberFormat RegionalNumberFormat() {
+    NumberFormat format;
+    format.Decimal = Setting(LOCALE_SDECIMAL, ".");
+    format.Thousands = Setting(LOCALE_STHOUSAND, ",");
+    format.Grouping = Setting(LOCALE_SGROUPING, "3;0");
+    format.LeadingZero = Setting(LOCALE_ILZERO, "1") != "0";
+    return format;
+}
+
+std::string DateText() {
+    wchar_t text[128] = {};
+    const int length = GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr,
+                                       text, 128, nullptr);
+    return length > 0 ? Narrow(text) : std::string();
+}
+
+std::string TimeText() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    char text[32];
+    std::snprintf(text, sizeof text, "%02u:%02u:%02u", static_cast<unsigned>(now.wHour),
+                  static_cast<unsigned>(now.wMinute), static_cast<unsigned>(now.wSecond));
+    return text;
+}
+
+std::string LowerCase(const std::string& text) {
+    return MapCase(text, false);
+}
+
+std::string UpperCase(const std::string& text) {
+    return MapCase(text, true);
+}
+
+} // namespace platform

@@ -1,0 +1,121 @@
+#include "platform/System.h"
+
+#include "platform/win32/LastFault.h"
+#include "platform/win32/Wide.h"
+
+#include <windows.h>
+
+#include <knownfolders.h>
+#include <shellapi.h>
+#include <shlobj.h>
+
+namespace platform {
+namespace {
+
+/// Text that a call writes into a buffer: `ask` takes buffer and size and returns the length, or a
+/// number not below the size while the buffer is too small; 0 when there is none.
+template<typename Ask>
+std::wstring AskForText(Ask ask) {
+    std::wstring text(MAX_PATH, L'\0');
+    for (;;) {
+        const std::size_t length = ask(text.data(), static_cast<DWORD>(text.size()));
+        if (length < text.size()) {
+            text.resize(length);
+            return text;
+        }
+        if (text.size() > 0x10000)
+            return {};
+        text.resize(text.size() * 2);
+    }
+}
+
+} // namespace
+
+Fault ReadApplicationDataFolder(std::string& folder) {
+    PWSTR path = nullptr; // the roaming folder is special folder 26
+    const HRESULT result =
+        SHGetKnownFolderPath(FOLDERID_RoamingAppData, KF_FLAG_CREATE, nullptr, &path);
+    if (SUCCEEDED(result))
+        folder = NarrowPath(path);
+    CoTaskMemFree(path);
+    if (SUCCEEDED(result))
+        return Fault::None;
+    return HRESULT_FACILITY(result) == FACILITY_WIN32
+               ? FaultOfError(static_cast<std::uint32_t>(HRESULT_CODE(result)))
+               : Fault::Other;
+}
+
+std::string ProgramPath() {
+    return NarrowPath(AskForText([](wchar_t* buffer, DWORD size) -> std::size_t {
+        return GetModuleFileNameW(nullptr, buffer, size);
+    }));
+}
+
+std::string ProgramFolder() {
+    const std::string path = ProgramPath();
+    const std::size_t last = path.find_last_of('\\');
+    return last == std::string::npos ? std::string() : path.substr(0, last);
+}
+
+std::string SystemFolder() {
+    return NarrowPath(AskForText([](wchar_t* buffer, DWORD size) -> std::size_t {
+        return GetSystemWindowsDirectoryW(buffer, size);
+    }));
+}
+
+std::vector<std::string> CommandLineArguments() {
+    std::vector<std::string> arguments;
+    int count = 0;
+    PWSTR* list = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (list == nullptr)
+        return arguments;
+    for (int i = 1; i < count; ++i)
+        arguments.push_back(Narrow(list[i]));
+    LocalFree(list);
+    return arguments;
+}
+
+Fault ChangeCurrentFolder(const std::string& folder) {
+    // Not the "\\?\" form: bare names would then be tried behind it as they are.
+    return SetCurrentDirectoryW(Widen(folder).c_str()) ? Fault::None : LastFault();
+}
+
+std::uint64_t TickCount() {
+    return GetTickCount64();
+}
+
+double SecondsSinceMidnight() {
+    FILETIME now;
+    GetSystemTimePreciseAsFileTime(&now);
+    SYSTEMTIME world;
+    SYSTEMTIME local;
+    if (!FileTimeToSystemTime(&now, &world) ||
+        !SystemTimeToTzSpecificLocalTime(nullptr, &world, &local))
+        GetLocalTime(&local);
+    constexpr std::uint64_t unitsPerSecond = 10'000'000; // of 100 ns
+    const std::uint64_t units = std::uint64_t{now.dwHighDateTime} << 32 | now.dwLowDateTime;
+    return local.wHour * 3600.0 + local.wMinute * 60.0 + local.wSecond +
+           static_cast<double>(units % unitsPerSecond) / static_cast<double>(unitsPerSecond);
+}
+
+Fault OpenLink(const std::string& target) {
+    // Larger than 32 is success; other values are error numbers of old.
+    const auto result = reinterpret_cast<std::intptr_t>(
+        ShellExecuteW(nullptr, L"open", Widen(target).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+    if (result > 32)
+        return Fault::None;
+    switch (result) {
+    case SE_ERR_FNF:
+    case SE_ERR_PNF:
+    case SE_ERR_NOASSOC:
+        return Fault::NotFound;
+    case SE_ERR_ACCESSDENIED:
+        return Fault::AccessDenied;
+    case SE_ERR_SHARE:
+        return Fault::SharingViolation;
+    default:
+        return Fault::Other;
+    }
+}
+
+} // namespace platform
