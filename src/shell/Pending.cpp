@@ -4,4 +4,5 @@
 void SetMainLine(MainLine, const std::string&) {}
 void RepaintMain() {}
 void EnableMenu(bool) {}
+void ShowMainProgress(double) {}
 void StartUp() {}

@@ -20,3 +20,6 @@ void RepaintMain();
 /// Enables or disables the frame of command buttons. Every long operation disables it first and
 /// enables it on every way out.
 void EnableMenu(bool blnEnabled);
+/// Shows the share of a long operation that is done, 0 to 1, on the main window's taskbar button;
+/// a negative share takes it away.
+void ShowMainProgress(double dblFraction);
