@@ -10,20 +10,21 @@ if(MSVC)
     target_link_options(nw_options INTERFACE /guard:cf /CETCOMPAT)
     set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
 else()
-    target_compile_options(nw_options INTERFACE
-        -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+    # Resource files go through the same targets; their compiler knows none of these.
+    target_compile_options(nw_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:\
+-Wall;-Wextra;-Wpedantic;-Wconversion;-Wshadow;-Werror>")
 endif()
 
 if(WIN32)
     target_compile_definitions(nw_options INTERFACE
         UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00)
     if(NOT MSVC)
-        target_compile_options(nw_options INTERFACE
-            -fstack-protector-strong -fcf-protection -fstack-clash-protection
-            $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+        target_compile_options(nw_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:\
+-fstack-protector-strong;-fcf-protection;-fstack-clash-protection;\
+$<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>>")
         # No time stamp in the image: the same sources give the same bytes.
         target_link_options(nw_options INTERFACE
-            -static -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va
+            -static -fstack-protector-strong -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va
             -Wl,--no-insert-timestamp)
     endif()
 endif()

@@ -1,0 +1,103 @@
+// The auxiliary library: sets a file's length and forces its data to the disk, by the file's path
+// as a string in the process's ANSI code page (UTF-8 in Nullwright, by its manifest).
+//
+// Every function returns 0 when it is done and a negative number when it is not; none of them ever
+// makes a file.
+#include "platform/win32/Wide.h"
+
+#include <cstdint>
+#include <windows.h>
+
+namespace {
+
+constexpr std::int32_t resultDone = 0;
+constexpr std::int32_t resultBadArgument = -1; // no path, or a length below −1
+constexpr std::int32_t resultCannotOpen = -2;
+constexpr std::int32_t resultNotDone = -3;
+
+/// Room from the process's heap: this library needs no more of a runtime than that.
+wchar_t* Room(std::size_t units) {
+    return static_cast<wchar_t*>(HeapAlloc(GetProcessHeap(), 0, units * sizeof(wchar_t)));
+}
+
+/// The path's UTF-16 units; the room is the caller's to give back. nullptr when there are none.
+wchar_t* WideFromAnsi(const char* path, std::size_t& length) {
+    std::size_t bytes = 0;
+    while (path[bytes] != '\0')
+        if (++bytes > 0x20000) // no path is that long
+            return nullptr;
+    wchar_t* units = bytes > 0 ? Room(bytes) : nullptr;
+    if (units == nullptr)
+        return nullptr;
+    if (GetACP() == CP_UTF8) {
+        // Not by the system's conversion, which has no place for half a surrogate pair.
+        length = platform::WidenUnits(path, bytes, units);
+    } else {
+        const int count = static_cast<int>(bytes);
+        length = static_cast<std::size_t>(
+            MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, path, count, units, count));
+    }
+    if (length == 0) {
+        HeapFree(GetProcessHeap(), 0, units);
+        return nullptr;
+    }
+    return units;
+}
+
+HANDLE OpenExisting(const char* path, DWORD rights, DWORD sharing) {
+    std::size_t length = 0;
+    wchar_t* units = WideFromAnsi(path, length);
+    if (units == nullptr)
+        return INVALID_HANDLE_VALUE;
+    HANDLE file = INVALID_HANDLE_VALUE;
+    if (wchar_t* form = Room(length + 5); form != nullptr) {
+        form[platform::ExtendPath(units, length, form)] = L'\0';
+        file = CreateFileW(form, rights, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+                           nullptr);
+        HeapFree(GetProcessHeap(), 0, form);
+    }
+    HeapFree(GetProcessHeap(), 0, units);
+    return file;
+}
+
+} // namespace
+
+/// Sets a file's length in bytes. A length of −1 changes nothing; 0 then tells that the file can be
+/// opened for change: it exists, may be written, and no other program has it open for writing.
+extern "C" std::int32_t _change_filesize64(const char* path, std::int64_t newLength) {
+    if (path == nullptr || newLength < -1)
+        return resultBadArgument;
+    HANDLE file = OpenExisting(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ);
+    if (file == INVALID_HANDLE_VALUE)
+        return resultCannotOpen;
+    std::int32_t result = resultDone;
+    if (newLength >= 0) {
+        LARGE_INTEGER end;
+        end.QuadPart = newLength;
+        if (!SetFilePointerEx(file, end, nullptr, FILE_BEGIN) || !SetEndOfFile(file))
+            result = resultNotDone;
+    }
+    if (!CloseHandle(file))
+        result = resultNotDone;
+    return result;
+}
+
+/// The same for lengths below 2 GiB.
+extern "C" std::int32_t _change_filesize(const char* path, std::int32_t newLength) {
+    return _change_filesize64(path, newLength);
+}
+
+/// Returns when the file's data have been forced to the disk.
+extern "C" std::int32_t _flush_file(const char* path) {
+    if (path == nullptr)
+        return resultBadArgument;
+    // Nobody needs to be kept away for a flush.
+    HANDLE file =
+        OpenExisting(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+    if (file == INVALID_HANDLE_VALUE)
+        return resultCannotOpen;
+    std::int32_t result = FlushFileBuffers(file) ? resultDone : resultNotDone;
+    if (!CloseHandle(file))
+        result = resultNotDone;
+    return result;
+}
