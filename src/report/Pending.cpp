@@ -1,6 +1,5 @@
 // Provisional definitions, replaced one by one by the modules of this room.
 #include "report/BatchDriver.h"
-#include "report/frmAntiVirusQuery.h"
 #include "report/frmReport.h"
 #include "report/TimeEstimates.h"
 FrmReport frmReport;
@@ -11,7 +10,7 @@ void ReportBufferFull() {}
 void SetRunButtons() {}
 void ShowReportAgain() {}
 void ProcessFiles() {}
-std::int64_t CountMatchingFiles(const std::string&, const std::string&, std::int32_t, double*) {
+std::int64_t CountMatchingFiles(const std::string&, const std::string&, std::int32_t) {
     return 0;
 }
 bool SumFileSizes(const std::string&, const std::string&, std::int64_t&, double&) {
@@ -19,9 +18,7 @@ bool SumFileSizes(const std::string&, const std::string&, std::int64_t&, double&
 }
 void InitializeOverwritesForEstimatedPurgeTimes() {}
 void EstimatedTimes(float, double, double, std::string&) {}
-std::string EstimateText() {
-    return {};
-}
+void AppendEstimate() {}
 double AdjustmentFactor(double) {
     return 1;
 }
@@ -30,7 +27,4 @@ std::string EstimateDurationText(double) {
 }
 std::string SingleFileEstimate(const std::string&) {
     return {};
-}
-int AntiVirusAdvice(const std::string&, const ui::Form&) {
-    return 1;
 }

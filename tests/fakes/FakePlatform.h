@@ -46,12 +46,12 @@ struct Node {
     std::uint32_t HardLinks = 1;
     std::string LinkTarget; ///< path of the target when this is a link
     std::map<std::string, Content> Streams;
-    bool Locked = false;                           ///< another program holds it: SharingViolation
-    bool Denied = false;                           ///< no permission: AccessDenied
-    bool Open = false;                             ///< the program has it open for writing just now
-    int Handles = 0;                               ///< open handles of the program
-    std::vector<std::shared_ptr<Node>> Children;   ///< in the file system's order
-    std::unordered_map<std::string, Node*> ByName; ///< by lower-case name
+    bool Locked = false;                         ///< another program holds it: SharingViolation
+    bool Denied = false;                         ///< no permission: AccessDenied
+    bool Open = false;                           ///< the program has it open for writing just now
+    int Handles = 0;                             ///< open handles of the program
+    std::vector<std::shared_ptr<Node>> Children; ///< in the file system's order
+    std::unordered_map<std::string, std::shared_ptr<Node>> ByName; ///< by lower-case name
 };
 
 struct Drive {
@@ -155,8 +155,8 @@ std::vector<std::string> FilesBelow(const std::string& folder);
 
 extern std::vector<Event> journal;
 /// The journal as text, a line per event, of one path or ("") of all with the path in front:
-/// "create", "write 0+8192 AA", "write 0+8192 AA 55" (repeated), "write 0+8192 *" (other bytes),
-/// "length 8192", "flush", "remove", "rename <new path>", "attributes 20".
+/// "create", "write 0+8192 AA" (equal bytes), "write 0+8192 *" (other bytes), "make folder",
+/// "remove folder", "length 8192", "flush", "remove", "rename <new path>", "attributes 32".
 std::string JournalText(const std::string& path = "");
 /// Handles that the program has not closed.
 int OpenHandles();

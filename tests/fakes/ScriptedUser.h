@@ -25,9 +25,9 @@ using Matcher = std::function<bool(const std::string&)>;
 
 /// What a step expects of a box beside title and text; what is not set is not looked at.
 struct Look {
-    std::optional<ui::Icon> Icon;
-    std::optional<ui::Buttons> Buttons;
-    std::optional<int> DefaultButton;
+    std::optional<ui::Icon> Icon = std::nullopt;
+    std::optional<ui::Buttons> Buttons = std::nullopt;
+    std::optional<int> DefaultButton = std::nullopt;
 };
 
 /// Steps are expected in the order in which they were added. Steps that are added inside an action

@@ -1,0 +1,262 @@
+// Folders, drives, clock, settings and the auxiliary library of the fake platform.
+#include "fakes/FakeDisk.h"
+#include "fakes/FakePlatform.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <locale.h>
+#include <wctype.h>
+
+namespace platform {
+
+using namespace fake;
+
+Fault EnumerateFolder(const std::string& folder,
+                      const std::function<bool(const FolderEntry&)>& visit) {
+    const Fault ordered = Begin(Call::Enumerate, folder);
+    const Place place = FindItem(folder, true);
+    if (Failed(place.Trouble))
+        return place.Trouble;
+    if (!place.Item->Folder)
+        return Fault::NotFound;
+    if (place.Item->Denied)
+        return Fault::AccessDenied;
+    const auto children = place.Item->Children; // a visitor may delete what it meets
+    std::size_t count = Failed(ordered) ? children.size() / 2 : children.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const Node& node = *children[i];
+        if (!visit({node.Name, AttributesOf(node), node.Data.Length(), node.Folder,
+                    !node.LinkTarget.empty()}))
+            return Fault::None;
+    }
+    return ordered;
+}
+
+Fault MakeFolder(const std::string& path) {
+    if (const Fault fault = Begin(Call::MakeFolder, path); Failed(fault))
+        return fault;
+    const Place place = Find(path, false);
+    if (Failed(place.Trouble))
+        return place.Trouble;
+    if (place.Item)
+        return Fault::AlreadyExists;
+    if (place.Disk->ReadOnly)
+        return Fault::WriteProtected;
+    if (place.Folder->Denied)
+        return Fault::AccessDenied;
+    Add(*place.Folder, place.Name, true);
+    Journal(Did::MakeFolder, place.Path);
+    return Fault::None;
+}
+
+Fault RemoveFolder(const std::string& path) {
+    if (const Fault fault = Begin(Call::RemoveFolder, path); Failed(fault))
+        return fault;
+    const Place place = FindItem(path, false);
+    if (Failed(place.Trouble))
+        return place.Trouble;
+    if (!place.Item->Folder)
+        return Fault::NotFound;
+    if (place.Disk->ReadOnly)
+        return Fault::WriteProtected;
+    if (!place.Folder || place.Item->Denied || IsReadOnly(*place.Item))
+        return Fault::AccessDenied;
+    if (place.Item->LinkTarget.empty() && !place.Item->Children.empty())
+        return Fault::NotEmpty;
+    Drop(*place.Folder, *place.Item);
+    Journal(Did::RemoveFolder, place.Path);
+    return Fault::None;
+}
+
+bool FolderExists(const std::string& path) {
+    const Place place = FindItem(path, false);
+    return !Failed(place.Trouble) && place.Item->Folder;
+}
+
+// ---- Drives ------------------------------------------------------------------------------------
+
+namespace {
+/// The drive of a root path with a medium in it, or the fault.
+Fault ReadyDrive(Call kind, const std::string& root, Drive*& drive) {
+    if (const Fault fault = Begin(kind, root); Failed(fault))
+        return fault;
+    if (root.empty() || (root.size() > 1 && root[1] != ':'))
+        return Fault::InvalidName;
+    const auto found = drives.find(static_cast<char>(root[0] & ~0x20));
+    if (found == drives.end())
+        return Fault::NotFound;
+    drive = &found->second;
+    return drive->MediaPresent ? Fault::None : Fault::NotReady;
+}
+
+std::string CaseOf(const std::string& text, wint_t (*change)(wint_t, locale_t)) {
+    static const locale_t unicode = newlocale(LC_ALL_MASK, "C.UTF-8", nullptr);
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto lead = static_cast<unsigned char>(text[i]);
+        const std::size_t size = lead < 0x80 ? 1u : lead < 0xE0 ? 2u : lead < 0xF0 ? 3u : 4u;
+        char32_t point = size == 1 ? lead : lead & (0x7Fu >> size);
+        if (lead >= 0x80 && (lead < 0xC0 || i + size > text.size())) { // not UTF-8: as it is
+            result += text[i++];
+            continue;
+        }
+        for (std::size_t k = 1; k < size; ++k)
+            point = point << 6 | (static_cast<unsigned char>(text[i + k]) & 0x3Fu);
+        i += size;
+        point = static_cast<char32_t>(change(static_cast<wint_t>(point), unicode));
+        if (point < 0x80) {
+            result += static_cast<char>(point);
+            continue;
+        }
+        const unsigned more = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
+        result += static_cast<char>((0xF00u >> more & 0xFFu) | point >> 6 * more);
+        for (unsigned k = more; k-- > 0;)
+            result += static_cast<char>(0x80u | (point >> 6 * k & 0x3Fu));
+    }
+    return result;
+}
+} // namespace
+
+std::string DriveLetters() {
+    std::string letters;
+    for (const auto& drive : drives)
+        letters += drive.first;
+    return letters;
+}
+
+DriveType TypeOfDrive(const std::string& root) {
+    const auto found = drives.find(root.empty() ? '?' : static_cast<char>(root[0] & ~0x20));
+    return found == drives.end() ? DriveType::NoRoot : found->second.Type;
+}
+
+Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
+    Drive* drive = nullptr;
+    const Fault fault = ReadyDrive(Call::ClusterFacts, root, drive);
+    if (!Failed(fault))
+        facts = {drive->BytesPerSector, drive->SectorsPerCluster, drive->Free() / drive->Cluster(),
+                 drive->Capacity / drive->Cluster()};
+    return fault;
+}
+
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
+    Drive* drive = nullptr;
+    const Fault fault = ReadyDrive(Call::DriveSpace, root, drive);
+    if (!Failed(fault)) {
+        freeBytes = std::min(drive->Free(), drive->Quota);
+        totalBytes = drive->Capacity;
+    }
+    return fault;
+}
+
+Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
+    Drive* drive = nullptr;
+    const Fault fault = ReadyDrive(Call::VolumeFacts, root, drive);
+    if (!Failed(fault))
+        facts = {drive->Label, drive->FileSystem, drive->ReadOnly};
+    return fault;
+}
+
+// ---- System ------------------------------------------------------------------------------------
+
+Fault ReadApplicationDataFolder(std::string& folder) {
+    const Fault fault = Begin(Call::ApplicationDataFolder, "");
+    if (!Failed(fault))
+        folder = applicationData;
+    return fault;
+}
+
+std::string ProgramFolder() {
+    return programFolder;
+}
+
+std::string ProgramPath() {
+    return programFolder + "\\nullwright.exe";
+}
+
+std::string SystemFolder() {
+    return "C:\\WINDOWS";
+}
+
+std::vector<std::string> CommandLineArguments() {
+    return commandLine;
+}
+
+Fault ChangeCurrentFolder(const std::string& folder) {
+    if (const Fault fault = Begin(Call::ChangeCurrentFolder, folder); Failed(fault))
+        return fault;
+    const Place place = FindItem(folder, true);
+    if (!Failed(place.Trouble))
+        currentFolder = place.Path;
+    return place.Trouble;
+}
+
+std::uint64_t TickCount() {
+    return static_cast<std::uint64_t>(tick);
+}
+
+double SecondsSinceMidnight() {
+    return secondsSinceMidnight;
+}
+
+std::string DateText() {
+    return dateText;
+}
+
+std::string TimeText() {
+    char text[40];
+    const int seconds = static_cast<int>(secondsSinceMidnight);
+    std::snprintf(text, sizeof text, "%02d:%02d:%02d", seconds / 3600, seconds / 60 % 60,
+                  seconds % 60);
+    return text;
+}
+
+NumberFormat RegionalNumberFormat() {
+    return numberFormat;
+}
+
+std::string LowerCase(const std::string& text) {
+    return CaseOf(text, towlower_l);
+}
+
+std::string UpperCase(const std::string& text) {
+    return CaseOf(text, towupper_l);
+}
+
+Fault OpenLink(const std::string& target) {
+    const Fault fault = Begin(Call::OpenLink, target);
+    if (!Failed(fault))
+        linksOpened.push_back(target);
+    return fault;
+}
+
+Fault LoadAuxiliaryLibrary() {
+    const Fault fault = Begin(Call::LoadLibrary, "");
+    libraryLoaded = libraryLoaded || (!Failed(fault) && !Failed(auxiliaryLibrary));
+    return Failed(fault) ? fault : libraryLoaded ? Fault::None : auxiliaryLibrary;
+}
+
+std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength) {
+    if (Failed(Begin(Call::AuxiliaryChange, path)) || !libraryLoaded || newLength < -1)
+        return -1;
+    const Place place = FindItem(path, true);
+    if (Failed(place.Trouble) || Failed(MayChange(place, false)))
+        return -1;
+    Content& data = place.Stream.empty() ? place.Item->Data : place.Item->Streams[place.Stream];
+    const std::string stream = place.Stream.empty() ? "" : ":" + place.Stream;
+    return newLength < 0 || !Failed(SetLength(*place.Disk, data, place.Path + stream,
+                                              static_cast<std::uint64_t>(newLength)))
+               ? 0
+               : -1;
+}
+
+std::int32_t AuxiliaryFlushFile(const std::string& path) {
+    if (Failed(Begin(Call::AuxiliaryFlush, path)) || !libraryLoaded)
+        return -1;
+    const Place place = FindItem(path, true);
+    if (Failed(place.Trouble) || Failed(MayChange(place, false)))
+        return -1;
+    Journal(Did::Flush, place.Path + (place.Stream.empty() ? "" : ":" + place.Stream));
+    return 0;
+}
+
+} // namespace platform
