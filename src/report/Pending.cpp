@@ -1,5 +1,6 @@
 // Provisional definitions, replaced one by one by the modules of this room.
 #include "report/BatchDriver.h"
+#include "report/frmAntiVirusQuery.h"
 #include "report/frmReport.h"
 #include "report/TimeEstimates.h"
 FrmReport frmReport;
@@ -10,7 +11,7 @@ void ReportBufferFull() {}
 void SetRunButtons() {}
 void ShowReportAgain() {}
 void ProcessFiles() {}
-std::int64_t CountMatchingFiles(const std::string&, const std::string&, std::int32_t) {
+std::int64_t CountMatchingFiles(const std::string&, const std::string&, std::int32_t, double*) {
     return 0;
 }
 bool SumFileSizes(const std::string&, const std::string&, std::int64_t&, double&) {
@@ -18,7 +19,9 @@ bool SumFileSizes(const std::string&, const std::string&, std::int64_t&, double&
 }
 void InitializeOverwritesForEstimatedPurgeTimes() {}
 void EstimatedTimes(float, double, double, std::string&) {}
-void AppendEstimate() {}
+std::string EstimateText() {
+    return {};
+}
 double AdjustmentFactor(double) {
     return 1;
 }
@@ -27,4 +30,7 @@ std::string EstimateDurationText(double) {
 }
 std::string SingleFileEstimate(const std::string&) {
     return {};
+}
+int AntiVirusAdvice(const std::string&, const ui::Form&) {
+    return 1;
 }

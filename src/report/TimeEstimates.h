@@ -3,12 +3,16 @@
 
 #include <string>
 
+/// Fills the table of overwrite counts; before the first EstimatedTimes.
 void InitializeOverwritesForEstimatedPurgeTimes();
 /// The table of purge times for various numbers of overwrites; whole drive when blnPurgingDrive.
+/// Speed in MB/s for one overwrite, above 0; the factor is AdjustmentFactor's.
 void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor, std::string& strResult);
-/// The estimate after a listing, by frmReport's totals, appended to the report.
-void AppendEstimate();
-/// AF = A / (average size in MB ^ B).
+/// The estimate after a listing, by frmReport's totals: purge type, time and table, or how to get
+/// an estimate when the drive was not measured.
+std::string EstimateText();
+/// AF = A / (average size in MB ^ B): small files purge more slowly per megabyte than the large
+/// file of the speed test. A and B are dblAF_A and dblAF_B.
 double AdjustmentFactor(double dblAverageMB);
 /// The duration text that the estimates use: short below 300 s, then long.
 std::string EstimateDurationText(double dblSeconds);

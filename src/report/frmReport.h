@@ -12,14 +12,22 @@ struct FrmReport : ui::Form {
     ui::Label lblDots, lblPausedDone, lblProgress;
     ui::ProgressBar barProgress;
     ui::Button cmdPauseContinue, cmdStop, cmdCopyToClipboard, cmdClose;
+    ui::Timer tmrProgress; ///< keeps the elapsed time going while one file takes long
 
-    // State of one run.
+    // What is to be run: set by the caller of ProcessFiles.
     std::string strDirPath;  ///< top folder, with trailing backslash
     std::string strFilespec; ///< "*.*" means all files
     bool blnPurgeFiles = false;
     bool blnListFiles = false;
     bool blnDisplayFolderNames = false;
     bool blnDisplayFileNames = false;
+    /// What a count before a purge found, for the progress bar; 0 = not known. ProcessFiles counts
+    /// itself when they are 0, and sets them back to 0 at its end.
+    std::int64_t lngNumFilesExpected = 0;
+    double dblBytesExpected = 0;
+
+    // State of one run.
+    bool blnRunning = false;
     bool blnPaused = false;
     bool blnBufferFull = false;
     std::int64_t lngNumFilesProcessed = 0;
@@ -35,11 +43,17 @@ extern FrmReport frmReport;
 /// Characters (UTF-16 units, as the text box counts) that the report may hold.
 constexpr std::size_t lngMaxReportText = 61440;
 
-/// Lays the window out and binds its handlers; once, at start-up.
+/// Lays out the report window and the dialogs that accompany a run, and binds their handlers;
+/// once, at start-up.
 void LoadReportForm();
+/// Adds text to the pending text; with `blnFlush` all that is pending goes into the window, and
+/// the interface gets its turn. Does nothing once the report is full.
 void AppendReport(const std::string& strText, bool blnFlush);
+/// Yields, and waits here while the run is paused. The caller tests blnStop afterwards.
 void CheckPauseStop();
+/// Cuts the report back, says that it is full, and in a listing run asks for a stop.
 void ReportBufferFull();
+/// Captions, widths and visibility of Pause and Stop for the run in hand.
 void SetRunButtons();
 /// The main window's "Report": the window with its text, or "Nothing to report!".
 void ShowReportAgain();

@@ -1,0 +1,17 @@
+// The advice shown before a file that file-monitoring software is likely to intercept.
+#pragma once
+
+#include "ui/Controls.h"
+
+#include <string>
+
+struct FrmPurgeWarning : ui::Form {
+    ui::Label lblMessage;
+    ui::CheckBox chkDontShowAgain;
+    ui::Button cmdOK, cmdStopPurge;
+
+    std::string strFilePath; ///< set before it is shown
+};
+extern FrmPurgeWarning frmPurgeWarning;
+
+void LoadPurgeWarningForm();
