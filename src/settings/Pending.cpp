@@ -49,3 +49,4 @@ const std::string& NextRunSetupPath() {
 bool MakeNextRunFolder() {
     return false;
 }
+void FindNextRunSetupPath() {}

@@ -13,7 +13,9 @@ bool WriteSetupFile(const std::string& path);
 /// procedures above do without the file).
 std::string SetupText();
 bool ApplySetupText(const std::string& text);
-/// Path of the next-run file; worked out once and kept. Does not make the folder.
+/// Works out the path of the next-run file; once, at start-up, after the program texts are loaded.
+void FindNextRunSetupPath();
+/// Path of the next-run file; "" when there is no place for one. Does not make the folder.
 const std::string& NextRunSetupPath();
 /// Makes the folder of the next-run file if it is missing.
 bool MakeNextRunFolder();

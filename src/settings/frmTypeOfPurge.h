@@ -16,6 +16,8 @@ struct FrmTypeOfPurge : ui::Form {
     std::int16_t intMinNumPasses = 0;
     std::int16_t intMaxNumPasses = 0;
     std::int16_t intPurgeTypeAtActivation = 0;
+    /// True when the last showing ended with "Accept".
+    bool blnAccepted = false;
 };
 extern FrmTypeOfPurge frmTypeOfPurge;
 

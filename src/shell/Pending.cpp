@@ -1,8 +1,11 @@
 // Provisional definitions, replaced one by one by the modules of this room.
-#include "shell/Startup.h"
-#include "support/MainWindow.h"
-void SetMainLine(MainLine, const std::string&) {}
-void RepaintMain() {}
-void EnableMenu(bool) {}
-void ShowMainProgress(double) {}
-void StartUp() {}
+#include "shell/PurgeCommands.h"
+void cmdSingleFile_Click() {}
+void cmdSpecifyDirectory_Click(int) {}
+void cmdSpecifyFiles_Click() {}
+void cmdSubdirectories_Click() {}
+void cmdConfirmFiles_Click() {}
+void cmdClear_Click() {}
+void cmdProcessFiles_Click(int) {}
+void FilesDroppedOnMain(const std::vector<std::string>&) {}
+void OpenCommandLineFiles() {}

@@ -1,0 +1,72 @@
+// Reading whole small files, and replacing them in one step.
+#include "settings/TextFiles.h"
+
+#include "platform/Files.h"
+
+using platform::Failed;
+using platform::Fault;
+
+namespace {
+
+Fault ReadUpTo(platform::File file, std::size_t lngMax, std::string& text) {
+    std::string strRead(lngMax + 1, '\0');
+    std::size_t lngTotal = 0;
+    while (lngTotal < strRead.size()) {
+        std::size_t lngRead = 0;
+        const Fault fault = platform::ReadBytes(file, strRead.data() + lngTotal,
+                                                strRead.size() - lngTotal, lngRead);
+        if (Failed(fault))
+            return fault;
+        if (lngRead == 0)
+            break;
+        lngTotal += lngRead;
+    }
+    if (lngTotal > lngMax)
+        return Fault::NotSupported;
+    strRead.resize(lngTotal);
+    text = std::move(strRead);
+    return Fault::None;
+}
+
+/// Makes a file of a name that nobody uses.
+Fault MakeTemporaryFile(const std::string& path, std::string& strTemporary, platform::File& file) {
+    Fault fault = Fault::AlreadyExists;
+    for (int i = 1; i <= 99 && fault == Fault::AlreadyExists; ++i) {
+        strTemporary = path + ".new" + std::to_string(i);
+        fault = platform::OpenFile(strTemporary, platform::Access::CreateNew, file);
+    }
+    return fault;
+}
+
+} // namespace
+
+bool ReadTextFile(const std::string& path, std::string& text) {
+    platform::File file;
+    if (path.empty() || Failed(platform::OpenFile(path, platform::Access::Read, file)))
+        return false;
+    std::string strRead;
+    const Fault fault = ReadUpTo(file, lngMaxTextFile, strRead);
+    static_cast<void>(platform::CloseFile(file)); // nothing was written: no loss
+    if (Failed(fault))
+        return false;
+    text = strRead.starts_with("\xEF\xBB\xBF") ? strRead.substr(3) : std::move(strRead);
+    return true;
+}
+
+bool WriteTextFile(const std::string& path, const std::string& text) {
+    platform::File file;
+    std::string strTemporary;
+    if (path.empty() || Failed(MakeTemporaryFile(path, strTemporary, file)))
+        return false;
+    Fault fault = platform::WriteBytes(file, text.data(), text.size());
+    if (!Failed(fault))
+        fault = platform::FlushBytes(file);
+    const Fault faultOfClose = platform::CloseFile(file);
+    if (!Failed(fault))
+        fault = faultOfClose;
+    if (!Failed(fault))
+        fault = platform::RenameReplacing(strTemporary, path);
+    if (Failed(fault))
+        static_cast<void>(platform::RemoveFile(strTemporary));
+    return !Failed(fault);
+}

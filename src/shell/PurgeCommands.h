@@ -1,0 +1,20 @@
+// The main window's commands with which the user says what is to be purged, and then lists or
+// purges it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+void cmdSingleFile_Click();
+/// 0: "Specify folder", 1: "Purge folders".
+void cmdSpecifyDirectory_Click(int intIndex);
+void cmdSpecifyFiles_Click();
+void cmdSubdirectories_Click();
+void cmdConfirmFiles_Click();
+void cmdClear_Click();
+/// 0: "List files, estimate time", 1: "Purge files".
+void cmdProcessFiles_Click(int intIndex);
+/// Files or a folder were dropped on the main window.
+void FilesDroppedOnMain(const std::vector<std::string>& paths);
+/// What the command line names is opened as if it were dropped.
+void OpenCommandLineFiles();

@@ -1,0 +1,181 @@
+// The setup panel: load, save, clear and restore the setup.
+#include "shell/SetupCommands.h"
+
+#include "platform/Files.h"
+#include "settings/SetupFiles.h"
+#include "settings/TextFiles.h"
+#include "shell/frmMain.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+#include <charconv>
+
+namespace {
+
+constexpr const char* strOperationFiles = "Operation files (*.nws)";
+constexpr const char* strOperationPattern = "*.nws";
+
+/// The setup as start-up left it, in the form of a setup file.
+std::string strSetupAtStart;
+
+void ShowError(const std::string& strText, const std::string& strTitle = "Error") {
+    ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+}
+
+void UpdateAllLabels() {
+    UpdateFilesLabels();
+    UpdateSubdirectoriesLabels();
+    UpdateConfirmFilesLabels();
+    UpdateTypeOfPurgeLabel();
+}
+
+/// The next-run file's neighbour that holds the window's place: two lines, left and top in twips.
+std::string WindowPositionPath() {
+    const std::string strSetup = NextRunSetupPath();
+    return strSetup.empty() ? "" : strSetup.substr(0, strSetup.rfind('.')) + ".pos";
+}
+
+/// A window that comes up somewhere else is no loss: whether this succeeds is nobody's concern.
+void SaveWindowPosition() {
+    const std::string strText =
+        std::to_string(frmMain.Left) + "\r\n" + std::to_string(frmMain.Top) + "\r\n";
+    static_cast<void>(WriteTextFile(WindowPositionPath(), strText));
+}
+
+/// Reads a number and its line end from the front of a text.
+bool TakeNumber(std::string_view& strText, int& intNumber) {
+    const auto result = std::from_chars(strText.data(), strText.data() + strText.size(), intNumber);
+    if (result.ec != std::errc{})
+        return false;
+    strText.remove_prefix(static_cast<std::size_t>(result.ptr - strText.data()));
+    if (!strText.starts_with("\r\n"))
+        return false;
+    strText.remove_prefix(2);
+    return true;
+}
+
+} // namespace
+
+void RestoreWindowPosition() {
+    std::string strText;
+    if (!ReadTextFile(WindowPositionPath(), strText))
+        return;
+    std::string_view strRest = strText;
+    int intLeft = 0, intTop = 0;
+    if (!TakeNumber(strRest, intLeft) || !TakeNumber(strRest, intTop))
+        return;
+    frmMain.Left = intLeft;
+    frmMain.Top = intTop;
+    frmMain.Position = ui::StartPosition::Manual;
+    ui::KeepOnScreen(frmMain);
+}
+
+void LoadNextRunSetup() {
+    const std::string strPath = NextRunSetupPath();
+    if (!strPath.empty() && platform::FileExists(strPath) && !ReadSetupFile(strPath))
+        ShowError("Error when attempting to load setup from file " + strPath + "!");
+    strSetupAtStart = SetupText();
+}
+
+void LoadSetupFromFile(const std::string& strPath) {
+    if (!platform::FileExists(strPath)) {
+        ShowError("File " + strPath + " not found!", "Error when attempting to load setup.");
+        return;
+    }
+    const bool blnLoaded = ReadSetupFile(strPath);
+    // After a failed load too: some of the state may be new, and the window must not show a folder
+    // other than the one that would be purged.
+    UpdateAllLabels();
+    SetMainLine(MainLine::EstimatedTime, "");
+    SetSetupFilename(blnLoaded ? strPath : "");
+    if (!blnLoaded)
+        ShowError("Error when attempting to load setup from file " + strPath + "!");
+}
+
+void CloseSetupFrame() {
+    frmMain.fraSetup.Visible = false;
+    frmMain.lblSetupFilename.Visible = true;
+    EnableMenu(true);
+    ui::SetFocus(frmMain.cmdSetup);
+}
+
+void cmdSetup_Click() {
+    EnableMenu(false);
+    frmMain.lblSetupFilename.Visible = false;
+    frmMain.fraSetup.Visible = true;
+    ui::SetFocus(frmMain.cmdLoadSetup);
+}
+
+void cmdLoadSetup_Click() {
+    frmMain.fraSetup.Visible = false;
+    std::string strPath;
+    if (ui::OpenFileDialog("Specify operation file to be loaded", strOperationFiles,
+                           strOperationPattern, strBrowsePath, strPath))
+        LoadSetupFromFile(strPath);
+    CloseSetupFrame();
+}
+
+void cmdSaveSetup_Click() {
+    frmMain.fraSetup.Visible = false;
+    frmMain.picSaveSetup.Left = frmMain.fraSetup.Left;
+    frmMain.picSaveSetup.Top = frmMain.fraMenu.Top + frmMain.cmdSetup.Top - 210;
+    frmMain.picSaveSetup.Visible = true;
+    ui::SetFocus(frmMain.cmdSaveSetupForNextRun);
+}
+
+void cmdClearSetup_Click() {
+    strDirPath.clear();
+    strFilespec.clear();
+    blnMultipleFiles = false;
+    blnSubdirectories = false;
+    UpdateFilesLabels();
+    UpdateSubdirectoriesLabels();
+    SetMainLine(MainLine::EstimatedTime, "");
+    SetSetupFilename("");
+    CloseSetupFrame();
+}
+
+void cmdRestoreSetup_Click() {
+    // The text is what this program has written from a setup that was in force: it applies.
+    static_cast<void>(ApplySetupText(strSetupAtStart));
+    UpdateAllLabels();
+    SetMainLine(MainLine::EstimatedTime, "");
+    CloseSetupFrame();
+}
+
+void cmdKeepSetup_Click() {
+    CloseSetupFrame();
+}
+
+void cmdSaveSetupForNextRun_Click() {
+    if (MakeNextRunFolder() && WriteSetupFile(NextRunSetupPath()))
+        SaveWindowPosition();
+    else
+        ShowError("Cannot save setup!");
+    frmMain.picSaveSetup.Visible = false;
+    CloseSetupFrame();
+}
+
+void cmdSaveSetupAsOperationFile_Click() {
+    std::string strPath;
+    if (ui::SaveFileDialog("Specify operation file to be saved", strOperationFiles,
+                           strOperationPattern, strBrowsePath, strPath)) {
+        if (ExtensionOf(strPath).empty())
+            strPath += ".nws";
+        const bool blnWrite =
+            !platform::FileExists(strPath) ||
+            ui::MsgBox("Overwrite existing file " + strPath + "?", ui::Buttons::YesNoCancel,
+                       ui::Icon::Question, "File exists") == ui::AnswerYes;
+        if (blnWrite && !WriteSetupFile(strPath))
+            ShowError("Cannot save setup in operation file " + strPath + "!");
+    }
+    frmMain.picSaveSetup.Visible = false;
+    CloseSetupFrame();
+}
+
+void cmdDontSaveSetup_Click() {
+    frmMain.picSaveSetup.Visible = false;
+    CloseSetupFrame();
+}

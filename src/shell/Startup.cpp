@@ -1,0 +1,99 @@
+// Start-up, in its fixed order: each step rests on those before it.
+#include "shell/Startup.h"
+
+#include "disk/DiskProc.h"
+#include "disk/DriveCommands.h"
+#include "platform/System.h"
+#include "report/frmReport.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
+#include "settings/SetupFiles.h"
+#include "shell/frmMain.h"
+#include "shell/MainHandlers.h"
+#include "shell/PurgeCommands.h"
+#include "shell/Session.h"
+#include "shell/SetupCommands.h"
+#include "support/MainWindow.h"
+#include "support/Paths.h"
+#include "support/ProgramTexts.h"
+#include "ui/Interface.h"
+
+namespace {
+
+void LoadTexts() {
+    const std::string strProgramTextFile =
+        FolderWithBackslash(platform::ProgramFolder()) + platform::LowerCase("Nullwright") + ".dat";
+    const std::string strComplaint = LoadProgramTexts(strProgramTextFile);
+    if (!strComplaint.empty())
+        ui::MsgBox(strComplaint, ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+    frmMain.lblCV_URL.Caption = ProgramText(TextNumber::MakerLink);
+}
+
+void ReadDriveInformation() {
+    std::string strDrive;
+    std::int16_t intType = 0;
+    GetFirstDrive(strDrive, intType);
+    // Where the setup for the next run is kept is settled here once and for the whole run.
+    FindNextRunSetupPath();
+}
+
+void SetDefaults() {
+    strDirPath.clear();
+    strBrowsePath.clear();
+    strFilespec.clear();
+    blnMultipleFiles = blnSubdirectories = blnConfirmFiles = false;
+    sngPurgeSpeed = 0;
+    sngPurgeSpeeds.fill(0);
+    dblBytesMeasured.fill(0);
+    dblSecondsMeasured.fill(0);
+    dblAF_A = 0.917;
+    dblAF_B = 0.2;
+    blnStop = blnStopPurge = false;
+    intStopAt = 0;
+    blnPurgingFreeSpace = blnPurgingDrive = false;
+    blnShowPurgeWarning = true;
+    blnPurgeRemainingFiles = false;
+    frmMain.blnQuitGuard = false;
+
+    frmMain.lblFiles2.Caption.clear();
+    frmMain.lblConfirmFiles2.Caption.clear();
+    frmMain.lblTypeOfPurge.Caption.clear();
+    for (MainLine line :
+         {MainLine::Subdirectories2, MainLine::PurgeSpeed, MainLine::EstimatedTime,
+          MainLine::LargePurgeMessage, MainLine::PurgeFoldersMessage, MainLine::Status})
+        SetMainLine(line, "");
+    SetSetupFilename("");
+
+    Initialization();
+    InitializePurgeOptions();
+    // No folder is held open, and no bare file name means a file in the folder of the program.
+    static_cast<void>(platform::ChangeCurrentFolder("\\"));
+    strDummyFileFolderStub = "_nw_dummy";
+    dblMaxSizeDummyFile = 52428800;
+}
+
+} // namespace
+
+void StartUp() {
+    blnStartupCompleted = false;
+    ui::OnKeyReleased(KeyReleased);
+    LoadMainForm();
+    LoadReportForm();
+    LoadTexts();
+    ReadDriveInformation();
+    SetDefaults();
+    ColourMessageLabels();
+    RestoreWindowPosition();
+    LoadNextRunSetup();
+    ui::Show(frmMain);
+    UpdateFilesLabels();
+    UpdateTypeOfPurgeLabel();
+    ui::SetFocus(frmMain.cmdSpecifyDirectory[0]);
+    blnStartupCompleted = true;
+    UpdateSubdirectoriesLabels();
+    UpdateConfirmFilesLabels();
+    ui::Repaint(frmMain);
+
+    OfferToRemoveLeftoverDummies();
+    OpenCommandLineFiles();
+}

@@ -1,0 +1,226 @@
+// The main window: its labels, its own commands, and what other rooms may tell it.
+#include "shell/frmMain.h"
+
+#include "platform/Files.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "report/frmReport.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/MainHandlers.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Paths.h"
+#include "support/ProgramTexts.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+
+FrmMain frmMain;
+
+namespace {
+
+constexpr const char* strNotSpecified = "Not specified";
+
+/// The button that had the focus when the menu was disabled; gets it back.
+ui::Control* ctlFocusBefore = nullptr;
+
+/// Writes a white-on-black label. It is only as wide and high as its text needs, and it is gone
+/// when it has none: an empty black bar says nothing.
+void WriteMessageLabel(ui::Label& label, const std::string& strText) {
+    label.Caption = strText;
+    label.Visible = !strText.empty();
+}
+
+/// "(All files.)" and its like: what a specification of several files means.
+std::string FilespecMeaning(const std::string& strSpec) {
+    if (strSpec == "*.*")
+        return "(All files.)";
+    if (strSpec.find_first_of("?*") == std::string::npos)
+        return "";
+    const std::string strExt = strSpec.size() > 2 ? strSpec.substr(2) : "";
+    if (strSpec.starts_with("*.") && !strExt.empty() &&
+        strExt.find_first_of("?*.") == std::string::npos)
+        return "(All files with extension " + strExt + ".)";
+    return "(All files of the form " + strSpec + ".)";
+}
+
+void OpenAddress(const std::string& strAddress) {
+    const platform::Fault fault = platform::OpenLink(strAddress);
+    if (platform::Failed(fault))
+        ui::MsgBox("Cannot open " + strAddress + ".\r\n" + platform::FaultText(fault) + ".",
+                   ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+}
+
+/// An operation is under way: the menu is disabled, and not for the sake of the setup panel.
+bool IsRunning() {
+    return !frmMain.fraMenu.Enabled && !frmMain.fraSetup.Visible && !frmMain.picSaveSetup.Visible;
+}
+
+} // namespace
+
+// ---- Labels ------------------------------------------------------------------------------------
+
+void UpdateFilesLabels() {
+    frmMain.lblSingleFile.Caption = "To purge multiple files, specify folder and files.";
+    frmMain.lblDirectory.Caption = strDirPath.empty() ? strNotSpecified : strDirPath;
+    frmMain.lblFiles.Caption = strFilespec.empty() ? strNotSpecified : strFilespec;
+    frmMain.lblFiles2.Caption = FilespecMeaning(strFilespec);
+}
+
+platform::Fault LookForSubfolders(const std::string& folder, bool& blnFound) {
+    bool blnAny = false;
+    const platform::Fault fault =
+        platform::EnumerateFolder(folder, [&blnAny](const platform::FolderEntry& entry) {
+            blnAny = entry.IsFolder && !entry.IsLink;
+            return !blnAny;
+        });
+    if (!platform::Failed(fault))
+        blnFound = blnAny;
+    return fault;
+}
+
+void UpdateSubdirectoriesLabels() {
+    bool blnFound = true;
+    // A folder that cannot be read now (its medium is out, say) leaves the choice as it is.
+    if (!strDirPath.empty() && platform::Failed(LookForSubfolders(strDirPath, blnFound)))
+        blnFound = true;
+    // What the label denies must not happen: the state follows it.
+    if (!blnFound || strDirPath.empty())
+        blnSubdirectories = false;
+    frmMain.lblSubdirectories.Caption = blnSubdirectories ? "Yes" : "No";
+    SetMainLine(MainLine::Subdirectories2,
+                !blnFound           ? "(The folder has no subfolders.)"
+                : blnSubdirectories ? "(Operate on all specified files in lower subfolders.)"
+                                    : "(Do not operate on files in lower subfolders.)");
+}
+
+void UpdateConfirmFilesLabels() {
+    frmMain.lblConfirmFiles.Caption = blnConfirmFiles ? "Yes" : "No";
+    frmMain.lblConfirmFiles2.Caption = blnConfirmFiles
+                                           ? "(Confirm purge operation for each file.)"
+                                           : "(Do not confirm purge operation for each file.)";
+}
+
+void UpdateTypeOfPurgeLabel() {
+    frmMain.lblTypeOfPurge.Top = frmMain.fraMenu.Top + frmMain.cmdTypeOfPurge.Top + 150;
+    frmMain.lblTypeOfPurge.Caption = TypeOfPurgeSummary();
+}
+
+void SetSetupFilename(const std::string& strName) {
+    frmMain.lblSetupFilename.Caption = strName;
+}
+
+void SetMainLine(MainLine line, const std::string& text) {
+    switch (line) {
+    case MainLine::Status:
+        frmMain.lblStatus.Caption = text;
+        break;
+    case MainLine::LargePurgeMessage:
+        WriteMessageLabel(frmMain.lblLargePurgeMessage, text);
+        break;
+    case MainLine::PurgeFoldersMessage:
+        frmMain.lblPurgeFoldersMessage.Caption = text;
+        break;
+    case MainLine::Subdirectories2:
+        WriteMessageLabel(frmMain.lblSubdirectories2, text);
+        break;
+    case MainLine::PurgeSpeed:
+        WriteMessageLabel(frmMain.lblPurgeSpeed, text);
+        frmMain.lblPurgeSpeed.Bold = !text.empty();
+        break;
+    case MainLine::EstimatedTime:
+        frmMain.lblEstimatedTime.Caption = text;
+        break;
+    }
+}
+
+void RepaintMain() {
+    ui::Repaint(frmMain);
+}
+
+// ---- The menu ----------------------------------------------------------------------------------
+
+void EnableMenu(bool blnEnabled) {
+    if (frmMain.fraMenu.Enabled == blnEnabled)
+        return;
+    if (!blnEnabled) {
+        ctlFocusBefore = nullptr;
+        for (ui::Control* control : frmMain.Controls)
+            if (control->Container == &frmMain.fraMenu && ui::HasFocus(*control))
+                ctlFocusBefore = control;
+    }
+    frmMain.fraMenu.Enabled = blnEnabled;
+    if (blnEnabled && ctlFocusBefore)
+        ui::SetFocus(*ctlFocusBefore);
+}
+
+void EnableSetupPanel(bool blnEnabled) {
+    frmMain.fraSetup.Enabled = blnEnabled;
+}
+
+void Button_MouseOver(ui::Control& control) {
+    // The report window in front must not lose the focus to the button that shows it.
+    if (&control == &frmMain.cmdReportScreen && frmReport.Visible)
+        return;
+    if (!ui::HasFocus(control))
+        ui::SetFocus(control);
+}
+
+void KeyReleased(int intKeyCode) {
+    constexpr int intKeyF10 = 121;
+    if (intKeyCode == intKeyF10)
+        blnStop = true;
+}
+
+// ---- The window's own commands -----------------------------------------------------------------
+
+void cmdTypeOfPurge_Click() {
+    ui::ShowModal(frmTypeOfPurge);
+    if (frmTypeOfPurge.blnAccepted)
+        frmReport.lblPausedDone.Caption.clear();
+    UpdateTypeOfPurgeLabel();
+}
+
+void cmdHelp_Click() {
+    const std::string strManual = FolderWithBackslash(platform::ProgramFolder()) + "manual.html";
+    if (!platform::FileExists(strManual)) {
+        ui::MsgBox("The user manual should be in the file\r\n" + strManual +
+                       "\r\nbut there is no such file.",
+                   ui::Buttons::OK, ui::Icon::Exclamation, "Help");
+        return;
+    }
+    if (ui::MsgBox("The user manual is in the file\r\n" + strManual +
+                       "\r\n\r\nDo you wish to open it now?",
+                   ui::Buttons::YesNo, ui::Icon::Question, "Help") == ui::AnswerYes)
+        OpenAddress(strManual);
+}
+
+void lblOnlineDocumentation_Click() {
+    OpenAddress(ProgramText(TextNumber::DocumentationLink));
+}
+
+void lblCorvaneSystems_Click() {
+    OpenAddress(ProgramText(TextNumber::MakerLink));
+}
+
+void StartQuitGuard() {
+    frmMain.blnQuitGuard = true;
+    frmMain.Clock2.Enabled = true;
+}
+
+void Clock2_Tick() {
+    frmMain.blnQuitGuard = false;
+    frmMain.Clock2.Enabled = false;
+}
+
+void cmdQuit_Click() {
+    if (frmMain.blnQuitGuard)
+        return;
+    if (IsRunning()) {
+        // "Quit" itself is disabled now, so this is the window being closed. To end here would
+        // leave dummy files behind and a file half purged: the operation is asked to stop.
+        blnStop = true;
+        return;
+    }
+    ui::EndProgram();
+}

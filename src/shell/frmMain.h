@@ -1,0 +1,61 @@
+// The main window: the command buttons, the labels that show the session's state beside them, and
+// the setup panel.
+#pragma once
+
+#include "platform/Fault.h"
+#include "ui/Controls.h"
+
+#include <string>
+
+struct FrmMain : ui::Form {
+    ui::Frame fraMenu; ///< holds all the command buttons; disabled while an operation runs
+    ui::Button cmdSingleFile, cmdSpecifyDirectory[2], cmdSpecifyFiles, cmdSubdirectories, cmdClear;
+    ui::Button cmdTypeOfPurge, cmdConfirmFiles;
+    ui::Button cmdProcessFiles[2], cmdReportScreen;
+    ui::Button cmdLargePurge[3];
+    ui::Button cmdSetup, cmdHelp, cmdQuit;
+
+    ui::Label lblSingleFile, lblDirectory, lblFiles, lblFiles2;
+    ui::Label lblSubdirectories, lblSubdirectories2;
+    ui::Label lblTypeOfPurge, lblConfirmFiles, lblConfirmFiles2;
+    ui::Label lblEstimatedTime, lblPurgeFoldersMessage;
+    ui::Label lblPurgeSpeed, lblLargePurgeMessage;
+    ui::Label lblSetupFilename, lblOnlineDocumentation, lblCorvaneSystems, lblCV_URL;
+    ui::Label lblStatus; ///< the line at the foot of the window
+    ui::Label lblSeparator[5];
+
+    ui::Frame fraSetup; ///< the setup panel
+    ui::Button cmdLoadSetup, cmdSaveSetup, cmdClearSetup, cmdRestoreSetup, cmdKeepSetup;
+    ui::Frame picSaveSetup; ///< how to save the setup
+    ui::Button cmdSaveSetupForNextRun, cmdSaveSetupAsOperationFile, cmdDontSaveSetup;
+
+    ui::Timer Clock2; ///< ends the quit guard
+
+    /// True for one second after the file dialog of "Single file" has closed: a second click of an
+    /// impatient double click, falling through the closing dialog, must not hit what lies below.
+    bool blnQuitGuard = false;
+};
+extern FrmMain frmMain;
+
+/// Lays the window out, writes its captions and binds every handler; once, at start-up.
+void LoadMainForm();
+
+/// Enables or disables the setup panel; to be used with EnableMenu around long operations.
+void EnableSetupPanel(bool blnEnabled);
+/// Sets the quit guard and starts Clock2, which takes it away after a second.
+void StartQuitGuard();
+
+// The labels, brought up to date with the session's state.
+
+/// lblSingleFile, lblDirectory, lblFiles and lblFiles2.
+void UpdateFilesLabels();
+/// lblSubdirectories and lblSubdirectories2; looks whether the folder has subfolders.
+void UpdateSubdirectoriesLabels();
+/// lblConfirmFiles and lblConfirmFiles2.
+void UpdateConfirmFilesLabels();
+/// lblTypeOfPurge.
+void UpdateTypeOfPurgeLabel();
+/// lblSetupFilename: the setup in force, "" for none.
+void SetSetupFilename(const std::string& strName);
+/// Whether a folder has a subfolder (a link to a folder is none). A fault: it cannot be read.
+platform::Fault LookForSubfolders(const std::string& folder, bool& blnFound);
