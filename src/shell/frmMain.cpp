@@ -138,6 +138,10 @@ void RepaintMain() {
     ui::Repaint(frmMain);
 }
 
+void ShowMainProgress(double dblFraction) {
+    ui::ShowTaskbarProgress(frmMain, dblFraction, false);
+}
+
 // ---- The menu ----------------------------------------------------------------------------------
 
 void EnableMenu(bool blnEnabled) {
