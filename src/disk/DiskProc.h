@@ -1,6 +1,8 @@
 // Facts about drives. Includes nothing above engine/, and may be included from settings/.
 #pragma once
 
+#include "platform/Fault.h"
+
 #include <cstdint>
 #include <string>
 
@@ -11,10 +13,13 @@ std::int32_t GetClusterSizeAndFreeSpace(const std::string& rootPath, double& fre
 std::int16_t GetDiskSpaceEx(const std::string& path, double& freeBytes, double& totalBytes);
 /// Free bytes of the path's drive; 0 when it cannot be read. Costs some 45 microseconds a call.
 double GetFreeSpaceFSO(const std::string& path);
+/// The same for a caller who must know the fault.
+platform::Fault GetFreeSpaceFSO(const std::string& path, double& freeBytes);
 /// The number of drives; the first one as "C:" and its type (2 = fixed), or "" and −1.
 std::int16_t GetFirstDrive(std::string& driveText, std::int16_t& driveType);
-/// The first fixed drive as "C:"; "" when there is none.
+/// The first fixed drive as "C:"; "" when there is none, or when a letter before it has no drive.
 std::string FirstFixedDrive();
+/// A fixed drive or RAM disk always; any other when its space can be asked about.
 bool IsDriveReady(const std::string& rootPath);
 /// "Drive C has 1,048,576 bytes (1.00 MB) free."
 std::string FreeSpaceText(const std::string& drive, double freeBytes);

@@ -1,0 +1,75 @@
+#include "disk/DiskProc.h"
+#include "fakes/ProgramTest.h"
+
+using platform::DriveType;
+using platform::Fault;
+
+struct DiskProcTest : ProgramTest {};
+
+TEST_F(DiskProcTest, ClusterSizeAndSpaceInFreeClusters) {
+    fake::AddDrive('D', 10 * 65536 + 4096, 65536);
+    fake::PutFile("D:\\a", "x");
+    double dblFree = 0;
+    EXPECT_EQ(65536, GetClusterSizeAndFreeSpace("D:\\", dblFree));
+    EXPECT_EQ(9.0 * 65536, dblFree);
+    fake::AddDrive('E', 1 << 20, 256);
+    EXPECT_EQ(-2, GetClusterSizeAndFreeSpace("E:\\", dblFree));
+    EXPECT_EQ(-1, dblFree);
+    fake::AddDrive('F', 1 << 20, 512);
+    EXPECT_EQ(512, GetClusterSizeAndFreeSpace("F:\\", dblFree));
+    fake::drives['F'].MediaPresent = false;
+    EXPECT_EQ(-1, GetClusterSizeAndFreeSpace("F:\\", dblFree));
+    EXPECT_EQ(-1, dblFree);
+    EXPECT_EQ(-1, GetClusterSizeAndFreeSpace("Q:\\", dblFree));
+}
+
+TEST_F(DiskProcTest, SpaceBeyond32Bits) {
+    fake::Drive& drive = fake::AddDrive('D', 64ULL << 40, 4096);
+    drive.Occupied = drive.Capacity - ((5ULL << 32) + 0xC0000000ULL); // the low word's top bit set
+    double dblFree = 0;
+    double dblTotal = 0;
+    EXPECT_EQ(0, GetDiskSpaceEx("D:\\folder\\x", dblFree, dblTotal));
+    EXPECT_EQ(5.0 * 4294967296 + 3221225472.0, dblFree);
+    EXPECT_EQ(64.0 * 1099511627776, dblTotal);
+    EXPECT_EQ(dblFree, GetFreeSpaceFSO("d:\\folder\\x"));
+    drive.Quota = 1000;
+    EXPECT_EQ(1000, GetFreeSpaceFSO("D:"));
+    drive.MediaPresent = false;
+    EXPECT_EQ(-1, GetDiskSpaceEx("D:\\", dblFree, dblTotal));
+    EXPECT_EQ(0, GetFreeSpaceFSO("D:\\"));
+    EXPECT_EQ(Fault::NotReady, GetFreeSpaceFSO("D:\\", dblFree));
+    EXPECT_EQ(-1, GetDiskSpaceEx("", dblFree, dblTotal));
+}
+
+TEST_F(DiskProcTest, WhichDrivesThereAre) {
+    std::string strDrive;
+    std::int16_t intType = 0;
+    EXPECT_EQ(1, GetFirstDrive(strDrive, intType));
+    EXPECT_EQ("C:", strDrive);
+    EXPECT_EQ(2, intType);
+    EXPECT_EQ("", FirstFixedDrive()); // A: cannot be asked about
+    fake::AddDrive('A', 1440 * 1024, 512, DriveType::Removable).MediaPresent = false;
+    fake::AddDrive('B', 1 << 20, 512, DriveType::CdRom);
+    EXPECT_EQ("C:", FirstFixedDrive());
+    EXPECT_EQ(3, GetFirstDrive(strDrive, intType));
+    EXPECT_EQ("A:", strDrive);
+    EXPECT_EQ(1, intType);
+    fake::drives['C'].Type = DriveType::RamDisk;
+    fake::AddDrive('E', 1 << 20); // behind the gap at D
+    EXPECT_EQ("", FirstFixedDrive());
+    fake::drives.clear();
+    EXPECT_EQ(0, GetFirstDrive(strDrive, intType));
+    EXPECT_EQ("", strDrive);
+    EXPECT_EQ(-1, intType);
+}
+
+TEST_F(DiskProcTest, OnlyOtherThanFixedDrivesMustShowTheirSpaceToBeReady) {
+    for (const DriveType type : {DriveType::Fixed, DriveType::RamDisk, DriveType::Removable,
+                                 DriveType::CdRom, DriveType::Remote, DriveType::Unknown}) {
+        fake::Drive& drive = fake::AddDrive('D', 1 << 20, 512, type);
+        EXPECT_TRUE(IsDriveReady("D:\\"));
+        drive.MediaPresent = false;
+        EXPECT_EQ(type == DriveType::Fixed || type == DriveType::RamDisk, IsDriveReady("D:\\"));
+    }
+    EXPECT_FALSE(IsDriveReady("X:\\"));
+}
