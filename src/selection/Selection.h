@@ -3,14 +3,20 @@
 
 #include <string>
 
-/// The folder browser; a folder path with a drive letter, "" when cancelled. A folder without a
-/// drive letter (a network share) is refused with a message.
+/// Lays the dialogs out and binds their handlers; once, at start-up.
+void LoadSelectionForms();
+
+/// The folder browser; a folder path with a drive letter and a trailing backslash, "" when
+/// cancelled. A folder without a drive letter (a network share) is refused with a message.
 std::string BrowseFolder(const std::string& strTitle);
 /// The file-specification dialog for a folder: "*.*", "*.ext", a wildcard form or one file name;
 /// "" when cancelled.
 std::string AskFileSpecification(const std::string& strFolder);
 /// The subfolder chooser: the chosen names, one per line ending in CR LF; "" when none or
-/// cancelled.
+/// cancelled. Links to folders are not offered.
 std::string SelectSubfolders(const std::string& strFolder, const std::string& strTitle);
 /// The drive chooser: one of the letters, or 0 when cancelled.
 char ChooseDrive(const std::string& strTitle, const std::string& strLetters);
+
+/// True, with a message, for a path that is not on a drive with a letter.
+bool RefuseWithoutDriveLetter(const std::string& strPath, const std::string& strTitle);

@@ -1,0 +1,34 @@
+#include "selection/Selection.h"
+
+#include "shell/Session.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+// Each in the file of its form.
+void LoadFileSpecificationForm();
+void LoadSubfoldersForm();
+void LoadDrivesForm();
+
+void LoadSelectionForms() {
+    LoadFileSpecificationForm();
+    LoadSubfoldersForm();
+    LoadDrivesForm();
+}
+
+bool RefuseWithoutDriveLetter(const std::string& strPath, const std::string& strTitle) {
+    if (DriveIndexOf(strPath) >= 0)
+        return false;
+    ui::MsgBox(strPath + " is not on a drive with a letter.\r\n"
+                         "Nullwright works only on drives that have a letter, not on network "
+                         "shares\r\nor other places.",
+               ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+    return true;
+}
+
+std::string BrowseFolder(const std::string& strTitle) {
+    const std::string folder =
+        ui::BrowseFolderDialog(strTitle, strBrowsePath.empty() ? strDirPath : strBrowsePath);
+    if (folder.empty() || RefuseWithoutDriveLetter(folder, "Error"))
+        return {};
+    return FolderWithBackslash(folder);
+}

@@ -1,0 +1,291 @@
+#include "selection/frmFileSpecification.h"
+
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "selection/Selection.h"
+#include "shell/Session.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "support/StrProc.h"
+#include "ui/Interface.h"
+
+FrmFileSpecification frmFileSpecification;
+
+namespace {
+
+FrmFileSpecification& frm = frmFileSpecification;
+
+enum Kind : std::size_t { SingleFile = 0, AllFiles = 1, WithExtension = 2, OfForm = 3 };
+
+/// The names are read before the dialog opens, and are matched anew at each key.
+constexpr std::uint64_t intMillisecondsToRead = 300;
+constexpr std::size_t lngMaxNames = 20000;
+
+std::string Trimmed(const std::string& text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// The extension as typed, without blanks around it and without a leading "*." or ".".
+std::string TypedExtension() {
+    std::string extension = Trimmed(frm.txbExtension.Text);
+    if (extension.rfind("*.", 0) == 0)
+        extension.erase(0, 2);
+    else if (extension.rfind('.', 0) == 0)
+        extension.erase(0, 1);
+    return Trimmed(extension);
+}
+
+bool IsWildcard(const std::string& text) {
+    return text.find_first_of("?*") != std::string::npos;
+}
+
+bool HoldsForbiddenCharacter(const std::string& text) {
+    for (const char c : text) {
+        if (static_cast<unsigned char>(c) < 32)
+            return true;
+    }
+    return text.find_first_of("\\/:<>|\"") != std::string::npos;
+}
+
+std::size_t ChosenKind() {
+    for (std::size_t kind = 0; kind < 4; ++kind) {
+        if (frm.optSpecification[kind].Value)
+            return kind;
+    }
+    return SingleFile;
+}
+
+ui::TextBox* BoxOf(std::size_t kind) {
+    switch (kind) {
+    case SingleFile:
+        return &frm.txbSingleFile;
+    case WithExtension:
+        return &frm.txbExtension;
+    case OfForm:
+        return &frm.txbForm;
+    default:
+        return nullptr;
+    }
+}
+
+/// The name as typed; a whole path of a file in the folder gives its name.
+std::string TypedName() {
+    const std::string text = Trimmed(frm.txbSingleFile.Text);
+    const std::string folder = FolderPartOf(text);
+    if (!folder.empty() && platform::LowerCase(folder) == platform::LowerCase(frm.strFolder))
+        return FileNameOf(text);
+    return text;
+}
+
+/// What the fields say, and in `strComplaint` why it cannot be accepted.
+std::string SpecificationInFields(std::string& strComplaint) {
+    strComplaint.clear();
+    std::string filespec;
+    switch (ChosenKind()) {
+    case SingleFile:
+        filespec = TypedName();
+        if (filespec.empty())
+            strComplaint = "Type the name of the file, or choose it.";
+        else if (IsWildcard(filespec))
+            strComplaint = "The name of a single file must not contain \"?\" or \"*\".";
+        break;
+    case AllFiles:
+        return "*.*";
+    case WithExtension: {
+        const std::string extension = TypedExtension();
+        filespec = "*." + extension;
+        if (extension.empty())
+            strComplaint = "Type the extension.";
+        else if (extension.find('.') != std::string::npos)
+            strComplaint = "Extension must not contain \".\"";
+        break;
+    }
+    default:
+        filespec = Trimmed(frm.txbForm.Text);
+        if (filespec.empty())
+            strComplaint = "Type the form of the file names, as in \"report*.doc\".";
+        break;
+    }
+    if (strComplaint.empty() && HoldsForbiddenCharacter(filespec))
+        strComplaint = "A file name cannot contain any of the characters \\ / : < > | \".";
+    return filespec;
+}
+
+void ShowMatches() {
+    std::string complaint;
+    const std::string filespec = SpecificationInFields(complaint);
+    if (!frm.blnFolderRead) {
+        frm.lblMatches.Caption = "The folder cannot be read.";
+        return;
+    }
+    if (!complaint.empty()) {
+        frm.lblMatches.Caption.clear();
+        return;
+    }
+    std::int64_t count = 0;
+    for (const std::string& name : frm.strNames) {
+        if (MatchesFilespec(name, filespec))
+            ++count;
+    }
+    if (!frm.blnAllNamesRead)
+        frm.lblMatches.Caption =
+            "At least " + GroupedDigits(count) + " of the files in this folder match.";
+    else if (count == 1)
+        frm.lblMatches.Caption = "One file in this folder matches.";
+    else
+        frm.lblMatches.Caption = NumberInWords(count) + " files in this folder match.";
+}
+
+void ReadNames() {
+    frm.strNames.clear();
+    frm.blnAllNamesRead = true;
+    const std::uint64_t start = platform::TickCount();
+    const platform::Fault fault =
+        platform::EnumerateFolder(frm.strFolder, [start](const platform::FolderEntry& entry) {
+            if (frm.strNames.size() >= lngMaxNames ||
+                platform::TickCount() - start > intMillisecondsToRead) {
+                frm.blnAllNamesRead = false;
+                return false;
+            }
+            if (!entry.IsFolder)
+                frm.strNames.push_back(entry.Name);
+            return true;
+        });
+    frm.blnFolderRead = !platform::Failed(fault);
+}
+
+/// Writes a specification into the fields.
+void PutIntoFields(const std::string& filespec) {
+    std::size_t kind = SingleFile;
+    const std::string extension = ExtensionOf(filespec);
+    if (filespec == "*.*")
+        kind = AllFiles;
+    else if (filespec == "*." + extension && !extension.empty() && !IsWildcard(extension))
+        kind = WithExtension;
+    else if (IsWildcard(filespec))
+        kind = OfForm;
+    frm.txbSingleFile.Text = kind == SingleFile ? filespec : "";
+    frm.txbExtension.Text = kind == WithExtension ? extension : "";
+    frm.txbForm.Text = kind == OfForm ? filespec : "";
+    ui::SelectOption(frm.optSpecification, kind);
+}
+
+void optSpecification_Click() {
+    ShowMatches();
+    if (ui::TextBox* box = BoxOf(ChosenKind()))
+        ui::SetFocus(*box);
+}
+
+/// Who types into a box means the choice that the box belongs to.
+void TextBox_Change(std::size_t kind) {
+    if (!BoxOf(kind)->Text.empty())
+        ui::SelectOption(frm.optSpecification, kind);
+    ShowMatches();
+}
+
+void cmdChooseFile_Click() {
+    std::string path;
+    if (!ui::OpenFileDialog("Choose the file", "All files (*.*)", "*.*", frm.strFolder, path))
+        return;
+    if (platform::LowerCase(FolderPartOf(path)) != platform::LowerCase(frm.strFolder)) {
+        ui::MsgBox("The file must be in the folder " + frm.strFolder + ".", ui::Buttons::OK,
+                   ui::Icon::Exclamation, "Error");
+        return;
+    }
+    frm.txbSingleFile.Text = FileNameOf(path);
+    ui::SelectOption(frm.optSpecification, SingleFile);
+    ShowMatches();
+    ui::SetFocus(frm.cmdOK);
+}
+
+void cmdOK_Click() {
+    std::string complaint;
+    const std::string filespec = SpecificationInFields(complaint);
+    if (!complaint.empty()) {
+        ui::MsgBox(complaint, ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+        if (ui::TextBox* box = BoxOf(ChosenKind()))
+            ui::SetFocus(*box);
+        return;
+    }
+    frm.strResult = filespec;
+    ui::Hide(frm);
+}
+
+void cmdCancel_Click() {
+    frm.strResult.clear();
+    ui::Hide(frm);
+}
+
+void Form_Activate() {
+    ShowMatches();
+    if (ui::TextBox* box = BoxOf(ChosenKind()))
+        ui::SetFocus(*box);
+    else
+        ui::SetFocus(frm.optSpecification[ChosenKind()]);
+}
+
+} // namespace
+
+void LoadFileSpecificationForm() {
+    frm.Name = "frmFileSpecification";
+    frm.Caption = "Specify files";
+    frm.Width = 7200;
+    frm.Height = 3765;
+
+    frm.lblFolder.Ellipsis = true;
+    frm.optSpecification[SingleFile].Caption = "A single file:";
+    frm.optSpecification[SingleFile].Mnemonic = 'S';
+    frm.optSpecification[AllFiles].Caption = "All files";
+    frm.optSpecification[AllFiles].Mnemonic = 'A';
+    frm.optSpecification[WithExtension].Caption = "All files with the extension:";
+    frm.optSpecification[WithExtension].Mnemonic = 'e';
+    frm.optSpecification[OfForm].Caption = "All files of the form:";
+    frm.optSpecification[OfForm].Mnemonic = 'f';
+    frm.cmdChooseFile.Caption = "Choose ...";
+    frm.cmdChooseFile.Mnemonic = 'C';
+    frm.lblHint.Caption = "(? stands for any one character, * for any number of them.)";
+    frm.cmdOK.Caption = "OK";
+    frm.cmdOK.Default = true;
+    frm.cmdCancel.Caption = "Cancel";
+    frm.cmdCancel.Cancel = true;
+
+    ui::Bind(frm, {
+                      {&frm.lblFolder, "lblFolder", 120, 120, 6960, 285},
+                      {&frm.optSpecification[0], "optSpecification(0)", 120, 525, 2640, 330},
+                      {&frm.txbSingleFile, "txbSingleFile", 2880, 525, 2820, 330},
+                      {&frm.cmdChooseFile, "cmdChooseFile", 5820, 503, 1260, 375},
+                      {&frm.optSpecification[1], "optSpecification(1)", 120, 975, 2640, 330},
+                      {&frm.optSpecification[2], "optSpecification(2)", 120, 1425, 2640, 330},
+                      {&frm.txbExtension, "txbExtension", 2880, 1425, 1260, 330},
+                      {&frm.optSpecification[3], "optSpecification(3)", 120, 1875, 2640, 330},
+                      {&frm.txbForm, "txbForm", 2880, 1875, 2820, 330},
+                      {&frm.lblHint, "lblHint", 405, 2265, 6675, 285},
+                      {&frm.lblMatches, "lblMatches", 120, 2715, 6960, 285},
+                      {&frm.cmdOK, "cmdOK", 3960, 3240, 1500, 375},
+                      {&frm.cmdCancel, "cmdCancel", 5580, 3240, 1500, 375},
+                  });
+
+    frm.Activate = Form_Activate;
+    frm.Close = cmdCancel_Click;
+    for (ui::OptionButton& option : frm.optSpecification)
+        option.Click = optSpecification_Click;
+    frm.txbSingleFile.Change = [] { TextBox_Change(SingleFile); };
+    frm.txbExtension.Change = [] { TextBox_Change(WithExtension); };
+    frm.txbForm.Change = [] { TextBox_Change(OfForm); };
+    frm.cmdChooseFile.Click = cmdChooseFile_Click;
+    frm.cmdOK.Click = cmdOK_Click;
+    frm.cmdCancel.Click = cmdCancel_Click;
+}
+
+std::string AskFileSpecification(const std::string& strFolder) {
+    frm.strFolder = FolderWithBackslash(strFolder);
+    frm.lblFolder.Caption = "Which files in " + frm.strFolder + "?";
+    ReadNames();
+    PutIntoFields(strFilespec);
+    frm.strResult.clear();
+    ui::ShowModal(frm);
+    return frm.strResult;
+}

@@ -1,0 +1,181 @@
+#include "selection/frmSubfolders.h"
+
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "selection/Selection.h"
+#include "shell/Session.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "support/StrProc.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+
+FrmSubfolders frmSubfolders;
+
+namespace {
+
+FrmSubfolders& frm = frmSubfolders;
+
+/// Counting is done in slices, so that the dialog answers while it goes on, and no subfolder may
+/// take longer than one of them: the time before the dialog opens, then between two messages.
+constexpr std::uint64_t intMillisecondsAtOnce = 300;
+constexpr std::uint64_t intMillisecondsPerSlice = 40;
+
+std::string Counted(std::int64_t count, const char* one, const char* several) {
+    return (count == 0 ? "no" : GroupedDigits(count)) + (count == 1 ? one : several);
+}
+
+/// The counts behind a subfolder's name: what lies directly in it. Counting that takes too long
+/// ends with "more than".
+std::string CountsText(const std::string& path, std::uint64_t millisecondsAllowed) {
+    std::int64_t files = 0, folders = 0;
+    bool blnAll = true;
+    const std::uint64_t start = platform::TickCount();
+    const platform::Fault fault =
+        platform::EnumerateFolder(path, [&](const platform::FolderEntry& entry) {
+            ++(entry.IsFolder ? folders : files);
+            blnAll = platform::TickCount() - start <= millisecondsAllowed;
+            return blnAll;
+        });
+    if (platform::Failed(fault))
+        return "(cannot be read)";
+    return std::string(blnAll ? "(" : "(more than ") + Counted(files, " file, ", " files, ") +
+           Counted(folders, " subfolder)", " subfolders)");
+}
+
+void ShowChosen() {
+    const auto chosen =
+        std::count_if(frm.lstSubfolders.Items.begin(), frm.lstSubfolders.Items.end(),
+                      [](const ui::ListItem& item) { return item.Selected; });
+    frm.lblChosen.Caption =
+        NumberInWords(chosen) + (chosen == 1 ? " subfolder is chosen." : " subfolders are chosen.");
+}
+
+/// Counts on for a while; true when all subfolders have their counts.
+bool CountForAWhile(std::uint64_t milliseconds) {
+    const std::uint64_t start = platform::TickCount();
+    while (frm.lngNextToCount < frm.strNames.size()) {
+        if (platform::TickCount() - start > milliseconds)
+            return false;
+        const std::size_t index = frm.lngNextToCount++;
+        const std::string& name = frm.strNames[index];
+        frm.lstSubfolders.Items[index].Text =
+            name + "  " + CountsText(frm.strFolder + name + "\\", milliseconds);
+    }
+    return true;
+}
+
+/// The file system's order is of no use to a reader.
+void SortNames() {
+    std::vector<std::pair<std::string, std::string>> keyed;
+    for (const std::string& name : frm.strNames)
+        keyed.emplace_back(platform::LowerCase(name), name);
+    std::sort(keyed.begin(), keyed.end());
+    for (std::size_t i = 0; i < keyed.size(); ++i)
+        frm.strNames[i] = keyed[i].second;
+}
+
+void FillList() {
+    frm.strNames.clear();
+    // A folder that cannot be read to its end offers what could be read.
+    (void)platform::EnumerateFolder(frm.strFolder, [](const platform::FolderEntry& entry) {
+        if (entry.IsFolder && !entry.IsLink) // a link's target was not chosen
+            frm.strNames.push_back(entry.Name);
+        return true;
+    });
+    SortNames();
+    frm.lstSubfolders.Items.clear();
+    for (const std::string& name : frm.strNames)
+        frm.lstSubfolders.Items.push_back({name + "  (not counted)", 0, false});
+    frm.lstSubfolders.ListIndex = -1;
+    frm.lngNextToCount = 0;
+    frm.Clock1.Enabled = !CountForAWhile(intMillisecondsAtOnce);
+}
+
+void Clock1_Tick() {
+    if (blnStop) { // F10: what was not counted stays so
+        blnStop = false;
+        frm.Clock1.Enabled = false;
+        return;
+    }
+    frm.Clock1.Enabled = !CountForAWhile(intMillisecondsPerSlice);
+}
+
+void ChooseAll(bool blnChosen) {
+    for (ui::ListItem& item : frm.lstSubfolders.Items)
+        item.Selected = blnChosen;
+    ShowChosen();
+    ui::SetFocus(frm.lstSubfolders);
+}
+
+void CloseWith(bool blnAccepted) {
+    frm.blnAccepted = blnAccepted;
+    frm.Clock1.Enabled = false;
+    ui::Hide(frm);
+}
+
+void cmdOK_Click() {
+    CloseWith(true);
+}
+
+void cmdCancel_Click() {
+    CloseWith(false);
+}
+
+} // namespace
+
+void LoadSubfoldersForm() {
+    frm.Name = "frmSubfolders";
+    frm.Width = 7200;
+    frm.Height = 5400;
+
+    frm.lblMessage.Caption = "Click on the subfolders to choose them; click again to let one go.";
+    frm.lstSubfolders.MultiSelect = true;
+    frm.cmdChooseAll.Caption = "All";
+    frm.cmdChooseAll.Mnemonic = 'A';
+    frm.cmdChooseNone.Caption = "None";
+    frm.cmdChooseNone.Mnemonic = 'N';
+    frm.cmdOK.Caption = "OK";
+    frm.cmdOK.Default = true;
+    frm.cmdCancel.Caption = "Cancel";
+    frm.cmdCancel.Cancel = true;
+    frm.Clock1.Interval = 15;
+    frm.Timers = {&frm.Clock1};
+
+    ui::Bind(frm, {
+                      {&frm.lblMessage, "lblMessage", 120, 120, 6960, 285},
+                      {&frm.lstSubfolders, "lstSubfolders", 120, 465, 6960, 3930},
+                      {&frm.lblChosen, "lblChosen", 120, 4470, 6960, 285},
+                      {&frm.cmdChooseAll, "cmdChooseAll", 120, 4905, 1080, 375},
+                      {&frm.cmdChooseNone, "cmdChooseNone", 1320, 4905, 1080, 375},
+                      {&frm.cmdOK, "cmdOK", 3960, 4905, 1500, 375},
+                      {&frm.cmdCancel, "cmdCancel", 5580, 4905, 1500, 375},
+                  });
+
+    frm.Activate = [] { ui::SetFocus(frm.lstSubfolders); };
+    frm.Close = cmdCancel_Click;
+    frm.Clock1.Tick = Clock1_Tick;
+    frm.lstSubfolders.Click = ShowChosen;
+    frm.cmdChooseAll.Click = [] { ChooseAll(true); };
+    frm.cmdChooseNone.Click = [] { ChooseAll(false); };
+    frm.cmdOK.Click = cmdOK_Click;
+    frm.cmdCancel.Click = cmdCancel_Click;
+}
+
+// The names are kept beside the list, so that one that holds "(" or begins with a blank comes back
+// as it is, whatever counts follow it in the list.
+std::string SelectSubfolders(const std::string& strFolder, const std::string& strTitle) {
+    frm.strFolder = FolderWithBackslash(strFolder);
+    frm.Caption = strTitle;
+    frm.blnAccepted = false;
+    FillList();
+    ShowChosen();
+    ui::ShowModal(frm);
+    std::string chosen;
+    for (std::size_t i = 0; frm.blnAccepted && i < frm.strNames.size(); ++i) {
+        if (frm.lstSubfolders.Items[i].Selected)
+            chosen += frm.strNames[i] + "\r\n";
+    }
+    return chosen;
+}
