@@ -5,6 +5,7 @@
 #include "disk/DriveCommands.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
+#include "selection/Selection.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "settings/SetupFiles.h"
@@ -79,6 +80,7 @@ void StartUp() {
     ui::OnKeyReleased(KeyReleased);
     LoadMainForm();
     LoadReportForm();
+    LoadSelectionForms();
     LoadTexts();
     ReadDriveInformation();
     SetDefaults();

@@ -1,0 +1,221 @@
+// "List files, estimate time" and "Purge files": the checks and questions before a run, and the
+// main window around it.
+#include "engine/FileProc.h"
+#include "engine/FilePurge.h"
+#include "platform/Files.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "report/BatchDriver.h"
+#include "report/frmAntiVirusQuery.h"
+#include "report/frmReport.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "shell/frmMain.h"
+#include "shell/PurgeCommands.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "support/StrProc.h"
+#include "ui/Interface.h"
+
+namespace {
+
+/// Counting before a purge ends here: beyond, the question only says "more than 1000".
+constexpr std::int32_t intCountingLimit = 1001;
+
+constexpr const char* strListTitle = "List files";
+
+void Complain(const std::string& text, const std::string& title) {
+    ui::MsgBox(text, ui::Buttons::OK, ui::Icon::Exclamation, title);
+}
+
+/// The start that listing and purging share; true when there is something to look for.
+bool SomethingIsSpecified() {
+    if (strDirPath.empty() || strFilespec.empty()) {
+        Complain("No files specified.", "Error");
+        return false;
+    }
+    if (!platform::FolderExists(strDirPath)) {
+        Complain("Folder does not exist.", "Error");
+        return false;
+    }
+    return true;
+}
+
+void SayNoFiles(const std::string& title) {
+    Complain("There are no files in " + strDirPath +
+                 (strFilespec == "*.*" ? "" : " matching " + strFilespec) + ".",
+             title);
+}
+
+/// A single file that is not there; said with a box.
+bool SingleFileIsMissing(const std::string& title) {
+    if (blnMultipleFiles || platform::FileExists(strDirPath + strFilespec))
+        return false;
+    Complain("File " + strDirPath + strFilespec + " not found.", title);
+    return true;
+}
+
+/// What the report window is told of a run of either kind.
+void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNames) {
+    frmReport.Caption = caption;
+    frmReport.strDirPath = strDirPath;
+    frmReport.strFilespec = strFilespec;
+    frmReport.blnPurgeFiles = blnPurge;
+    frmReport.blnListFiles = !blnPurge;
+    frmReport.blnDisplayFolderNames = blnDisplayNames;
+    frmReport.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
+}
+
+void EnableMain(bool blnEnabled) {
+    EnableSetupPanel(blnEnabled);
+    EnableMenu(blnEnabled);
+}
+
+// ---- Listing -----------------------------------------------------------------------------------
+
+void List() {
+    const int answer = ui::MsgBox("Display folder names?", ui::Buttons::YesNoCancel,
+                                  ui::Icon::Question, strListTitle);
+    if (answer == ui::AnswerCancel)
+        return;
+    const std::string& title = frmMain.cmdProcessFiles[0].Caption;
+    if (SingleFileIsMissing(title))
+        return;
+    EnableMain(false);
+    blnStop = false;
+    const bool blnNone = CountMatchingFiles(strDirPath, strFilespec, 1) == 0;
+    if (blnStop) {
+        // F10 while a large tree was searched: nothing to report
+    } else if (blnNone) {
+        SayNoFiles(title);
+    } else {
+        const bool blnDisplayNames = answer == ui::AnswerYes;
+        std::string caption = "Estimate purge time";
+        if (blnDisplayNames && blnFolderNamesOnly)
+            caption = "List folders";
+        else if (blnDisplayNames)
+            caption = strFilespec == "*.*" ? "List all files" : "List files";
+        PrepareReport(caption, false, blnDisplayNames);
+        ui::Show(frmReport);
+        ProcessFiles();
+    }
+    EnableMain(true);
+}
+
+// ---- Purging -----------------------------------------------------------------------------------
+
+/// The question before a purge of so many files; −1 stands for more than a thousand.
+std::string PurgeQuestion(std::int64_t lngCount) {
+    std::string text = "Are you sure that you want to purge the slack area of ";
+    if (strFilespec == "*.*") {
+        if (lngCount == 1)
+            text += "the single file in ";
+        else if (lngCount == 2)
+            text += "both files in ";
+        else if (lngCount < 0)
+            text += "all files in ";
+        else
+            text += "all " + GroupedDigits(lngCount) + " files in ";
+        text += strDirPath;
+    } else {
+        if (lngCount > 1)
+            text += "the " + GroupedDigits(lngCount) + " files ";
+        else
+            text += lngCount < 0 ? "the files " : "the file ";
+        text += strDirPath + strFilespec;
+    }
+    if (blnSubdirectories)
+        text += std::string("\r\nand all files ") +
+                (strFilespec == "*.*" ? "" : "of the form \"" + strFilespec + "\" ") +
+                "in all subfolders?";
+    else
+        text += " ?";
+
+    text += "\r\nThis will permanently destroy all data in ";
+    if (!blnMultipleFiles && lngCount == 1)
+        text += "this file.";
+    else if (lngCount == 1)
+        text += "this file.)"; // the parenthesis is required
+    else if (lngCount < 0)
+        text += "these (more than 1000) files.";
+    else
+        text += "these " + platform::LowerCase(NumberInWords(lngCount)) + " files.";
+
+    if (!blnPurgeSlackOnly) {
+        const std::string slack = "to purge the slack area of";
+        text.replace(text.find(slack), slack.size(), "to purge");
+    }
+    return text;
+}
+
+/// Whether files that anti-virus software watches may be among the specified ones.
+bool MayHoldWatchedFiles() {
+    const std::string extension = ExtensionOf(strFilespec);
+    if (extension.find_first_of("?*") != std::string::npos || strFilespec.back() == '*')
+        return true;
+    return IsSensitiveFile(strFilespec, false);
+}
+
+/// Everything that is asked before a purge, in its order; true when the user wants it.
+bool PurgeIsWanted(std::int64_t lngCount, const std::string& title) {
+    // A single file with subfolders on may stand for files of that name in each of them.
+    const bool blnSingleFile = !blnMultipleFiles && lngCount == 1;
+    if (!AskPurgeOptions(strDirPath, blnSingleFile, blnSubdirectories))
+        return false;
+    if (ui::MsgBox(PurgeQuestion(lngCount), ui::Buttons::YesNo, ui::Icon::Question, title) !=
+        ui::AnswerYes)
+        return false;
+    return !blnShowPurgeWarning || !MayHoldWatchedFiles() ||
+           AntiVirusAdvice(std::string(1, DriveLetterOf(strDirPath)), frmMain) != ui::AnswerCancel;
+}
+
+void CountAndPurge() {
+    const std::string& title = frmMain.cmdProcessFiles[1].Caption;
+    if (blnSubdirectories) {
+        SetMainLine(MainLine::LargePurgeMessage, "Now counting files ...");
+        RepaintMain();
+    }
+    blnStop = false;
+    const std::int64_t lngCount = CountMatchingFiles(strDirPath, strFilespec, intCountingLimit);
+    SetMainLine(MainLine::LargePurgeMessage, "");
+    const bool blnInterrupted = blnStop; // by F10
+    blnStop = false;
+    if (lngCount == 0 && !blnInterrupted) {
+        if (blnSubdirectories)
+            Complain("There are no files in " + strDirPath +
+                         "\r\nor in any of its subfolders matching " + strFilespec + ".",
+                     title);
+        else
+            SayNoFiles(title);
+        return;
+    }
+    if (blnInterrupted || !PurgeIsWanted(lngCount, title)) {
+        ui::MsgBox("No files purged.", ui::Buttons::OK, ui::Icon::None, "Purge cancelled");
+        return;
+    }
+    PrepareReport("Purge files", true, true);
+    ui::Show(frmReport);
+    ProcessFiles();
+}
+
+void Purge() {
+    if (SingleFileIsMissing(frmMain.cmdProcessFiles[1].Caption) || !PurgeLibraryReady())
+        return;
+    EnableMain(false);
+    frmMain.cmdProcessFiles[1].Enabled = false;
+    CountAndPurge();
+    frmMain.cmdProcessFiles[1].Enabled = true;
+    EnableMain(true);
+}
+
+} // namespace
+
+void cmdProcessFiles_Click(int intIndex) {
+    if (!SomethingIsSpecified())
+        return;
+    if (intIndex == 0)
+        List();
+    else
+        Purge();
+}

@@ -1,0 +1,270 @@
+// The commands with which the user says what is to be purged.
+#include "disk/DriveCommands.h"
+#include "platform/Files.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "report/BatchDriver.h"
+#include "report/TimeEstimates.h"
+#include "selection/Selection.h"
+#include "shell/frmMain.h"
+#include "shell/PurgeCommands.h"
+#include "shell/Session.h"
+#include "shell/SetupCommands.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+namespace {
+
+/// What a folder itself holds. Links to folders do not count: they are never followed.
+struct FolderContents {
+    bool blnFiles = false;
+    bool blnMatchingFiles = false;
+    bool blnSubfolders = false;
+};
+
+/// Looks into a folder until all is known; false when it cannot be read.
+bool LookInto(const std::string& folder, const std::string& filespec, FolderContents& contents) {
+    FolderContents found;
+    const platform::Fault fault =
+        platform::EnumerateFolder(folder, [&](const platform::FolderEntry& entry) {
+            if (entry.IsFolder) {
+                found.blnSubfolders |= !entry.IsLink;
+            } else {
+                found.blnFiles = true;
+                found.blnMatchingFiles |= MatchesFilespec(entry.Name, filespec);
+            }
+            return !found.blnMatchingFiles || !found.blnSubfolders;
+        });
+    if (platform::Failed(fault))
+        return false;
+    contents = found;
+    return true;
+}
+
+void Complain(const std::string& text, const std::string& title) {
+    ui::MsgBox(text, ui::Buttons::OK, ui::Icon::Exclamation, title);
+}
+
+/// Tells the user when the specification cannot find anything in the folder. True when it went
+/// without a box: there are matching files, or at least subfolders.
+bool FolderCheck(FolderContents& contents) {
+    if (!LookInto(strDirPath, strFilespec, contents))
+        Complain("Cannot access the folder.", "Error");
+    else if (!contents.blnFiles && !contents.blnSubfolders)
+        Complain("The folder contains no files and no subfolders.", "Empty folder");
+    else if (!contents.blnMatchingFiles && !contents.blnSubfolders)
+        Complain("The folder contains no matching files and no subfolders.", "Empty folder");
+    else
+        return true;
+    return false;
+}
+
+/// Whether there is a file that matches, in the tree when subfolders are included. F10 ends the
+/// search, with the answer that there may be one.
+bool SomethingMatches(const FolderContents& contents) {
+    if (contents.blnMatchingFiles || !blnSubdirectories)
+        return contents.blnMatchingFiles;
+    EnableSetupPanel(false);
+    EnableMenu(false);
+    blnStop = false;
+    const bool blnFound = CountMatchingFiles(strDirPath, strFilespec, 1) != 0 || blnStop;
+    blnStop = false;
+    EnableMenu(true);
+    EnableSetupPanel(true);
+    return blnFound;
+}
+
+void SetFolder(const std::string& folder) {
+    strDirPath = folder;
+    strBrowsePath = folder;
+}
+
+/// The speed measured for the drive of a path, as lblPurgeSpeed shows it; "" when there is none.
+std::string PurgeSpeedText(const std::string& path) {
+    const int drive = DriveIndexOf(path);
+    if (drive < 0 || sngPurgeSpeeds[static_cast<std::size_t>(drive)] <= 0)
+        return {};
+    const char letter = DriveLetterOf(path);
+    return FormatNumber(sngPurgeSpeeds[static_cast<std::size_t>(drive)], 2) +
+           " MB/sec. (1 overwrite) for Drive " + letter +
+           (letter <= 'B' ? " (floppy drive)." : ".");
+}
+
+void TakeSingleFile(const std::string& path) {
+    SetFolder(FolderPartOf(path));
+    strFilespec = FileNameOf(path);
+    blnMultipleFiles = false;
+    blnSubdirectories = false;
+    SetSetupFilename("");
+    UpdateFilesLabels();
+    UpdateSubdirectoriesLabels();
+    SetMainLine(MainLine::PurgeSpeed, PurgeSpeedText(path));
+    // A drive that was not measured has no estimate, and that of another file must not stay.
+    SetMainLine(MainLine::EstimatedTime, SingleFileEstimate(path));
+}
+
+/// From the choice of a folder on. A pattern that was meant for another folder is not applied to
+/// this one: the specification begins anew.
+void TakeFolder(const std::string& folder) {
+    const std::string& title = frmMain.cmdSpecifyDirectory[0].Caption;
+    SetFolder(folder);
+    strFilespec.clear();
+    blnMultipleFiles = false;
+    blnSubdirectories = false;
+    SetSetupFilename("");
+    SetMainLine(MainLine::LargePurgeMessage, "");
+    SetMainLine(MainLine::EstimatedTime, "");
+    UpdateFilesLabels();
+    UpdateSubdirectoriesLabels();
+    FolderContents contents;
+    if (!LookInto(folder, "*.*", contents)) {
+        Complain("Cannot access the folder.", "Error");
+        return;
+    }
+    if (!contents.blnFiles ||
+        ui::MsgBox("Do you wish to purge ALL files in " + strDirPath + "?", ui::Buttons::YesNo,
+                   ui::Icon::Question, title) != ui::AnswerYes)
+        return;
+    strFilespec = "*.*";
+    blnMultipleFiles = true;
+    UpdateFilesLabels();
+    (void)FolderCheck(contents); // it tells the user itself
+}
+
+void SpecifyFolder() {
+    // The old choice is off the screen while the browser is open, and back when it is cancelled.
+    const std::string files = frmMain.lblFiles.Caption,
+                      message = frmMain.lblLargePurgeMessage.Caption,
+                      subfolders = frmMain.lblSubdirectories2.Caption,
+                      setup = frmMain.lblSetupFilename.Caption;
+    const auto write = [](const std::string& strFiles, const std::string& strMessage,
+                          const std::string& strSubfolders, const std::string& strSetup) {
+        frmMain.lblFiles.Caption = strFiles;
+        SetMainLine(MainLine::LargePurgeMessage, strMessage);
+        SetMainLine(MainLine::Subdirectories2, strSubfolders);
+        SetSetupFilename(strSetup);
+    };
+    write("", "", "", "");
+    const std::string folder = BrowseFolder("Specify folder containing files to be purged");
+    if (folder.empty())
+        write(files, message, subfolders, setup);
+    else
+        TakeFolder(folder);
+}
+
+void OpenGivenPath(const std::string& path) {
+    if (platform::LowerCase(ExtensionOf(path)) == "nws" && !platform::FolderExists(path)) {
+        LoadSetupFromFile(path);
+        return;
+    }
+    const bool blnFolder = platform::FolderExists(path);
+    const std::string& title =
+        blnFolder ? frmMain.cmdSpecifyDirectory[0].Caption : frmMain.cmdSingleFile.Caption;
+    if (RefuseWithoutDriveLetter(path, title))
+        return;
+    if (blnFolder)
+        TakeFolder(FolderWithBackslash(path));
+    else if (platform::FileExists(path))
+        TakeSingleFile(path);
+    else
+        Complain("File " + path + " not found.", title);
+}
+
+void OpenGivenPaths(const std::vector<std::string>& paths) {
+    if (paths.size() == 1)
+        OpenGivenPath(paths.front());
+    else if (!paths.empty())
+        Complain("Only one file or one folder can be taken at a time.\r\n"
+                 "To purge several files, specify their folder and then the files.",
+                 "Error");
+}
+
+} // namespace
+
+void cmdSingleFile_Click() {
+    if (frmMain.blnQuitGuard)
+        return;
+    std::string path;
+    if (!ui::OpenFileDialog("Specify file to be purged.", "All files (*.*)", "*.*",
+                            strBrowsePath.empty() ? strDirPath : strBrowsePath, path))
+        return;
+    StartQuitGuard();
+    if (!RefuseWithoutDriveLetter(path, frmMain.cmdSingleFile.Caption))
+        TakeSingleFile(path);
+}
+
+void cmdSpecifyDirectory_Click(int intIndex) {
+    if (intIndex == 0)
+        SpecifyFolder();
+    else
+        PurgeFoldersCommand(frmMain.cmdSpecifyDirectory[1].Caption);
+}
+
+void cmdSpecifyFiles_Click() {
+    if (frmMain.blnQuitGuard)
+        return;
+    if (strDirPath.empty()) {
+        Complain("The folder has not been specified.", "Folder unspecified");
+        return;
+    }
+    const std::string filespec = AskFileSpecification(strDirPath);
+    if (filespec.empty())
+        return;
+    strFilespec = filespec;
+    blnMultipleFiles = true;
+    SetSetupFilename("");
+    SetMainLine(MainLine::EstimatedTime, "");
+    UpdateFilesLabels();
+    // One box is enough: what the folder check has said is not said again.
+    FolderContents contents;
+    if (FolderCheck(contents) && !SomethingMatches(contents))
+        Complain("There are no files in " + strDirPath +
+                     (blnSubdirectories ? "\r\nor in any of its subfolders." : "."),
+                 frmMain.cmdSpecifyFiles.Caption);
+}
+
+void cmdSubdirectories_Click() {
+    SetMainLine(MainLine::EstimatedTime, "");
+    SetSetupFilename("");
+    if (strDirPath.empty())
+        return;
+    FolderContents contents;
+    if (!LookInto(strDirPath, "*.*", contents)) {
+        Complain("Error when attempting to access " + strDirPath + ".", "Error");
+        return;
+    }
+    blnSubdirectories = contents.blnSubfolders && !blnSubdirectories;
+    UpdateSubdirectoriesLabels();
+}
+
+void cmdConfirmFiles_Click() {
+    blnConfirmFiles = !blnConfirmFiles;
+    SetSetupFilename("");
+    UpdateConfirmFilesLabels();
+}
+
+void cmdClear_Click() {
+    if (ui::MsgBox("Clear folder and file specifications?", ui::Buttons::YesNo, ui::Icon::Question,
+                   frmMain.cmdClear.Caption) != ui::AnswerYes)
+        return;
+    strDirPath.clear();
+    strFilespec.clear();
+    blnMultipleFiles = false;
+    blnSubdirectories = false;
+    SetSetupFilename("");
+    SetMainLine(MainLine::EstimatedTime, "");
+    UpdateFilesLabels();
+    UpdateSubdirectoriesLabels();
+}
+
+// Nothing may be chosen anew while an operation runs or the setup panel is open.
+void FilesDroppedOnMain(const std::vector<std::string>& paths) {
+    if (frmMain.fraMenu.Enabled)
+        OpenGivenPaths(paths);
+}
+
+void OpenCommandLineFiles() {
+    OpenGivenPaths(platform::CommandLineArguments());
+}
