@@ -8,6 +8,24 @@
 #include <windows.h>
 
 namespace platform {
+namespace {
+
+/// Whether a folder that is a link by name is opened as the link, not as its target. Wine opens
+/// the target whatever the flags say, and would then remove it.
+bool OpensAsLink(const std::wstring& path) {
+    HANDLE handle = CreateFileW(
+        path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return false;
+    BY_HANDLE_FILE_INFORMATION known;
+    const bool told = GetFileInformationByHandle(handle, &known) &&
+                      (known.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    CloseHandle(handle);
+    return told;
+}
+
+} // namespace
 
 Fault EnumerateFolder(const std::string& folder,
                       const std::function<bool(const FolderEntry&)>& visit) {
@@ -54,7 +72,12 @@ Fault MakeFolder(const std::string& path) {
 }
 
 Fault RemoveFolder(const std::string& path) {
-    return RemoveDirectoryW(WidePath(path).c_str()) ? Fault::None : LastFault();
+    const std::wstring wide = WidePath(path);
+    const DWORD attributes = GetFileAttributesW(wide.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+        !OpensAsLink(wide))
+        return Fault::NotSupported;
+    return RemoveDirectoryW(wide.c_str()) ? Fault::None : LastFault();
 }
 
 bool FolderExists(const std::string& path) {

@@ -127,10 +127,11 @@ inline std::wstring WidePath(std::string_view path) {
     return form;
 }
 
-/// A path that Windows gave, as the program writes paths: without the prefix "\\?\".
+/// A path that Windows gave, as the program writes paths: without "\\?\" before a drive letter.
 inline std::string NarrowPath(std::wstring_view path) {
     const std::wstring_view prefix = L"\\\\?\\";
-    return Narrow(path.substr(0, 4) == prefix ? path.substr(4) : path);
+    const bool prefixed = path.substr(0, 4) == prefix && path.size() > 5 && path[5] == L':';
+    return Narrow(prefixed ? path.substr(4) : path);
 }
 
 } // namespace platform

@@ -1,0 +1,83 @@
+// What the contract tests need from the world around the platform seam. The cases in this folder
+// run natively over the fake (FakeWorld.cpp) and as nullwright_contract.exe over Windows or Wine
+// (../windows/WineWorld.cpp); both must keep the same contract.
+//
+// nullwright_contract.exe is told by environment variables what was prepared for it:
+//   NW_TEST_FOLDER   an existing folder in which it may make a scratch folder ("C:\nwtest");
+//                    without it the user's folder for temporary files
+//   NW_SMALL_DRIVE   root of a writable drive of at most 64 MiB that nobody else uses ("T:\");
+//                    without it the cases with a full drive are skipped
+// It writes to nothing else.
+#pragma once
+
+#include "platform/Files.h"
+#include "platform/Folders.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace contract {
+
+/// An empty folder for one test, without a trailing backslash, and its removal.
+std::string MakeScratchFolder();
+void RemoveScratchFolder();
+/// Root ("T:\") of a small drive that can be filled to the brim, or "".
+std::string SmallDrive();
+
+// The rest is done in the scratch folder, behind the seam's back. False: it cannot be done here.
+
+/// Another program opens the file and lets nobody else at it; lets go of it.
+bool HoldFile(const std::string& path);
+void LetGoOfFile();
+/// A link at `path` to the folder `target`.
+bool MakeFolderLink(const std::string& path, const std::string& target);
+/// A second name for a file.
+bool MakeHardLink(const std::string& path, const std::string& other);
+/// Whether the drive of the scratch folder keeps alternate data streams.
+bool KeepsStreams();
+/// Whether this user is refused when opening a read-only file for writing (root is not).
+bool ReadOnlyBinds();
+
+/// A fresh scratch folder for each case.
+struct Contract : testing::Test {
+    void SetUp() override {
+        folder = MakeScratchFolder();
+        ASSERT_NE(folder, "");
+    }
+    void TearDown() override {
+        LetGoOfFile();
+        RemoveScratchFolder();
+    }
+    std::string In(const std::string& name) const { return folder + "\\" + name; }
+    std::string folder;
+};
+
+inline platform::Fault Put(const std::string& path, const std::string& bytes) {
+    platform::File file;
+    platform::Fault fault = OpenFile(path, platform::Access::CreateNew, file);
+    if (Failed(fault))
+        return fault;
+    fault = WriteBytes(file, bytes.data(), bytes.size());
+    const platform::Fault closing = CloseFile(file);
+    return Failed(fault) ? fault : closing;
+}
+
+inline std::string Content(const std::string& path) {
+    platform::File file;
+    if (Failed(OpenFile(path, platform::Access::Read, file)))
+        return "(cannot be opened)";
+    std::string bytes(100000, '\0');
+    std::size_t read = 0;
+    if (Failed(ReadBytes(file, bytes.data(), bytes.size(), read)) || Failed(CloseFile(file)))
+        return "(cannot be read)";
+    return bytes.substr(0, read);
+}
+
+} // namespace contract
+
+namespace platform { // names of faults in failure messages
+inline void PrintTo(Fault fault, std::ostream* out) {
+    *out << FaultText(fault);
+}
+} // namespace platform

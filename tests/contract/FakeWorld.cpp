@@ -1,0 +1,60 @@
+// The contract's world over the fake platform.
+#include "contract/ContractWorld.h"
+
+#include "fakes/FakePlatform.h"
+
+namespace contract {
+namespace {
+std::string held;
+} // namespace
+
+std::string MakeScratchFolder() {
+    fake::Reset();
+    fake::AddDrive('T', 4 << 20);
+    fake::PutFolder("C:\\scratch");
+    return "C:\\scratch";
+}
+
+void RemoveScratchFolder() {
+    EXPECT_EQ(fake::OpenHandles(), 0);
+    fake::Reset();
+}
+
+std::string SmallDrive() {
+    return "T:\\";
+}
+
+bool HoldFile(const std::string& path) {
+    fake::Node* node = fake::At(path);
+    if (node == nullptr)
+        return false;
+    node->Locked = true;
+    held = path;
+    return true;
+}
+
+void LetGoOfFile() {
+    if (fake::Node* node = fake::At(held); !held.empty() && node != nullptr)
+        node->Locked = false;
+    held.clear();
+}
+
+bool MakeFolderLink(const std::string& path, const std::string& target) {
+    fake::PutFolderLink(path, target);
+    return true;
+}
+
+bool MakeHardLink(const std::string& path, const std::string&) {
+    fake::At(path)->HardLinks = 2; // the fake keeps the count only
+    return true;
+}
+
+bool KeepsStreams() {
+    return true;
+}
+
+bool ReadOnlyBinds() {
+    return true;
+}
+
+} // namespace contract

@@ -1,0 +1,266 @@
+#include "contract/ContractWorld.h"
+
+#include <cstring>
+
+using namespace platform;
+using contract::Content;
+using contract::Contract;
+using contract::Put;
+
+TEST_F(Contract, BytesPositionsAndLengths) {
+    File file;
+    ASSERT_EQ(OpenFile(In("a.bin"), Access::CreateNew, file), Fault::None);
+    ASSERT_TRUE(file.IsOpen());
+    EXPECT_EQ(WriteBytes(file, "hello world", 11), Fault::None);
+    EXPECT_EQ(SeekTo(file, 6), Fault::None);
+    EXPECT_EQ(WriteBytes(file, "there", 5), Fault::None);
+    EXPECT_EQ(SeekTo(file, 13), Fault::None); // beyond the end: zeros fill the gap
+    EXPECT_EQ(WriteBytes(file, "x", 1), Fault::None);
+    std::uint64_t length = 0;
+    EXPECT_EQ(ReadLength(file, length), Fault::None);
+    EXPECT_EQ(length, 14u);
+    char bytes[32] = {};
+    std::size_t read = 99;
+    EXPECT_EQ(ReadBytes(file, bytes, sizeof bytes, read), Fault::None);
+    EXPECT_EQ(read, 0u) << "at the end of the file";
+    EXPECT_EQ(SeekTo(file, 6), Fault::None);
+    EXPECT_EQ(ReadBytes(file, bytes, sizeof bytes, read), Fault::None);
+    EXPECT_EQ(std::string(bytes, read), std::string("there\0\0x", 8));
+    EXPECT_EQ(FlushBytes(file), Fault::None);
+    EXPECT_EQ(SeekTo(file, 3), Fault::None);
+    EXPECT_EQ(ChangeLength(file, 5), Fault::None); // the position stays
+    EXPECT_EQ(WriteBytes(file, "L", 1), Fault::None);
+    EXPECT_EQ(CloseFile(file), Fault::None);
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(Content(In("a.bin")), "helLo");
+    EXPECT_EQ(ReadFileLength(In("a.bin"), length), Fault::None);
+    EXPECT_EQ(length, 5u);
+}
+
+TEST_F(Contract, LengthsBeyondFourGigabytes) {
+    constexpr std::uint64_t fiveGiB = 5ULL << 30;
+    File file;
+    ASSERT_EQ(OpenFile(In("big"), Access::CreateNew, file), Fault::None);
+    const Fault fault = ChangeLength(file, fiveGiB + 1);
+    std::uint64_t open = 0, byName = 0;
+    FileFacts facts;
+    if (!Failed(fault)) {
+        EXPECT_EQ(ReadLength(file, open), Fault::None);
+        EXPECT_EQ(ReadFileLength(In("big"), byName), Fault::None);
+        EXPECT_EQ(SeekTo(file, fiveGiB), Fault::None);
+        char byte = 'x';
+        std::size_t read = 0;
+        EXPECT_EQ(ReadBytes(file, &byte, 1, read), Fault::None);
+        EXPECT_EQ(read, 1u);
+        EXPECT_EQ(byte, '\0');
+    }
+    EXPECT_EQ(CloseFile(file), Fault::None);
+    if (fault == Fault::DiskFull)
+        GTEST_SKIP() << "less than 5 GiB free here";
+    ASSERT_EQ(fault, Fault::None);
+    EXPECT_EQ(open, fiveGiB + 1);
+    EXPECT_EQ(ReadFileFacts(In("big"), facts), Fault::None);
+    EXPECT_EQ(facts.Length, fiveGiB + 1);
+}
+
+TEST_F(Contract, WhatIsMissingIsNotFoundAndOutputsStay) {
+    for (const std::string& path : {In("no.txt"), In("no\\no.txt")}) {
+        SCOPED_TRACE(path);
+        File file;
+        EXPECT_EQ(OpenFile(path, Access::Read, file), Fault::NotFound);
+        EXPECT_EQ(OpenFile(path, Access::Change, file), Fault::NotFound);
+        EXPECT_FALSE(file.IsOpen());
+        std::uint32_t attributes = 77;
+        std::uint64_t length = 77;
+        FileFacts facts;
+        facts.Length = 77;
+        EXPECT_EQ(ReadAttributes(path, attributes), Fault::NotFound);
+        EXPECT_EQ(WriteAttributes(path, AttributeHidden), Fault::NotFound);
+        EXPECT_EQ(ReadFileLength(path, length), Fault::NotFound);
+        EXPECT_EQ(ReadFileFacts(path, facts), Fault::NotFound);
+        EXPECT_EQ(attributes + length + facts.Length, 3 * 77u);
+        EXPECT_EQ(RemoveFile(path), Fault::NotFound);
+        EXPECT_EQ(RenameReplacing(path, In("b.txt")), Fault::NotFound);
+        EXPECT_FALSE(FileExists(path));
+    }
+    File file;
+    EXPECT_EQ(OpenFile(In("no\\no.txt"), Access::CreateNew, file), Fault::NotFound);
+    EXPECT_EQ(OpenFile(In("no\\no.txt"), Access::Replace, file), Fault::NotFound);
+}
+
+TEST_F(Contract, CreateNewAndReplace) {
+    ASSERT_EQ(Put(In("a"), "old bytes"), Fault::None);
+    EXPECT_EQ(Put(In("a"), "x"), Fault::AlreadyExists);
+    EXPECT_EQ(Content(In("a")), "old bytes");
+    ASSERT_EQ(WriteAttributes(In("a"), AttributeHidden), Fault::None);
+    for (const char* name : {"a", "b"}) {
+        File file;
+        ASSERT_EQ(OpenFile(In(name), Access::Replace, file), Fault::None) << name;
+        EXPECT_EQ(WriteBytes(file, "new", 3), Fault::None);
+        EXPECT_EQ(CloseFile(file), Fault::None);
+        EXPECT_EQ(Content(In(name)), "new") << name;
+    }
+}
+
+TEST_F(Contract, AFolderIsNoFile) {
+    ASSERT_EQ(MakeFolder(In("sub")), Fault::None);
+    File file;
+    EXPECT_EQ(OpenFile(In("sub"), Access::Change, file), Fault::AccessDenied);
+    EXPECT_EQ(OpenFile(In("sub"), Access::Read, file), Fault::AccessDenied);
+    EXPECT_EQ(RemoveFile(In("sub")), Fault::AccessDenied);
+    EXPECT_FALSE(FileExists(In("sub")));
+    EXPECT_TRUE(FolderExists(In("sub")));
+    std::uint32_t attributes = 0;
+    EXPECT_EQ(ReadAttributes(In("sub"), attributes), Fault::None);
+    EXPECT_TRUE(attributes & AttributeFolder);
+}
+
+TEST_F(Contract, AHeldFileIsASharingViolation) {
+    ASSERT_EQ(Put(In("a"), "held"), Fault::None);
+    if (!contract::HoldFile(In("a")))
+        GTEST_SKIP() << "files cannot be held here";
+    File file;
+    for (const Access access : {Access::Read, Access::Change, Access::Replace})
+        EXPECT_EQ(OpenFile(In("a"), access, file), Fault::SharingViolation);
+    EXPECT_EQ(RemoveFile(In("a")), Fault::SharingViolation);
+    EXPECT_TRUE(FileExists(In("a")));
+    FileFacts facts;
+    EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
+    EXPECT_EQ(facts.Length, 4u);
+    contract::LetGoOfFile();
+    EXPECT_EQ(Content(In("a")), "held");
+    EXPECT_EQ(RemoveFile(In("a")), Fault::None);
+}
+
+TEST_F(Contract, AFileBeingChangedMayBeReadOnly) {
+    ASSERT_EQ(Put(In("a"), "text"), Fault::None);
+    File change, other;
+    ASSERT_EQ(OpenFile(In("a"), Access::Change, change), Fault::None);
+    EXPECT_EQ(OpenFile(In("a"), Access::Change, other), Fault::SharingViolation);
+    EXPECT_EQ(RemoveFile(In("a")), Fault::SharingViolation);
+    EXPECT_EQ(Content(In("a")), "text");
+    EXPECT_EQ(CloseFile(change), Fault::None);
+    EXPECT_EQ(RemoveFile(In("a")), Fault::None);
+}
+
+TEST_F(Contract, ReadOnlyFiles) {
+    ASSERT_EQ(Put(In("a"), "safe"), Fault::None);
+    ASSERT_EQ(WriteAttributes(In("a"), AttributeReadOnly), Fault::None);
+    EXPECT_EQ(RemoveFile(In("a")), Fault::AccessDenied);
+    EXPECT_EQ(Content(In("a")), "safe");
+    if (contract::ReadOnlyBinds()) {
+        File file;
+        EXPECT_EQ(OpenFile(In("a"), Access::Change, file), Fault::AccessDenied);
+        EXPECT_EQ(OpenFile(In("a"), Access::Replace, file), Fault::AccessDenied);
+    }
+    EXPECT_EQ(WriteAttributes(In("a"), 0), Fault::None);
+    EXPECT_EQ(RemoveFile(In("a")), Fault::None);
+    if (!contract::ReadOnlyBinds())
+        GTEST_SKIP() << "this user may open read-only files for writing; the rest was checked";
+}
+
+TEST_F(Contract, AttributesAreToldTheSameEverywhere) {
+    constexpr std::uint32_t mask = AttributeReadOnly | AttributeHidden | AttributeSystem;
+    ASSERT_EQ(Put(In("a"), "x"), Fault::None);
+    for (const std::uint32_t wanted : {mask, 0u, 0u | AttributeHidden, 0u | AttributeSystem}) {
+        ASSERT_EQ(WriteAttributes(In("a"), wanted), Fault::None);
+        std::uint32_t attributes = 0;
+        FileFacts facts;
+        EXPECT_EQ(ReadAttributes(In("a"), attributes), Fault::None);
+        EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
+        EXPECT_EQ(attributes & mask, wanted);
+        EXPECT_EQ(facts.Attributes & mask, wanted);
+        EXPECT_FALSE(facts.IsLink);
+        EXPECT_EQ(EnumerateFolder(folder,
+                                  [&](const FolderEntry& entry) {
+                                      EXPECT_EQ(entry.Attributes & mask, wanted);
+                                      return true;
+                                  }),
+                  Fault::None);
+    }
+}
+
+TEST_F(Contract, RenamingReplaces) {
+    ASSERT_EQ(Put(In("a"), "new"), Fault::None);
+    ASSERT_EQ(Put(In("b"), "old"), Fault::None);
+    EXPECT_EQ(RenameReplacing(In("a"), In("b")), Fault::None);
+    EXPECT_FALSE(FileExists(In("a")));
+    EXPECT_EQ(Content(In("b")), "new");
+    ASSERT_EQ(MakeFolder(In("sub")), Fault::None);
+    EXPECT_EQ(RenameReplacing(In("b"), In("sub\\c")), Fault::None);
+    EXPECT_EQ(Content(In("sub\\c")), "new");
+    EXPECT_EQ(RenameReplacing(In("sub\\c"), In("no\\c")), Fault::NotFound);
+    EXPECT_EQ(Content(In("sub\\c")), "new");
+}
+
+TEST_F(Contract, Streams) {
+    ASSERT_EQ(Put(In("a"), "main"), Fault::None);
+    std::vector<Stream> streams(1);
+    EXPECT_EQ(ListStreams(In("a"), streams), Fault::None);
+    EXPECT_TRUE(streams.empty());
+    if (!contract::KeepsStreams())
+        GTEST_SKIP() << "no alternate data streams on this drive";
+    ASSERT_EQ(Put(In("a:one"), "12345"), Fault::None);
+    EXPECT_EQ(ListStreams(In("a"), streams), Fault::None);
+    ASSERT_EQ(streams.size(), 1u);
+    EXPECT_EQ(streams[0].Path, In("a:one"));
+    EXPECT_EQ(streams[0].Length, 5u);
+    EXPECT_EQ(Content(streams[0].Path), "12345");
+    EXPECT_EQ(Content(In("a")), "main");
+}
+
+TEST_F(Contract, HardLinksAreCounted) {
+    ASSERT_EQ(Put(In("a"), "x"), Fault::None);
+    FileFacts facts;
+    EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
+    EXPECT_EQ(facts.HardLinks, 1u);
+    if (!contract::MakeHardLink(In("a"), In("b")))
+        GTEST_SKIP() << "no hard links here";
+    EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
+    EXPECT_EQ(facts.HardLinks, 2u);
+}
+
+TEST_F(Contract, NamesOfEveryKind) {
+    // Outside every code page, beyond 16 bits, decomposed, and what Windows itself would cut off.
+    const std::string names[] = {"\xCE\xA9 \xE6\x97\xA5\xE6\x9C\xAC.txt", "\xF0\x9F\x98\x80.bin",
+                                 "e\xCC\x81", "ends with blank ", "ends with point."};
+    for (const std::string& name : names) {
+        SCOPED_TRACE(name);
+        ASSERT_EQ(Put(In(name), name), Fault::None);
+        EXPECT_EQ(Content(In(name)), name);
+        std::string seen;
+        EXPECT_EQ(EnumerateFolder(folder,
+                                  [&](const FolderEntry& entry) {
+                                      seen += "[" + entry.Name + "]";
+                                      return true;
+                                  }),
+                  Fault::None);
+        EXPECT_EQ(seen, "[" + name + "]");
+        EXPECT_EQ(RemoveFile(In(name)), Fault::None);
+        EXPECT_FALSE(FileExists(In(name)));
+    }
+    File file;
+    EXPECT_NE(OpenFile(In("a*?.txt"), Access::CreateNew, file), Fault::None);
+    EXPECT_FALSE(FileExists(In("*")));
+    ASSERT_EQ(Put(In("MixedCase"), "x"), Fault::None);
+    EXPECT_TRUE(FileExists(In("mIXEDcASE")));
+}
+
+TEST_F(Contract, PathsOverTheOldLimit) {
+    std::string deep = folder;
+    for (int i = 0; i < 10; ++i) {
+        deep += "\\" + std::string(40, static_cast<char>('a' + i));
+        ASSERT_EQ(MakeFolder(deep), Fault::None);
+    }
+    ASSERT_EQ(Put(deep + "\\x", "far down"), Fault::None);
+    EXPECT_EQ(RenameReplacing(deep + "\\x", deep + "\\y"), Fault::None);
+    EXPECT_EQ(Content(deep + "\\y"), "far down");
+    EXPECT_EQ(WriteAttributes(deep + "\\y", AttributeHidden), Fault::None);
+    int found = 0;
+    EXPECT_EQ(EnumerateFolder(deep + "\\", [&](const FolderEntry&) { return ++found > 0; }),
+              Fault::None);
+    EXPECT_EQ(found, 1);
+    EXPECT_EQ(RemoveFile(deep + "\\y"), Fault::None);
+    EXPECT_EQ(RemoveFolder(deep), Fault::None);
+    EXPECT_FALSE(FolderExists(deep));
+}

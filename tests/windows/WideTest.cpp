@@ -1,0 +1,106 @@
+// Text and paths at the border to Windows, and the auxiliary library seen from outside.
+#include "platform/win32/Wide.h"
+
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "platform/win32/LastFault.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+#include <windows.h>
+
+using platform::Narrow;
+using platform::Widen;
+
+TEST(Wide, EveryNameComesBackAsItWas) {
+    EXPECT_EQ(Widen("a\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80"), L"a\u00E9\u65E5\U0001F600");
+    const std::wstring odd[] = {
+        {0xD800},         {L'a', 0xDC00, L'b'},     {0xDFFF, 0xD83D},          {0xD83D, 0xDE00},
+        {0xFFFF, 0xFFFD}, {0xD800, 0xD800, 0xDC00}, {0x7F, 0x80, 0x7FF, 0x800}};
+    for (const std::wstring& name : odd)
+        EXPECT_EQ(Widen(Narrow(name)), name);
+    for (unsigned point = 1; point < 0x10000; ++point) {
+        const std::wstring name(1, static_cast<wchar_t>(point));
+        ASSERT_EQ(Widen(Narrow(name)), name);
+    }
+    // Broken UTF-8: no byte is lost silently, none is read beyond the end.
+    EXPECT_EQ(Widen("\x80x\xC3"), L"\uFFFDx\uFFFD");
+    EXPECT_EQ(Widen("\xF0\x9F\x98"), L"\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(Widen("\xC0\x80\xFF"), L"\uFFFD\uFFFD\uFFFD");
+}
+
+TEST(Wide, PathsReachTheFileSystemAsTheyAre) {
+    const auto form = [](const char* path) { return Narrow(platform::WidePath(path)); };
+    EXPECT_EQ(form("C:\\a\\b. "), "\\\\?\\C:\\a\\b. ");
+    EXPECT_EQ(form("c:/a//b\\"), "\\\\?\\c:\\a\\b");
+    EXPECT_EQ(form("C:\\"), "\\\\?\\C:\\");
+    EXPECT_EQ(form("C:\\a\\..\\.\\b\\..\\..\\..\\c"), "\\\\?\\C:\\c");
+    EXPECT_EQ(form("C:\\a\\..."), "\\\\?\\C:\\a\\...");
+    for (const char* same : {"", "a.txt", "C:", "C:a", "\\\\server\\share\\a", "\\\\?\\C:\\a\\"})
+        EXPECT_EQ(form(same), same);
+    EXPECT_EQ(platform::NarrowPath(L"\\\\?\\C:\\a"), "C:\\a");
+}
+
+TEST(Wide, ErrorsAreFaults) {
+    using platform::Fault;
+    using platform::FaultOfError;
+    EXPECT_EQ(FaultOfError(ERROR_SUCCESS), Fault::None);
+    EXPECT_EQ(FaultOfError(ERROR_HANDLE_DISK_FULL), Fault::DiskFull);
+    EXPECT_EQ(FaultOfError(ERROR_NOT_READY), Fault::NotReady);
+    EXPECT_EQ(FaultOfError(ERROR_LOCK_VIOLATION), Fault::SharingViolation);
+    EXPECT_EQ(FaultOfError(ERROR_WRITE_PROTECT), Fault::WriteProtected);
+    EXPECT_EQ(FaultOfError(ERROR_INVALID_NAME), Fault::InvalidName);
+    EXPECT_EQ(FaultOfError(54321), Fault::Other);
+}
+
+/// The names that a loaded library exports, in the table's order.
+std::vector<std::string> ExportsOf(HMODULE library) {
+    const auto* base = reinterpret_cast<const char*>(library);
+    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const auto& place = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT];
+    const auto* table =
+        reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(base + place.VirtualAddress);
+    const auto* names = reinterpret_cast<const DWORD*>(base + table->AddressOfNames);
+    std::vector<std::string> exports;
+    for (DWORD i = 0; i < table->NumberOfNames; ++i)
+        exports.emplace_back(base + names[i]);
+    EXPECT_EQ(table->NumberOfFunctions, table->NumberOfNames);
+    return exports;
+}
+
+TEST(AuxiliaryLibrary, ExportsWhatIsAgreedAndNothingElse) {
+    HMODULE library = LoadLibraryW(Widen(platform::ProgramFolder() + "\\nwaux6.dll").c_str());
+    ASSERT_NE(library, nullptr);
+    EXPECT_EQ(ExportsOf(library),
+              (std::vector<std::string>{"_change_filesize", "_change_filesize64", "_flush_file"}));
+    using Change = std::int32_t (*)(const char*, std::int32_t);
+    using Flush = std::int32_t (*)(const char*);
+    const auto change = reinterpret_cast<Change>(
+        reinterpret_cast<void (*)()>(GetProcAddress(library, "_change_filesize")));
+    const auto flush = reinterpret_cast<Flush>(
+        reinterpret_cast<void (*)()>(GetProcAddress(library, "_flush_file")));
+    wchar_t temporary[MAX_PATH + 1];
+    ASSERT_GT(GetTempPathW(MAX_PATH, temporary), 0u);
+    const std::string path = Narrow(temporary) + "\\nwaux6-" +
+                             std::to_string(GetCurrentProcessId()) + ".tmp"; // ours by its number
+    platform::File file;
+    ASSERT_EQ(platform::OpenFile(path, platform::Access::CreateNew, file), platform::Fault::None);
+    EXPECT_LT(change(path.c_str(), -1), 0) << "open for writing elsewhere";
+    ASSERT_EQ(platform::CloseFile(file), platform::Fault::None);
+    EXPECT_EQ(change(path.c_str(), 70000), 0);
+    EXPECT_EQ(change(path.c_str(), -1), 0);
+    std::uint64_t length = 0;
+    EXPECT_EQ(platform::ReadFileLength(path, length), platform::Fault::None);
+    EXPECT_EQ(length, 70000u);
+    EXPECT_EQ(flush(path.c_str()), 0);
+    EXPECT_EQ(platform::RemoveFile(path), platform::Fault::None);
+    EXPECT_LT(change(path.c_str(), 1), 0);
+    EXPECT_LT(change(path.c_str(), -5), 0);
+    EXPECT_LT(change(nullptr, -1), 0);
+    EXPECT_LT(change("", -1), 0);
+    EXPECT_NE(flush(nullptr), 0);
+    EXPECT_FALSE(platform::FileExists(path)) << "it makes no files";
+    FreeLibrary(library);
+}

@@ -1,0 +1,157 @@
+// The contract's world on Windows, or on Wine.
+#include "contract/ContractWorld.h"
+
+#include "platform/win32/Wide.h"
+
+#include <windows.h>
+
+namespace contract {
+namespace {
+
+std::string scratch;
+HANDLE held = INVALID_HANDLE_VALUE;
+
+std::string Environment(const wchar_t* name) {
+    wchar_t value[1024];
+    const DWORD length = GetEnvironmentVariableW(name, value, 1024);
+    return length > 0 && length < 1024 ? platform::Narrow({value, length}) : std::string();
+}
+
+/// On Wine: a file's name on the host, in quotes; "" elsewhere.
+std::wstring HostName(const std::wstring& path) {
+    using UnixName = char*(CDECL*)(const wchar_t*);
+    const auto unixName = reinterpret_cast<UnixName>(reinterpret_cast<void (*)()>(
+        GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    char* name = unixName != nullptr ? unixName(path.c_str()) : nullptr;
+    const std::wstring quoted =
+        name != nullptr ? L"\"" + platform::Widen(name) + L"\"" : std::wstring();
+    HeapFree(GetProcessHeap(), 0, name);
+    return quoted;
+}
+
+/// Lets a program of the host make or remove a link, as Wine says that it makes links and makes
+/// none. True when `path` is there, or gone, in the end.
+bool LetHostLink(std::wstring line, const std::wstring& path, bool toBeThere) {
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process;
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                        &process))
+        return false;
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    for (int i = 0; i < 200; ++i) { // a program of the host cannot be waited for
+        if ((GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) == toBeThere)
+            return true;
+        Sleep(10);
+    }
+    return false;
+}
+
+void RemoveLink(const std::wstring& path) {
+    const std::wstring name = HostName(path);
+    if (name.empty())
+        RemoveDirectoryW(path.c_str());
+    else
+        LetHostLink(L"\\\\?\\unix\\bin\\unlink " + name, path, false);
+}
+
+/// Removes a folder with all in it, links as links. Nothing but the scratch folder.
+void RemoveBelow(const std::wstring& folder) {
+    const std::wstring top = platform::WidePath(scratch);
+    if (scratch.empty() || folder.compare(0, top.size(), top) != 0)
+        return;
+    WIN32_FIND_DATAW found;
+    HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
+        const std::wstring name = found.cFileName;
+        const std::wstring path = folder + L"\\" + name;
+        if (name == L"." || name == L"..")
+            continue;
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+            DeleteFileW(path.c_str());
+        } else if ((found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+            RemoveLink(path);
+        } else {
+            RemoveBelow(path);
+        }
+    }
+    if (search != INVALID_HANDLE_VALUE)
+        FindClose(search);
+    RemoveDirectoryW(folder.c_str());
+}
+
+} // namespace
+
+std::string MakeScratchFolder() {
+    std::string base = Environment(L"NW_TEST_FOLDER");
+    if (base.empty())
+        base = Environment(L"TEMP");
+    if (base.empty())
+        return {};
+    scratch = base + "\\nullwright-contract-" + std::to_string(GetCurrentProcessId());
+    RemoveBelow(platform::WidePath(scratch));
+    if (!CreateDirectoryW(platform::WidePath(scratch).c_str(), nullptr))
+        scratch.clear();
+    return scratch;
+}
+
+void RemoveScratchFolder() {
+    RemoveBelow(platform::WidePath(scratch));
+    scratch.clear();
+}
+
+std::string SmallDrive() {
+    return Environment(L"NW_SMALL_DRIVE");
+}
+
+bool HoldFile(const std::string& path) {
+    held = CreateFileW(platform::WidePath(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
+                       nullptr);
+    return held != INVALID_HANDLE_VALUE;
+}
+
+void LetGoOfFile() {
+    if (held != INVALID_HANDLE_VALUE)
+        CloseHandle(held);
+    held = INVALID_HANDLE_VALUE;
+}
+
+bool MakeFolderLink(const std::string& path, const std::string& target) {
+    const std::wstring link = platform::Widen(path);
+    constexpr DWORD withoutPrivilege = 2; // SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE
+    return (CreateSymbolicLinkW(link.c_str(), platform::Widen(target).c_str(),
+                                SYMBOLIC_LINK_FLAG_DIRECTORY | withoutPrivilege) &&
+            GetFileAttributesW(link.c_str()) != INVALID_FILE_ATTRIBUTES) ||
+           (!HostName(link).empty() &&
+            LetHostLink(L"\\\\?\\unix\\bin\\ln -s " + HostName(platform::Widen(target)) + L" " +
+                            HostName(link),
+                        link, true));
+}
+
+bool MakeHardLink(const std::string& path, const std::string& other) {
+    return CreateHardLinkW(platform::WidePath(other).c_str(), platform::WidePath(path).c_str(),
+                           nullptr) != 0;
+}
+
+bool KeepsStreams() {
+    DWORD flags = 0;
+    return GetVolumeInformationW(platform::Widen(scratch.substr(0, 3)).c_str(), nullptr, 0, nullptr,
+                                 nullptr, &flags, nullptr, 0) &&
+           (flags & FILE_NAMED_STREAMS) != 0;
+}
+
+bool ReadOnlyBinds() {
+    const std::wstring path = platform::WidePath(scratch + "\\read-only-probe");
+    CloseHandle(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                            FILE_ATTRIBUTE_READONLY, nullptr));
+    HANDLE probe = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (probe != INVALID_HANDLE_VALUE)
+        CloseHandle(probe);
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    DeleteFileW(path.c_str());
+    return probe == INVALID_HANDLE_VALUE;
+}
+
+} // namespace contract
