@@ -109,7 +109,7 @@ std::string CaseOf(const std::string& text, wint_t (*change)(wint_t, locale_t)) 
             continue;
         }
         const unsigned more = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
-        result += static_cast<char>((0xF00u >> more & 0xFFu) | point >> 6 * more);
+        result += static_cast<char>((0xFF00u >> (more + 1) & 0xFFu) | point >> 6 * more);
         for (unsigned k = more; k-- > 0;)
             result += static_cast<char>(0x80u | (point >> 6 * k & 0x3Fu));
     }
