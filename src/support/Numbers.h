@@ -1,6 +1,7 @@
 // Numbers as text by the user's regional settings, rounding, and random draws.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -22,3 +23,5 @@ void ReseedRandom();
 float NextRandom();
 /// The integer part of (high − low + 1) × r, plus low, with r the next uniform number.
 std::int16_t RandomInteger(std::int16_t low, std::int16_t high);
+/// `count` draws of RandomInteger(0, 255) at once, faster than one by one.
+void FillWithRandomBytes(unsigned char* data, std::size_t count);

@@ -1,0 +1,128 @@
+#include "support/Paths.h"
+
+#include "platform/System.h"
+
+#include <algorithm>
+
+namespace {
+
+bool IsAscii(const std::string& text) {
+    for (const char c : text)
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return false;
+    return true;
+}
+
+/// Lower case; the plain letters here, so that a walk over many files does not ask the system for
+/// the case of every one of their names.
+void LowerCaseInto(const std::string& text, std::string& lower) {
+    if (!IsAscii(text)) {
+        lower = platform::LowerCase(text);
+        return;
+    }
+    lower = text;
+    for (char& c : lower)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c + ('a' - 'A'));
+}
+
+/// Where the character after the one at `at` begins in UTF-8 text.
+std::size_t NextCharacter(const std::string& text, std::size_t at) {
+    do
+        ++at;
+    while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80);
+    return at;
+}
+
+bool Matches(const std::string& name, const std::string& pattern) {
+    if (pattern.empty())
+        return !name.empty();
+    std::size_t n = 0, p = 0;
+    while (p < pattern.size()) {
+        if (pattern[p] == '?') {
+            if (n >= name.size())
+                return false;
+            n = NextCharacter(name, n);
+            ++p;
+        } else if (pattern[p] == '*') {
+            // "*?" asks for the same as "?*": the single characters first, then the jump.
+            for (; p < pattern.size() && (pattern[p] == '*' || pattern[p] == '?'); ++p) {
+                if (pattern[p] == '*')
+                    continue;
+                if (n >= name.size())
+                    return false;
+                n = NextCharacter(name, n);
+            }
+            if (p == pattern.size())
+                return true;
+            const std::size_t end = std::min(pattern.find_first_of("*?", p), pattern.size());
+            // The first occurrence, without coming back for a later one: deliberately so.
+            n = name.find(pattern.data() + p, n, end - p);
+            if (n == std::string::npos)
+                return false;
+            n += end - p;
+            p = end;
+        } else {
+            if (n >= name.size() || name[n] != pattern[p])
+                return false;
+            ++n;
+            ++p;
+        }
+    }
+    return n == name.size();
+}
+
+} // namespace
+
+std::string FolderWithBackslash(const std::string& folder) {
+    return folder.empty() ? folder : FolderWithoutBackslash(folder) + "\\";
+}
+
+std::string FolderWithoutBackslash(const std::string& folder) {
+    const std::size_t last = folder.find_last_not_of('\\');
+    return last == std::string::npos ? std::string() : folder.substr(0, last + 1);
+}
+
+std::string FolderPartOf(const std::string& path) {
+    return path.substr(0, path.rfind('\\') + 1); // without a backslash npos + 1 is 0
+}
+
+std::string FileNameOf(const std::string& path) {
+    return path.substr(path.rfind('\\') + 1);
+}
+
+std::string ExtensionOf(const std::string& path) {
+    const std::string name = FileNameOf(path);
+    const std::size_t point = name.rfind('.');
+    return point == std::string::npos ? std::string() : name.substr(point + 1);
+}
+
+char DriveLetterOf(const std::string& path) {
+    if (path.size() < 2 || path[1] != ':')
+        return 0;
+    const char letter =
+        path[0] >= 'a' && path[0] <= 'z' ? static_cast<char>(path[0] - 'a' + 'A') : path[0];
+    return letter >= 'A' && letter <= 'Z' ? letter : '\0';
+}
+
+int DriveIndexOf(const std::string& path) {
+    const char letter = DriveLetterOf(path);
+    return letter == 0 ? -1 : letter - 'A';
+}
+
+bool MatchesWildcard(const std::string& name, const std::string& pattern, bool matchCase) {
+    if (matchCase)
+        return Matches(name, pattern);
+    // One pattern is matched against very many names: it is lower-cased when it changes only.
+    static std::string strPattern, strLowerPattern, strLowerName;
+    if (pattern != strPattern) {
+        strPattern = pattern;
+        LowerCaseInto(pattern, strLowerPattern);
+    }
+    LowerCaseInto(name, strLowerName);
+    return Matches(strLowerName, strLowerPattern);
+}
+
+bool MatchesFilespec(const std::string& name, const std::string& filespec) {
+    return filespec == "*.*" ? !name.empty() : MatchesWildcard(name, filespec);
+}
