@@ -1,0 +1,208 @@
+#include "engine/FilePurge.h"
+
+#include "engine/EngineNeeds.h"
+#include "engine/FileProc.h"
+#include "engine/OverwriteBuffers.h"
+#include "engine/OverwriteFile.h"
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "ui/Interface.h"
+
+#include <vector>
+
+namespace {
+
+/// What is overwritten together: the file itself, then its alternate data streams.
+struct PurgeTarget {
+    std::string Path;
+    std::int64_t Length = 0;
+};
+
+/// The overwrites of one pass, by purge type index.
+const std::vector<std::int16_t> overwritesOfType[] = {
+    {intRandomValue},
+    {0xAA, 0x55, 0x0A, 0xF5},
+    {0xAA, 0x55, intRandomValue, 0x0A, 0xF5, intRandomValue}};
+
+bool HasSlack(std::int64_t length, std::int32_t clusterSize) {
+    return length < 1 || clusterSize == 0 || length % clusterSize != 0;
+}
+
+/// The file and its streams. A fault must not pass for "no streams": they would be deleted
+/// unpurged.
+platform::Fault ListTargets(const std::string& path, std::uint64_t length,
+                            std::vector<PurgeTarget>& targets) {
+    std::vector<platform::Stream> streams;
+    const platform::Fault fault = platform::ListStreams(path, streams);
+    if (Failed(fault) && fault != platform::Fault::NotSupported)
+        return fault;
+    targets = {{path, static_cast<std::int64_t>(length)}};
+    for (const platform::Stream& stream : streams)
+        targets.push_back({stream.Path, static_cast<std::int64_t>(stream.Length)});
+    return platform::Fault::None;
+}
+
+/// One overwrite of the file and of each stream.
+std::int16_t OverwriteTargets(const std::vector<PurgeTarget>& targets, std::int16_t value,
+                              bool slackOnly, std::int32_t clusterSize) {
+    for (const PurgeTarget& target : targets) {
+        if (slackOnly && !HasSlack(target.Length, clusterSize))
+            continue;
+        lngCurrentFileLength = target.Length;
+        const std::int16_t result = OverwriteFileOnce(target.Path, value, slackOnly, clusterSize);
+        if (result != PurgeDone)
+            return result;
+    }
+    return PurgeDone;
+}
+
+/// Gives the file and its streams back their lengths; false when one of them cannot be had.
+bool RestoreLengths(const std::vector<PurgeTarget>& targets) {
+    bool blnRestored = true;
+    for (const PurgeTarget& target : targets)
+        blnRestored = ChangeFileSize(target.Path, target.Length) >= 0 && blnRestored;
+    return blnRestored;
+}
+
+std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t purgeTypeIndex,
+                          std::int16_t numPasses, bool deleteAfter, bool slackOnly) {
+    const std::string& path = targets.front().Path;
+    const char letter =
+        path[0] >= 'a' && path[0] <= 'z' ? static_cast<char>(path[0] - 'a' + 'A') : path[0];
+    const std::int32_t clusterSize = GetClusterSize(std::string(1, letter));
+    if (slackOnly && !HasSlack(targets.front().Length, clusterSize))
+        return PurgeDone;
+    if (purgeTypeIndex < 0 || purgeTypeIndex > 2)
+        return PurgeBadType;
+    if (clusterSize % 512 != 0 || clusterSize < 512 || clusterSize > 65536)
+        return PurgeBadClusterSize;
+
+    ReseedRandom();
+    intPassesDone = 0;
+    blnFirstOverwrite = true;
+    std::int16_t result = PurgeDone;
+    for (std::int16_t pass = 1; pass <= numPasses && result == PurgeDone; ++pass) {
+        ui::DoEvents();
+        PrepareOverwriteBuffers(clusterSize);
+        for (const std::int16_t value : overwritesOfType[purgeTypeIndex]) {
+            result = OverwriteTargets(targets, value, slackOnly, clusterSize);
+            if (result != PurgeDone)
+                break;
+            blnFirstOverwrite = false;
+        }
+        ++intPassesDone;
+    }
+    if (result == PurgeStopped)
+        return result;
+    if (slackOnly) {
+        if (!RestoreLengths(targets) && result == PurgeDone)
+            result = PurgeLengthNotRestored;
+    } else if (deleteAfter && result == PurgeDone) {
+        if (!DeleteFileClearingAttributes(path, true, true, true))
+            result = PurgeNotDeleted;
+    }
+    return result;
+}
+
+std::uint32_t ReachOf(const platform::FileFacts& facts) {
+    std::uint32_t reach = 0;
+    if ((facts.Attributes & platform::AttributeEncrypted) != 0)
+        reach |= ReachEncrypted;
+    if ((facts.Attributes & platform::AttributeCompressed) != 0)
+        reach |= ReachCompressed;
+    if ((facts.Attributes & platform::AttributeSparse) != 0)
+        reach |= ReachSparse;
+    constexpr std::uint32_t elsewhere = platform::AttributeOffline |
+                                        platform::AttributeRecallOnOpen |
+                                        platform::AttributeRecallOnDataAccess;
+    if ((facts.Attributes & elsewhere) != 0)
+        reach |= ReachCloudPlaceholder;
+    if (facts.HardLinks > 1)
+        reach |= ReachHardLinks;
+    return reach;
+}
+
+/// Everything of PurgeFileWithChecks but its outer form.
+std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
+                           std::int16_t numPasses, bool deleteAfter, bool okReadOnly, bool okSystem,
+                           bool slackOnly, std::uint32_t& reach) {
+    if (path.empty())
+        return PurgeEmptyPath;
+    // One question for all that must be known: asking costs as much as opening the file.
+    platform::FileFacts facts;
+    if (Failed(platform::ReadFileFacts(path, facts)))
+        return PurgeCannotOpen;
+    reach = ReachOf(facts);
+    // The bytes behind a link belong to another name, which nobody chose.
+    if (facts.IsLink || (facts.Attributes & platform::AttributeFolder) != 0)
+        return PurgeCannotOpen;
+    if ((facts.Attributes & platform::AttributeReadOnly) != 0) {
+        if (!okReadOnly)
+            return PurgeReadOnlyRefused;
+        (void)platform::WriteAttributes(path, facts.Attributes ^ platform::AttributeReadOnly);
+        if (Failed(platform::ReadAttributes(path, facts.Attributes)))
+            return PurgeCannotOpen;
+    }
+    if ((facts.Attributes & platform::AttributeSystem) != 0 && !okSystem)
+        return PurgeSystemRefused;
+    if (ChangeFileSize(path, -1) != 0)
+        return PurgeCannotOpen;
+
+    std::vector<PurgeTarget> targets;
+    if (Failed(ListTargets(path, facts.Length, targets)))
+        return PurgeCannotOpen;
+    const std::int16_t result =
+        PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
+    SetMainLine(MainLine::Status, "");
+    RepaintMain();
+    // Cuts away the growth to the cluster boundary, whatever became of the purge; a file that is
+    // gone needs no asking.
+    const bool blnDeleted = result == PurgeDone && deleteAfter && !slackOnly;
+    if (!blnDeleted)
+        (void)RestoreLengths(targets);
+    return result;
+}
+
+} // namespace
+
+std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
+                       bool deleteAfter, bool slackOnly) {
+    if (path.empty())
+        return PurgeEmptyPath;
+    std::uint64_t length = 0;
+    std::vector<PurgeTarget> targets;
+    if (Failed(platform::ReadFileLength(path, length)) ||
+        Failed(ListTargets(path, length, targets)))
+        return PurgeCannotOpen;
+    return PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
+}
+
+bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
+                         std::int16_t numPasses, bool deleteAfter, bool okReadOnly, bool okSystem,
+                         bool slackOnly, std::int32_t /*reserved*/, std::int16_t& resultCode,
+                         std::uint32_t* reach) {
+    std::uint32_t reachBits = 0;
+    resultCode = CheckAndPurge(path, purgeTypeIndex, numPasses, deleteAfter, okReadOnly, okSystem,
+                               slackOnly, reachBits);
+    if (reach != nullptr)
+        *reach = reachBits;
+    return resultCode >= 0;
+}
+
+bool PurgeLibraryReady() {
+    const platform::Fault fault = platform::LoadAuxiliaryLibrary();
+    if (!Failed(fault))
+        return true;
+    std::string text = "The auxiliary library nwaux6.dll ";
+    if (fault == platform::Fault::NotFound)
+        text += "is missing from the program's folder.";
+    else if (fault == platform::Fault::NotSupported)
+        text += "in the program's folder does not belong to this program.";
+    else
+        text += "cannot be loaded: " + platform::FaultText(fault) + ".";
+    text += "\r\nWithout it nothing can be purged. Please install Nullwright again.";
+    ui::MsgBox(text, ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+    return false;
+}

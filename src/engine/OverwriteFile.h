@@ -1,0 +1,20 @@
+// One overwrite of one file, or of one of its streams. Module-level state of the engine.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// Length of the file (or stream) in hand in bytes; the whole-file overwrite raises 0 to 1.
+inline std::int64_t lngCurrentFileLength = 0;
+/// Passes of the current file already finished; for the progress figure only.
+inline std::int16_t intPassesDone = 0;
+/// The file in hand has not been overwritten yet in this purge.
+inline bool blnFirstOverwrite = false;
+
+/// Overwrites a file of lngCurrentFileLength bytes up to the end of its last cluster, or only its
+/// slack, and forces that to the disk. PrepareOverwriteBuffers comes first. 0 done; −2 the file
+/// cannot be opened, −3 a write failed, −7 a small file could not be forced to the disk before it
+/// grew; −12 the user stopped the free-space purge. The file is closed on every way out and keeps
+/// the length to which it has grown.
+std::int16_t OverwriteFileOnce(const std::string& path, std::int16_t value, bool slackOnly,
+                               std::int32_t clusterSize);
