@@ -1,0 +1,119 @@
+#include "disk/DiskPurge.h"
+
+#include "disk/DriveChoice.h"
+#include "disk/DriveCommands.h"
+#include "disk/FileLoop.h"
+#include "disk/FreeSpacePurge.h"
+#include "disk/RunProgress.h"
+#include "engine/FilePurge.h"
+#include "platform/Folders.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "ui/Interface.h"
+
+namespace {
+
+const char* const strTitle = "Purge disk";
+
+void Message(const std::string& strText) {
+    SetMainLine(MainLine::LargePurgeMessage, strText);
+    RepaintMain();
+}
+
+/// Files and folders at the top of the drive. False, after telling the user, when it cannot be
+/// read.
+bool LookAtRoot(DiskPurgeState& state) {
+    const auto fault =
+        platform::EnumerateFolder(state.strRoot, [&](const platform::FolderEntry& entry) {
+            if (entry.IsFolder && !entry.IsLink)
+                state.subfolders.push_back(entry.Name);
+            else if (!entry.IsFolder)
+                ++state.lngTopFiles;
+            return true;
+        });
+    if (Failed(fault))
+        ui::MsgBox("Error: " + platform::FaultText(fault), ui::Buttons::OK, ui::Icon::Exclamation,
+                   "Error");
+    return !Failed(fault);
+}
+
+bool WalkDisk(FileLoop& loop, const DiskPurgeState& state) {
+    if (!state.blnExcludeTopFiles && !WalkFiles(loop, state.strRoot, false))
+        return false;
+    for (const std::string& strName : state.subfolders)
+        if (!state.IsExcluded(strName) && !WalkFiles(loop, state.strRoot + strName, true))
+            return false;
+    return true;
+}
+
+void PurgeFilesOfDisk(const DiskPurgeState& state) {
+    FileLoop loop;
+    loop.strTitle = strTitle;
+    loop.blnErrorBoxes = blnDisplayDialogBoxesDuringRemainderOfPurgeDrive;
+    loop.blnCounting = true;
+    Message("Now counting files to be purged ...");
+    bool blnFinished = WalkDisk(loop, state);
+    if (blnFinished && loop.lngTotal == 0) {
+        EndFileLoop(true);
+        Message("");
+        ui::MsgBox("There are no non-excluded files,\r\nthus there are no files to purge.",
+                   ui::Buttons::OK, ui::Icon::Information, strTitle);
+        return;
+    }
+    if (blnFinished) {
+        SetMainLine(MainLine::Subdirectories2,
+                    loop.lngTotal == 1 ? std::string("One file is being purged.")
+                                       : GroupedDigits(loop.lngTotal) + " files are being purged.");
+        Message("To interrupt this operation upon completion of the current file purge,\r\n"
+                "press the F10 key twice and wait for the 'Cancel?' query.");
+        loop.blnCounting = false;
+        BeginRunProgress();
+        blnFinished = WalkDisk(loop, state);
+        EndRunProgress();
+    }
+    EndFileLoop(blnFinished);
+    SetMainLine(MainLine::Subdirectories2, "");
+    Message(blnFinished ? "The disk has been purged (except for excluded files)."
+                        : "\r\nPurge disk was stopped.");
+    if (const std::string strUndone = UndoneText(loop); !strUndone.empty())
+        ui::MsgBox(strUndone, ui::Buttons::OK, ui::Icon::Information, strTitle);
+}
+
+void PurgeDisk() {
+    DiskPurgeState state;
+    state.chrDrive = ChooseWritableDrive("Purge (wipe) which drive?", strTitle);
+    if (state.chrDrive == 0)
+        return;
+    state.strRoot = std::string(1, state.chrDrive) + ":\\";
+    blnPurgingDrive = true;
+    float sngSpeed = 0;
+    if (!MeasureSpeed(state, sngSpeed) || !ShowDiskEstimate(state, sngSpeed) ||
+        !LookAtRoot(state) || !ShowPlan(state) || !AskAboutTopFiles(state) ||
+        !AskAboutTopFolders(state) || !AskAboutSystemFolders(state) ||
+        !AcceptFillingOf(state.chrDrive, strTitle) || !AskAboutInterruption()) {
+        SetMainLine(MainLine::Subdirectories2, "");
+        return;
+    }
+    blnStop = false;
+    const auto result = PurgeFreeSpaceOf(state.chrDrive, strTitle);
+    if (result == FreeSpaceResult::Stopped || result == FreeSpaceResult::Failed ||
+        (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive && !ShowFilesNext(state))) {
+        SetMainLine(MainLine::Subdirectories2, "");
+        Message("Purge disk cancelled.");
+        return;
+    }
+    blnStop = false;
+    PurgeFilesOfDisk(state);
+}
+
+} // namespace
+
+void PurgeDiskCommand() {
+    RunDriveCommand([] {
+        blnStop = false;
+        SetMainLine(MainLine::LargePurgeMessage, "");
+        if (PurgeLibraryReady())
+            PurgeDisk();
+    });
+}

@@ -1,0 +1,94 @@
+#include "disk/DriveChoice.h"
+
+#include "disk/DiskProc.h"
+#include "disk/FillDisk.h"
+#include "platform/Drives.h"
+#include "platform/System.h"
+#include "selection/Selection.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+namespace {
+
+void Refuse(const std::string& strText, const std::string& strTitle) {
+    ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+}
+
+} // namespace
+
+std::string FindDrives(const std::string& strTitle) {
+    std::string strLetters = platform::DriveLetters();
+    if (strLetters.empty())
+        Refuse("Cannot find any disk drive.", strTitle);
+    return strLetters;
+}
+
+bool CheckDriveWritable(char chrDrive, const std::string& strTitle) {
+    const std::string strDrive(1, chrDrive);
+    const std::string strRoot = strDrive + ":\\";
+    const auto type = platform::TypeOfDrive(strRoot);
+    if (type == platform::DriveType::Remote) {
+        Refuse("Drive " + strDrive +
+                   " is a network drive.\r\n"
+                   "Only the drives of this computer itself can be purged.",
+               strTitle);
+        return false;
+    }
+    if (!IsDriveReady(strRoot)) {
+        Refuse(std::string("There is no ") +
+                   (type == platform::DriveType::CdRom ? "CD-ROM" : "disk") + " in Drive " +
+                   strDrive + ".",
+               strTitle);
+        return false;
+    }
+    platform::VolumeFacts facts;
+    const auto fault = platform::ReadVolumeFacts(strRoot, facts);
+    // A disc whose file system tells nothing is taken for what discs mostly are.
+    if (Failed(fault) ? type == platform::DriveType::CdRom : facts.ReadOnly) {
+        Refuse("The disk in Drive " + strDrive + " is read-only.\r\nNothing on it can be purged.",
+               strTitle);
+        return false;
+    }
+    return true;
+}
+
+char ChooseWritableDrive(const std::string& strQuestion, const std::string& strTitle) {
+    const std::string strLetters = FindDrives(strTitle);
+    if (strLetters.empty())
+        return 0;
+    const char chrDrive = ChooseDrive(strQuestion, strLetters);
+    return chrDrive != 0 && CheckDriveWritable(chrDrive, strTitle) ? chrDrive : '\0';
+}
+
+bool AcceptFillingOf(char chrDrive, const std::string& strTitle) {
+    if (DriveLetterOf(platform::SystemFolder()) != chrDrive)
+        return true;
+    const std::string strDrive(1, chrDrive);
+    return ui::MsgBox("Windows runs from Drive " + strDrive +
+                          ".  While its free space is being purged\r\n"
+                          "Windows and all other programs have no free space on this drive.\r\n"
+                          "Save your work and close other programs first.\r\n\r\n"
+                          "Click 'OK' to continue or 'Cancel' to terminate this operation.",
+                      ui::Buttons::OKCancel, ui::Icon::Exclamation, strTitle) == ui::AnswerOK;
+}
+
+bool AskToContinue(const std::string& strText, const std::string& strTitle) {
+    return ui::MsgBox(strText, ui::Buttons::OKCancel, ui::Icon::Information, strTitle) ==
+           ui::AnswerOK;
+}
+
+void RunDriveCommand(const std::function<void()>& command) {
+    EnableMenu(false);
+    command();
+    (void)DeleteDummyFiles(FillDisk.strDummyFolder);
+    FillDisk.intTestQuantity = 0;
+    blnStop = false;
+    blnPurgingFreeSpace = false;
+    blnPurgingDrive = false;
+    blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
+    SetMainLine(MainLine::Status, "");
+    ShowMainProgress(-1);
+    EnableMenu(true);
+}

@@ -1,0 +1,156 @@
+#include "disk/FileLoop.h"
+
+#include "disk/RunProgress.h"
+#include "engine/FilePurge.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+#include <utility>
+#include <vector>
+
+namespace {
+
+const char* const strGoOn = "Click 'OK' to continue, or 'Cancel' to terminate this operation.";
+
+/// Asks whether to go on; on Cancel the loop ends with blnStop set.
+bool GoOn(const FileLoop& loop, const std::string& strText) {
+    if (ui::MsgBox(strText + strGoOn, ui::Buttons::OKCancel, ui::Icon::Question, loop.strTitle) ==
+        ui::AnswerOK) {
+        blnStop = false;
+        return true;
+    }
+    SetMainLine(MainLine::PurgeFoldersMessage, "");
+    blnStop = true;
+    return false;
+}
+
+bool IsSkipped(const std::string& strFolder, const std::string& strName) {
+    if (platform::LowerCase(strFolder) ==
+        platform::LowerCase(FolderWithBackslash(platform::ProgramFolder())))
+        return true;
+    const std::string strLower = platform::LowerCase(strName);
+    return strLower == "pagefile.sys" || ExtensionOf(strLower) == "swp";
+}
+
+/// "Now purging (pass 1):C:\folder\name", with what is done in front from the second file on. No
+/// blank follows the colon: kept so.
+void ShowFile(const FileLoop& loop, std::int16_t intPass, const std::string& strPath) {
+    std::string strText;
+    if (loop.lngPurged >= 2 && loop.lngTotal > 0)
+        strText =
+            GroupedDigits(loop.lngPurged) + " files purged (" +
+            FormatNumber(
+                static_cast<double>(loop.lngPurged) * 100 / static_cast<double>(loop.lngTotal), 0) +
+            "% of " + GroupedDigits(loop.lngTotal) + ").  ";
+    SetMainLine(MainLine::PurgeFoldersMessage,
+                strText + "Now purging (pass" + SignedDigits(intPass) + "):" + strPath);
+}
+
+/// All passes of one file, one by one so that the pass can be shown; deleted after the last.
+std::int16_t PurgeOneFile(FileLoop& loop, const std::string& strPath) {
+    const std::int16_t intPasses = GetNumberOfPasses();
+    std::int16_t intResult = 0;
+    std::uint32_t lngReach = 0;
+    for (std::int16_t intPass = 1; intPass <= intPasses && intResult == 0; ++intPass) {
+        ShowFile(loop, intPass, strPath);
+        (void)PurgeFileWithChecks(strPath, GetPurgeType(), 1, intPass == intPasses, true, true,
+                                  false, 0, intResult, &lngReach);
+    }
+    if (intResult == PurgeDone) {
+        ++loop.lngPurged;
+        if (lngReach != 0)
+            ++loop.lngPartly;
+    } else
+        ++loop.lngFailed;
+    return intResult;
+}
+
+std::string FailureText(std::int16_t intResult) {
+    return intResult == PurgeNotDeleted
+               ? std::string("File deletion error.  File (shown below) may be hidden.")
+               : "An error (" + std::to_string(intResult) + ") has been reported.";
+}
+
+bool VisitFile(FileLoop& loop, const std::string& strPath) {
+    std::int16_t intResult = 0;
+    if (loop.blnCounting)
+        ++loop.lngTotal;
+    else {
+        intResult = PurgeOneFile(loop, strPath);
+        ++loop.lngDone;
+        if (loop.lngTotal > 0)
+            ShowRunProgress(static_cast<double>(loop.lngDone) / static_cast<double>(loop.lngTotal));
+    }
+    ui::DoEvents();
+    if (blnStop && !GoOn(loop, strPath + "\r\n"))
+        return false;
+    // A file that another program holds is passed over without a box.
+    if (intResult >= 0 || intResult == PurgeCannotOpen || !loop.blnErrorBoxes)
+        return true;
+    return GoOn(loop, FailureText(intResult) + "\r\n" + strPath + "\r\n\r\n");
+}
+
+} // namespace
+
+bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders) {
+    const std::string strPath = FolderWithBackslash(strFolder);
+    // Set before the first folder: ends at once. Later: F10 while a folder was being listed.
+    if (blnStop && (!loop.blnBegun || !GoOn(loop, strPath + "\r\n")))
+        return false;
+    loop.blnBegun = true;
+    // The whole list first: purging a file while its folder is being listed could hide others.
+    std::vector<std::string> files, subfolders;
+    const auto fault = platform::EnumerateFolder(strPath, [&](const platform::FolderEntry& entry) {
+        ui::DoEvents();
+        if (entry.IsLink)
+            return true;
+        if (!entry.IsFolder && !IsSkipped(strPath, entry.Name))
+            files.push_back(entry.Name);
+        if (entry.IsFolder && blnSubfolders)
+            subfolders.push_back(entry.Name);
+        return true;
+    });
+    if (Failed(fault) && !loop.blnCounting)
+        ++loop.lngUnreadFolders;
+    for (const std::string& strName : files)
+        if (!VisitFile(loop, strPath + strName))
+            return false;
+    files = {};
+    for (const std::string& strName : subfolders)
+        if (!WalkFiles(loop, strPath + strName, true))
+            return false;
+    return true;
+}
+
+void EndFileLoop(bool blnFinished) {
+    if (blnFinished)
+        blnStop = false;
+    SetMainLine(MainLine::PurgeFoldersMessage, "");
+}
+
+std::string UndoneText(const FileLoop& loop) {
+    const auto Sentence = [](std::int64_t lngCount, const char* strOne, const char* strMany) {
+        return lngCount == 0 ? std::string()
+                             : (lngCount == 1 ? std::string("One ") + strOne
+                                              : GroupedDigits(lngCount) + " " + strMany) +
+                                   "\r\n";
+    };
+    std::string strText =
+        Sentence(loop.lngFailed, "file could not be purged.", "files could not be purged.") +
+        Sentence(loop.lngUnreadFolders, "folder could not be read completely.",
+                 "folders could not be read completely.") +
+        Sentence(loop.lngPartly,
+                 "purged file was encrypted, compressed, sparse, in the cloud or had several "
+                 "names: older copies of its data may remain.",
+                 "purged files were encrypted, compressed, sparse, in the cloud or had several "
+                 "names: older copies of their data may remain.");
+    if (!strText.empty())
+        strText.resize(strText.size() - 2);
+    return strText;
+}

@@ -1,0 +1,29 @@
+// The loop over all files of folder trees that the disk purge and "Purge folders" share: counts
+// them, then purges them one by one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// One operation's loop. The same record serves counting first and purging then.
+struct FileLoop {
+    std::string strTitle;       ///< of its boxes
+    bool blnCounting = false;   ///< only adds up lngTotal
+    bool blnErrorBoxes = true;  ///< a failed file gets its box; else it is only counted
+    std::int64_t lngTotal = 0;  ///< files to purge
+    std::int64_t lngPurged = 0; ///< files purged
+    std::int64_t lngFailed = 0; ///< files that could not be purged
+    std::int64_t lngPartly = 0; ///< purged, but writing in place does not reach all of their data
+    std::int64_t lngUnreadFolders = 0; ///< folders that could not be listed
+    std::int64_t lngDone = 0;          ///< files the loop is through with
+    bool blnBegun = false;             ///< a folder was looked at
+};
+
+/// Walks one folder and, with blnSubfolders, everything below it. Links are neither followed nor
+/// purged through; files in the program's own folder, "pagefile.sys" and *.swp are passed over.
+/// False when the user ended the loop: blnStop is left set then.
+bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders);
+/// Ends counting or purging: clears blnStop unless the user stopped the loop.
+void EndFileLoop(bool blnFinished);
+/// What a run left undone, one sentence per line, "" when nothing.
+std::string UndoneText(const FileLoop& loop);

@@ -1,0 +1,54 @@
+// Purges the free space of a drive by way of dummy files: fills it with files of null bytes, purges
+// each of them through the file purge, and deletes what is left of them.
+#pragma once
+
+#include "platform/Files.h"
+
+#include <cstdint>
+#include <string>
+
+/// How the last WriteDummyFiles ended.
+enum class FillOutcome {
+    NothingWritten, ///< refused, with a message, before the first file
+    Done,           ///< the disk is full, or the test quantity is written
+    Stopped,        ///< the user said Yes to "Cancel?"
+    Faulted         ///< an error other than a full disk; the user was told, unless in a test
+};
+
+/// Module state. All sizes are bytes.
+struct FillDiskState {
+    std::string strDriveRoot;               ///< "X:\", the drive being filled
+    std::string strDummyFolder;             ///< without trailing backslash; "" when there is none
+    std::string strCurrentDummyFile;        ///< the file being written, lower-cased
+    std::int64_t lngBytesInCurrentFile = 0; ///< written to it
+    double dblBytesInFinishedFiles = 0;     ///< of all dummy files already closed
+    double dblFreeSpaceAtStart = 0;         ///< the 100 % mark of the progress text
+    double dblFreeSpaceNow = 0;             ///< as read last, less what was written since
+    std::string strStatusText;              ///< the sentence shown while writing
+
+    /// Mebibytes to write for a speed test; 0 fills the disk. In a test no message is shown but the
+    /// query that answers F10.
+    std::int16_t intTestQuantity = 0;
+    FillOutcome Outcome = FillOutcome::NothingWritten;
+    std::int64_t lngFilesWritten = 0;
+    std::int64_t lngFilesPurged = 0;
+    std::int64_t lngFilesFailed = 0; ///< dummy files that could not be purged
+    platform::File Marker;           ///< keeps the folder marked as in use
+};
+extern FillDiskState FillDisk;
+
+/// "A" and "B" are floppy drives, whatever the system calls them.
+bool IsFloppyLetter(char chrDrive);
+
+/// Fills the drive FillDisk.strDriveRoot, of which dblSpaceInFreeClusters and intNumDummyFiles are
+/// known, with dummy files of at most dblMaxSizeDummyFile bytes. Shows its own messages; the
+/// outcome is in FillDisk. The files are flushed: what counts as written is on the disk.
+void WriteDummyFiles();
+/// Sets the main window's status line to how much is written and how much is still to be.
+void ShowDummyFileProgress();
+/// Purges every dummy file by the current purge type and deletes them and their folder. Always
+/// true; what became of them is in FillDisk, and blnStop is left set when the user stopped it.
+/// Without blnInteractive no dialog is shown. The last argument is not used.
+bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const std::string&);
+/// Deletes our dummy files in a folder of ours, then the folder. True when nothing is left.
+bool DeleteDummyFiles(const std::string& strFolder);

@@ -1,0 +1,154 @@
+// Purging and deleting the dummy files that FillDisk.cpp wrote.
+#include "disk/FillDisk.h"
+
+#include "disk/Folder.h"
+#include "disk/RunProgress.h"
+#include "engine/EngineNeeds.h"
+#include "engine/FileProc.h"
+#include "engine/FilePurge.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/Session.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr int intDeletionTries = 4;
+constexpr int intMillisecondsBetweenTries = 200;
+
+const char* OperationTitle() {
+    return blnPurgingDrive ? "Purge disk" : "Purge free space";
+}
+
+/// SignedDigits gives the blank before the counts.
+std::string CountsText(std::int64_t lngNotPurged) {
+    return "Dummy files purged:" + SignedDigits(FillDisk.lngFilesPurged) +
+           "\r\nDummy files not purged:" + SignedDigits(lngNotPurged) + "\r\n\r\n";
+}
+
+/// The dialog between two files, after a failed file or a stop request. False ends the loop, with
+/// blnStop left set when the user wanted that.
+bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
+                      std::int64_t lngNotPurged) {
+    const bool blnFailed = intResult < 0 && intResult != PurgeStopped;
+    // "Without further interruption from dialog boxes" holds for failures too; F10 is the user's
+    // own interruption and is answered.
+    const bool blnAskOnFailure =
+        blnFailed && (!blnPurgingDrive || blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
+    if (lngNotPurged <= 0) {
+        blnStop = false; // too late to stop anything
+        return true;
+    }
+    if (!blnAskOnFailure && !blnStop)
+        return true;
+    if (blnAskOnFailure &&
+        ui::MsgBox(CountsText(lngNotPurged) + "Error " + std::to_string(intResult) +
+                       " when purging " + FileNameOf(strPath) +
+                       ".\r\nDo you wish to continue with this operation?",
+                   ui::Buttons::YesNo, ui::Icon::Question, OperationTitle()) != ui::AnswerYes) {
+        blnStop = true;
+        return false;
+    }
+    if (lngNotPurged < 2) {
+        ui::MsgBox(CountsText(lngNotPurged) + "The unpurged dummy file will now be deleted.",
+                   ui::Buttons::OK, ui::Icon::Information, OperationTitle());
+        return false;
+    }
+    if (!blnStop)
+        return true;
+    if (ui::MsgBox(CountsText(lngNotPurged) + "Click 'OK' to continue with the next file\r\n"
+                                              "or click 'Cancel' to terminate this operation.",
+                   ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle()) != ui::AnswerOK)
+        return false;
+    blnStop = false;
+    return true;
+}
+
+/// The dummy files, those that do not end with a cluster last: purging writes whole clusters, and
+/// the disk has room for what they lack only when others are purged and deleted.
+bool DummyFilesInOrder(std::int32_t lngCluster, std::vector<DummyFile>& files) {
+    auto fault = platform::Fault::None;
+    for (int intTry = 0; intTry < intDeletionTries; ++intTry) {
+        fault = ListDummyFiles(FillDisk.strDummyFolder, strDummyFileFolderStub, files);
+        if (!Failed(fault))
+            break;
+        ui::Wait(intMillisecondsBetweenTries);
+    }
+    std::stable_partition(files.begin(), files.end(),
+                          [&](const DummyFile& file) { return file.lngLength % lngCluster == 0; });
+    return !Failed(fault);
+}
+
+} // namespace
+
+bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const std::string&) {
+    const std::int32_t lngCluster =
+        std::max(GetClusterSize(std::string(1, DriveLetterOf(FillDisk.strDriveRoot))), 512);
+    const std::int16_t intPurgeType = GetPurgeType();
+    const std::int16_t intNumberOfPasses = GetNumberOfPasses();
+    std::vector<DummyFile> files;
+    if (!DummyFilesInOrder(lngCluster, files))
+        FillDisk.lngFilesFailed = lngNumDummyFiles;
+    if (blnInteractive)
+        BeginRunProgress();
+    std::int64_t lngDone = 0;
+    for (const DummyFile& file : files) {
+        const std::string strPath =
+            DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, file.lngNumber);
+        std::int16_t intResult = 0;
+        (void)PurgeFileWithChecks(strPath, intPurgeType, intNumberOfPasses, true, true, true, false,
+                                  lngCluster, intResult);
+        if (intResult == PurgeDone)
+            ++FillDisk.lngFilesPurged;
+        else if (intResult != PurgeStopped)
+            ++FillDisk.lngFilesFailed;
+        ui::DoEvents();
+        if (!blnInteractive) {
+            if (blnStop)
+                break;
+            continue;
+        }
+        ShowRunProgress(static_cast<double>(++lngDone) / static_cast<double>(files.size()));
+        if ((blnStop || intResult < 0) &&
+            !GoOnWithNextFile(intResult, strPath, lngNumDummyFiles - FillDisk.lngFilesPurged))
+            break;
+    }
+    if (blnInteractive)
+        EndRunProgress();
+    (void)DeleteDummyFiles(FillDisk.strDummyFolder);
+    return true;
+}
+
+bool DeleteDummyFiles(const std::string& strFolder) {
+    if (strFolder.empty())
+        return true;
+    if (strFolder == FillDisk.strDummyFolder && FillDisk.Marker.IsOpen())
+        (void)platform::CloseFile(FillDisk.Marker);
+    // A virus scanner or an indexer may hold a file for a moment.
+    bool blnGone = false;
+    for (int intTry = 0; intTry < intDeletionTries && !blnGone; ++intTry) {
+        if (intTry > 0)
+            ui::Wait(intMillisecondsBetweenTries);
+        std::vector<DummyFile> files;
+        (void)ListDummyFiles(strFolder, strDummyFileFolderStub, files);
+        for (const DummyFile& file : files) {
+            (void)DeleteFileClearingAttributes(
+                DummyFilePath(strFolder, strDummyFileFolderStub, file.lngNumber), true, true, true);
+            ui::DoEvents();
+        }
+        const auto fault = RemoveDummyFolder(strFolder, strDummyFileFolderStub);
+        blnGone = !Failed(fault) || fault == platform::Fault::NotEmpty;
+    }
+    if (!blnGone)
+        ui::MsgBox("Not all dummy files could be deleted.  They are in the folder\r\n" + strFolder +
+                       "\r\nDelete this folder yourself, or let Nullwright remove it at its next "
+                       "start.",
+                   ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+    if (strFolder == FillDisk.strDummyFolder)
+        FillDisk.strDummyFolder.clear();
+    return blnGone;
+}

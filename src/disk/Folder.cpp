@@ -1,0 +1,167 @@
+#include "disk/Folder.h"
+
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+namespace {
+
+constexpr std::size_t intSuffixDigits = 16;
+
+/// A number that no earlier run has used: clock and a counter, well mixed (the finaliser of
+/// SplitMix64, whose constants these are).
+std::uint64_t UniqueNumber() {
+    static std::uint64_t lngCalls = 0;
+    auto z = platform::TickCount() * 86400000 +
+             static_cast<std::uint64_t>(platform::SecondsSinceMidnight() * 1000) +
+             ++lngCalls * 0x9E3779B97F4A7C15;
+    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;
+    z = (z ^ (z >> 27)) * 0x94D049BB133111EB;
+    return z ^ (z >> 31);
+}
+
+std::string HexDigits(std::uint64_t number) {
+    std::string digits(intSuffixDigits, '0');
+    for (std::size_t i = intSuffixDigits; i-- > 0; number >>= 4)
+        digits[i] = "0123456789abcdef"[number & 15];
+    return digits;
+}
+
+/// The digits behind stub + "_" in a folder name of ours, "" for any other name.
+std::string SuffixOf(const std::string& strName, const std::string& strStub) {
+    const std::string start = strStub + "_";
+    if (strName.size() != start.size() + intSuffixDigits || !strName.starts_with(start))
+        return {};
+    const std::string suffix = strName.substr(start.size());
+    return suffix.find_first_not_of("0123456789abcdef") == std::string::npos ? suffix
+                                                                             : std::string();
+}
+
+/// The marker is empty: it takes no cluster, which would then escape the purge.
+std::string MarkerName(const std::string& strSuffix) {
+    return "nullwright-" + strSuffix + ".mark";
+}
+
+/// The number in a name stub + number as we write it, 0 for any other name.
+std::int64_t DummyNumberOf(const std::string& strName, const std::string& strStub) {
+    if (!platform::LowerCase(strName).starts_with(platform::LowerCase(strStub)))
+        return 0;
+    const std::string digits = strName.substr(strStub.size());
+    if (digits.empty() || digits.size() > 15 || digits[0] == '0' ||
+        digits.find_first_not_of("0123456789") != std::string::npos)
+        return 0;
+    return std::stoll(digits);
+}
+
+} // namespace
+
+std::string MakeDummyFolder(const std::string& strDriveRoot, const std::string& strStub,
+                            platform::File& marker) {
+    for (int intTry = 0; intTry < 10; ++intTry) {
+        const std::string suffix = HexDigits(UniqueNumber());
+        const std::string strFolder = FolderWithBackslash(strDriveRoot) + strStub + "_" + suffix;
+        const auto fault = platform::MakeFolder(strFolder);
+        if (fault == platform::Fault::AlreadyExists)
+            continue;
+        if (Failed(fault))
+            return {};
+        if (!Failed(platform::OpenFile(strFolder + "\\" + MarkerName(suffix),
+                                       platform::Access::CreateNew, marker)))
+            return strFolder;
+        // Without its marker the folder would not be known as ours after a crash.
+        if (Failed(platform::RemoveFolder(strFolder)))
+            (void)platform::RemoveFolder(strFolder);
+        return {};
+    }
+    return {};
+}
+
+bool IsDummyFolder(const std::string& strFolder, const std::string& strStub) {
+    const std::string suffix = SuffixOf(FileNameOf(strFolder), strStub);
+    if (suffix.empty())
+        return false;
+    if (platform::FileExists(strFolder + "\\" + MarkerName(suffix)))
+        return true;
+    bool blnEmpty = true;
+    const auto fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry&) {
+        blnEmpty = false;
+        return false;
+    });
+    return !Failed(fault) && blnEmpty;
+}
+
+platform::Fault ListDummyFiles(const std::string& strFolder, const std::string& strStub,
+                               std::vector<DummyFile>& files) {
+    if (SuffixOf(FileNameOf(strFolder), strStub).empty())
+        return platform::Fault::InvalidName;
+    std::vector<DummyFile> found;
+    const auto fault =
+        platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
+            ui::DoEvents();
+            if (entry.IsFolder || entry.IsLink)
+                return true;
+            if (const auto lngNumber = DummyNumberOf(entry.Name, strStub); lngNumber > 0)
+                found.push_back({lngNumber, static_cast<std::int64_t>(entry.Length)});
+            return true;
+        });
+    if (!Failed(fault))
+        files = std::move(found);
+    return fault;
+}
+
+std::string DummyFilePath(const std::string& strFolder, const std::string& strStub,
+                          std::int64_t lngNumber) {
+    return strFolder + "\\" + strStub + std::to_string(lngNumber);
+}
+
+platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::string& strStub) {
+    const std::string suffix = SuffixOf(FileNameOf(strFolder), strStub);
+    if (suffix.empty())
+        return platform::Fault::InvalidName;
+    bool blnDummies = false, blnOthers = false;
+    auto fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
+        blnDummies = blnDummies || DummyNumberOf(entry.Name, strStub) > 0;
+        blnOthers = blnOthers || entry.Name != MarkerName(suffix);
+        return !blnDummies;
+    });
+    if (fault == platform::Fault::NotFound)
+        return platform::Fault::None;
+    if (Failed(fault))
+        return fault;
+    // The marker goes after the last dummy file: whatever interrupts us, the folder is known as
+    // ours as long as one is in it.
+    if (blnDummies)
+        return platform::Fault::AccessDenied;
+    fault = platform::RemoveFile(strFolder + "\\" + MarkerName(suffix));
+    if (Failed(fault) && fault != platform::Fault::NotFound)
+        return fault;
+    if (blnOthers)
+        return platform::Fault::NotEmpty;
+    fault = platform::RemoveFolder(strFolder);
+    return fault == platform::Fault::NotFound ? platform::Fault::None : fault;
+}
+
+std::vector<std::string> FindLeftoverDummyFolders(const std::string& strDriveRoot,
+                                                  const std::string& strStub) {
+    std::vector<std::string> folders;
+    const std::string strRoot = FolderWithBackslash(strDriveRoot);
+    // A root that cannot be read has nothing that we could remove.
+    (void)platform::EnumerateFolder(strRoot, [&](const platform::FolderEntry& entry) {
+        if (entry.IsFolder && !entry.IsLink && !SuffixOf(entry.Name, strStub).empty())
+            folders.push_back(strRoot + entry.Name);
+        return true;
+    });
+    std::erase_if(folders, [&](const std::string& strFolder) {
+        if (!IsDummyFolder(strFolder, strStub))
+            return true;
+        const std::string suffix = SuffixOf(FileNameOf(strFolder), strStub);
+        platform::File marker;
+        const auto fault = platform::OpenFile(strFolder + "\\" + MarkerName(suffix),
+                                              platform::Access::Change, marker);
+        if (!Failed(fault))
+            (void)platform::CloseFile(marker);
+        return fault == platform::Fault::SharingViolation;
+    });
+    return folders;
+}

@@ -1,0 +1,215 @@
+#include "disk/FreeSpacePurge.h"
+
+#include "disk/DiskProc.h"
+#include "disk/DriveChoice.h"
+#include "disk/DriveCommands.h"
+#include "disk/FillDisk.h"
+#include "disk/Folder.h"
+#include "engine/FilePurge.h"
+#include "platform/Drives.h"
+#include "report/TimeEstimates.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "ui/Interface.h"
+
+#include <cmath>
+#include <vector>
+
+namespace {
+
+constexpr double dblStandardDummySize = 52428800;
+/// A FAT32 folder holds 65,536 entries, of which a name of ours takes two. Where standard dummies
+/// would come near that, larger ones are used, well below the file system's limit of 4 GiB.
+constexpr std::int64_t lngMostFilesOnFat = 16000;
+constexpr double dblDummySizeOnFat = 1073741824;
+
+const char* const strPurged = "The free space has been purged.";
+const char* const strStopped = "Purging of free space was stopped.";
+
+double BytesPerDummy() {
+    return dblSpaceInFreeClusters / static_cast<double>(intNumDummyFiles);
+}
+
+std::string AnnouncementText(char chrDrive) {
+    std::string strText =
+        FreeSpaceSizeText(std::string(1, chrDrive), dblSpaceInFreeClusters) + "\r\n\r\n" +
+        (intNumDummyFiles == 1 ? std::string("A dummy file will now be written to fill this space.")
+                               : GroupedDigits(intNumDummyFiles) +
+                                     " dummy files will now be written to fill this space.") +
+        "\r\n\r\n";
+    const float sngSpeed = sngPurgeSpeeds[static_cast<std::size_t>(chrDrive - 'A')];
+    const std::string strFiles = intNumDummyFiles == 1 ? "the dummy file" : "the dummy files";
+    if (sngSpeed > 0) {
+        const auto intOverwrites = GetNumOverwrites();
+        strText += "Assuming a disk write speed (as measured) of " + FormatNumber(sngSpeed, 2) +
+                   " MB/sec\r\nand using an adjustment factor of " +
+                   FormatNumber(AdjustmentFactor(BytesPerDummy() / 1048576), 2) +
+                   "\r\nthis will take about " + EstimateDurationText(SecondsToFill(chrDrive)) +
+                   ".\r\n\r\nPurging " + strFiles + " will then take about " +
+                   (intOverwrites == 1 ? std::string("the same time.")
+                                       : std::to_string(intOverwrites) + " times as long.");
+    } else
+        strText += std::string("It is advisable to test the purge speed of Drive ") + chrDrive +
+                   " first,\r\nso as to get an estimate of the time required.";
+    return strText + "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.";
+}
+
+std::string WrittenText() {
+    return (FillDisk.lngFilesWritten == 1
+                ? std::string("One dummy file has been written.")
+                : GroupedDigits(FillDisk.lngFilesWritten) + " dummy files have been written.") +
+           "\r\nThis has overwritten all the free space with null bytes.\r\n"
+           "This provides some security but is not very secure.\r\n\r\n"
+           "Do you wish to continue with the purge?";
+}
+
+void DeleteDummiesWithMessage() {
+    if (FillDisk.strDummyFolder.empty())
+        return;
+    SetMainLine(MainLine::LargePurgeMessage, "Deleting dummy files ...");
+    RepaintMain();
+    (void)DeleteDummyFiles(FillDisk.strDummyFolder);
+}
+
+FreeSpaceResult FillAndPurge(const std::string& strTitle) {
+    WriteDummyFiles();
+    if (FillDisk.Outcome != FillOutcome::Done) {
+        DeleteDummiesWithMessage();
+        return FillDisk.Outcome == FillOutcome::Stopped ? FreeSpaceResult::Stopped
+                                                        : FreeSpaceResult::Failed;
+    }
+    if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive &&
+        !AskToContinue(WrittenText(), strTitle)) {
+        DeleteDummiesWithMessage();
+        return FreeSpaceResult::Stopped;
+    }
+    SetMainLine(MainLine::LargePurgeMessage,
+                (FillDisk.lngFilesWritten == 1
+                     ? std::string("One dummy file is being purged.")
+                     : GroupedDigits(FillDisk.lngFilesWritten) + " dummy files are being purged.") +
+                    "\r\nTo stop the current dummy file purge, press the F10 key twice.");
+    RepaintMain();
+    (void)PurgeDummyFiles(true, FillDisk.lngFilesWritten, "");
+    return blnStop ? FreeSpaceResult::Stopped : FreeSpaceResult::Purged;
+}
+
+std::string ResultText(FreeSpaceResult result) {
+    if (result != FreeSpaceResult::Purged)
+        return strStopped;
+    if (FillDisk.lngFilesFailed == 0)
+        return strPurged;
+    return std::string(strPurged) + "\r\n" +
+           (FillDisk.lngFilesFailed == 1
+                ? std::string("But one dummy file")
+                : "But " + GroupedDigits(FillDisk.lngFilesFailed) + " dummy files") +
+           " could not be purged:\r\nthat space was overwritten with null bytes only.";
+}
+
+} // namespace
+
+bool ReadFreeSpace(char chrDrive) {
+    const std::string strRoot = std::string(1, chrDrive) + ":\\";
+    double dblBytes = -1, dblTotal = 0;
+    if (GetClusterSizeAndFreeSpace(strRoot, dblBytes) < 0 &&
+        GetDiskSpaceEx(strRoot, dblBytes, dblTotal) != 0)
+        return false;
+    dblSpaceInFreeClusters = dblBytes;
+    return true;
+}
+
+void PlanDummyFiles(char chrDrive) {
+    const auto Count = [] {
+        return static_cast<std::int64_t>(std::ceil(dblSpaceInFreeClusters / dblMaxSizeDummyFile));
+    };
+    dblMaxSizeDummyFile = dblStandardDummySize;
+    intNumDummyFiles = Count();
+    platform::VolumeFacts facts;
+    if (intNumDummyFiles > lngMostFilesOnFat &&
+        !Failed(platform::ReadVolumeFacts(std::string(1, chrDrive) + ":\\", facts)) &&
+        facts.FileSystem.starts_with("FAT")) {
+        dblMaxSizeDummyFile = dblDummySizeOnFat;
+        intNumDummyFiles = Count();
+    }
+}
+
+double SecondsToFill(char chrDrive) {
+    const float sngSpeed = sngPurgeSpeeds[static_cast<std::size_t>(chrDrive - 'A')];
+    if (sngSpeed <= 0 || intNumDummyFiles <= 0)
+        return 0;
+    return dblSpaceInFreeClusters / 1048576 / sngSpeed *
+           AdjustmentFactor(BytesPerDummy() / 1048576);
+}
+
+FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
+    const std::string strDrive(1, chrDrive);
+    FillDisk.Outcome = FillOutcome::NothingWritten;
+    if (!ReadFreeSpace(chrDrive)) {
+        ui::MsgBox("An error occurred when attempting to ascertain\r\n"
+                   "information about the disk in Drive " +
+                       strDrive + ".  ",
+                   ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+        return FreeSpaceResult::Failed;
+    }
+    if (dblSpaceInFreeClusters <= 0) {
+        if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive)
+            ui::MsgBox("There is no free space on the disk in Drive " + strDrive + ".",
+                       ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+        return FreeSpaceResult::NoSpace;
+    }
+    PlanDummyFiles(chrDrive);
+    if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive &&
+        !AskToContinue(AnnouncementText(chrDrive), strTitle))
+        return FreeSpaceResult::Stopped;
+
+    FillDisk.strDriveRoot = strDrive + ":\\";
+    FillDisk.intTestQuantity = 0;
+    blnPurgingFreeSpace = true;
+    const auto result = FillAndPurge(strTitle);
+    blnPurgingFreeSpace = false;
+    dblMaxSizeDummyFile = dblStandardDummySize;
+    SetMainLine(MainLine::Status, "");
+    SetMainLine(MainLine::LargePurgeMessage, ResultText(result));
+    RepaintMain();
+    return result;
+}
+
+void PurgeFreeSpaceCommand() {
+    RunDriveCommand([] {
+        const std::string strTitle = "Purge free space";
+        SetMainLine(MainLine::LargePurgeMessage, "");
+        if (!PurgeLibraryReady())
+            return;
+        const char chrDrive = ChooseWritableDrive("Purge free space on which drive?", strTitle);
+        if (chrDrive == 0 || !AcceptFillingOf(chrDrive, strTitle))
+            return;
+        const auto result = PurgeFreeSpaceOf(chrDrive, strTitle);
+        if (result == FreeSpaceResult::Purged ||
+            (result == FreeSpaceResult::Stopped && FillDisk.Outcome != FillOutcome::NothingWritten))
+            ui::MsgBox(ResultText(result), ui::Buttons::OK, ui::Icon::Information, strTitle);
+    });
+}
+
+void OfferToRemoveLeftoverDummies() {
+    std::vector<std::string> folders;
+    for (const char chrDrive : platform::DriveLetters()) {
+        const std::string strRoot = std::string(1, chrDrive) + ":\\";
+        if (platform::TypeOfDrive(strRoot) != platform::DriveType::Fixed)
+            continue;
+        const auto found = FindLeftoverDummyFolders(strRoot, strDummyFileFolderStub);
+        folders.insert(folders.end(), found.begin(), found.end());
+    }
+    if (folders.empty())
+        return;
+    std::string strText = "A purge of free space was interrupted before its dummy files were "
+                          "deleted.\r\nThey still fill the disk, in ";
+    strText += folders.size() == 1 ? "the folder" : "the folders";
+    for (const std::string& strFolder : folders)
+        strText += "\r\n" + strFolder;
+    if (ui::MsgBox(strText + "\r\n\r\nDo you wish to delete them now?", ui::Buttons::YesNo,
+                   ui::Icon::Question, "Dummy files found") != ui::AnswerYes)
+        return;
+    for (const std::string& strFolder : folders)
+        (void)DeleteDummyFiles(strFolder);
+}

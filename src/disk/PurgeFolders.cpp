@@ -1,0 +1,174 @@
+// "Purge folders": purges all files of chosen subfolders of some folder.
+#include "disk/DriveChoice.h"
+#include "disk/DriveCommands.h"
+#include "disk/FileLoop.h"
+#include "disk/RunProgress.h"
+#include "disk/SystemFolders.h"
+#include "engine/FilePurge.h"
+#include "platform/Folders.h"
+#include "selection/Selection.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "support/StrProc.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t intMostNamesShown = 10;
+constexpr std::size_t intLongName = 40; ///< characters; such a name gets a line of its own
+
+bool HasSubfolders(const std::string& strFolder) {
+    bool blnFound = false;
+    (void)platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
+        blnFound = entry.IsFolder && !entry.IsLink;
+        return !blnFound;
+    });
+    return blnFound;
+}
+
+std::size_t CharactersOf(const std::string& strText) {
+    return static_cast<std::size_t>(std::count_if(strText.begin(), strText.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    }));
+}
+
+std::string SummaryText(const std::vector<std::string>& names) {
+    std::string strText =
+        names.size() == 1
+            ? std::string("One folder will be purged:")
+            : NumberInWords(static_cast<std::int64_t>(names.size())) + " folders will be purged:";
+    strText += "\r\n";
+    for (std::size_t i = 0; i < names.size() && i < intMostNamesShown; ++i)
+        strText += names[i] + (CharactersOf(names[i]) >= intLongName ? "\r\n" : " ");
+    if (names.size() > intMostNamesShown)
+        strText += "and\r\n" +
+                   GroupedDigits(static_cast<std::int64_t>(names.size() - intMostNamesShown)) +
+                   " more.";
+    return strText + "\r\n\r\nClick 'OK' to begin purging these files\r\n"
+                     "or 'Cancel' to terminate this operation.";
+}
+
+bool WalkChosen(FileLoop& loop, const std::string& strFolder,
+                const std::vector<std::string>& names) {
+    for (const std::string& strName : names)
+        if (!WalkFiles(loop, FolderWithBackslash(strFolder) + strName, true))
+            return false;
+    return true;
+}
+
+/// "One file in 3 folders is being purged."
+std::string BeingPurgedText(std::int64_t lngFiles, std::size_t intFolders) {
+    return (lngFiles == 1 ? std::string("One file in ") : GroupedDigits(lngFiles) + " files in ") +
+           (intFolders == 1 ? std::string("one folder ")
+                            : GroupedDigits(static_cast<std::int64_t>(intFolders)) + " folders ") +
+           (lngFiles == 1 ? "is " : "are ") + "being purged.";
+}
+
+std::string PurgedText(std::string strText) {
+    for (const auto& [strOld, strNew] :
+         {std::pair<std::string, const char*>{"is being", "has been"}, {"are being", "have been"}})
+        if (const auto at = strText.find(strOld); at != std::string::npos)
+            strText.replace(at, strOld.size(), strNew);
+    return strText;
+}
+
+bool ConfirmSystemFolders(const std::string& strFolder, const std::vector<std::string>& names,
+                          const std::string& strTitle) {
+    for (const SystemFolder& folder : systemFolders)
+        for (const std::string& strName : names)
+            if (IsSystemFolder(FolderWithBackslash(strFolder) + strName, folder)) {
+                const std::string strPath =
+                    std::string(1, DriveLetterOf(strFolder)) + ":\\" + folder.strName;
+                if (ui::MsgBox("You have included the " + strPath +
+                                   " folder.\r\nAre you sure that you wish to purge all files in "
+                                   "that folder?",
+                               ui::Buttons::YesNoCancel, ui::Icon::Question,
+                               strTitle) != ui::AnswerYes)
+                    return false;
+                break;
+            }
+    return true;
+}
+
+void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& names,
+                 const std::string& strTitle) {
+    FileLoop loop;
+    loop.strTitle = strTitle;
+    loop.blnCounting = true;
+    SetMainLine(MainLine::LargePurgeMessage, "Now counting files to be purged ...");
+    RepaintMain();
+    bool blnFinished = WalkChosen(loop, strFolder, names);
+    if (blnFinished && loop.lngTotal == 0) {
+        SetMainLine(MainLine::LargePurgeMessage, "");
+        SetMainLine(MainLine::Subdirectories2, "");
+        ui::MsgBox("There are no files in any of the selected folders.", ui::Buttons::OK,
+                   ui::Icon::Information, strTitle);
+        return;
+    }
+    const std::string strText = BeingPurgedText(loop.lngTotal, names.size());
+    if (blnFinished) {
+        SetMainLine(MainLine::Subdirectories2, strText);
+        SetMainLine(MainLine::LargePurgeMessage,
+                    "To interrupt this operation upon completion of the current file purge,\r\n"
+                    "press the F10 key twice and wait for the 'Cancel?' query.");
+        RepaintMain();
+        loop.blnCounting = false;
+        BeginRunProgress();
+        blnFinished = WalkChosen(loop, strFolder, names);
+        EndRunProgress();
+    }
+    EndFileLoop(blnFinished);
+    SetMainLine(MainLine::LargePurgeMessage, blnFinished ? "" : "Purge of folders was stopped.");
+    if (blnFinished)
+        SetMainLine(MainLine::Subdirectories2, PurgedText(strText));
+    RepaintMain();
+    if (const std::string strUndone = UndoneText(loop); !strUndone.empty())
+        ui::MsgBox(strUndone, ui::Buttons::OK, ui::Icon::Information, strTitle);
+}
+
+} // namespace
+
+void PurgeFoldersCommand(const std::string& strTitle) {
+    RunDriveCommand([&] {
+        blnStop = false;
+        if (!PurgeLibraryReady())
+            return;
+        if (ui::MsgBox(
+                "Do you wish to purge all files in\r\nselected subfolders of some folder?\r\n"
+                "(Note that all files in all subfolders of the\r\n"
+                "selected subfolders will also be purged.)",
+                ui::Buttons::YesNo, ui::Icon::Question, strTitle) != ui::AnswerYes)
+            return;
+        const std::string strFolder =
+            BrowseFolder("Specify folder containing subfolders to be purged");
+        if (strFolder.empty())
+            return;
+        if (!HasSubfolders(strFolder)) {
+            ui::MsgBox(strFolder + " has no subfolders.\r\n\r\n"
+                                   "If you wish to purge just the files in this folder\r\n"
+                                   "then click on 'Specify folder' to select this folder\r\n"
+                                   "and click on 'Specify files' to select all files.",
+                       ui::Buttons::OK, ui::Icon::Information, strTitle);
+            return;
+        }
+        const auto names = LinesOf(
+            SelectSubfolders(strFolder, "Select subfolders of " + strFolder + " to be purged."));
+        if (names.empty()) {
+            // "subolders": the dropped letter is kept.
+            ui::MsgBox("No subolders were selected.", ui::Buttons::OK, ui::Icon::Information,
+                       strTitle);
+            return;
+        }
+        if (!ConfirmSystemFolders(strFolder, names, strTitle))
+            return;
+        if (ui::MsgBox(SummaryText(names), ui::Buttons::OKCancel, ui::Icon::Question, strTitle,
+                       2) != ui::AnswerOK)
+            return;
+        PurgeChosen(strFolder, names, strTitle);
+    });
+}

@@ -1,0 +1,47 @@
+#include "disk/RunProgress.h"
+
+#include "platform/System.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "support/StrProc.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+/// Before this much time and share of the work a remaining time would be a guess.
+constexpr double dblSecondsBeforeEstimate = 3;
+constexpr double dblFractionBeforeEstimate = 0.005;
+
+std::uint64_t lngStarted = 0;
+std::int64_t lngSecondShown = 0;
+
+} // namespace
+
+void BeginRunProgress() {
+    lngStarted = platform::TickCount();
+    lngSecondShown = 0;
+    SetMainLine(MainLine::EstimatedTime, "");
+    ShowMainProgress(0);
+}
+
+void ShowRunProgress(double dblFraction) {
+    const double dblShare = std::clamp(dblFraction, 0.0, 1.0);
+    const double dblElapsed = static_cast<double>(platform::TickCount() - lngStarted) / 1000;
+    const auto lngSecond = static_cast<std::int64_t>(dblElapsed);
+    if (lngSecond == lngSecondShown)
+        return;
+    lngSecondShown = lngSecond;
+    std::string strText = "Elapsed: " + SecondsText(lngSecond, false) + ".";
+    if (dblElapsed >= dblSecondsBeforeEstimate && dblShare >= dblFractionBeforeEstimate)
+        strText += "  Remaining: about " +
+                   SecondsText(RoundHalfEven(dblElapsed * (1 - dblShare) / dblShare), false) + ".";
+    SetMainLine(MainLine::EstimatedTime, strText);
+    ShowMainProgress(dblShare);
+}
+
+void EndRunProgress() {
+    SetMainLine(MainLine::EstimatedTime, "");
+    ShowMainProgress(-1);
+}

@@ -1,0 +1,158 @@
+#include "disk/SpeedTest.h"
+
+#include "disk/DiskProc.h"
+#include "disk/DriveChoice.h"
+#include "disk/DriveCommands.h"
+#include "disk/FillDisk.h"
+#include "disk/FreeSpacePurge.h"
+#include "engine/FilePurge.h"
+#include "platform/System.h"
+#include "selection/Selection.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Numbers.h"
+#include "support/StrProc.h"
+#include "ui/Interface.h"
+
+namespace {
+
+const char* const strTitle = "Test purge speed";
+constexpr double dblLeastFreeFloppy = 131072;
+constexpr double dblLeastFree = 1048576;
+constexpr double dblMuchFree = 5368709120;
+constexpr double dblSecondsPerDay = 86400;
+constexpr double dblLeastSeconds = 0.001;
+constexpr int intMillisecondsBeforeTest = 1000; ///< lets the disk come to rest
+
+bool Fail(const std::string& strText) {
+    ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+    return false;
+}
+
+std::string TimeFor(double dblSeconds) {
+    return SecondsText(RoundHalfEven(dblSeconds), true);
+}
+
+std::string ResultText(bool blnFloppy, float sngSpeed, std::int16_t intOverwrites) {
+    const auto intPasses = GetNumberOfPasses();
+    const double s = intOverwrites / static_cast<double>(sngSpeed);
+    std::string strText =
+        "The purge speed is approximately " + SpeedText(sngSpeed) +
+        " MB/sec. for a single overwrite.\r\n\r\n"
+        "It thus requires, using the type of purge currently specified (" +
+        (intPasses == 1 ? std::string("1 pass = ") : std::to_string(intPasses) + " passes = ") +
+        (intOverwrites == 1 ? std::string("1 overwrite")
+                            : std::to_string(intOverwrites) + " overwrites") +
+        "), approximately\r\n";
+    if (blnFloppy)
+        strText += TimeFor(1.44 * s) + " to purge a full floppy disk.";
+    else
+        strText += TimeFor(10 * s) + " to purge 10 MB, " + TimeFor(100 * s) +
+                   " to purge 100 MB,\r\n" + TimeFor(1024 * s) + " to purge 1 GB, " +
+                   TimeFor(10240 * s) + " to purge 10 GB,\r\nand " + TimeFor(102400 * s) +
+                   " to purge 100 GB.";
+    if (intOverwrites > 1)
+        strText += "\r\n\r\nTo decrease the time required change the type of purge so as to "
+                   "decrease the number of overwrites.";
+    return strText;
+}
+
+/// Writes and purges the test quantity. The seconds that it took, or a negative number.
+double TimedWriteAndPurge() {
+    const double t0 = platform::SecondsSinceMidnight();
+    WriteDummyFiles();
+    const bool blnWritten =
+        FillDisk.Outcome == FillOutcome::Done && FillDisk.dblBytesInFinishedFiles > 0;
+    if (blnWritten)
+        (void)PurgeDummyFiles(false, FillDisk.lngFilesWritten, "");
+    else
+        (void)DeleteDummyFiles(FillDisk.strDummyFolder);
+    if (!blnWritten || FillDisk.lngFilesPurged != FillDisk.lngFilesWritten)
+        return -1;
+    double dt = platform::SecondsSinceMidnight() - t0;
+    if (dt < 0)
+        dt += dblSecondsPerDay;
+    return dt <= dblLeastSeconds ? dblLeastSeconds : dt;
+}
+
+} // namespace
+
+std::string SpeedText(float sngSpeed) {
+    return FormatNumber(sngSpeed, sngSpeed < 1 ? 3 : 2);
+}
+
+bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
+    const std::string strDrive(1, chrDrive);
+    const bool blnFloppy = IsFloppyLetter(chrDrive);
+    double dblFree = 0, dblTotal = 0;
+    if (GetDiskSpaceEx(strDrive + ":\\", dblFree, dblTotal) != 0 || !ReadFreeSpace(chrDrive))
+        return Fail("An error occurred when attempting to ascertain\r\n"
+                    "information about the disk in Drive " +
+                    strDrive + ".  ");
+    if (dblFree < (blnFloppy ? dblLeastFreeFloppy : dblLeastFree))
+        return Fail((dblFree <= 0 ? "There is no free space on the disk in Drive " + strDrive + "."
+                                  : "Drive " + strDrive + " has only " + FormatNumber(dblFree, 0) +
+                                        " bytes free.") +
+                    (blnFloppy ? "\r\nAt least 128 KB of free space is required for this test."
+                               : "\r\nAt least 1 MB of free space is required for this test."));
+
+    SetMainLine(MainLine::LargePurgeMessage, "Testing Drive " + strDrive + " ...");
+    FillDisk.strDriveRoot = strDrive + ":\\";
+    FillDisk.intTestQuantity = blnFloppy ? 1 : dblFree >= dblMuchFree ? 10 : 5;
+    intNumDummyFiles = 1;
+    SetMainLine(MainLine::EstimatedTime, "");
+    RepaintMain();
+    ui::Wait(intMillisecondsBeforeTest);
+    const double dblSeconds = TimedWriteAndPurge();
+    FillDisk.intTestQuantity = 0;
+    blnStop = false;
+    SetMainLine(MainLine::LargePurgeMessage, "");
+    if (FillDisk.Outcome == FillOutcome::Stopped)
+        return false;
+    if (dblSeconds < 0)
+        return Fail("An error occurred when purging the dummy files.\r\n"
+                    "The test cannot be completed.");
+
+    const auto intOverwrites = GetNumOverwrites();
+    const double dblBytes = FillDisk.dblBytesInFinishedFiles;
+    const auto intDrive = static_cast<std::size_t>(chrDrive - 'A');
+    sngSpeed = static_cast<float>(dblBytes / 1024 / 1024 * intOverwrites / dblSeconds);
+    sngPurgeSpeed = sngSpeed;
+    sngPurgeSpeeds[intDrive] = sngSpeed;
+    dblBytesMeasured[intDrive] = dblBytes;
+    dblSecondsMeasured[intDrive] = dblSeconds;
+    SetMainLine(MainLine::PurgeSpeed,
+                SpeedText(sngSpeed) + " MB/sec. (1 overwrite) for Drive " + strDrive + ".");
+    RepaintMain();
+    if (blnShowResult)
+        ui::MsgBox(ResultText(blnFloppy, sngSpeed, intOverwrites), ui::Buttons::OK,
+                   ui::Icon::Information, strTitle);
+    return true;
+}
+
+void TestPurgeSpeedCommand() {
+    RunDriveCommand([] {
+        if (!PurgeLibraryReady())
+            return;
+        const std::string strLetters = FindDrives(strTitle);
+        if (strLetters.empty())
+            return;
+        const bool blnOne = strLetters.size() == 1;
+        const std::string strQuestion =
+            (blnOne ? "This writes a test file to Drive " + strLetters + " and then purges it " +
+                          "to test the purge speed "
+                    : std::string("This writes a test file to a selected drive and then purges it "
+                                  "to test the purge speed for that drive ")) +
+            "so as to get an approximate estimate of purge time required for other files."
+            "\r\n\r\nDo you wish to proceed with this test?";
+        if (ui::MsgBox(strQuestion, ui::Buttons::YesNo, ui::Icon::Question, strTitle) !=
+            ui::AnswerYes)
+            return;
+        const char chrDrive =
+            blnOne ? strLetters[0] : ChooseDrive("Test purge speed on which drive?", strLetters);
+        float sngSpeed = 0;
+        if (chrDrive != 0 && CheckDriveWritable(chrDrive, strTitle))
+            (void)TestPurgeSpeed(chrDrive, true, sngSpeed);
+    });
+}
