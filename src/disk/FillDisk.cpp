@@ -77,7 +77,11 @@ bool WriteStep(FillWork& work) {
         const auto lngNow = platform::TickCount();
         if (work.blnAskFree || work.dblFree <= dblNearEnd ||
             lngNow - work.lngLastQuery >= lngMillisecondsBetweenQueries) {
-            work.dblFree = GetFreeSpaceFSO(FillDisk.strDriveRoot);
+            double dblFree = 0;
+            work.Error = GetFreeSpaceFSO(FillDisk.strDriveRoot, dblFree);
+            if (Failed(work.Error))
+                return false;
+            work.dblFree = work.dblFreeShown = dblFree;
             work.lngLastQuery = lngNow;
             work.blnAskFree = false;
         }
