@@ -1,0 +1,219 @@
+// The selection dialogs, as a person uses them.
+#include "selection/Selection.h"
+#include "fakes/ProgramTest.h"
+#include "selection/frmDrives.h"
+#include "selection/frmFileSpecification.h"
+#include "selection/frmSubfolders.h"
+#include "shell/Session.h"
+
+using fake::user;
+
+namespace {
+
+struct SelectionTest : ProgramTest {
+    FrmFileSpecification& spec = frmFileSpecification;
+    FrmSubfolders& sub = frmSubfolders;
+
+    void SetUp() override {
+        ProgramTest::SetUp();
+        LoadSelectionForms();
+        for (const char* name : {"a.txt", "b.TXT", "c.doc", "read.me.doc"})
+            fake::PutFile(std::string("C:\\docs\\") + name);
+        fake::PutFile("C:\\docs\\sub\\d.txt");
+    }
+    std::string Ask(const fake::Action& action) {
+        user.Modal(spec, action);
+        return AskFileSpecification("C:\\docs\\");
+    }
+};
+
+TEST_F(SelectionTest, FileSpecificationForms) {
+    const struct {
+        std::size_t Kind;
+        const char* Typed;
+        const char* Result;
+        const char* Matches;
+    } cases[] = {
+        {0, " c.doc ", "c.doc", "One file in this folder matches."},
+        {0, "c:\\DOCS\\c.doc", "c.doc", "One file in this folder matches."},
+        {1, "", "*.*", "Four files in this folder match."},
+        {2, " txt ", "*.txt", "Two files in this folder match."},
+        {2, ".doc", "*.doc", "Two files in this folder match."},
+        {2, "*.xyz", "*.xyz", "No files in this folder match."},
+        {3, " ?.* ", "?.*", "Three files in this folder match."},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.Typed);
+        ui::TextBox* boxes[] = {&spec.txbSingleFile, nullptr, &spec.txbExtension, &spec.txbForm};
+        EXPECT_EQ(c.Result, Ask([&] {
+                      fake::Click(spec.optSpecification[c.Kind]);
+                      if (boxes[c.Kind])
+                          fake::Type(*boxes[c.Kind], c.Typed);
+                      EXPECT_EQ(c.Matches, spec.lblMatches.Caption);
+                      fake::PressEnter(spec);
+                  }));
+    }
+}
+
+TEST_F(SelectionTest, FileSpecificationRefusals) {
+    const struct {
+        std::size_t Kind;
+        const char* Typed;
+        const char* Text;
+    } cases[] = {
+        {2, "tar.gz", "Extension must not contain \".\""},
+        {2, "..txt", "Extension must not contain \".\""},
+        {2, " *. ", "Type the extension."},
+        {2, "a\\b", "A file name cannot contain any of the characters \\ / : < > | \"."},
+        {0, "", "Type the name of the file, or choose it."},
+        {0, "*.doc", "The name of a single file must not contain \"?\" or \"*\"."},
+        {0, "C:\\other\\c.doc",
+         "A file name cannot contain any of the characters \\ / : < > | \"."},
+        {3, "  ", "Type the form of the file names, as in \"report*.doc\"."},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.Typed);
+        ui::TextBox* boxes[] = {&spec.txbSingleFile, nullptr, &spec.txbExtension, &spec.txbForm};
+        EXPECT_EQ("", Ask([&] {
+                      fake::Click(spec.optSpecification[c.Kind]);
+                      fake::Type(*boxes[c.Kind], c.Typed);
+                      user.Box("Error", c.Text, ui::AnswerOK, {ui::Icon::Exclamation, {}, {}});
+                      fake::Click(spec.cmdOK);
+                      EXPECT_TRUE(spec.Visible);
+                      fake::PressEscape(spec);
+                  }));
+    }
+}
+
+TEST_F(SelectionTest, FileSpecificationRemembersAndLetsChoose) {
+    strFilespec = "*.doc";
+    EXPECT_EQ("c.doc", Ask([&] {
+                  EXPECT_TRUE(spec.optSpecification[2].Value);
+                  EXPECT_EQ("doc", spec.txbExtension.Text);
+                  user.OpenFile("Choose the file", "C:\\other\\e.doc");
+                  user.Box("Error", "The file must be in the folder C:\\docs\\.");
+                  fake::Click(spec.cmdChooseFile);
+                  user.OpenFile("Choose the file", "C:\\docs\\c.doc");
+                  fake::Click(spec.cmdChooseFile);
+                  EXPECT_TRUE(spec.optSpecification[0].Value);
+                  fake::Click(spec.cmdOK);
+              }));
+    strFilespec = "a?c.*";
+    EXPECT_EQ("", Ask([&] {
+                  EXPECT_TRUE(spec.optSpecification[3].Value);
+                  fake::Type(spec.txbExtension, "txt"); // typing chooses
+                  EXPECT_TRUE(spec.optSpecification[2].Value);
+                  fake::CloseForm(spec);
+              }));
+    // A folder that is slow or gone is said, and stops nobody.
+    fake::millisecondsPerCall = 0;
+    fake::OnCall(fake::Call::Enumerate,
+                 [](const std::string&) { return platform::Fault::NotReady; });
+    EXPECT_EQ("a?c.*", Ask([&] {
+                  EXPECT_EQ("The folder cannot be read.", spec.lblMatches.Caption);
+                  fake::Click(spec.cmdOK);
+              }));
+}
+
+TEST_F(SelectionTest, SubfoldersByName) {
+    fake::PutFile("C:\\docs\\Program Files (x86)\\a");
+    fake::PutFile("C:\\docs\\Program Files (x86)\\b");
+    fake::PutFolder("C:\\docs\\a (1) (2)\\inner");
+    fake::PutFolderLink("C:\\docs\\link", "C:\\elsewhere");
+    user.Modal(sub, [&] {
+        EXPECT_EQ("Which?", sub.Caption);
+        ASSERT_EQ(3u, sub.lstSubfolders.Items.size()); // without the link
+        EXPECT_EQ("No subfolders are chosen.", sub.lblChosen.Caption);
+        fake::Choose(sub.lstSubfolders, "a (1) (2)  (no files, 1 subfolder)");
+        fake::Choose(sub.lstSubfolders, "sub  (1 file, no subfolders)");
+        fake::Choose(sub.lstSubfolders, "Program Files (x86)  (2 files, no subfolders)");
+        fake::Choose(sub.lstSubfolders, "sub  (1 file, no subfolders)");
+        EXPECT_EQ("Two subfolders are chosen.", sub.lblChosen.Caption);
+        fake::Click(sub.cmdOK);
+    });
+    EXPECT_EQ("a (1) (2)\r\nProgram Files (x86)\r\n", SelectSubfolders("C:\\docs", "Which?"));
+
+    user.Modal(sub, [&] {
+        fake::Click(sub.cmdChooseAll);
+        fake::Click(sub.cmdCancel);
+    });
+    EXPECT_EQ("", SelectSubfolders("C:\\docs\\", "Which?"));
+    user.Modal(sub, [&] {
+        fake::Click(sub.cmdChooseAll);
+        fake::Click(sub.cmdChooseNone);
+        fake::Click(sub.cmdOK);
+    });
+    EXPECT_EQ("", SelectSubfolders("C:\\docs\\", "Which?"));
+}
+
+// Each folder takes long to look into: the dialog is there after a moment, counts on while it is
+// open, and stops counting by F10.
+TEST_F(SelectionTest, SubfoldersAreCountedInSlices) {
+    for (int i = 0; i < 9; ++i)
+        fake::PutFolder("C:\\docs\\n" + std::to_string(i));
+    fake::PutFolder("C:\\docs\\z");
+    fake::OnCall(fake::Call::Enumerate, [](const std::string& path) {
+        fake::Advance(path == "C:\\docs\\" ? 0 : 100);
+        return path == "C:\\docs\\z\\" ? platform::Fault::AccessDenied : platform::Fault::None;
+    });
+    user.Modal(sub, [&] {
+        EXPECT_EQ("n3  (no files, no subfolders)", sub.lstSubfolders.Items[3].Text);
+        EXPECT_EQ("n6  (not counted)", sub.lstSubfolders.Items[6].Text);
+        fake::Choose(sub.lstSubfolders, "n6  (not counted)");
+        for (int i = 0; i < 20; ++i)
+            fake::FireTimers(15);
+        EXPECT_EQ("n6  (no files, no subfolders)", sub.lstSubfolders.Items[6].Text);
+        EXPECT_EQ("z  (cannot be read)", sub.lstSubfolders.Items[10].Text);
+        EXPECT_FALSE(sub.Clock1.Enabled);
+        fake::Click(sub.cmdOK);
+    });
+    EXPECT_EQ("n6\r\n", SelectSubfolders("C:\\docs\\", "Which?"));
+
+    user.Modal(sub, [&] {
+        blnStop = true; // as F10 sets it
+        fake::FireTimers(15);
+        fake::FireTimers(500);
+        EXPECT_FALSE(blnStop);
+        EXPECT_EQ("z  (not counted)", sub.lstSubfolders.Items[10].Text);
+        fake::Choose(sub.lstSubfolders, "z  (not counted)");
+        fake::Click(sub.cmdOK);
+    });
+    EXPECT_EQ("z\r\n", SelectSubfolders("C:\\docs\\", "Which?"));
+}
+
+TEST_F(SelectionTest, DrivesAreShownWithWhatIsKnown) {
+    fake::drives['C'].Label = "Windows";
+    fake::drives['C'].Occupied = 0;
+    fake::AddDrive('D', 1 << 20, 4096, platform::DriveType::Removable);
+    fake::AddDrive('E', 1 << 20, 2048, platform::DriveType::CdRom).MediaPresent = false;
+    user.Modal(frmDrives, [&] {
+        EXPECT_EQ("Which drive?", frmDrives.Caption);
+        EXPECT_EQ(0u, frmDrives.lstDrives.Items[0].Text.rfind("C:  Windows, local disk, ", 0));
+        EXPECT_EQ("D:  removable disk, 1.00 MB free of 1.00 MB", frmDrives.lstDrives.Items[1].Text);
+        EXPECT_FALSE(fake::CanReach(frmDrives.cmdOK)); // none is chosen beforehand
+        fake::DoubleClick(frmDrives.lstDrives, "E:  CD-ROM, no medium");
+    });
+    EXPECT_EQ('E', ChooseDrive("Which drive?", "CDE"));
+    user.Modal(frmDrives, [&] { fake::PressEnter(frmDrives); });
+    EXPECT_EQ('D', ChooseDrive("Which drive?", "D"));
+    user.Modal(frmDrives, [&] { fake::CloseForm(frmDrives); });
+    EXPECT_EQ(0, ChooseDrive("Which drive?", "CD"));
+}
+
+TEST_F(SelectionTest, FoldersOnNetworkSharesAreRefused) {
+    strBrowsePath = "C:\\docs\\";
+    user.Folder("Which folder?", "C:\\docs\\sub");
+    EXPECT_EQ("C:\\docs\\sub\\", BrowseFolder("Which folder?"));
+    EXPECT_EQ("C:\\docs\\", user.DialogFolders.back());
+    user.Folder("Which folder?", "");
+    EXPECT_EQ("", BrowseFolder("Which folder?"));
+    user.Folder("Which folder?", "\\\\server\\share");
+    user.Box("Error",
+             "\\\\server\\share is not on a drive with a letter.\r\n"
+             "Nullwright works only on drives that have a letter, not on network shares\r\n"
+             "or other places.",
+             ui::AnswerOK, {ui::Icon::Exclamation, {}, {}});
+    EXPECT_EQ("", BrowseFolder("Which folder?"));
+}
+
+} // namespace
