@@ -3,6 +3,7 @@
 
 #include "ui/Controls.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -31,6 +32,8 @@ inline bool blnOKToPurgeSensitiveFiles = false;
 inline bool blnFolderNamesOnly = false;
 inline bool blnDeleteEmptyFolders = false;
 
+/// The seven check boxes in the order of the flags above, which is that of a setup file.
+std::array<ui::CheckBox*, 7> PurgeOptionBoxes();
 /// Boxes, flags and the cluster-size cache as at start-up.
 void InitializePurgeOptions();
 /// The cluster size of the drive in bytes, from the cache or the operating system.

@@ -1,0 +1,214 @@
+// Setup files: fourteen lines of text, read item by item.
+#include "settings/SetupFiles.h"
+
+#include "disk/DiskProc.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
+#include "settings/TextFiles.h"
+#include "shell/Session.h"
+#include "support/Paths.h"
+#include "support/ProgramTexts.h"
+#include "ui/Controls.h"
+
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace {
+
+/// Major and minor number of the program's version; the first line of a setup file.
+constexpr const char* strVersion = "1.0";
+
+std::string strNextRunFolder;
+std::string strNextRunPath;
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+bool IsLineEnd(char c) {
+    return c == '\r' || c == '\n';
+}
+
+/// Takes the next item from the front of the text: up to a comma or the end of the line, without
+/// leading blanks. A quoted item ends at its closing quote, so that files edited by hand may hold
+/// a comma. False at the end of the text.
+bool TakeItem(std::string_view& strText, std::string_view& strItem) {
+    std::size_t i = 0;
+    while (i < strText.size() && IsBlank(strText[i]))
+        ++i;
+    if (i == strText.size())
+        return false;
+    std::size_t intEnd = i;
+    if (strText[i] == '"') {
+        const std::size_t intQuote = strText.find('"', i + 1);
+        if (intQuote == std::string_view::npos)
+            return false;
+        strItem = strText.substr(i + 1, intQuote - i - 1);
+        intEnd = intQuote + 1;
+        while (intEnd < strText.size() && strText[intEnd] != ',' && !IsLineEnd(strText[intEnd]))
+            ++intEnd;
+    } else {
+        intEnd = std::min(strText.find_first_of(",\r\n", i), strText.size());
+        strItem = strText.substr(i, intEnd - i);
+    }
+    // CR LF, LF and CR end a line.
+    if (intEnd < strText.size())
+        intEnd += strText.substr(intEnd).starts_with("\r\n") ? 2 : 1;
+    strText.remove_prefix(intEnd);
+    return true;
+}
+
+bool TakeNumber(std::string_view& strText, std::int16_t& intNumber) {
+    std::string_view strItem;
+    if (!TakeItem(strText, strItem))
+        return false;
+    while (!strItem.empty() && IsBlank(strItem.back()))
+        strItem.remove_suffix(1);
+    const char* const chrEnd = strItem.data() + strItem.size();
+    std::int16_t n = 0;
+    const auto result = std::from_chars(strItem.data(), chrEnd, n);
+    if (result.ec != std::errc{} || result.ptr != chrEnd)
+        return false;
+    intNumber = n;
+    return true;
+}
+
+/// True for text that can be a path: no control characters, well-formed UTF-8.
+bool IsCleanText(std::string_view strText) {
+    for (std::size_t i = 0; i < strText.size();) {
+        const auto c = static_cast<unsigned char>(strText[i++]);
+        if (c < 0x20 || c == 0x7F)
+            return false;
+        if (c < 0x80)
+            continue;
+        const int intMore = c >= 0xC2 && c <= 0xDF   ? 1
+                            : c >= 0xE0 && c <= 0xEF ? 2
+                            : c >= 0xF0 && c <= 0xF4 ? 3
+                                                     : 0;
+        if (intMore == 0)
+            return false;
+        std::uint32_t lngCode = c & (0x3Fu >> intMore);
+        for (int k = 0; k < intMore; ++k, ++i) {
+            if (i == strText.size() || (static_cast<unsigned char>(strText[i]) & 0xC0) != 0x80)
+                return false;
+            lngCode = lngCode << 6 | (static_cast<unsigned char>(strText[i]) & 0x3Fu);
+        }
+        const bool blnOverlong = (intMore == 2 && lngCode < 0x800) ||
+                                 (intMore == 3 && (lngCode < 0x10000 || lngCode > 0x10FFFF));
+        if (blnOverlong || (lngCode >= 0xD800 && lngCode <= 0xDFFF))
+            return false;
+    }
+    return true;
+}
+
+/// A folder: empty, or on a drive with a letter. Anything else would be refused where folders are
+/// chosen, too.
+bool TakeFolder(std::string_view& strText, std::string& strFolder) {
+    std::string_view strItem;
+    if (!TakeItem(strText, strItem) || !IsCleanText(strItem))
+        return false;
+    const bool blnOnDrive =
+        strItem.size() > 2 && strItem[2] == '\\' && DriveIndexOf(std::string(strItem)) >= 0;
+    if (!strItem.empty() && !blnOnDrive)
+        return false;
+    strFolder = FolderWithBackslash(std::string(strItem));
+    return true;
+}
+
+} // namespace
+
+std::string SetupText() {
+    std::string strText;
+    const auto line = [&strText](const std::string& strValue) { strText += strValue + "\r\n"; };
+    line(strVersion);
+    line(blnSubdirectories ? "1" : "0");
+    line(blnConfirmFiles ? "1" : "0");
+    line(strDirPath);
+    line(strBrowsePath);
+    line(std::to_string(GetPurgeType()));
+    line(std::to_string(GetNumberOfPasses()));
+    for (const ui::CheckBox* box : PurgeOptionBoxes())
+        line(std::to_string(box->Value));
+    return strText;
+}
+
+bool ApplySetupText(const std::string& text) {
+    std::string_view strRest = text;
+    std::string_view strVersionRead;
+    std::int16_t intSubdirectories = 0, intConfirm = 0, intType = 0, intPasses = 0;
+    std::string strFolder, strBrowse;
+    if (!TakeItem(strRest, strVersionRead) || !TakeNumber(strRest, intSubdirectories) ||
+        !TakeNumber(strRest, intConfirm) || !TakeFolder(strRest, strFolder) ||
+        !TakeFolder(strRest, strBrowse) || !TakeNumber(strRest, intType) ||
+        !TakeNumber(strRest, intPasses))
+        return false;
+
+    // From here on what has been read takes effect, step by step, also when a later step fails.
+    for (ui::CheckBox* box : PurgeOptionBoxes()) {
+        std::int16_t intValue = 0;
+        if (!TakeNumber(strRest, intValue) || intValue < 0 || intValue > 1)
+            return false;
+        box->Value = intValue;
+    }
+
+    if (intSubdirectories < 0 || intSubdirectories > 1)
+        return false;
+    blnSubdirectories = intSubdirectories == 1;
+    if (intConfirm < 0 || intConfirm > 1)
+        return false;
+    blnConfirmFiles = intConfirm == 1;
+
+    // A setup holds no file specification. The old one was meant for the old folder: it goes.
+    strDirPath = strFolder;
+    strBrowsePath = strBrowse;
+    strFilespec.clear();
+    blnMultipleFiles = false;
+
+    if (intType < 0 || intType > 2)
+        return false;
+    const auto intChosen = static_cast<std::size_t>(intType);
+    ui::SelectOption(frmTypeOfPurge.optPurgeType, intChosen);
+    ui::ComboBox& passes = frmTypeOfPurge.cboNumberOfPasses[intChosen];
+    const int intIndex = intPasses - frmTypeOfPurge.intMinNumPasses;
+    if (intIndex < 0 || intIndex >= static_cast<int>(passes.Items.size()))
+        return false;
+    passes.ListIndex = intIndex;
+    return true;
+}
+
+bool ReadSetupFile(const std::string& path) {
+    std::string strText;
+    return ReadTextFile(path, strText) && ApplySetupText(strText);
+}
+
+bool WriteSetupFile(const std::string& path) {
+    return WriteTextFile(path, SetupText());
+}
+
+void FindNextRunSetupPath() {
+    std::string strPlace;
+    if (platform::Failed(platform::ReadApplicationDataFolder(strPlace)))
+        strPlace = FirstFixedDrive();
+    strNextRunFolder.clear();
+    strNextRunPath.clear();
+    if (strPlace.empty())
+        return;
+    strNextRunFolder = FolderWithBackslash(strPlace) + ProgramText(TextNumber::SettingsFolder);
+    strNextRunPath = FolderWithBackslash(strNextRunFolder) +
+                     platform::LowerCase(ProgramText(TextNumber::NextRunStem)) + ".usr";
+}
+
+const std::string& NextRunSetupPath() {
+    return strNextRunPath;
+}
+
+bool MakeNextRunFolder() {
+    if (strNextRunFolder.empty())
+        return false;
+    return platform::FolderExists(strNextRunFolder) ||
+           !platform::Failed(platform::MakeFolder(strNextRunFolder));
+}

@@ -1,0 +1,255 @@
+// The last confirmation before a purge, the purge options, and the cluster sizes.
+#include "settings/frmPurgeConfirmation.h"
+
+#include "disk/DiskProc.h"
+#include "platform/Drives.h"
+#include "support/Paths.h"
+#include "support/ProgramTexts.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+FrmPurgeConfirmation frmPurgeConfirmation;
+
+namespace {
+
+constexpr std::int32_t lngLeastClusterSize = 512; ///< less in the cache means: unknown
+constexpr std::int32_t lngMaxClusterSize = 65536;
+constexpr std::int32_t lngClusterSizeUnknownFloppy = 512; ///< drives A and B
+constexpr std::int32_t lngClusterSizeUnknown = 4096;      ///< what most file systems take
+
+/// Per drive letter; below 512: unknown.
+std::array<std::int32_t, 26> lngClusterSizes{};
+
+// What the dialog is shown for.
+std::string strFolderShown;
+bool blnSingleFileShown = false;
+bool blnFoldersShown = false;
+
+/// "C" for "C:\folder\"; the first letter that there is when the path has none.
+std::string DriveShown() {
+    const char chrDrive = DriveLetterOf(strFolderShown);
+    return chrDrive ? std::string(1, chrDrive) : "";
+}
+
+void GiveFocusToCancel() {
+    if (frmPurgeConfirmation.Visible)
+        ui::SetFocus(frmPurgeConfirmation.cmdCancel);
+}
+
+/// A slack-only purge neither deletes files nor folders. What the user had chosen before comes
+/// back when slack-only is turned off.
+void ApplySlackOnly() {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    const bool blnSlackOnly = f.chkPurgeSlackOnly.Value == 1;
+    if (blnSlackOnly) {
+        f.intDoNotDeleteBefore = static_cast<std::int16_t>(f.chkDoNotDeletePurgedFiles.Value);
+        f.chkDoNotDeletePurgedFiles.Value = 1;
+    } else {
+        f.chkDoNotDeletePurgedFiles.Value = f.intDoNotDeleteBefore;
+    }
+    f.chkDoNotDeletePurgedFiles.Enabled = !blnSlackOnly;
+    f.chkDeleteEmptyFolders.Enabled = !blnSlackOnly;
+    f.lblMessage.Caption =
+        ProgramText(blnSlackOnly ? TextNumber::SlackOnlyNote : TextNumber::OrdinaryNote);
+}
+
+void chkPurgeSlackOnly_Click() {
+    if (frmPurgeConfirmation.Visible)
+        ApplySlackOnly();
+}
+
+void SelectClusterSize(std::int32_t lngSize) {
+    ui::ComboBox& list = frmPurgeConfirmation.cboClusterSize;
+    list.ListIndex = -1;
+    for (std::size_t i = 0; i < list.Items.size(); ++i)
+        if (list.Items[i].Data == lngSize)
+            list.ListIndex = static_cast<int>(i);
+}
+
+void frmPurgeConfirmation_Activate() {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    f.intDoNotDeleteBefore = static_cast<std::int16_t>(f.chkDoNotDeletePurgedFiles.Value);
+    f.chkPurgeSlackOnly.Value = 0;
+    ApplySlackOnly();
+    f.blnAccepted = false;
+    f.cmdDoPurge.Caption = blnSingleFileShown ? "Yes, purge this file" : "Yes, purge these files";
+
+    f.fraClusterSize.Visible = false;
+    const std::string strDrive = DriveShown();
+    SelectClusterSize(GetClusterSize(strDrive));
+    platform::VolumeFacts volume;
+    f.lblFileSystem.Caption = platform::Failed(platform::ReadVolumeFacts(strDrive + ":\\", volume))
+                                  ? ""
+                                  : volume.FileSystem;
+    f.lblFileSystem.Visible = false;
+    f.fraClusterSize.Caption = "Drive " + strDrive;
+    f.fraClusterSize.Visible = true;
+
+    f.chkDeleteEmptyFolders.Visible = blnFoldersShown;
+    if (!blnFoldersShown)
+        f.chkDeleteEmptyFolders.Value = 0;
+    ui::SetFocus(f.cmdCancel);
+}
+
+/// Undoes what slack-only did to the box; the user's own choice stands between showings.
+void GiveBackDoNotDelete() {
+    if (frmPurgeConfirmation.chkPurgeSlackOnly.Value == 1)
+        frmPurgeConfirmation.chkDoNotDeletePurgedFiles.Value =
+            frmPurgeConfirmation.intDoNotDeleteBefore;
+}
+
+void cmdDoPurge_Click() {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    blnPurgeSlackOnly = f.chkPurgeSlackOnly.Value == 1;
+    blnDoNotDeletePurgedFiles = f.chkDoNotDeletePurgedFiles.Value == 1;
+    blnOKToPurgeReadOnlyFiles = f.chkOKToPurgeReadOnlyFiles.Value == 1;
+    blnOKToPurgeSystemFiles = f.chkOKToPurgeSystemFiles.Value == 1;
+    blnOKToPurgeSensitiveFiles = f.chkOKToPurgeSensitiveFiles.Value == 1;
+    blnFolderNamesOnly = f.chkFolderNamesOnly.Value == 1;
+    // The box is disabled, but keeps its check, while slack-only is on.
+    blnDeleteEmptyFolders = f.chkDeleteEmptyFolders.Value == 1 && !blnPurgeSlackOnly;
+
+    const int intDrive = DriveIndexOf(strFolderShown);
+    if (intDrive >= 0 && f.cboClusterSize.ListIndex >= 0)
+        lngClusterSizes[static_cast<std::size_t>(intDrive)] = static_cast<std::int32_t>(
+            f.cboClusterSize.Items[static_cast<std::size_t>(f.cboClusterSize.ListIndex)].Data);
+
+    f.lblFileSystem.Caption.clear();
+    GiveBackDoNotDelete();
+    f.blnAccepted = true;
+    ui::Hide(f);
+}
+
+void cmdCancel_Click() {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    f.blnAccepted = false;
+    f.lblFileSystem.Caption.clear();
+    GiveBackDoNotDelete();
+    ui::Hide(f);
+}
+
+void LayOut() {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    f.Name = "frmPurgeConfirmation";
+    f.Caption = "Purge options";
+    f.Width = 7260;
+    f.Height = 5400;
+    for (ui::Control* control : std::initializer_list<ui::Control*>{
+             &f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem})
+        control->Container = &f.fraClusterSize;
+    constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
+    ui::Bind(
+        f, {{&f.lblMessage, "lblMessage", intLeft, 180, intWidth, 960},
+            {&f.chkPurgeSlackOnly, "chkPurgeSlackOnly", intLeft, 1260, intWidth, intHeight},
+            {&f.chkDoNotDeletePurgedFiles, "chkDoNotDeletePurgedFiles", intLeft, 1605, intWidth,
+             intHeight},
+            {&f.chkOKToPurgeReadOnlyFiles, "chkOKToPurgeReadOnlyFiles", intLeft, 1950, intWidth,
+             intHeight},
+            {&f.chkOKToPurgeSystemFiles, "chkOKToPurgeSystemFiles", intLeft, 2295, intWidth,
+             intHeight},
+            {&f.chkOKToPurgeSensitiveFiles, "chkOKToPurgeSensitiveFiles", intLeft, 2640, intWidth,
+             intHeight},
+            {&f.chkFolderNamesOnly, "chkFolderNamesOnly", intLeft, 2985, intWidth, intHeight},
+            {&f.chkDeleteEmptyFolders, "chkDeleteEmptyFolders", intLeft, 3330, intWidth, intHeight},
+            {&f.fraClusterSize, "fraClusterSize", intLeft, 3780, intWidth, 840},
+            {&f.lblClusterSize, "lblClusterSize", 180, 390, 1380, 270},
+            {&f.cboClusterSize, "cboClusterSize", 1620, 330, 1440, 345},
+            {&f.lblFileSystem, "lblFileSystem", 3300, 390, 3300, 270},
+            {&f.cmdDoPurge, "cmdDoPurge", 3000, 4815, 2400, 405},
+            {&f.cmdCancel, "cmdCancel", 5520, 4815, 1500, 405}});
+
+    const struct {
+        ui::Control* Which;
+        const char* Caption;
+        char Mnemonic;
+    } captions[] = {
+        {&f.chkPurgeSlackOnly, "Purge only the slack area behind the end of the files", 's'},
+        {&f.chkDoNotDeletePurgedFiles, "Do not delete the purged files", 'n'},
+        {&f.chkOKToPurgeReadOnlyFiles, "OK to purge read-only files", 'r'},
+        {&f.chkOKToPurgeSystemFiles, "OK to purge system files", 'm'},
+        {&f.chkOKToPurgeSensitiveFiles, "OK to purge sensitive files (programs and their parts)",
+         'v'},
+        {&f.chkFolderNamesOnly, "Show folder names only in the report", 'f'},
+        {&f.chkDeleteEmptyFolders, "Delete folders that are empty after the purge", 'd'},
+        {&f.lblClusterSize, "Cluster size:", 'c'},
+        {&f.cmdDoPurge, "Yes, purge these files", 'Y'},
+        {&f.cmdCancel, "Cancel", 0},
+    };
+    for (const auto& line : captions) {
+        line.Which->Caption = line.Caption;
+        line.Which->Mnemonic = line.Mnemonic;
+    }
+    f.lblClusterSize.ToolTip = "Click to see the file system of the drive";
+    f.cmdCancel.Cancel = true;
+
+    f.chkPurgeSlackOnly.Click = chkPurgeSlackOnly_Click;
+    for (ui::CheckBox* box :
+         {&f.chkDoNotDeletePurgedFiles, &f.chkOKToPurgeReadOnlyFiles, &f.chkOKToPurgeSystemFiles,
+          &f.chkOKToPurgeSensitiveFiles, &f.chkFolderNamesOnly, &f.chkDeleteEmptyFolders})
+        box->Click = GiveFocusToCancel;
+    f.cboClusterSize.Click = GiveFocusToCancel;
+    f.lblClusterSize.Click = [] {
+        frmPurgeConfirmation.lblFileSystem.Visible = !frmPurgeConfirmation.lblFileSystem.Visible;
+    };
+    f.lblFileSystem.Click = [] { frmPurgeConfirmation.lblFileSystem.Visible = false; };
+    f.cmdDoPurge.Click = cmdDoPurge_Click;
+    f.cmdCancel.Click = cmdCancel_Click;
+    f.Close = cmdCancel_Click;
+    f.Activate = frmPurgeConfirmation_Activate;
+}
+
+} // namespace
+
+void InitializePurgeOptions() {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    LayOut();
+    for (ui::CheckBox* box : PurgeOptionBoxes()) {
+        box->Value = 0;
+        box->Enabled = true;
+    }
+    f.intDoNotDeleteBefore = 0;
+    f.blnAccepted = false;
+    blnPurgeSlackOnly = blnDoNotDeletePurgedFiles = blnOKToPurgeReadOnlyFiles = false;
+    blnOKToPurgeSystemFiles = blnOKToPurgeSensitiveFiles = false;
+    blnFolderNamesOnly = blnDeleteEmptyFolders = false;
+    lngClusterSizes.fill(0);
+    f.cboClusterSize.Items = {{"512 bytes", 512}, {"1 KB", 1024},  {"2 KB", 2048},
+                              {"4 KB", 4096},     {"8 KB", 8192},  {"16 KB", 16384},
+                              {"32 KB", 32768},   {"64 KB", 65536}};
+}
+
+std::array<ui::CheckBox*, 7> PurgeOptionBoxes() {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    return {&f.chkPurgeSlackOnly,       &f.chkDoNotDeletePurgedFiles,  &f.chkOKToPurgeReadOnlyFiles,
+            &f.chkOKToPurgeSystemFiles, &f.chkOKToPurgeSensitiveFiles, &f.chkFolderNamesOnly,
+            &f.chkDeleteEmptyFolders};
+}
+
+std::int32_t GetClusterSize(const std::string& strDriveLetter) {
+    const char chrDrive = strDriveLetter.empty() ? '\0' : strDriveLetter[0];
+    const char chrUpper =
+        static_cast<char>(chrDrive >= 'a' && chrDrive <= 'z' ? chrDrive - ('a' - 'A') : chrDrive);
+    // No drive has such a letter: a mistake of the caller. The usual size does no harm.
+    if (chrUpper < 'A' || chrUpper > 'Z')
+        return lngClusterSizeUnknown;
+    std::int32_t& lngCached = lngClusterSizes[static_cast<std::size_t>(chrUpper - 'A')];
+    if (lngCached >= lngLeastClusterSize)
+        return lngCached;
+    double dblFree = 0;
+    std::int32_t lngSize = GetClusterSizeAndFreeSpace(std::string(1, chrUpper) + ":\\", dblFree);
+    if (lngSize < 0)
+        lngSize = chrUpper <= 'B' ? lngClusterSizeUnknownFloppy : lngClusterSizeUnknown;
+    lngCached = std::min(lngSize, lngMaxClusterSize);
+    return lngCached;
+}
+
+bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders) {
+    strFolderShown = folder;
+    blnSingleFileShown = blnSingleFile;
+    blnFoldersShown = blnFolders;
+    ui::ShowModal(frmPurgeConfirmation);
+    return frmPurgeConfirmation.blnAccepted;
+}
