@@ -73,3 +73,15 @@ TEST_F(DiskProcTest, OnlyOtherThanFixedDrivesMustShowTheirSpaceToBeReady) {
     }
     EXPECT_FALSE(IsDriveReady("X:\\"));
 }
+
+TEST_F(DiskProcTest, FreeSpaceSentences) {
+    EXPECT_EQ("Drive C has 0 bytes free.", FreeSpaceText("C", 0));
+    EXPECT_EQ("Drive C has 1,048,575 bytes free.", FreeSpaceText("C:\\", 1048575));
+    EXPECT_EQ("Drive C has 1,048,576 bytes (1.00 MB) free.", FreeSpaceText("C:", 1048576));
+    EXPECT_EQ("Drive Z has 70,368,744,177,664 bytes (67,108,864.00 MB) free.",
+              FreeSpaceText("Z", 70368744177664.0));
+    EXPECT_EQ("Drive C has 1.50 KB free.", FreeSpaceSizeText("C:\\", 1536));
+    EXPECT_EQ("Drive C has 0 bytes free.", FreeSpaceSizeText("C", 0));
+    fake::numberFormat = {",", ".", "3;0", true};
+    EXPECT_EQ("Drive C has 1.572.864 bytes (1,50 MB) free.", FreeSpaceText("C", 1572864));
+}
