@@ -82,14 +82,16 @@ std::string Waiting() {
                      next->Title + "\": \"" + next->Text + "\"";
 }
 
+bool FitsNext(Kind kind, const std::string& title, const std::string& text) {
+    const Step* next = Next();
+    return next != nullptr && next->What == kind && next->Title == title &&
+           (kind != Kind::Box || (next->Matches ? next->Matches(text) : next->Text == text));
+}
+
 /// Takes the next step when it is this one; else the test has failed.
 bool Take(Kind kind, const std::string& title, const std::string& text, Step& step) {
     idleYields = 0;
-    Step* next = Next();
-    const bool fits =
-        next != nullptr && next->What == kind && next->Title == title &&
-        (kind != Kind::Box || (next->Matches ? next->Matches(text) : next->Text == text));
-    if (!fits) {
+    if (!FitsNext(kind, title, text)) {
         ADD_FAILURE() << "Unexpected " << kindNames[static_cast<int>(kind)] << " \"" << title
                       << "\": \"" << text << "\"\n"
                       << Waiting();
@@ -488,12 +490,16 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
     const bool hasNo = buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel;
     const bool hasCancel = buttons == Buttons::OKCancel || buttons == Buttons::YesNoCancel;
     int answer = hasCancel ? AnswerCancel : hasNo ? AnswerNo : AnswerOK;
+    const auto exists = [&](int wanted) {
+        return wanted == AnswerCancel ? hasCancel : wanted == AnswerOK ? !hasNo : hasNo;
+    };
     Step step;
-    if (Take(Kind::Box, title, text, step)) {
-        const bool exists = step.Answer == AnswerCancel ? hasCancel
-                            : step.Answer == AnswerOK   ? !hasNo
-                                                        : hasNo;
-        if (exists)
+    if (user.AnswerOthers && !FitsNext(Kind::Box, title, text)) {
+        idleYields = 0;
+        const int wanted = user.AnswerOthers({title, text, buttons, icon, defaultButton, answer});
+        answer = exists(wanted) ? wanted : answer;
+    } else if (Take(Kind::Box, title, text, step)) {
+        if (exists(step.Answer))
             answer = step.Answer;
         else
             ADD_FAILURE() << "The box \"" << text << "\" has no button for " << step.Answer;
