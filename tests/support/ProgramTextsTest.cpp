@@ -1,0 +1,89 @@
+#include "support/ProgramTexts.h"
+#include "fakes/ProgramTest.h"
+
+struct ProgramTextsTest : ProgramTest {
+    const std::string file = "C:\\p\\nullwright.dat";
+    std::string Load(const std::string& content) {
+        fake::PutFile(file, content);
+        return LoadProgramTexts(file);
+    }
+    void TearDown() override {
+        fake::TakeAway(file);
+        (void)LoadProgramTexts(file); // the built-in texts for whoever comes next
+        ProgramTest::TearDown();
+    }
+};
+
+namespace {
+const std::string whole = "2\tStem\n23\tT\xC3\xAFtle\n310\tMaker\n320\tNote\n321\tOther\n"
+                          "330\thttps://a.example/\n331\thttps://b.example/\n";
+} // namespace
+
+TEST_F(ProgramTextsTest, WholeFile) {
+    EXPECT_EQ("", Load(whole));
+    EXPECT_EQ("Stem", ProgramText(TextNumber::NextRunStem));
+    EXPECT_EQ("T\xC3\xAFtle", ProgramText(TextNumber::AcceptTypeTitle));
+    EXPECT_EQ("https://b.example/", ProgramText(TextNumber::DocumentationLink));
+
+    std::string windows = "\xEF\xBB\xBF# a note\r\n\r\n9999\tof a later version\r\n";
+    for (const char c : whole)
+        windows += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    EXPECT_EQ("", Load(windows));
+    EXPECT_EQ("Stem", ProgramText(TextNumber::NextRunStem));
+    EXPECT_EQ("Maker", ProgramText(TextNumber::SettingsFolder));
+}
+
+TEST_F(ProgramTextsTest, BrokenEntriesFallBackOneByOne) {
+    const struct {
+        const char* What;
+        std::string Line;
+    } cases[] = {{"no tab", "23 Title"},       {"no number", "x\tTitle"},
+                 {"no text", "23\t"},          {"negative", "-23\tTitle"},
+                 {"huge", "99999999999\tx"},   {"not UTF-8", "23\t\xC3(\n"},
+                 {"overlong", "23\t\xC0\xAF"}, {"half a surrogate pair", "23\t\xED\xA0\x80"},
+                 {"a control", "23\ta\x01z"},  {"too long", "23\t" + std::string(5000, 'x')}};
+    for (const auto& c : cases) {
+        EXPECT_EQ("The file with the program texts, \"nullwright.dat\", is damaged, so some texts "
+                  "are the built-in English ones.",
+                  Load("2\tStem\n" + c.Line + "\n"))
+            << c.What;
+        EXPECT_EQ("Stem", ProgramText(TextNumber::NextRunStem)) << c.What;
+        EXPECT_EQ("Nullwright", ProgramText(TextNumber::AcceptTypeTitle)) << c.What;
+    }
+    // What becomes a file name or is opened as a link is looked at more closely.
+    for (const char* name : {"..\\x", "a/b", "C:", "x?", "dots..", " x", "CON\x7F"})
+        EXPECT_NE("", Load(std::string("2\t") + name + "\n"));
+    EXPECT_EQ("Nullwright", ProgramText(TextNumber::NextRunStem));
+    for (const char* link : {"calc.exe", "file:///c:/x.exe", "https://a\" b", "javascript:x"}) {
+        EXPECT_NE("", Load(std::string("330\t") + link + "\n"));
+        EXPECT_EQ("https://nullwright.example/", ProgramText(TextNumber::MakerLink)) << link;
+    }
+}
+
+TEST_F(ProgramTextsTest, NoFileOrNoTexts) {
+    EXPECT_EQ("The file with the program texts, \"none.dat\", is missing, so the built-in English "
+              "texts are used.",
+              LoadProgramTexts("C:\\p\\none.dat"));
+    for (const std::string& content :
+         {std::string(), std::string("\xEF\xBB"), std::string(5, '\0'), std::string(100000, '\n')})
+        EXPECT_EQ("The file with the program texts, \"nullwright.dat\", holds no texts, so the "
+                  "built-in English texts are used.",
+                  Load(content));
+    fake::PutBigFile(file, 3 << 20, '7');
+    EXPECT_EQ("The file with the program texts, \"nullwright.dat\", cannot be read, so the "
+              "built-in English texts are used.",
+              LoadProgramTexts(file));
+    for (int n = 1;; ++n) { // whichever call fails
+        fake::PutFile(file, whole);
+        fake::FailNth(n, platform::Fault::ReadFault);
+        const std::string said = LoadProgramTexts(file);
+        const bool failed = fake::HasFailed();
+        fake::FailNth(0, platform::Fault::None);
+        EXPECT_EQ(failed, !said.empty());
+        EXPECT_EQ(failed ? "Nullwright" : "Maker", ProgramText(TextNumber::SettingsFolder));
+        if (!failed)
+            break;
+    }
+    for (const TextNumber number : {TextNumber::SlackOnlyNote, TextNumber::OrdinaryNote})
+        EXPECT_NE("", ProgramText(number));
+}
