@@ -1,0 +1,142 @@
+#include "report/BatchDriver.h"
+
+#include "engine/FileOps.h"
+#include "engine/FilePurge.h"
+#include "platform/System.h"
+#include "report/frmReport.h"
+#include "report/ReportText.h"
+#include "report/RunProgress.h"
+#include "report/Walks.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+namespace {
+
+constexpr double dblBytesPerMB = 1048576;
+// A file gets a progress ruler when one overwrite of it takes so long that a person waits: two
+// seconds, by the measured speed, or by the size that takes about that on a slow drive.
+constexpr double dblRulerSeconds = 2;
+constexpr double dblRulerBytesUnmeasured = 64 * dblBytesPerMB;
+
+std::string DateAndTime() {
+    return platform::DateText() + ", " + platform::TimeText() + "\r\n";
+}
+
+void ResetRun() {
+    FrmReport& f = frmReport;
+    f.lngNumFilesProcessed = 0;
+    f.lngNumFilesPurged = 0;
+    f.lngNumFoldersRemoved = 0;
+    f.lngNumFoldersUnread = 0;
+    f.dblTotalBytesPurged = 0;
+    f.blnPaused = false;
+    f.blnBufferFull = false;
+    f.blnListFiles = !f.blnPurgeFiles;
+    f.blnRunning = true;
+    blnStop = false;
+    blnPurgeRemainingFiles = false;
+    ClearReportText();
+
+    f.lblPausedDone.Caption = "";
+    f.lblDots.Visible = !f.blnPurgeFiles && !f.blnDisplayFolderNames;
+    f.barProgress.Visible = false;
+    f.lblProgress.Caption = "";
+    f.cmdPauseContinue.Enabled = true;
+    f.cmdStop.Enabled = true;
+    SetRunButtons();
+}
+
+void PreparePurge() {
+    purgeRun = PurgeRun{};
+    purgeRun.intPurgeType = GetPurgeType();
+    purgeRun.intNumberOfPasses = GetNumberOfPasses();
+    const int drive = DriveIndexOf(frmReport.strDirPath);
+    const float speed = drive >= 0 ? sngPurgeSpeeds[static_cast<std::size_t>(drive)] : 0.0F;
+    purgeRun.dblRulerLength =
+        speed > 0 ? dblRulerSeconds * speed * dblBytesPerMB : dblRulerBytesUnmeasured;
+    if (drive >= 0)
+        purgeRun.lngClusterSize = GetClusterSize(std::string(1, static_cast<char>('A' + drive)));
+    InitSystemExtensions(0);
+}
+
+// For the progress bar: what the run will meet, unless the caller has counted already.
+void CountAhead() {
+    if (frmReport.lngNumFilesExpected > 0)
+        return;
+    frmReport.lblProgress.Caption = "Counting files ...";
+    ui::Repaint(frmReport);
+    frmReport.lngNumFilesExpected = CountMatchingFiles(frmReport.strDirPath, frmReport.strFilespec,
+                                                       0, &frmReport.dblBytesExpected);
+}
+
+std::string RunHeader() {
+    const std::string slack = blnPurgeSlackOnly ? "the slack area of " : "";
+    std::string text = "Purging " + slack;
+    if (frmReport.strFilespec == "*.*") {
+        text += "all files in " + frmReport.strDirPath;
+        if (blnSubdirectories)
+            text += "\r\n(including all files in subfolders) ";
+    } else {
+        text += "files " + frmReport.strDirPath + frmReport.strFilespec + " ";
+        if (blnSubdirectories)
+            text += "\r\n(including " + frmReport.strFilespec + " files in subfolders) ";
+    }
+    return text + "\r\nusing " +
+           PurgeTypeNumPasses(purgeRun.intPurgeType, purgeRun.intNumberOfPasses) + ".\r\n\r\n";
+}
+
+void RunPurge() {
+    PreparePurge();
+    AppendReport(DateAndTime(), false);
+    AppendReport(RunHeader(), true);
+    CountAhead();
+    if (blnStop) // while counting
+        return;
+    BeginRunProgress();
+    NWesPurgeRecursive(frmReport.strDirPath, frmReport.strFilespec, blnPurgeSlackOnly);
+}
+
+void RunListing() {
+    // Nothing was counted for a listing: a total left by somebody else would be a wrong one.
+    frmReport.lngNumFilesExpected = 0;
+    frmReport.dblBytesExpected = 0;
+    SetMainLine(MainLine::Status, "");
+    BeginRunProgress();
+    ListFilesRecursive(frmReport.strDirPath, frmReport.strFilespec);
+}
+
+void CloseRun() {
+    FrmReport& f = frmReport;
+    EndRunProgress();
+    f.cmdPauseContinue.Enabled = false;
+    f.cmdStop.Enabled = false;
+    f.cmdClose.Enabled = true;
+    if (!f.blnPurgeFiles && !f.blnDisplayFolderNames)
+        ClearReportText(); // it holds only the dots
+    f.lblDots.Visible = false;
+    EndReportLine();
+    AppendClosingText(SummaryText() + (f.blnPurgeFiles ? DateAndTime() : std::string()));
+    if (f.lblPausedDone.Caption != "Paused" && f.lblPausedDone.Caption != "Stopped")
+        f.lblPausedDone.Caption = "Done";
+    f.blnRunning = false;
+    f.lngNumFilesExpected = 0;
+    f.dblBytesExpected = 0;
+    ui::Repaint(f);
+}
+
+} // namespace
+
+void ProcessFiles() {
+    if (frmReport.blnPurgeFiles && !PurgeLibraryReady())
+        return;
+    ResetRun();
+    if (frmReport.blnPurgeFiles)
+        RunPurge();
+    else
+        RunListing();
+    CloseRun();
+}

@@ -1,0 +1,32 @@
+// One folder's files and subfolders, as the walks of a run need them.
+#pragma once
+
+#include "platform/Fault.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct FoundFile {
+    std::string Name;
+    std::uint64_t Length = 0; ///< bytes, as the enumeration tells it
+    bool IsLink = false;      ///< its data belong to another name: not to be purged through
+};
+
+struct FoundFolder {
+    std::string Name;
+    bool IsLink = false; ///< not to be followed
+};
+
+struct FolderList {
+    std::vector<FoundFile> Files; ///< those that match the file specification
+    std::vector<FoundFolder> Subfolders;
+    std::size_t LinkedFiles = 0; ///< how many of Files are links
+};
+
+/// Takes the list of a folder, in the file system's order. The list is taken as a whole before
+/// anything is done to the first file, so that deleting while walking neither skips nor repeats
+/// one. On a fault the list holds what came before it. Ends early when blnStop is set.
+platform::Fault TakeFolderList(const std::string& folder, const std::string& filespec,
+                               bool blnWantSubfolders, FolderList& list);

@@ -1,0 +1,169 @@
+#include "engine/FileOps.h"
+#include "engine/FileProc.h"
+#include "engine/FilePurge.h"
+#include "platform/System.h"
+#include "report/frmReport.h"
+#include "report/ReportText.h"
+#include "report/RunProgress.h"
+#include "report/Walks.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "shell/Session.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+
+namespace {
+
+// A file's line in the report while it is purged: what stands behind its "bytes)" changes.
+struct FileLine {
+    std::size_t lngTail = 0; ///< where that begins
+    bool blnRuler = false;
+};
+
+void WriteWholeLine(const std::string& line) {
+    AppendReport(line + "\r\n", false);
+}
+
+std::string Ruler(int passesDone, int passes) {
+    return std::string("123456789").substr(0, std::min(passesDone, 9)) +
+           std::string(passes - passesDone, '_') + " ";
+}
+
+FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) {
+    FileLine line;
+    AppendReport(path + " (" + GroupedDigits(length) + " bytes)", false);
+    line.lngTail = ReportEnd();
+    line.blnRuler = blnRuler;
+    std::string tail = " purging";
+    if (blnRuler) // at first with no more than ten marks, however many passes there are
+        tail += "\r\n" + std::string(std::min<int>(purgeRun.intNumberOfPasses, 10), '_') + " ";
+    AppendReport(tail, true);
+    return line;
+}
+
+void RedrawRuler(const FileLine& line, int passesDone) {
+    ReplaceReportTail(line.lngTail, " purging\r\n" + Ruler(passesDone, purgeRun.intNumberOfPasses));
+}
+
+void EndLine(const FileLine& line, const std::string& tail) {
+    ReplaceReportTail(line.lngTail, tail + "\r\n");
+}
+
+// What the pass loop came to.
+struct Passes {
+    std::int16_t intResult = PurgeStopped;
+    int intDone = 0;
+    std::uint32_t lngReach = 0;
+};
+
+Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOnly,
+                   const FileLine& line) {
+    Passes passes;
+    const int last = purgeRun.intNumberOfPasses;
+    for (int pass = 1; pass <= last; ++pass) {
+        const bool blnDelete = pass == last && !blnDoNotDeletePurgedFiles;
+        std::int16_t result = 0;
+        std::uint32_t reach = 0;
+        PurgeFileWithChecks(path, purgeRun.intPurgeType, 1, blnDelete, blnOKToPurgeReadOnlyFiles,
+                            blnOKToPurgeSystemFiles, blnSlackOnly, purgeRun.lngClusterSize, result,
+                            &reach);
+        passes.intResult = result;
+        passes.lngReach |= reach;
+        if (result == PurgeDone)
+            passes.intDone = pass;
+        if (pass < last && result == PurgeDone) {
+            NoteShareOfFile(static_cast<double>(pass) / last, static_cast<double>(length));
+            if (line.blnRuler && !blnSlackOnly)
+                RedrawRuler(line, pass);
+        }
+        CheckPauseStop();
+        if (blnStop || result != PurgeDone)
+            break;
+    }
+    ui::DoEvents();
+    return passes;
+}
+
+void PurgeAndTell(const std::string& path, std::int64_t length, bool blnSlackOnly) {
+    const bool blnRuler = purgeRun.intNumberOfPasses >= 2 && !blnSlackOnly &&
+                          static_cast<double>(length) >= purgeRun.dblRulerLength;
+    const FileLine line = BeginLine(path, length, blnRuler);
+    const Passes passes = DrivePasses(path, length, blnSlackOnly, line);
+    if (passes.intResult != PurgeDone) {
+        EndLine(line, " purging" + ResultText(passes.intResult, blnSlackOnly, path));
+    } else if (passes.intDone < purgeRun.intNumberOfPasses) {
+        // Stopped between two passes: overwritten, but not as often as was asked, and still there.
+        EndLine(line, " purging stopped after pass " + GroupedDigits(passes.intDone) + " of " +
+                          GroupedDigits(purgeRun.intNumberOfPasses) + ", not purged.");
+    } else {
+        // A slack-only purge leaves its line at "purging".
+        EndLine(line, (blnSlackOnly ? " purging" : " purged") + OutOfReachText(passes.lngReach));
+        frmReport.dblTotalBytesPurged += static_cast<double>(length);
+        ++frmReport.lngNumFilesPurged;
+    }
+}
+
+void CancelRun(const std::string& path) {
+    WriteWholeLine(path + " -- not purged.");
+    blnStop = true;
+    MovePendingText();
+    ui::MsgBox(frmReport.lngNumFilesPurged == 0 ? "Purge operation cancelled.  No files purged."
+                                                : "Purge operation terminated.",
+               ui::Buttons::OK, ui::Icon::None, "Purge cancelled");
+}
+
+// 0: may be purged; else the code whose text goes on the file's line. False: the run is cancelled.
+bool Classify(const std::string& path, std::int16_t& code) {
+    code = ClassifyFileForPurge(path);
+    if (code != ClassSystemUndecided)
+        return true;
+    if (blnOKToPurgeSensitiveFiles) {
+        code = ClassNoObjection;
+        return true;
+    }
+    const int answer = AskSensitiveExtension(path);
+    if (answer == ui::AnswerCancel)
+        return false;
+    const std::string extension = platform::LowerCase(ExtensionOf(path));
+    SetExtensionVerdict(extension, answer == ui::AnswerYes ? 1 : -1);
+    if (answer == ui::AnswerYes)
+        code = ClassNoObjection;
+    return true;
+}
+
+// Everything up to the question whether the file is purged at all.
+void AskAndPurge(const std::string& path, std::int64_t& length, bool blnSlackOnly) {
+    std::int16_t code = ClassNoObjection;
+    if (!Classify(path, code)) {
+        CancelRun(path);
+        return;
+    }
+    if (code != ClassNoObjection) {
+        WriteWholeLine(path + ResultText(code, blnSlackOnly, path));
+        return;
+    }
+    length = GetFileLength(path);
+    if (blnSlackOnly && purgeRun.lngClusterSize > 0 && length % purgeRun.lngClusterSize == 0) {
+        WriteWholeLine(path + ResultText(PurgeNoSlack, blnSlackOnly, path));
+        return;
+    }
+    if (blnShowPurgeWarning && IsSensitiveFile(path, false) && !GivePurgeAdvice(path)) {
+        CancelRun(path);
+        return;
+    }
+    if (!ConfirmFile(path)) {
+        WriteWholeLine(path + " -- not purged.");
+        return;
+    }
+    PurgeAndTell(path, length, blnSlackOnly);
+}
+
+} // namespace
+
+void PurgeOneFile(const std::string& strPath, bool blnSlackOnly) {
+    std::int64_t length = 0;
+    AskAndPurge(strPath, length, blnSlackOnly);
+    NoteFileDone(static_cast<double>(length));
+}

@@ -1,0 +1,75 @@
+#include "platform/Folders.h"
+#include "report/FolderList.h"
+#include "report/frmReport.h"
+#include "report/ReportText.h"
+#include "report/Walks.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "shell/Session.h"
+#include "support/Paths.h"
+
+PurgeRun purgeRun;
+
+namespace {
+
+// A link is told, lest it be passed over in silence, and left alone.
+void TellLink(const std::string& path) {
+    EndReportLine();
+    AppendReport(path + ": a link, not purged.\r\n", false);
+}
+
+// The files of one folder; false when the walk of it ends here.
+bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bool blnSlackOnly,
+                      std::vector<FoundFolder>& subfolders) {
+    FolderList list;
+    const platform::Fault fault = TakeFolderList(folder, filespec, blnSubdirectories, list);
+    if (platform::Failed(fault))
+        ++frmReport.lngNumFoldersUnread;
+    // The folder's line, and an empty one before its first file.
+    if (!list.Files.empty())
+        AppendReport("\r\n" + folder + "\r\n\r\n", false);
+    for (const FoundFile& file : list.Files) {
+        if (blnStop)
+            return false;
+        if (file.IsLink) {
+            TellLink(folder + file.Name);
+            continue;
+        }
+        ++frmReport.lngNumFilesProcessed;
+        PurgeOneFile(folder + file.Name, blnSlackOnly);
+        CheckPauseStop();
+    }
+    subfolders = std::move(list.Subfolders);
+    return !platform::Failed(fault) && !blnStop;
+}
+
+void RemoveIfEmpty(const std::string& folder) {
+    // Fails, as it should, when the folder still holds anything.
+    if (platform::Failed(platform::RemoveFolder(FolderWithoutBackslash(folder))))
+        return;
+    ++frmReport.lngNumFoldersRemoved;
+    EndReportLine();
+    AppendReport("Folder " + folder + " removed.\r\n", false);
+}
+
+} // namespace
+
+void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
+                        bool blnSlackOnly) {
+    const std::string folder = FolderWithBackslash(strFolder);
+    std::vector<FoundFolder> subfolders;
+    if (!PurgeFolderFiles(folder, strSpec, blnSlackOnly, subfolders))
+        return;
+    for (const FoundFolder& found : subfolders) {
+        const std::string subfolder = folder + found.Name + "\\";
+        if (found.IsLink) {
+            TellLink(subfolder);
+            continue;
+        }
+        NWesPurgeRecursive(subfolder, strSpec, blnSlackOnly);
+        if (blnStop)
+            return;
+        // The options dialog switches the box off in a slack-only purge without clearing it.
+        if (blnDeleteEmptyFolders && !blnSlackOnly)
+            RemoveIfEmpty(subfolder);
+    }
+}

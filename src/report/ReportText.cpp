@@ -1,0 +1,176 @@
+#include "report/ReportText.h"
+
+#include "report/frmReport.h"
+#include "report/RunProgress.h"
+#include "shell/Session.h"
+#include "ui/Interface.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t lngCutWhenFull = 1024; // characters that make room for the closing lines
+
+// The length of txbText in UTF-16 units, kept while text is added, and the length in bytes that it
+// belongs to: when that differs, somebody else has set the text.
+std::size_t lngUnits = 0;
+std::size_t lngUnitsOfBytes = 0;
+
+std::size_t CountUnits(std::string_view text) {
+    std::size_t units = 0;
+    for (const unsigned char c : text) {
+        if ((c & 0xC0) != 0x80)
+            units += c >= 0xF0 ? 2 : 1; // outside the basic plane: a surrogate pair
+    }
+    return units;
+}
+
+std::size_t ReportUnits() {
+    const std::string& text = frmReport.txbText.Text;
+    if (lngUnitsOfBytes != text.size()) {
+        lngUnits = CountUnits(text);
+        lngUnitsOfBytes = text.size();
+    }
+    return lngUnits;
+}
+
+void CaretToEnd() {
+    frmReport.txbText.SelStart = frmReport.txbText.Text.size();
+    frmReport.txbText.SelLength = 0;
+}
+
+void AppendToBox(std::string_view text) {
+    const std::size_t units = ReportUnits() + CountUnits(text);
+    frmReport.txbText.Text.append(text);
+    lngUnits = units;
+    lngUnitsOfBytes = frmReport.txbText.Text.size();
+}
+
+void CutBox(std::size_t length) {
+    std::string& text = frmReport.txbText.Text;
+    const std::size_t units = ReportUnits() - CountUnits(std::string_view(text).substr(length));
+    text.resize(length);
+    lngUnits = units;
+    lngUnitsOfBytes = length;
+}
+
+// Position of the character with which the last `units` units begin.
+std::size_t PositionBeforeLast(std::size_t units) {
+    const std::string& text = frmReport.txbText.Text;
+    std::size_t position = text.size();
+    std::size_t passed = 0;
+    while (passed < units && position > 0) {
+        const auto c = static_cast<unsigned char>(text[--position]);
+        if ((c & 0xC0) != 0x80)
+            passed += c >= 0xF0 ? 2 : 1;
+    }
+    return position;
+}
+
+void EndLineByStop() {
+    MovePendingText();
+    AppendToBox("\r\n");
+    CaretToEnd();
+}
+
+} // namespace
+
+void ClearReportText() {
+    frmReport.txbText.Text.clear();
+    frmReport.strTextBuff.clear();
+    CaretToEnd();
+}
+
+void MovePendingText() {
+    if (!frmReport.strTextBuff.empty()) {
+        AppendToBox(frmReport.strTextBuff);
+        frmReport.strTextBuff.clear();
+    }
+    CaretToEnd();
+}
+
+std::size_t ReportEnd() {
+    return frmReport.txbText.Text.size() + frmReport.strTextBuff.size();
+}
+
+void AppendReport(const std::string& strText, bool blnFlush) {
+    if (frmReport.blnBufferFull)
+        return;
+    frmReport.strTextBuff += strText;
+    if (blnFlush) {
+        MovePendingText();
+        // Brings the window up to date by elapsed time: one append to a visible text box costs
+        // milliseconds.
+        ui::DoEvents();
+    }
+    if (ReportUnits() > lngMaxReportText)
+        ReportBufferFull();
+}
+
+void ReplaceReportTail(std::size_t lngFrom, const std::string& strTail) {
+    if (frmReport.blnBufferFull)
+        return;
+    MovePendingText();
+    CutBox(lngFrom);
+    AppendToBox(strTail);
+    CaretToEnd();
+    AppendReport({}, false); // for the limit
+}
+
+void EndReportLine() {
+    const std::string& text =
+        frmReport.strTextBuff.empty() ? frmReport.txbText.Text : frmReport.strTextBuff;
+    if (!text.empty() && text.back() != '\n')
+        AppendReport("\r\n", false);
+}
+
+void AppendClosingText(const std::string& strText) {
+    MovePendingText();
+    AppendToBox(strText);
+    CaretToEnd();
+}
+
+void CheckPauseStop() {
+    ui::DoEvents();
+    if (!blnStop && !frmReport.blnPaused) {
+        RefreshRunProgress();
+        return;
+    }
+    if (!blnStop) {
+        MovePendingText();
+        PauseRunProgress(true);
+        ui::Repaint(frmReport);
+        while (frmReport.blnPaused && !blnStop)
+            ui::Wait(20);
+        PauseRunProgress(false);
+        if (!blnStop)
+            return;
+        frmReport.lblPausedDone.Caption = "Stopped"; // it is not paused any more
+    }
+    EndLineByStop();
+    ui::Repaint(frmReport);
+}
+
+void ReportBufferFull() {
+    MovePendingText();
+    std::string& text = frmReport.txbText.Text;
+    if (ReportUnits() > lngCutWhenFull)
+        CutBox(PositionBeforeLast(lngCutWhenFull));
+    const std::size_t lineEnd = text.rfind("\r\n");
+    if (lineEnd != std::string::npos)
+        CutBox(lineEnd);
+    AppendToBox("\r\n\r\n");
+    if (frmReport.blnPurgeFiles) {
+        AppendToBox("The report buffer has been filled, so "
+                    "this report cannot continue.  The purge operation will continue, "
+                    "but without report of results for individual files.\r\n\r\n");
+    } else {
+        ui::MsgBox("The output report buffer has been filled, so this report cannot continue.",
+                   ui::Buttons::OK, ui::Icon::None, "Report buffer full");
+        AppendToBox(
+            "The output report buffer was filled.\r\nNote: Some files were not listed.\r\n");
+        blnStop = true;
+    }
+    frmReport.blnBufferFull = true;
+    CaretToEnd();
+}

@@ -1,0 +1,65 @@
+#include "engine/FilePurge.h"
+#include "platform/System.h"
+#include "report/Walks.h"
+#include "support/Paths.h"
+
+std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std::string& strPath) {
+    // Codes outside this range append nothing: the line of a file whose extension was refused
+    // earlier in the run (8) holds its path alone.
+    if (intResultCode < -55 || intResultCode > 7)
+        return {};
+    switch (intResultCode) {
+    case PurgeNoSlack:
+        return ": NO slack area.";
+    case PurgeSystemRefused:
+        return blnSlackOnly ? ": file is a system file, slack area not purged."
+                            : ": file is a system file, not purged.";
+    case PurgeReadOnlyRefused:
+        return std::string(blnSlackOnly ? ": file is a read-only file, slack area not purged."
+                                        : ": file is a read-only file, not purged.") +
+               "\r\n(Perhaps file is in use by another program.)";
+    case PurgeLengthNotRestored:
+        return ": error when restoring filesize.";
+    case PurgeBadClusterSize:
+        return ": invalid cluster size.";
+    case PurgeBadType:
+        return ": invalid purge type.";
+    case PurgeFlushFailed:
+        return ": error when flushing file.";
+    case PurgeNotDeleted:
+        return ": file overwritten but not deleted.";
+    case PurgeWriteFailed:
+        return ": error when writing to file.";
+    case PurgeCannotOpen:
+        return ": unable to open file for writing.";
+    case PurgeEmptyPath:
+        return ": empty file name.";
+    case 1:
+        return ": a file in the current application folder, not purged.";
+    case 2:
+        return ": the page file (swap file), not purged.";
+    case 7:
+        return ": " + platform::LowerCase(ExtensionOf(strPath)) + " files are not purged.";
+    default:
+        return blnSlackOnly ? " slack area not purged." : " not purged.";
+    }
+}
+
+std::string OutOfReachText(std::uint32_t lngReach) {
+    struct Reason {
+        std::uint32_t lngBit;
+        const char* strText;
+    };
+    static constexpr Reason reasons[] = {
+        {ReachEncrypted, "encrypted: older copies of its data may remain on the disk"},
+        {ReachCompressed, "compressed: its data may remain elsewhere on the disk"},
+        {ReachSparse, "sparse: parts of it were not on the disk"},
+        {ReachCloudPlaceholder, "cloud file: the copy in the cloud remains"},
+        {ReachHardLinks, "has other names, under which the file remains"}};
+    std::string text;
+    for (const Reason& reason : reasons) {
+        if (lngReach & reason.lngBit)
+            text += (text.empty() ? " (" : "; ") + std::string(reason.strText);
+    }
+    return text.empty() ? text : text + ")";
+}

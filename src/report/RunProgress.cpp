@@ -1,0 +1,121 @@
+#include "report/RunProgress.h"
+
+#include "platform/System.h"
+#include "report/frmReport.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "shell/Session.h"
+#include "support/Numbers.h"
+#include "support/StrProc.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+constexpr std::uint64_t lngBetweenLooks = 250;        // ms; more often no eye can read it
+constexpr std::uint64_t lngBeforeRemaining = 2000;    // ms; an earlier guess is worth nothing
+constexpr double dblLongestRemaining = 365.0 * 86400; // s; beyond a year it says nothing
+
+std::uint64_t lngStartTick = 0;
+std::uint64_t lngPauseTick = 0;
+std::uint64_t lngLastLook = 0;
+bool blnInPause = false;
+std::int64_t lngFilesDone = 0;
+double dblBytesDone = 0;
+double dblShareInHand = 0;
+double dblBytesInHand = 0;
+
+std::uint64_t Elapsed() {
+    return (blnInPause ? lngPauseTick : platform::TickCount()) - lngStartTick;
+}
+
+// By bytes where the run writes all of them, else by files; negative: not known. Files that came
+// or grew since the count must not carry it beyond the end.
+double ShareDone() {
+    double share = -1;
+    if (frmReport.dblBytesExpected > 0 && !blnPurgeSlackOnly)
+        share = (dblBytesDone + dblShareInHand * dblBytesInHand) / frmReport.dblBytesExpected;
+    else if (frmReport.lngNumFilesExpected > 0)
+        share = (static_cast<double>(lngFilesDone) + dblShareInHand) /
+                static_cast<double>(frmReport.lngNumFilesExpected);
+    return std::min(share, 1.0);
+}
+
+std::string TimeOf(double milliseconds) {
+    return SecondsText(static_cast<std::int64_t>(milliseconds / 1000), false);
+}
+
+std::string FilesText(std::int64_t files) {
+    return GroupedDigits(files) + (files == 1 ? " file" : " files");
+}
+
+void ShowProgress() {
+    lngLastLook = platform::TickCount();
+    const double share = ShareDone();
+    const auto elapsed = static_cast<double>(Elapsed());
+    std::string text = frmReport.lngNumFilesExpected > 0
+                           ? GroupedDigits(lngFilesDone) + " of " +
+                                 FilesText(frmReport.lngNumFilesExpected) + ".  "
+                           : FilesText(lngFilesDone) + ".  ";
+    text += "Elapsed: " + TimeOf(elapsed) + ".";
+    // While the user is asked about each file the pace is the user's, and nothing follows from it.
+    const bool blnAsking = blnConfirmFiles && !blnPurgeRemainingFiles;
+    if (share > 0 && share < 1 && elapsed >= lngBeforeRemaining && !blnAsking) {
+        const double remaining = elapsed * (1 - share) / share;
+        if (remaining < dblLongestRemaining * 1000)
+            text += "  Remaining: about " + TimeOf(remaining + 999) + ".";
+    }
+    frmReport.lblProgress.Caption = text;
+    frmReport.barProgress.Visible = share >= 0;
+    frmReport.barProgress.Fraction = std::max(share, 0.0);
+    ui::ShowTaskbarProgress(frmReport, share, blnInPause);
+}
+
+} // namespace
+
+void BeginRunProgress() {
+    lngStartTick = platform::TickCount();
+    blnInPause = false;
+    lngFilesDone = 0;
+    dblBytesDone = 0;
+    dblShareInHand = 0;
+    frmReport.tmrProgress.Enabled = true;
+    ShowProgress();
+}
+
+void RefreshRunProgress() {
+    if (platform::TickCount() - lngLastLook < lngBetweenLooks || !frmReport.blnRunning)
+        return;
+    ShowProgress();
+}
+
+void PauseRunProgress(bool blnPaused) {
+    if (blnPaused == blnInPause)
+        return;
+    if (blnPaused)
+        lngPauseTick = platform::TickCount();
+    else
+        lngStartTick += platform::TickCount() - lngPauseTick;
+    blnInPause = blnPaused;
+    ShowProgress();
+}
+
+void NoteFileDone(double dblBytes) {
+    ++lngFilesDone;
+    dblBytesDone += dblBytes;
+    dblShareInHand = 0;
+}
+
+void NoteShareOfFile(double dblShare, double dblBytes) {
+    dblShareInHand = dblShare;
+    dblBytesInHand = dblBytes;
+}
+
+void EndRunProgress() {
+    frmReport.tmrProgress.Enabled = false;
+    frmReport.lblProgress.Caption =
+        FilesText(lngFilesDone) + " in " + TimeOf(static_cast<double>(Elapsed())) + ".";
+    frmReport.barProgress.Visible = false;
+    ui::ShowTaskbarProgress(frmReport, -1, false);
+}

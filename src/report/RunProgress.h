@@ -1,0 +1,18 @@
+// What the report window and its taskbar button show of a run's progress: files and bytes done,
+// elapsed and remaining time. Only what is known.
+#pragma once
+
+#include <cstdint>
+
+/// Starts the clock; the totals are those that frmReport expects, 0 when not known.
+void BeginRunProgress();
+/// Looks at the clock, and shows the progress anew several times a second.
+void RefreshRunProgress();
+/// The time of a pause does not count.
+void PauseRunProgress(bool blnPaused);
+/// A file was dealt with, purged or not.
+void NoteFileDone(double dblBytes);
+/// A share (0 to 1) of the file in hand is done.
+void NoteShareOfFile(double dblShare, double dblBytes);
+/// Takes bar and taskbar progress away and shows what the whole run took.
+void EndRunProgress();

@@ -1,0 +1,116 @@
+#include "report/TimeEstimates.h"
+
+#include "engine/FileProc.h"
+#include "report/frmReport.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/Session.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "support/StrProc.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+namespace {
+
+constexpr int intNumEntries = 12;
+constexpr std::int64_t lngShortestShown = 20; // s
+constexpr std::int64_t lngDay = 86400;        // s
+constexpr double dblBytesPerMB = 1048576;
+
+std::array<std::int16_t, intNumEntries + 1> intOverwrites{}; // entry 0 is not used
+
+// Whole seconds, halves to even; a time beyond every measure stays one that can be written.
+std::int64_t WholeSeconds(double seconds) {
+    return RoundHalfEven(std::isnan(seconds) ? 0 : std::clamp(seconds, 0.0, 1e15));
+}
+
+float SpeedOf(const std::string& path) {
+    const int drive = DriveIndexOf(path);
+    return drive >= 0 ? sngPurgeSpeeds[static_cast<std::size_t>(drive)] : 0.0F;
+}
+
+std::string TableDuration(std::int64_t seconds) {
+    if (seconds < lngDay)
+        return EstimateDurationText(static_cast<double>(seconds));
+    const std::int64_t hours = RoundHalfEven(static_cast<double>(seconds) / 60 / 60);
+    return SecondsText(hours * 3600, true, true);
+}
+
+} // namespace
+
+void InitializeOverwritesForEstimatedPurgeTimes() {
+    intOverwrites = {0, 1, 2, 4, 6, 8, 12, 16, 18, 20, 24, 28, 30};
+}
+
+double AdjustmentFactor(double dblAverageMB) {
+    return dblAF_A / std::pow(dblAverageMB, dblAF_B);
+}
+
+std::string EstimateDurationText(double dblSeconds) {
+    return SecondsText(WholeSeconds(dblSeconds), dblSeconds >= 300);
+}
+
+void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
+                    std::string& strResult) {
+    const double sizeMB = dblTotalBytes / 1024 / 1024;
+    std::string text = "Estimated purge times ";
+    if (blnPurgingDrive)
+        text += "for the entire disk\r\n";
+    text += "for various numbers of overwrites\r\nusing a purge speed (as measured) of " +
+            FormatNumber(sngSpeed, 2) + " MB/sec\r\nand an adjustment factor of " +
+            FormatNumber(dblFactor, 2) + ":\r\n";
+    for (int i = 1; i <= intNumEntries; ++i) {
+        const std::int16_t n = intOverwrites[static_cast<std::size_t>(i)];
+        // Rounded before the factor is applied, and again after it.
+        const std::int64_t raw = WholeSeconds(sizeMB / sngSpeed * n);
+        const std::int64_t seconds = WholeSeconds(static_cast<double>(raw) * dblFactor);
+        if (seconds < lngShortestShown)
+            continue;
+        text += std::to_string(n) + (i == 1 ? " overwrite:  " : " overwrites: ") +
+                TableDuration(seconds) + "\r\n";
+    }
+    // The header above never equals this text, so a table without lines is its header alone: kept
+    // deliberately.
+    if (text == "Estimated purge times for various numbers of overwrites:\r\n")
+        text += "All less than " + std::to_string(lngShortestShown) + " seconds\r\n";
+    strResult = text;
+}
+
+std::string EstimateText() {
+    const float speed = SpeedOf(frmReport.strDirPath);
+    if (!(speed > 0)) {
+        const char letter = DriveLetterOf(frmReport.strDirPath);
+        return std::string("For an estimate of the purge time test the purge speed for Drive ") +
+               (letter ? std::string(1, letter) : std::string()) + "\r\nthen relist the files.";
+    }
+    std::string text =
+        "Purge type: " + PurgeTypeNumPasses(GetPurgeType(), GetNumberOfPasses()) + "\r\n";
+    const double total = frmReport.dblTotalBytesPurged;
+    const std::int64_t raw = WholeSeconds(total / 1024 / 1024 / speed * GetNumOverwrites());
+    if (raw < 60)
+        return text + "Estimated purge time: less than a minute.\r\n";
+    const double average =
+        total / static_cast<double>(frmReport.lngNumFilesProcessed) / dblBytesPerMB;
+    const double factor = AdjustmentFactor(average);
+    const std::int64_t seconds = WholeSeconds(static_cast<double>(raw) * factor);
+    text +=
+        "Estimated purge time: " + EstimateDurationText(static_cast<double>(seconds)) + "\r\n\r\n";
+    InitializeOverwritesForEstimatedPurgeTimes();
+    std::string table;
+    EstimatedTimes(speed, total, factor, table);
+    return text + table;
+}
+
+std::string SingleFileEstimate(const std::string& path) {
+    const float speed = SpeedOf(path);
+    if (!(speed > 0))
+        return {};
+    const double sizeMB = static_cast<double>(GetFileLength(path)) / 1024 / 1024;
+    const std::int64_t raw = WholeSeconds(sizeMB / speed * GetNumOverwrites());
+    const std::int64_t seconds =
+        sizeMB > 0 ? WholeSeconds(static_cast<double>(raw) * AdjustmentFactor(sizeMB)) : 0;
+    return seconds >= 60 ? SecondsText(seconds, true) : "Less than a minute.";
+}

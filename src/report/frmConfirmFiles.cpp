@@ -1,0 +1,68 @@
+#include "report/frmConfirmFiles.h"
+
+#include "report/frmReport.h"
+#include "shell/Session.h"
+#include "ui/Interface.h"
+
+FrmConfirmFiles frmConfirmFiles;
+
+namespace {
+
+void Answer(bool blnConfirmed) {
+    frmConfirmFiles.blnFileConfirmed = blnConfirmed;
+    ui::Hide(frmConfirmFiles);
+}
+
+void cmdYes_Click() {
+    Answer(true);
+}
+
+void cmdNo_Click() {
+    Answer(false);
+}
+
+void cmdYesAndDontShowAgain_Click() {
+    blnPurgeRemainingFiles = true;
+    Answer(true);
+}
+
+void cmdStopPurge_Click() {
+    blnStop = true;
+    frmReport.lblPausedDone.Caption = "Stopped";
+    Answer(false);
+}
+
+} // namespace
+
+void LoadConfirmFilesForm() {
+    FrmConfirmFiles& f = frmConfirmFiles;
+    f.Name = "frmConfirmFiles";
+    f.Caption = "Confirm purging of this file";
+    f.Width = 7200;
+    f.Height = 1920;
+    f.Close = cmdNo_Click; // closing it is no consent to the purge
+
+    f.lblFile.Caption = "C:\\xxx\\yyy\\...";
+    f.lblFile.Ellipsis = true;
+    f.cmdYes.Caption = "Yes";
+    f.cmdYes.Mnemonic = 'Y';
+    f.cmdYes.Click = cmdYes_Click;
+    f.cmdNo.Caption = "No";
+    f.cmdNo.Mnemonic = 'N';
+    f.cmdNo.Default = true; // Enter pressed too early must not destroy anything
+    f.cmdNo.Cancel = true;
+    f.cmdNo.Click = cmdNo_Click;
+    f.cmdYesAndDontShowAgain.Caption =
+        "Purge this file and all subsequent files (don't show this again).";
+    f.cmdYesAndDontShowAgain.Mnemonic = 'P';
+    f.cmdYesAndDontShowAgain.Click = cmdYesAndDontShowAgain_Click;
+    f.cmdStopPurge.Caption = "Stop this purge";
+    f.cmdStopPurge.Mnemonic = 'S';
+    f.cmdStopPurge.Click = cmdStopPurge_Click;
+
+    ui::Bind(f, {{&f.lblFile, "lblFile", 120, 180, 6960, 540},
+                 {&f.cmdYes, "cmdYes", 120, 840, 1500, 375},
+                 {&f.cmdNo, "cmdNo", 1740, 840, 1500, 375},
+                 {&f.cmdStopPurge, "cmdStopPurge", 5280, 840, 1800, 375},
+                 {&f.cmdYesAndDontShowAgain, "cmdYesAndDontShowAgain", 120, 1425, 6960, 375}});
+}

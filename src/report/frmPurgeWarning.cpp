@@ -1,0 +1,70 @@
+#include "report/frmPurgeWarning.h"
+
+#include "shell/Session.h"
+#include "ui/Interface.h"
+
+FrmPurgeWarning frmPurgeWarning;
+
+namespace {
+
+void frmPurgeWarning_Activate() {
+    blnStopPurge = false;
+    frmPurgeWarning.chkDontShowAgain.Value = 0;
+    // "(each time the file  is to be overwritten)": the second blank belongs to the text.
+    frmPurgeWarning.lblMessage.Caption =
+        "The file " + frmPurgeWarning.strFilePath +
+        " will now be purged.  "
+        "If Norton AntiVirus Auto-Protect (or a similar "
+        "utility) is active then it may produce a warning message (each time the file "
+        " is to be overwritten).  "
+        "If so, do not stop the operation but rather allow it to continue.\r\n\r\n";
+    frmPurgeWarning.lblMessage.Caption += "It is better to disable your antivirus software "
+                                          "either before running Nullwright or during a run "
+                                          "(like now).";
+    ui::Beep();
+}
+
+void chkDontShowAgain_Click() {
+    blnShowPurgeWarning = frmPurgeWarning.chkDontShowAgain.Value != 1;
+    if (frmPurgeWarning.chkDontShowAgain.Value == 1)
+        ui::SetFocus(frmPurgeWarning.cmdOK);
+}
+
+void cmdOK_Click() {
+    blnShowPurgeWarning = frmPurgeWarning.chkDontShowAgain.Value != 1;
+    ui::Hide(frmPurgeWarning);
+}
+
+void cmdStopPurge_Click() {
+    blnStopPurge = true;
+    ui::Hide(frmPurgeWarning);
+}
+
+} // namespace
+
+void LoadPurgeWarningForm() {
+    FrmPurgeWarning& f = frmPurgeWarning;
+    f.Name = "frmPurgeWarning";
+    f.Caption = "Purge advice";
+    f.Width = 6600;
+    f.Height = 3420;
+    f.Position = ui::StartPosition::Manual;
+    f.Activate = frmPurgeWarning_Activate;
+    f.Close = cmdStopPurge_Click; // closing it is no consent to the purge
+
+    f.chkDontShowAgain.Caption = "Don't display this advice again during this session.";
+    f.chkDontShowAgain.Mnemonic = 'D';
+    f.chkDontShowAgain.Click = chkDontShowAgain_Click;
+    f.cmdOK.Caption = "OK";
+    f.cmdOK.Default = true;
+    f.cmdOK.Click = cmdOK_Click;
+    f.cmdStopPurge.Caption = "Cancel purge operation";
+    f.cmdStopPurge.Mnemonic = 'C';
+    f.cmdStopPurge.Cancel = true;
+    f.cmdStopPurge.Click = cmdStopPurge_Click;
+
+    ui::Bind(f, {{&f.cmdOK, "cmdOK", 120, 2925, 1500, 375},
+                 {&f.cmdStopPurge, "cmdStopPurge", 1740, 2925, 2700, 375},
+                 {&f.chkDontShowAgain, "chkDontShowAgain", 120, 2460, 6360, 300},
+                 {&f.lblMessage, "lblMessage", 120, 120, 6360, 2220}});
+}

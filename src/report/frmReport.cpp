@@ -1,0 +1,191 @@
+#include "report/frmReport.h"
+
+#include "report/frmAntiVirusQuery.h"
+#include "report/frmConfirmFiles.h"
+#include "report/frmPurgeWarning.h"
+#include "report/RunProgress.h"
+#include "shell/Session.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+
+FrmReport frmReport;
+
+namespace {
+
+constexpr int intMargin = 120;
+constexpr int intButtonHeight = 375;
+constexpr int intRowHeight = 255;
+constexpr int intCloseWidth = 1200;
+constexpr int intCopyWidth = 2115;         // "Copy to clipboard"
+constexpr int intCopySelectedWidth = 3200; // "Copy selected text to clipboard"
+
+// Places everything by the window's size; the text gets what the two rows below it leave.
+void LayOut() {
+    FrmReport& f = frmReport;
+    const int buttonTop = f.Height - intMargin - intButtonHeight;
+    const int rowTop = buttonTop - intMargin - intRowHeight;
+    const int inside = f.Width - 2 * intMargin;
+
+    f.txbText.Width = inside;
+    f.txbText.Height = std::max(rowTop - 2 * intMargin, intRowHeight);
+    f.lblDots.Top = rowTop;
+    f.barProgress.Top = rowTop;
+    f.lblProgress.Top = rowTop;
+    f.lblProgress.Width = f.Width - intMargin - f.lblProgress.Left;
+
+    for (ui::Button* button : {&f.cmdPauseContinue, &f.cmdStop, &f.cmdCopyToClipboard, &f.cmdClose})
+        button->Top = buttonTop;
+    f.cmdStop.Left = f.cmdPauseContinue.Left + f.cmdPauseContinue.Width + intMargin;
+    f.lblPausedDone.Top = f.cmdStop.Top + 30;
+    f.cmdClose.Left = f.Width - intMargin - intCloseWidth;
+    f.cmdCopyToClipboard.Left = f.cmdClose.Left - intMargin - f.cmdCopyToClipboard.Width;
+}
+
+void SetCopyCaption(bool blnSelection) {
+    frmReport.cmdCopyToClipboard.Caption =
+        blnSelection ? "Copy selected text to clipboard" : "Copy to clipboard";
+    frmReport.cmdCopyToClipboard.Width = blnSelection ? intCopySelectedWidth : intCopyWidth;
+    LayOut();
+}
+
+void ShowDotsIfAny() {
+    frmReport.lblDots.Visible =
+        frmReport.blnRunning && !frmReport.blnPurgeFiles && !frmReport.blnDisplayFolderNames;
+}
+
+void SetPauseButton(const char* caption, int width, char mnemonic) {
+    frmReport.cmdPauseContinue.Caption = caption;
+    frmReport.cmdPauseContinue.Width = width;
+    frmReport.cmdPauseContinue.Mnemonic = mnemonic;
+}
+
+void cmdPauseContinue_Click() {
+    frmReport.blnPaused = !frmReport.blnPaused;
+    if (frmReport.blnPaused) {
+        frmReport.cmdStop.Caption = "Stop";
+        frmReport.cmdStop.Visible = true;
+        frmReport.cmdStop.Width = 1000;
+        SetPauseButton("Continue", 1500, 'n');
+        frmReport.lblPausedDone.Caption = "Paused";
+        frmReport.lblDots.Visible = false;
+        LayOut();
+    } else {
+        SetRunButtons();
+        frmReport.lblPausedDone.Caption = "";
+        ShowDotsIfAny();
+    }
+}
+
+void cmdStop_Click() {
+    blnStop = true;
+    frmReport.lblPausedDone.Caption = "Stopped";
+}
+
+void cmdCopyToClipboard_Click() {
+    const ui::TextBox& box = frmReport.txbText;
+    if (box.Text.empty())
+        return;
+    ui::PutOnClipboard(box.SelLength > 0 && box.SelStart < box.Text.size()
+                           ? box.Text.substr(box.SelStart, box.SelLength)
+                           : box.Text);
+    frmReport.lblPausedDone.Caption = "";
+    SetCopyCaption(false);
+}
+
+void cmdClose_Click() {
+    // Only a run in progress is stopped: the flag is everybody's, and must not lie in wait for the
+    // next command.
+    if (frmReport.blnRunning) {
+        blnStop = true;
+        frmReport.lblPausedDone.Caption = "Stopped";
+    }
+    ui::Hide(frmReport);
+}
+
+void txbText_MouseUp() {
+    SetCopyCaption(frmReport.txbText.SelLength > 0);
+}
+
+void frmReport_Activate() {
+    SetCopyCaption(false);
+}
+
+} // namespace
+
+void SetRunButtons() {
+    frmReport.cmdStop.Visible = !frmReport.blnPurgeFiles;
+    frmReport.cmdStop.Caption = "Stop";
+    frmReport.cmdStop.Width = 1000;
+    if (frmReport.blnPurgeFiles)
+        SetPauseButton("Pause at next purge", 2500, 'P');
+    else
+        SetPauseButton("Pause", 1000, 'P');
+    LayOut();
+}
+
+void ShowReportAgain() {
+    if (frmReport.txbText.Text.empty()) {
+        ui::MsgBox("Nothing to report!", ui::Buttons::OK, ui::Icon::None, "Report window");
+        return;
+    }
+    frmReport.txbText.SelStart = frmReport.txbText.Text.size();
+    frmReport.txbText.SelLength = 0;
+    ui::Show(frmReport);
+    ui::SetFocus(frmReport.txbText);
+}
+
+void LoadReportForm() {
+    FrmReport& f = frmReport;
+    f.Name = "frmReport";
+    f.Caption = "Report";
+    f.Width = 9600;
+    f.Height = 6600;
+    f.MinWidth = 8900;
+    f.MinHeight = 3000;
+    f.Resizable = true;
+    f.Activate = frmReport_Activate;
+    f.Close = cmdClose_Click;
+    f.Resize = LayOut;
+
+    f.txbText.MultiLine = true;
+    f.txbText.Locked = true;
+    f.txbText.FixedPitch = true;
+    f.txbText.MouseUp = txbText_MouseUp;
+    f.lblDots.Caption = "Each dot represents a folder.";
+    f.lblDots.Visible = false;
+    f.lblPausedDone.Caption = "Paused ...";
+    f.lblPausedDone.Bold = true;
+    f.barProgress.Visible = false;
+    f.cmdPauseContinue.Caption = "Continue";
+    f.cmdPauseContinue.Click = cmdPauseContinue_Click;
+    f.cmdStop.Caption = "Stop";
+    f.cmdStop.Mnemonic = 'S';
+    f.cmdStop.Click = cmdStop_Click;
+    f.cmdCopyToClipboard.Caption = "Copy selected text to clipboard";
+    f.cmdCopyToClipboard.Mnemonic = 'y';
+    f.cmdCopyToClipboard.Click = cmdCopyToClipboard_Click;
+    f.cmdClose.Caption = "Close";
+    f.cmdClose.Mnemonic = 'l';
+    f.cmdClose.Cancel = true;
+    f.cmdClose.Click = cmdClose_Click;
+    f.tmrProgress.Interval = 500;
+    f.tmrProgress.Tick = RefreshRunProgress;
+
+    const int row = 5730, buttons = 6105;
+    ui::Bind(f, {{&f.txbText, "txbText", intMargin, intMargin, 9360, 5490},
+                 {&f.lblDots, "lblDots", intMargin, row, 2700, intRowHeight},
+                 {&f.barProgress, "barProgress", intMargin, row, 2700, intRowHeight},
+                 {&f.lblProgress, "lblProgress", 2940, row, 6540, intRowHeight},
+                 {&f.cmdPauseContinue, "cmdPauseContinue", intMargin, buttons, 1500, 375},
+                 {&f.cmdStop, "cmdStop", 1740, buttons, 1000, 375},
+                 {&f.lblPausedDone, "lblPausedDone", 2900, buttons + 30, 1100, intRowHeight},
+                 {&f.cmdCopyToClipboard, "cmdCopyToClipboard", 4960, buttons, 3200, 375},
+                 {&f.cmdClose, "cmdClose", 8280, buttons, intCloseWidth, 375}});
+    f.Timers = {&f.tmrProgress};
+    LayOut();
+
+    LoadPurgeWarningForm();
+    LoadAntiVirusQueryForm();
+    LoadConfirmFilesForm();
+}
