@@ -3,9 +3,10 @@
 #include "engine/FileOps.h"
 #include "engine/FilePurge.h"
 #include "platform/System.h"
+#include "report/frmAntiVirusQuery.h"
 #include "report/frmReport.h"
+#include "report/ReportProgress.h"
 #include "report/ReportText.h"
-#include "report/RunProgress.h"
 #include "report/Walks.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
@@ -52,6 +53,9 @@ void ResetRun() {
 
 void PreparePurge() {
     purgeRun = PurgeRun{};
+    purgeRun.blnMonitoringAsked = frmAntiVirusQuery.blnAsked;
+    purgeRun.blnNoMonitoring = frmAntiVirusQuery.blnAsked && frmAntiVirusQuery.blnNo;
+    frmAntiVirusQuery.blnAsked = false;
     purgeRun.intPurgeType = GetPurgeType();
     purgeRun.intNumberOfPasses = GetNumberOfPasses();
     const int drive = DriveIndexOf(frmReport.strDirPath);
@@ -96,7 +100,7 @@ void RunPurge() {
     CountAhead();
     if (blnStop) // while counting
         return;
-    BeginRunProgress();
+    BeginReportProgress();
     NWesPurgeRecursive(frmReport.strDirPath, frmReport.strFilespec, blnPurgeSlackOnly);
 }
 
@@ -105,13 +109,13 @@ void RunListing() {
     frmReport.lngNumFilesExpected = 0;
     frmReport.dblBytesExpected = 0;
     SetMainLine(MainLine::Status, "");
-    BeginRunProgress();
+    BeginReportProgress();
     ListFilesRecursive(frmReport.strDirPath, frmReport.strFilespec);
 }
 
 void CloseRun() {
     FrmReport& f = frmReport;
-    EndRunProgress();
+    EndReportProgress();
     f.cmdPauseContinue.Enabled = false;
     f.cmdStop.Enabled = false;
     f.cmdClose.Enabled = true;

@@ -1,7 +1,7 @@
 #include "report/BatchDriver.h"
 #include "report/FolderList.h"
 #include "report/frmReport.h"
-#include "report/RunProgress.h"
+#include "report/ReportProgress.h"
 #include "report/Walks.h"
 #include "shell/Session.h"
 #include "support/Numbers.h"

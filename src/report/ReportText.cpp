@@ -1,7 +1,7 @@
 #include "report/ReportText.h"
 
 #include "report/frmReport.h"
-#include "report/RunProgress.h"
+#include "report/ReportProgress.h"
 #include "shell/Session.h"
 #include "ui/Interface.h"
 
@@ -133,16 +133,16 @@ void AppendClosingText(const std::string& strText) {
 void CheckPauseStop() {
     ui::DoEvents();
     if (!blnStop && !frmReport.blnPaused) {
-        RefreshRunProgress();
+        RefreshReportProgress();
         return;
     }
     if (!blnStop) {
         MovePendingText();
-        PauseRunProgress(true);
+        PauseReportProgress(true);
         ui::Repaint(frmReport);
         while (frmReport.blnPaused && !blnStop)
             ui::Wait(20);
-        PauseRunProgress(false);
+        PauseReportProgress(false);
         if (!blnStop)
             return;
         frmReport.lblPausedDone.Caption = "Stopped"; // it is not paused any more

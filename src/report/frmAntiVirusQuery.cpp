@@ -66,6 +66,7 @@ int AntiVirusAdvice(const std::string& strDrive, const ui::Form& frmOwner) {
     frmAntiVirusQuery.Top = frmOwner.Top + 2400;
     ui::KeepOnScreen(frmAntiVirusQuery);
     ui::ShowModal(frmAntiVirusQuery);
+    frmAntiVirusQuery.blnAsked = !frmAntiVirusQuery.blnCancel;
     if (frmAntiVirusQuery.blnCancel)
         return ui::AnswerCancel;
     if (frmAntiVirusQuery.blnNo)

@@ -11,6 +11,8 @@ struct FrmAntiVirusQuery : ui::Form {
 
     bool blnNo = false;
     bool blnCancel = false;
+    /// AntiVirusAdvice was given for the run that follows: it does not ask again.
+    bool blnAsked = false;
 };
 extern FrmAntiVirusQuery frmAntiVirusQuery;
 

@@ -3,7 +3,7 @@
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"
-#include "report/RunProgress.h"
+#include "report/ReportProgress.h"
 #include "shell/Session.h"
 #include "ui/Interface.h"
 
@@ -170,7 +170,7 @@ void LoadReportForm() {
     f.cmdClose.Cancel = true;
     f.cmdClose.Click = cmdClose_Click;
     f.tmrProgress.Interval = 500;
-    f.tmrProgress.Tick = RefreshRunProgress;
+    f.tmrProgress.Tick = RefreshReportProgress;
 
     const int row = 5730, buttons = 6105;
     ui::Bind(f, {{&f.txbText, "txbText", intMargin, intMargin, 9360, 5490},

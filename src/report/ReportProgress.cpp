@@ -1,4 +1,4 @@
-#include "report/RunProgress.h"
+#include "report/ReportProgress.h"
 
 #include "platform/System.h"
 #include "report/frmReport.h"
@@ -74,7 +74,7 @@ void ShowProgress() {
 
 } // namespace
 
-void BeginRunProgress() {
+void BeginReportProgress() {
     lngStartTick = platform::TickCount();
     blnInPause = false;
     lngFilesDone = 0;
@@ -84,13 +84,13 @@ void BeginRunProgress() {
     ShowProgress();
 }
 
-void RefreshRunProgress() {
+void RefreshReportProgress() {
     if (platform::TickCount() - lngLastLook < lngBetweenLooks || !frmReport.blnRunning)
         return;
     ShowProgress();
 }
 
-void PauseRunProgress(bool blnPaused) {
+void PauseReportProgress(bool blnPaused) {
     if (blnPaused == blnInPause)
         return;
     if (blnPaused)
@@ -112,7 +112,7 @@ void NoteShareOfFile(double dblShare, double dblBytes) {
     dblBytesInHand = dblBytes;
 }
 
-void EndRunProgress() {
+void EndReportProgress() {
     frmReport.tmrProgress.Enabled = false;
     frmReport.lblProgress.Caption =
         FilesText(lngFilesDone) + " in " + TimeOf(static_cast<double>(Elapsed())) + ".";

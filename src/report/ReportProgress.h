@@ -5,14 +5,14 @@
 #include <cstdint>
 
 /// Starts the clock; the totals are those that frmReport expects, 0 when not known.
-void BeginRunProgress();
+void BeginReportProgress();
 /// Looks at the clock, and shows the progress anew several times a second.
-void RefreshRunProgress();
+void RefreshReportProgress();
 /// The time of a pause does not count.
-void PauseRunProgress(bool blnPaused);
+void PauseReportProgress(bool blnPaused);
 /// A file was dealt with, purged or not.
 void NoteFileDone(double dblBytes);
 /// A share (0 to 1) of the file in hand is done.
 void NoteShareOfFile(double dblShare, double dblBytes);
 /// Takes bar and taskbar progress away and shows what the whole run took.
-void EndRunProgress();
+void EndReportProgress();
