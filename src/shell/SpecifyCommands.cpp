@@ -1,5 +1,6 @@
 // The commands with which the user says what is to be purged.
 #include "disk/DriveCommands.h"
+#include "disk/SpeedTest.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
@@ -11,7 +12,6 @@
 #include "shell/Session.h"
 #include "shell/SetupCommands.h"
 #include "support/MainWindow.h"
-#include "support/Numbers.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
@@ -87,7 +87,7 @@ std::string PurgeSpeedText(const std::string& path) {
     if (drive < 0 || sngPurgeSpeeds[static_cast<std::size_t>(drive)] <= 0)
         return {};
     const char letter = DriveLetterOf(path);
-    return FormatNumber(sngPurgeSpeeds[static_cast<std::size_t>(drive)], 2) +
+    return SpeedText(sngPurgeSpeeds[static_cast<std::size_t>(drive)]) +
            " MB/sec. (1 overwrite) for Drive " + letter +
            (letter <= 'B' ? " (floppy drive)." : ".");
 }

@@ -1,0 +1,438 @@
+// The main window's commands from the first click to the last box.
+#include "shell/PurgeCommands.h"
+#include "engine/FilePurge.h"
+#include "fakes/ProgramTest.h"
+#include "report/frmAntiVirusQuery.h"
+#include "report/frmReport.h"
+#include "selection/frmFileSpecification.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "shell/frmMain.h"
+#include "shell/Session.h"
+
+using fake::user;
+
+namespace {
+
+constexpr fake::Look exclamation{ui::Icon::Exclamation, ui::Buttons::OK, {}};
+constexpr fake::Look yesNo{ui::Icon::Question, ui::Buttons::YesNo, 1};
+constexpr fake::Look yesNoCancel{ui::Icon::Question, ui::Buttons::YesNoCancel, 1};
+constexpr const char* strListCaption = "List files, estimate time";
+
+struct PurgeCommandsTest : ProgramTest {
+    FrmMain& m = frmMain;
+    FrmPurgeConfirmation& options = frmPurgeConfirmation;
+
+    void SetUp() override {
+        ProgramTest::SetUp();
+        StartProgram();
+    }
+    void TearDown() override {
+        EXPECT_TRUE(m.fraMenu.Enabled);
+        EXPECT_TRUE(m.fraSetup.Enabled);
+        EXPECT_TRUE(m.cmdProcessFiles[1].Enabled);
+        EXPECT_EQ("", m.lblLargePurgeMessage.Caption);
+        ProgramTest::TearDown();
+    }
+    /// What stands beside the buttons, as a person reads it.
+    std::string Labels() const {
+        return m.lblDirectory.Caption + "|" + m.lblFiles.Caption + "|" + m.lblFiles2.Caption + "|" +
+               m.lblSubdirectories.Caption + "|" + m.lblSubdirectories2.Caption;
+    }
+    void ChooseFolder(const std::string& folder, std::optional<int> purgeAll) {
+        user.Folder("Specify folder containing files to be purged", folder);
+        if (purgeAll)
+            user.Box("Specify folder", "Do you wish to purge ALL files in " + folder + "\\?",
+                     *purgeAll, yesNo);
+        fake::Click(m.cmdSpecifyDirectory[0]);
+    }
+    void Specify(const std::string& filespec) {
+        user.Modal(frmFileSpecification, [filespec] {
+            fake::Type(frmFileSpecification.txbForm, filespec);
+            fake::Click(frmFileSpecification.cmdOK);
+        });
+        fake::Click(m.cmdSpecifyFiles);
+    }
+    void ChooseSingleFile(const std::string& path) {
+        user.OpenFile("Specify file to be purged.", path);
+        fake::Click(m.cmdSingleFile);
+        fake::FireTimers(1000);
+    }
+    /// The rest of a purge command, from the options dialog on.
+    void Accept(const std::string& question, int answer = ui::AnswerYes, bool slackOnly = false) {
+        user.Modal(options, [this, slackOnly] {
+            if (slackOnly)
+                fake::Click(options.chkPurgeSlackOnly);
+            fake::Click(options.cmdDoPurge);
+        });
+        user.Box("Purge files", question, answer, yesNo);
+        if (answer != ui::AnswerYes)
+            user.Box("Purge cancelled", "No files purged.", ui::AnswerOK,
+                     {ui::Icon::None, ui::Buttons::OK, {}});
+        fake::Click(m.cmdProcessFiles[1]);
+    }
+    void PutFiles(const std::string& folder, int count, const std::string& extension = ".txt") {
+        for (int i = 0; i < count; ++i)
+            fake::PutFile(folder + "\\f" + std::to_string(i) + extension);
+    }
+};
+
+TEST_F(PurgeCommandsTest, SingleFile) {
+    fake::PutFile("C:\\docs\\a.txt");
+    fake::PutFile("C:\\docs\\sub\\b.txt");
+    const std::string before = Labels();
+    ChooseSingleFile("");
+    EXPECT_EQ(before, Labels());
+    EXPECT_FALSE(m.blnQuitGuard);
+
+    user.OpenFile("Specify file to be purged.", "C:\\docs\\a.txt");
+    fake::Click(m.cmdSingleFile);
+    fake::Click(m.cmdSingleFile); // within the guarded second nothing happens
+    fake::Click(m.cmdSpecifyFiles);
+    EXPECT_EQ("C:\\docs\\|a.txt||No|(Do not operate on files in lower subfolders.)", Labels());
+    EXPECT_FALSE(blnMultipleFiles);
+    EXPECT_EQ("", m.lblPurgeSpeed.Caption);
+    EXPECT_EQ("", m.lblEstimatedTime.Caption);
+    fake::FireTimers(1000);
+
+    fake::AddDrive('A', 1 << 20);
+    fake::PutFile("A:\\f.txt", "small");
+    sngPurgeSpeeds[0] = 0.25F;
+    ChooseSingleFile("A:\\f.txt");
+    EXPECT_EQ("0.250 MB/sec. (1 overwrite) for Drive A (floppy drive).", m.lblPurgeSpeed.Caption);
+    EXPECT_EQ("Less than a minute.", m.lblEstimatedTime.Caption);
+
+    user.Box("Single file",
+             "\\\\server\\share\\x is not on a drive with a letter.\r\n"
+             "Nullwright works only on drives that have a letter, not on network shares\r\n"
+             "or other places.");
+    ChooseSingleFile("\\\\server\\share\\x");
+    EXPECT_EQ("A:\\", strDirPath);
+}
+
+TEST_F(PurgeCommandsTest, SpecifyFolder) {
+    PutFiles("C:\\docs", 1);
+    fake::PutFolder("C:\\empty");
+    fake::PutFolderLink("C:\\linked\\link", "C:\\docs");
+    fake::PutFile("C:\\linked\\hidden.txt", "x", platform::AttributeHidden);
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    EXPECT_EQ("C:\\docs\\|*.*|(All files.)|No|(The folder has no subfolders.)", Labels());
+    EXPECT_TRUE(blnMultipleFiles);
+    EXPECT_EQ("C:\\docs\\", strBrowsePath);
+    user.Folder("Specify folder containing files to be purged", "");
+    fake::Click(m.cmdSpecifyDirectory[0]);
+    EXPECT_EQ("C:\\docs\\|*.*|(All files.)|No|(The folder has no subfolders.)", Labels());
+    // The old pattern is not applied to the new folder.
+    ChooseFolder("C:\\linked", ui::AnswerNo);
+    EXPECT_EQ("C:\\linked\\|Not specified||No|(The folder has no subfolders.)", Labels());
+    ChooseFolder("C:\\empty", {});
+    EXPECT_EQ("C:\\empty\\|Not specified||No|(The folder has no subfolders.)", Labels());
+    user.Box("Error", "Cannot access the folder.", ui::AnswerOK, exclamation);
+    ChooseFolder("C:\\gone", {});
+}
+
+TEST_F(PurgeCommandsTest, SpecifyFiles) {
+    user.Box("Folder unspecified", "The folder has not been specified.", ui::AnswerOK, exclamation);
+    fake::Click(m.cmdSpecifyFiles);
+
+    fake::PutFile("C:\\docs\\a.txt");
+    fake::PutFile("C:\\tree\\a.txt");
+    fake::PutFile("C:\\tree\\sub\\b.doc");
+    fake::PutFolder("C:\\empty");
+    ChooseFolder("C:\\docs", ui::AnswerNo);
+    Specify("*.txt");
+    EXPECT_EQ("*.txt|(All files with extension txt.)",
+              m.lblFiles.Caption + "|" + m.lblFiles2.Caption);
+    user.Box("Empty folder", "The folder contains no matching files and no subfolders.",
+             ui::AnswerOK, exclamation);
+    Specify("?.doc");
+    EXPECT_EQ("?.doc|(All files of the form ?.doc.)",
+              m.lblFiles.Caption + "|" + m.lblFiles2.Caption);
+    ChooseFolder("C:\\empty", {});
+    user.Box("Empty folder", "The folder contains no files and no subfolders.", ui::AnswerOK,
+             exclamation);
+    Specify("*.txt");
+
+    ChooseFolder("C:\\tree", ui::AnswerNo);
+    user.Box("Specify files", "There are no files in C:\\tree\\.", ui::AnswerOK, exclamation);
+    Specify("?.doc");
+    fake::Click(m.cmdSubdirectories);
+    Specify("?.doc"); // found in the subfolder
+    user.Box("Specify files", "There are no files in C:\\tree\\\r\nor in any of its subfolders.",
+             ui::AnswerOK, exclamation);
+    Specify("?.xyz");
+    fake::TakeAway("C:\\tree");
+    user.Box("Error", "Cannot access the folder.", ui::AnswerOK, exclamation);
+    Specify("?.txt");
+    user.Modal(frmFileSpecification, [] { fake::PressEscape(frmFileSpecification); });
+    fake::Click(m.cmdSpecifyFiles);
+    EXPECT_EQ("?.txt", strFilespec);
+}
+
+TEST_F(PurgeCommandsTest, TogglesAndClear) {
+    fake::Click(m.cmdSubdirectories); // no folder: nothing to toggle
+    EXPECT_FALSE(blnSubdirectories);
+    fake::PutFile("C:\\flat\\a.txt");
+    fake::PutFile("C:\\tree\\sub\\b.doc");
+    ChooseFolder("C:\\flat", ui::AnswerYes);
+    fake::Click(m.cmdSubdirectories);
+    EXPECT_EQ("C:\\flat\\|*.*|(All files.)|No|(The folder has no subfolders.)", Labels());
+    ChooseFolder("C:\\tree", {});
+    m.lblSetupFilename.Caption = "some.nws";
+    fake::Click(m.cmdSubdirectories);
+    EXPECT_EQ("C:\\tree\\|Not specified||Yes|"
+              "(Operate on all specified files in lower subfolders.)",
+              Labels());
+    EXPECT_EQ("", m.lblSetupFilename.Caption);
+    fake::drives['C'].MediaPresent = false;
+    user.Box("Error", "Error when attempting to access C:\\tree\\.", ui::AnswerOK, exclamation);
+    fake::Click(m.cmdSubdirectories);
+    fake::drives['C'].MediaPresent = true;
+    EXPECT_TRUE(blnSubdirectories);
+
+    fake::Click(m.cmdConfirmFiles);
+    EXPECT_EQ("Yes|(Confirm purge operation for each file.)",
+              m.lblConfirmFiles.Caption + "|" + m.lblConfirmFiles2.Caption);
+    fake::Click(m.cmdConfirmFiles);
+    EXPECT_EQ("No|(Do not confirm purge operation for each file.)",
+              m.lblConfirmFiles.Caption + "|" + m.lblConfirmFiles2.Caption);
+
+    user.Box("Clear", "Clear folder and file specifications?", ui::AnswerNo, yesNo);
+    fake::Click(m.cmdClear);
+    EXPECT_EQ("C:\\tree\\", strDirPath);
+    user.Box("Clear", "Clear folder and file specifications?", ui::AnswerYes, yesNo);
+    fake::Click(m.cmdClear);
+    EXPECT_EQ("", strDirPath + strFilespec);
+    EXPECT_FALSE(blnSubdirectories || blnMultipleFiles);
+    EXPECT_EQ("Not specified|Not specified||No", Labels().substr(0, 31));
+}
+
+TEST_F(PurgeCommandsTest, ListingAsksAndNamesTheReport) {
+    const auto list = [&](int answer) {
+        user.Box("List files", "Display folder names?", answer, yesNoCancel);
+        fake::Click(m.cmdProcessFiles[0]);
+        return frmReport.Caption;
+    };
+    for (ui::Button& command : m.cmdProcessFiles) {
+        user.Box("Error", "No files specified.", ui::AnswerOK, exclamation);
+        fake::Click(command);
+    }
+    PutFiles("C:\\docs", 2);
+    fake::PutFile("C:\\docs\\sub\\b.doc");
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    frmReport.Caption = "Report";
+    EXPECT_EQ("Report", list(ui::AnswerCancel));
+    EXPECT_EQ("List all files", list(ui::AnswerYes));
+    EXPECT_NE(std::string::npos, frmReport.txbText.Text.find("C:\\docs\\f1.txt (1 bytes)"));
+    EXPECT_EQ("Estimate purge time", list(ui::AnswerNo));
+    EXPECT_EQ(std::string::npos, frmReport.txbText.Text.find("f1.txt"));
+    Specify("*.txt");
+    EXPECT_EQ("List files", list(ui::AnswerYes));
+    blnFolderNamesOnly = true;
+    EXPECT_EQ("List folders", list(ui::AnswerYes));
+    EXPECT_EQ(std::string::npos, frmReport.txbText.Text.find("f1.txt"));
+
+    fake::Click(m.cmdSubdirectories);
+    Specify("*.doc");
+    EXPECT_EQ("List folders", list(ui::AnswerYes)); // one is in the subfolder
+    fake::TakeAway("C:\\docs\\sub\\b.doc");
+    user.Box("List files", "Display folder names?", ui::AnswerYes);
+    user.Box(strListCaption, "There are no files in C:\\docs\\ matching *.doc.", ui::AnswerOK,
+             exclamation);
+    fake::Click(m.cmdProcessFiles[0]);
+    ChooseSingleFile("C:\\docs\\f0.txt");
+    fake::TakeAway("C:\\docs\\f0.txt");
+    user.Box("List files", "Display folder names?", ui::AnswerYes);
+    user.Box(strListCaption, "File C:\\docs\\f0.txt not found.", ui::AnswerOK, exclamation);
+    fake::Click(m.cmdProcessFiles[0]);
+    fake::TakeAway("C:\\docs");
+    for (ui::Button& command : m.cmdProcessFiles) {
+        user.Box("Error", "Folder does not exist.", ui::AnswerOK, exclamation);
+        fake::Click(command);
+    }
+}
+
+TEST_F(PurgeCommandsTest, PurgeQuestionsByCount) {
+    const struct {
+        int Count;
+        const char* Files;
+        const char* Destroyed;
+    } cases[] = {
+        {1, "the single file in ", "this file.)"},
+        {2, "both files in ", "these two files."},
+        {3, "all 3 files in ", "these three files."},
+        {20, "all 20 files in ", "these twenty files."},
+        {21, "all 21 files in ", "these 21 files."},
+        {1000, "all 1,000 files in ", "these 1,000 files."},
+        {1001, "all files in ", "these (more than 1000) files."},
+    };
+    for (const auto& c : cases) {
+        PutFiles("C:\\docs", c.Count);
+        ChooseFolder("C:\\docs", ui::AnswerYes);
+        Accept(std::string("Are you sure that you want to purge ") + c.Files +
+                   "C:\\docs\\ ?\r\nThis will permanently destroy all data in " + c.Destroyed,
+               ui::AnswerNo);
+        fake::TakeAway("C:\\docs");
+    }
+    EXPECT_TRUE(fake::journal.empty());
+}
+
+TEST_F(PurgeCommandsTest, PurgeQuestionsByKind) {
+    PutFiles("C:\\docs", 3);
+    fake::PutFile("C:\\docs\\one.doc");
+    fake::PutFile("C:\\docs\\sub\\two.doc");
+    ChooseSingleFile("C:\\docs\\one.doc");
+    Accept("Are you sure that you want to purge the file C:\\docs\\one.doc ?\r\n"
+           "This will permanently destroy all data in this file.",
+           ui::AnswerNo);
+    EXPECT_EQ("Yes, purge this file", options.cmdDoPurge.Caption);
+    ChooseFolder("C:\\docs", ui::AnswerNo);
+    Specify("*.txt");
+    Accept("Are you sure that you want to purge the slack area of the 3 files C:\\docs\\*.txt ?\r\n"
+           "This will permanently destroy all data in these three files.",
+           ui::AnswerNo, true);
+    EXPECT_EQ("Yes, purge these files", options.cmdDoPurge.Caption);
+    Specify("*.doc");
+    Accept("Are you sure that you want to purge the file C:\\docs\\*.doc ?\r\n"
+           "This will permanently destroy all data in this file.)",
+           ui::AnswerNo);
+    fake::Click(m.cmdSubdirectories);
+    Accept("Are you sure that you want to purge the 2 files C:\\docs\\*.doc\r\n"
+           "and all files of the form \"*.doc\" in all subfolders?\r\n"
+           "This will permanently destroy all data in these two files.",
+           ui::AnswerNo);
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    fake::Click(m.cmdSubdirectories);
+    Accept("Are you sure that you want to purge the slack area of all 5 files in C:\\docs\\\r\n"
+           "and all files in all subfolders?\r\n"
+           "This will permanently destroy all data in these five files.",
+           ui::AnswerNo, true);
+    EXPECT_TRUE(fake::journal.empty());
+}
+
+TEST_F(PurgeCommandsTest, PurgeRunsAfterItsQuestions) {
+    PutFiles("C:\\docs", 2);
+    fake::PutFile("C:\\docs\\sub\\keep.txt", "keep");
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    bool blnRunSeen = false;
+    user.During([] { return frmReport.Visible; },
+                [&] {
+                    blnRunSeen = true;
+                    EXPECT_EQ("Purge files", frmReport.Caption);
+                    EXPECT_FALSE(fake::CanReach(m.cmdProcessFiles[1]));
+                    EXPECT_FALSE(m.fraSetup.Enabled);
+                    FilesDroppedOnMain({"C:\\docs\\sub\\keep.txt"}); // not now
+                });
+    // A file that appears between the question and the run belongs to "all files".
+    user.Modal(options, [this] {
+        fake::PutFile("C:\\docs\\late.txt");
+        fake::Click(options.cmdDoPurge);
+    });
+    user.Box("Purge files",
+             "Are you sure that you want to purge both files in C:\\docs\\ ?\r\n"
+             "This will permanently destroy all data in these two files.",
+             ui::AnswerYes);
+    fake::Click(m.cmdProcessFiles[1]);
+    EXPECT_TRUE(blnRunSeen);
+    EXPECT_EQ("*.*", strFilespec);
+    EXPECT_EQ(std::vector<std::string>{"C:\\docs\\sub\\keep.txt"}, fake::FilesBelow("C:\\docs"));
+    EXPECT_EQ("keep", fake::ContentOf("C:\\docs\\sub\\keep.txt"));
+    EXPECT_NE(std::string::npos, frmReport.txbText.Text.find("Number of files purged: 3"));
+}
+
+// Between the question and the run the folder is deleted, or its drive is pulled out.
+TEST_F(PurgeCommandsTest, FolderVanishesBeforeTheRun) {
+    for (const bool blnPulled : {false, true}) {
+        PutFiles("C:\\docs", 2);
+        fake::AddDrive('E', 1 << 20);
+        PutFiles("E:\\docs", 2);
+        const std::string folder = blnPulled ? "E:\\docs" : "C:\\docs";
+        ChooseFolder(folder, ui::AnswerYes);
+        user.Modal(options, [&] {
+            if (blnPulled)
+                fake::drives['E'].MediaPresent = false;
+            else
+                fake::TakeAway("C:\\docs");
+            fake::Click(options.cmdDoPurge);
+        });
+        user.Box("Purge files",
+                 "Are you sure that you want to purge both files in " + folder +
+                     "\\ ?\r\nThis will permanently destroy all data in these two files.",
+                 ui::AnswerYes);
+        fake::Click(m.cmdProcessFiles[1]);
+        EXPECT_EQ(std::string::npos, frmReport.txbText.Text.find(" purged\r\n"));
+        EXPECT_TRUE(fake::journal.empty());
+        EXPECT_TRUE(m.fraMenu.Enabled);
+    }
+}
+
+TEST_F(PurgeCommandsTest, NothingIsPurgedWhenCancelled) {
+    const fake::Look plain{ui::Icon::None, ui::Buttons::OK, {}};
+    PutFiles("C:\\docs", 2, ".exe");
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    user.Modal(options, [this] { fake::Click(options.cmdCancel); });
+    user.Box("Purge cancelled", "No files purged.", ui::AnswerOK, plain);
+    fake::Click(m.cmdProcessFiles[1]);
+
+    user.Modal(options, [this] { fake::Click(options.cmdDoPurge); });
+    user.Box("Purge files",
+             "Are you sure that you want to purge both files in C:\\docs\\ ?\r\n"
+             "This will permanently destroy all data in these two files.",
+             ui::AnswerYes);
+    user.Modal(frmAntiVirusQuery, [] { fake::Click(frmAntiVirusQuery.cmdCancel); });
+    user.Box("Purge cancelled", "No files purged.", ui::AnswerOK, plain);
+    fake::Click(m.cmdProcessFiles[1]);
+    EXPECT_TRUE(fake::journal.empty());
+}
+
+TEST_F(PurgeCommandsTest, PurgeChecks) {
+    PutFiles("C:\\docs", 1);
+    fake::PutFolder("C:\\docs\\sub");
+    ChooseFolder("C:\\docs", ui::AnswerNo);
+    user.Box("Specify files", "There are no files in C:\\docs\\.");
+    Specify("?.doc");
+    user.Box("Purge files", "There are no files in C:\\docs\\ matching ?.doc.", ui::AnswerOK,
+             exclamation);
+    fake::Click(m.cmdProcessFiles[1]);
+    fake::Click(m.cmdSubdirectories);
+    user.Box("Purge files",
+             "There are no files in C:\\docs\\\r\nor in any of its subfolders matching ?.doc.",
+             ui::AnswerOK, exclamation);
+    fake::Click(m.cmdProcessFiles[1]);
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    fake::TakeAway("C:\\docs\\f0.txt");
+    user.Box("Purge files", "There are no files in C:\\docs\\.", ui::AnswerOK, exclamation);
+    fake::Click(m.cmdProcessFiles[1]);
+    fake::PutFile("C:\\docs\\a.txt");
+    ChooseSingleFile("C:\\docs\\a.txt");
+    fake::TakeAway("C:\\docs\\a.txt");
+    user.Box("Purge files", "File C:\\docs\\a.txt not found.", ui::AnswerOK, exclamation);
+    fake::Click(m.cmdProcessFiles[1]);
+}
+
+TEST_F(PurgeCommandsTest, DroppedAndGivenPaths) {
+    PutFiles("C:\\docs", 2);
+    fake::DropFiles(m, {"C:\\docs\\f1.txt"});
+    EXPECT_EQ("C:\\docs\\|f1.txt||No|(The folder has no subfolders.)", Labels());
+    EXPECT_FALSE(m.blnQuitGuard);
+    user.Box("Specify folder", "Do you wish to purge ALL files in C:\\docs\\?", ui::AnswerYes,
+             yesNo);
+    fake::DropFiles(m, {"C:\\docs"});
+    EXPECT_EQ("*.*", strFilespec);
+    user.Box("Error", "Only one file or one folder can be taken at a time.\r\n"
+                      "To purge several files, specify their folder and then the files.");
+    fake::DropFiles(m, {"C:\\docs\\f0.txt", "C:\\docs\\f1.txt"});
+    user.Box("Error", "Error when attempting to load setup from file C:\\docs\\bad.nws!");
+    fake::PutFile("C:\\docs\\bad.nws", "1.0\r\n");
+    fake::DropFiles(m, {"C:\\docs\\bad.nws"});
+    fake::commandLine = {"C:\\docs\\missing.nws"};
+    user.Box("Error when attempting to load setup.", "File C:\\docs\\missing.nws not found!");
+    OpenCommandLineFiles();
+    fake::commandLine = {"C:\\docs\\missing.txt"};
+    user.Box("Single file", "File C:\\docs\\missing.txt not found.");
+    OpenCommandLineFiles();
+    fake::commandLine.clear();
+    OpenCommandLineFiles();
+    EXPECT_EQ("*.*", strFilespec);
+}
+
+} // namespace
