@@ -149,12 +149,21 @@ std::string PurgeQuestion(std::int64_t lngCount) {
     return text;
 }
 
-/// Whether files that anti-virus software watches may be among the specified ones.
+/// Whether files that anti-virus software watches are, or with subfolders may be, among the
+/// specified ones.
 bool MayHoldWatchedFiles() {
-    const std::string extension = ExtensionOf(strFilespec);
-    if (extension.find_first_of("?*") != std::string::npos || strFilespec.back() == '*')
-        return true;
-    return IsSensitiveFile(strFilespec, false);
+    if (!blnMultipleFiles && !blnSubdirectories)
+        return IsSensitiveFile(strFilespec, false);
+    bool blnFound =
+        blnSubdirectories && (ExtensionOf(strFilespec).find_first_of("?*") != std::string::npos ||
+                              strFilespec.back() == '*' || IsSensitiveFile(strFilespec, false));
+    // What cannot be read will not be purged either.
+    (void)platform::EnumerateFolder(strDirPath, [&](const platform::FolderEntry& entry) {
+        blnFound = blnFound || (!entry.IsFolder && MatchesFilespec(entry.Name, strFilespec) &&
+                                IsSensitiveFile(entry.Name, false));
+        return !blnFound;
+    });
+    return blnFound;
 }
 
 /// Everything that is asked before a purge, in its order; true when the user wants it.

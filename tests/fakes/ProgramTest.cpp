@@ -8,7 +8,9 @@ void ProgramTest::SetUp() {
     fake::user.Reset();
     for (const char* file : {"nullwright.exe", "nwaux6.dll"})
         fake::PutFile(fake::programFolder + "\\" + file, "MZ");
-    fake::PutFile(fake::programFolder + "\\nullwright.dat", "");
+    fake::PutFile(fake::programFolder + "\\nullwright.dat",
+                  "2\tNullwright\n23\tNullwright\n310\tNullwright\n320\tSlack.\n321\tWhole.\n"
+                  "330\thttps://maker/\n331\thttps://manual/\n");
 
     strDirPath.clear();
     strBrowsePath.clear();

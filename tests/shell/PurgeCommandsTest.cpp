@@ -38,24 +38,33 @@ struct PurgeCommandsTest : ProgramTest {
         return m.lblDirectory.Caption + "|" + m.lblFiles.Caption + "|" + m.lblFiles2.Caption + "|" +
                m.lblSubdirectories.Caption + "|" + m.lblSubdirectories2.Caption;
     }
-    void ChooseFolder(const std::string& folder, std::optional<int> purgeAll) {
+    /// `after` adds the boxes that the command must end with.
+    void ChooseFolder(const std::string& folder, std::optional<int> purgeAll,
+                      const fake::Action& after = {}) {
         user.Folder("Specify folder containing files to be purged", folder);
         if (purgeAll)
             user.Box("Specify folder", "Do you wish to purge ALL files in " + folder + "\\?",
                      *purgeAll, yesNo);
+        if (after)
+            after();
         fake::Click(m.cmdSpecifyDirectory[0]);
     }
-    void Specify(const std::string& filespec) {
+    void Specify(const std::string& filespec, const std::string& title = "",
+                 const std::string& text = "") {
         user.Modal(frmFileSpecification, [filespec] {
             fake::Type(frmFileSpecification.txbForm, filespec);
             fake::Click(frmFileSpecification.cmdOK);
         });
+        if (!text.empty())
+            user.Box(title, text, ui::AnswerOK, exclamation);
         fake::Click(m.cmdSpecifyFiles);
     }
-    void ChooseSingleFile(const std::string& path) {
+    void ChooseSingleFile(const std::string& path, const std::string& complaint = "") {
         user.OpenFile("Specify file to be purged.", path);
+        if (!complaint.empty())
+            user.Box("Single file", complaint, ui::AnswerOK, exclamation);
         fake::Click(m.cmdSingleFile);
-        fake::FireTimers(1000);
+        fake::FireTimers(1100);
     }
     /// The rest of a purge command, from the options dialog on.
     void Accept(const std::string& question, int answer = ui::AnswerYes, bool slackOnly = false) {
@@ -92,7 +101,7 @@ TEST_F(PurgeCommandsTest, SingleFile) {
     EXPECT_FALSE(blnMultipleFiles);
     EXPECT_EQ("", m.lblPurgeSpeed.Caption);
     EXPECT_EQ("", m.lblEstimatedTime.Caption);
-    fake::FireTimers(1000);
+    fake::FireTimers(1100);
 
     fake::AddDrive('A', 1 << 20);
     fake::PutFile("A:\\f.txt", "small");
@@ -101,11 +110,10 @@ TEST_F(PurgeCommandsTest, SingleFile) {
     EXPECT_EQ("0.250 MB/sec. (1 overwrite) for Drive A (floppy drive).", m.lblPurgeSpeed.Caption);
     EXPECT_EQ("Less than a minute.", m.lblEstimatedTime.Caption);
 
-    user.Box("Single file",
-             "\\\\server\\share\\x is not on a drive with a letter.\r\n"
-             "Nullwright works only on drives that have a letter, not on network shares\r\n"
-             "or other places.");
-    ChooseSingleFile("\\\\server\\share\\x");
+    ChooseSingleFile("\\\\server\\share\\x",
+                     "\\\\server\\share\\x is not on a drive with a letter.\r\n"
+                     "Nullwright works only on drives that have a letter, not on network shares\r\n"
+                     "or other places.");
     EXPECT_EQ("A:\\", strDirPath);
 }
 
@@ -126,8 +134,8 @@ TEST_F(PurgeCommandsTest, SpecifyFolder) {
     EXPECT_EQ("C:\\linked\\|Not specified||No|(The folder has no subfolders.)", Labels());
     ChooseFolder("C:\\empty", {});
     EXPECT_EQ("C:\\empty\\|Not specified||No|(The folder has no subfolders.)", Labels());
-    user.Box("Error", "Cannot access the folder.", ui::AnswerOK, exclamation);
-    ChooseFolder("C:\\gone", {});
+    ChooseFolder("C:\\gone", {},
+                 [] { user.Box("Error", "Cannot access the folder.", ui::AnswerOK, exclamation); });
 }
 
 TEST_F(PurgeCommandsTest, SpecifyFiles) {
@@ -142,27 +150,20 @@ TEST_F(PurgeCommandsTest, SpecifyFiles) {
     Specify("*.txt");
     EXPECT_EQ("*.txt|(All files with extension txt.)",
               m.lblFiles.Caption + "|" + m.lblFiles2.Caption);
-    user.Box("Empty folder", "The folder contains no matching files and no subfolders.",
-             ui::AnswerOK, exclamation);
-    Specify("?.doc");
+    Specify("?.doc", "Empty folder", "The folder contains no matching files and no subfolders.");
     EXPECT_EQ("?.doc|(All files of the form ?.doc.)",
               m.lblFiles.Caption + "|" + m.lblFiles2.Caption);
     ChooseFolder("C:\\empty", {});
-    user.Box("Empty folder", "The folder contains no files and no subfolders.", ui::AnswerOK,
-             exclamation);
-    Specify("*.txt");
+    Specify("*.txt", "Empty folder", "The folder contains no files and no subfolders.");
 
     ChooseFolder("C:\\tree", ui::AnswerNo);
-    user.Box("Specify files", "There are no files in C:\\tree\\.", ui::AnswerOK, exclamation);
-    Specify("?.doc");
+    Specify("?.doc", "Specify files", "There are no files in C:\\tree\\.");
     fake::Click(m.cmdSubdirectories);
     Specify("?.doc"); // found in the subfolder
-    user.Box("Specify files", "There are no files in C:\\tree\\\r\nor in any of its subfolders.",
-             ui::AnswerOK, exclamation);
-    Specify("?.xyz");
+    Specify("?.xyz", "Specify files",
+            "There are no files in C:\\tree\\\r\nor in any of its subfolders.");
     fake::TakeAway("C:\\tree");
-    user.Box("Error", "Cannot access the folder.", ui::AnswerOK, exclamation);
-    Specify("?.txt");
+    Specify("?.txt", "Error", "Cannot access the folder.");
     user.Modal(frmFileSpecification, [] { fake::PressEscape(frmFileSpecification); });
     fake::Click(m.cmdSpecifyFiles);
     EXPECT_EQ("?.txt", strFilespec);
@@ -388,8 +389,7 @@ TEST_F(PurgeCommandsTest, PurgeChecks) {
     PutFiles("C:\\docs", 1);
     fake::PutFolder("C:\\docs\\sub");
     ChooseFolder("C:\\docs", ui::AnswerNo);
-    user.Box("Specify files", "There are no files in C:\\docs\\.");
-    Specify("?.doc");
+    Specify("?.doc", "Specify files", "There are no files in C:\\docs\\.");
     user.Box("Purge files", "There are no files in C:\\docs\\ matching ?.doc.", ui::AnswerOK,
              exclamation);
     fake::Click(m.cmdProcessFiles[1]);
