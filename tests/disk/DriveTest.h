@@ -1,0 +1,83 @@
+// What the tests of the commands on drives share: a small drive D: to work on, the choices in the
+// dialogs, and what must hold whatever happened.
+#pragma once
+
+#include "disk/FillDisk.h"
+#include "fakes/ProgramTest.h"
+#include "selection/frmDrives.h"
+#include "selection/frmSubfolders.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/frmMain.h"
+#include "shell/Session.h"
+
+#include <string>
+#include <vector>
+
+constexpr std::uint64_t MiB = 1048576;
+
+inline const char* const strTrailer =
+    "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.";
+
+struct DriveTest : ProgramTest {
+    /// Drive D: with a file of somebody's on it; one random pass.
+    void SetUp() override { Begin(120 * MiB); }
+    void Begin(std::uint64_t capacity) {
+        ProgramTest::SetUp();
+        fake::AddDrive('D', capacity);
+        fake::PutFile("D:\\docs\\letter.txt", "somebody's");
+        StartProgram();
+        SetPasses(1);
+    }
+    static void SetPasses(int passes) {
+        ui::SelectOption(frmTypeOfPurge.optPurgeType, 0);
+        frmTypeOfPurge.cboNumberOfPasses[0].ListIndex = passes - 1;
+    }
+    /// Leaves this much free on D:.
+    static void LeaveFree(std::uint64_t bytes) {
+        fake::Drive& drive = fake::drives['D'];
+        drive.Occupied += drive.Free() - bytes;
+    }
+    static void ChooseDriveD(const std::string& title) {
+        fake::user.Modal(frmDrives, [title] {
+            EXPECT_EQ(title, frmDrives.Caption);
+            for (const ui::ListItem& item : frmDrives.lstDrives.Items)
+                if (item.Data == 'D')
+                    fake::Choose(frmDrives.lstDrives, std::string(item.Text));
+            fake::Click(frmDrives.cmdOK);
+        });
+    }
+    static void ChooseSubfolders(const std::string& title, const std::vector<std::string>& names) {
+        fake::user.Modal(frmSubfolders, [title, names] {
+            EXPECT_EQ(title, frmSubfolders.Caption);
+            for (const std::string& name : names)
+                for (const ui::ListItem& item : std::vector(frmSubfolders.lstSubfolders.Items))
+                    if (item.Text.starts_with(name + " "))
+                        fake::Choose(frmSubfolders.lstSubfolders, item.Text);
+            fake::Click(frmSubfolders.cmdOK);
+        });
+    }
+    static void PressF10When(std::function<bool()> when) {
+        fake::user.During(std::move(when), [] { fake::PressF10(); });
+    }
+    static std::string Label(const ui::Label& label) { return label.Caption; }
+    /// Our folders and dummy files on a drive.
+    static std::vector<std::string> Dummies(char letter = 'D') {
+        std::vector<std::string> found;
+        for (const auto& child : fake::drives[letter].Root->Children)
+            if (child->Name.starts_with("_nw_dummy"))
+                found.push_back(child->Name);
+        return found;
+    }
+    /// Nothing of ours is left, nothing runs, the menu is there.
+    static void ExpectRest() {
+        EXPECT_TRUE(Dummies().empty()) << Dummies().front();
+        EXPECT_TRUE(frmMain.fraMenu.Enabled);
+        EXPECT_FALSE(blnPurgingFreeSpace || blnPurgingDrive || blnStop);
+        EXPECT_TRUE(blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
+        EXPECT_EQ("", frmMain.lblStatus.Caption);
+        EXPECT_EQ(-1, fake::user.TaskbarFraction);
+        EXPECT_EQ(52428800, dblMaxSizeDummyFile);
+        EXPECT_EQ(0, FillDisk.intTestQuantity);
+        EXPECT_EQ(0, fake::OpenHandles());
+    }
+};
