@@ -25,7 +25,7 @@ struct FreeSpaceTest : DriveTest {
                        {ui::Icon::Information, ui::Buttons::OKCancel, 1});
     }
     void AnnounceThree() {
-        Announce("Drive D has 119.99 MB free.\r\n\r\n"
+        Announce("Drive D has 120.00 MB free.\r\n\r\n"
                  "3 dummy files will now be written to fill this space.\r\n\r\n" +
                  std::string(strAdvice));
     }
@@ -39,8 +39,7 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
     AnnounceThree();
     fake::user.BoxLike(strTitle, [&](const std::string& text) {
         freeThen = fake::drives['D'].Free();
-        filesThen =
-            fake::FilesBelow(fake::drives['D'].Root->Children.back()->Name.insert(0, "D:\\"));
+        filesThen = fake::FilesBelow("D:\\" + Dummies()[0]);
         return text == WrittenText("3 dummy files have been written.");
     });
     fake::user.Box(strTitle, "The free space has been purged.", ui::AnswerOK,
@@ -203,6 +202,7 @@ TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
     // The chooser's Cancel, and no library.
     fake::user.Modal(frmDrives, [] { fake::Click(frmDrives.cmdCancel); });
     Click();
+    Begin(120 * MiB);
     fake::auxiliaryLibrary = platform::Fault::NotFound;
     fake::user.BoxLike("Error", fake::Contains("nwaux6.dll"));
     Click();
@@ -348,7 +348,8 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
         fake::FailFrom(1, platform::Fault::AccessDenied, fake::Call::RemoveFile);
         return true;
     });
-    fake::user.BoxLike(strTitle, fake::Contains("Error -4 when purging _nw_dummy1."));
+    fake::user.BoxLike(strTitle, fake::Contains("Error -4 when purging _nw_dummy1."),
+                       ui::AnswerYes);
     fake::user.BoxLike(strTitle, fake::Contains("The unpurged dummy file will now be deleted."));
     fake::user.BoxLike("Error", fake::Contains("Not all dummy files could be deleted."));
     fake::user.BoxLike(strTitle, fake::Contains("But one dummy file could not be purged"));
