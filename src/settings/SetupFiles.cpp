@@ -10,8 +10,10 @@
 #include "shell/Session.h"
 #include "support/Paths.h"
 #include "support/ProgramTexts.h"
+#include "support/Utf8.h"
 #include "ui/Controls.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -77,32 +79,12 @@ bool TakeNumber(std::string_view& strText, std::int16_t& intNumber) {
     return true;
 }
 
-/// True for text that can be a path: no control characters, well-formed UTF-8.
+/// True for text that can be a path.
 bool IsCleanText(std::string_view strText) {
-    for (std::size_t i = 0; i < strText.size();) {
-        const auto c = static_cast<unsigned char>(strText[i++]);
-        if (c < 0x20 || c == 0x7F)
+    for (const char c : strText)
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
             return false;
-        if (c < 0x80)
-            continue;
-        const int intMore = c >= 0xC2 && c <= 0xDF   ? 1
-                            : c >= 0xE0 && c <= 0xEF ? 2
-                            : c >= 0xF0 && c <= 0xF4 ? 3
-                                                     : 0;
-        if (intMore == 0)
-            return false;
-        std::uint32_t lngCode = c & (0x3Fu >> intMore);
-        for (int k = 0; k < intMore; ++k, ++i) {
-            if (i == strText.size() || (static_cast<unsigned char>(strText[i]) & 0xC0) != 0x80)
-                return false;
-            lngCode = lngCode << 6 | (static_cast<unsigned char>(strText[i]) & 0x3Fu);
-        }
-        const bool blnOverlong = (intMore == 2 && lngCode < 0x800) ||
-                                 (intMore == 3 && (lngCode < 0x10000 || lngCode > 0x10FFFF));
-        if (blnOverlong || (lngCode >= 0xD800 && lngCode <= 0xDFFF))
-            return false;
-    }
-    return true;
+    return IsUtf8(std::string(strText));
 }
 
 /// A folder: empty, or on a drive with a letter. Anything else would be refused where folders are

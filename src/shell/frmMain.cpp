@@ -24,9 +24,34 @@ constexpr const char* strNotSpecified = "Not specified";
 /// The button that had the focus when the menu was disabled; gets it back.
 ui::Control* ctlFocusBefore = nullptr;
 
-/// Writes a white-on-black label. It is only as wide and high as its text needs, and it is gone
+/// The width between a label's left edge and the window's right margin.
+int RoomFrom(const ui::Label& label) {
+    return frmMain.Width - label.Left - 120;
+}
+
+/// Writes a white-on-black label. It is no wider and higher than its text may need, and it is gone
 /// when it has none: an empty black bar says nothing.
-void WriteMessageLabel(ui::Label& label, const std::string& strText) {
+void WriteMessageLabel(ui::Label& label, const std::string& strText, int intMaxWidth,
+                       int intMaxLines) {
+    constexpr int intWidthOfCharacter = 115, intLineHeight = 240; // on the safe side
+    int intLines = 1, intLongest = 0, intInLine = 0;
+    for (const char c : strText) {
+        if (c == '\n') {
+            ++intLines;
+            intInLine = 0;
+        } else if (c != '\r' && (c & 0xC0) != 0x80) {
+            ++intInLine;
+        }
+        intLongest = std::max(intLongest, intInLine);
+        if (intInLine * intWidthOfCharacter > intMaxWidth) { // the label wraps it
+            ++intLines;
+            intInLine = 0;
+        }
+    }
+    if (strText.ends_with("\r\n"))
+        --intLines;
+    label.Width = std::min(intLongest * intWidthOfCharacter + 120, intMaxWidth);
+    label.Height = std::clamp(intLines, 1, intMaxLines) * intLineHeight;
     label.Caption = strText;
     label.Visible = !strText.empty();
 }
@@ -116,16 +141,18 @@ void SetMainLine(MainLine line, const std::string& text) {
         frmMain.lblStatus.Caption = text;
         break;
     case MainLine::LargePurgeMessage:
-        WriteMessageLabel(frmMain.lblLargePurgeMessage, text);
+        WriteMessageLabel(frmMain.lblLargePurgeMessage, text,
+                          RoomFrom(frmMain.lblLargePurgeMessage), 5);
         break;
     case MainLine::PurgeFoldersMessage:
         frmMain.lblPurgeFoldersMessage.Caption = text;
         break;
     case MainLine::Subdirectories2:
-        WriteMessageLabel(frmMain.lblSubdirectories2, text);
+        WriteMessageLabel(frmMain.lblSubdirectories2, text, RoomFrom(frmMain.lblSubdirectories2),
+                          1);
         break;
     case MainLine::PurgeSpeed:
-        WriteMessageLabel(frmMain.lblPurgeSpeed, text);
+        WriteMessageLabel(frmMain.lblPurgeSpeed, text, RoomFrom(frmMain.lblPurgeSpeed), 1);
         frmMain.lblPurgeSpeed.Bold = !text.empty();
         break;
     case MainLine::EstimatedTime:

@@ -1,0 +1,146 @@
+// The dialog with the purge options, and the cluster sizes.
+#include "fakes/ProgramTest.h"
+#include "settings/frmPurgeConfirmation.h"
+
+using fake::user;
+
+namespace {
+
+struct PurgeOptions : ProgramTest {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    void SetUp() override {
+        ProgramTest::SetUp();
+        StartProgram();
+    }
+    bool Ask(fake::Action action, bool blnSingleFile = false, bool blnFolders = true,
+             const std::string& folder = "C:\\data\\") {
+        user.Modal(f, std::move(action));
+        return AskPurgeOptions(folder, blnSingleFile, blnFolders);
+    }
+    std::string Selected() const {
+        return f.cboClusterSize.ListIndex < 0
+                   ? "(none)"
+                   : f.cboClusterSize.Items[static_cast<std::size_t>(f.cboClusterSize.ListIndex)]
+                         .Text;
+    }
+    static std::string Flags() {
+        std::string text;
+        for (const bool flag :
+             {blnPurgeSlackOnly, blnDoNotDeletePurgedFiles, blnOKToPurgeReadOnlyFiles,
+              blnOKToPurgeSystemFiles, blnOKToPurgeSensitiveFiles, blnFolderNamesOnly,
+              blnDeleteEmptyFolders})
+            text += flag ? '1' : '0';
+        return text;
+    }
+};
+
+TEST_F(PurgeOptions, BoxesBecomeFlagsOnAcceptanceOnly) {
+    EXPECT_TRUE(Ask([&] {
+        EXPECT_EQ("Yes, purge these files", f.cmdDoPurge.Caption);
+        EXPECT_EQ(&f.cmdCancel, user.Focus);
+        for (ui::CheckBox* box : PurgeOptionBoxes()) {
+            if (box != &f.chkPurgeSlackOnly && box != &f.chkOKToPurgeSystemFiles)
+                fake::Click(*box);
+            EXPECT_EQ(&f.cmdCancel, user.Focus);
+        }
+        EXPECT_EQ("0000000", Flags());
+        fake::Click(f.cmdDoPurge);
+    }));
+    EXPECT_EQ("0110111", Flags());
+    // The boxes are found as they were left; what is changed and cancelled does not count.
+    EXPECT_FALSE(Ask(
+        [&] {
+            EXPECT_EQ("Yes, purge this file", f.cmdDoPurge.Caption);
+            EXPECT_EQ(1, f.chkDoNotDeletePurgedFiles.Value);
+            EXPECT_FALSE(f.chkDeleteEmptyFolders.Visible);
+            EXPECT_EQ(0, f.chkDeleteEmptyFolders.Value);
+            fake::Click(f.chkOKToPurgeReadOnlyFiles);
+            fake::PressEscape(f);
+        },
+        true, false));
+    EXPECT_EQ("0110111", Flags());
+    EXPECT_FALSE(Ask([&] { fake::CloseForm(f); }));
+}
+
+TEST_F(PurgeOptions, SlackOnlyForcesDoNotDeleteAndGivesItBack) {
+    for (const int intBefore : {0, 1}) {
+        f.chkDoNotDeletePurgedFiles.Value = intBefore;
+        f.chkDeleteEmptyFolders.Value = 1;
+        f.chkPurgeSlackOnly.Value = 1; // as a setup file would leave it
+        EXPECT_TRUE(Ask([&] {
+            EXPECT_EQ(0, f.chkPurgeSlackOnly.Value);
+            EXPECT_EQ(intBefore, f.chkDoNotDeletePurgedFiles.Value);
+            const std::string strOrdinary = f.lblMessage.Caption;
+            for (int i = 0; i < 3; ++i) { // on, off, on
+                fake::Click(f.chkPurgeSlackOnly);
+                const bool blnOn = f.chkPurgeSlackOnly.Value == 1;
+                EXPECT_EQ(blnOn ? 1 : intBefore, f.chkDoNotDeletePurgedFiles.Value);
+                EXPECT_NE(blnOn, fake::CanReach(f.chkDoNotDeletePurgedFiles));
+                EXPECT_NE(blnOn, fake::CanReach(f.chkDeleteEmptyFolders));
+                EXPECT_NE(blnOn, strOrdinary == f.lblMessage.Caption);
+            }
+            fake::Click(f.cmdDoPurge);
+        }));
+        EXPECT_EQ("1100000", Flags()) << "slack only: nothing is deleted, no folder either";
+        EXPECT_EQ(intBefore, f.chkDoNotDeletePurgedFiles.Value);
+        EXPECT_TRUE(Ask([&] {
+            EXPECT_TRUE(fake::CanReach(f.chkDoNotDeletePurgedFiles));
+            fake::Click(f.cmdDoPurge);
+        }));
+        EXPECT_EQ(intBefore ? "0100001" : "0000001", Flags());
+    }
+}
+
+TEST_F(PurgeOptions, ClusterSizeFromTheDriveTheTableOrTheUser) {
+    fake::AddDrive('D', 1 << 30, 131072);
+    fake::AddDrive('E', 1 << 30);
+    fake::drives['E'].BytesPerSector = 1000;
+    fake::drives['E'].SectorsPerCluster = 3;
+    fake::AddDrive('F', 1 << 30, 2048);
+    EXPECT_EQ(4096, GetClusterSize("C"));
+    EXPECT_EQ(65536, GetClusterSize("D"));
+    EXPECT_EQ(3000, GetClusterSize("E"));
+    EXPECT_EQ(2048, GetClusterSize("f:"));
+    EXPECT_EQ(512, GetClusterSize("A")) << "no medium, no drive";
+    EXPECT_EQ(512, GetClusterSize("B"));
+    EXPECT_EQ(4096, GetClusterSize("X"));
+
+    const auto look = [&](const std::string& folder, const std::string& expected) {
+        EXPECT_FALSE(Ask(
+            [&] {
+                EXPECT_EQ(expected, Selected());
+                fake::Click(f.cmdCancel);
+            },
+            false, true, folder));
+    };
+    look("D:\\x\\", "64 KB");
+    look("E:\\", "(none)");
+    EXPECT_TRUE(Ask([&] { fake::Click(f.cmdDoPurge); }, false, true, "E:\\"));
+    EXPECT_EQ(3000, GetClusterSize("E")) << "nothing selected, nothing stored";
+    EXPECT_TRUE(Ask([&] {
+        EXPECT_EQ("4 KB", Selected());
+        fake::Choose(f.cboClusterSize, "2 KB");
+        EXPECT_EQ(&f.cmdCancel, user.Focus);
+        fake::Click(f.cmdDoPurge);
+    }));
+    EXPECT_EQ(2048, GetClusterSize("C"));
+    look("C:\\data\\", "2 KB");
+    const std::int64_t lngCalls = fake::CallsMade(fake::Call::ClusterFacts);
+    GetClusterSize("C");
+    EXPECT_EQ(lngCalls, fake::CallsMade(fake::Call::ClusterFacts)) << "kept, not asked again";
+}
+
+TEST_F(PurgeOptions, FileSystemIsShownOnAClick) {
+    Ask([&] {
+        EXPECT_FALSE(f.lblFileSystem.Visible);
+        fake::Click(f.lblClusterSize);
+        EXPECT_TRUE(f.lblFileSystem.Visible);
+        EXPECT_EQ("NTFS", f.lblFileSystem.Caption);
+        fake::Click(f.lblFileSystem);
+        EXPECT_FALSE(f.lblFileSystem.Visible);
+        fake::Click(f.cmdCancel);
+    });
+    EXPECT_EQ("", f.lblFileSystem.Caption);
+}
+
+} // namespace
