@@ -1,7 +1,7 @@
 // Setup files: fourteen lines of text, read item by item.
 #include "settings/SetupFiles.h"
 
-#include "disk/DiskProc.h"
+#include "platform/Drives.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -101,6 +101,16 @@ bool TakeFolder(std::string_view& strText, std::string& strFolder) {
     return true;
 }
 
+/// "C:\" for the first drive that is a fixed disk; "" when there is none.
+std::string FirstFixedRoot() {
+    for (const char chrDrive : platform::DriveLetters()) {
+        const std::string strRoot = std::string(1, chrDrive) + ":\\";
+        if (platform::TypeOfDrive(strRoot) == platform::DriveType::Fixed)
+            return strRoot;
+    }
+    return {};
+}
+
 } // namespace
 
 std::string SetupText() {
@@ -174,7 +184,7 @@ bool WriteSetupFile(const std::string& path) {
 void FindNextRunSetupPath() {
     std::string strPlace;
     if (platform::Failed(platform::ReadApplicationDataFolder(strPlace)))
-        strPlace = FirstFixedDrive();
+        strPlace = FirstFixedRoot();
     strNextRunFolder.clear();
     strNextRunPath.clear();
     if (strPlace.empty())
