@@ -1,0 +1,105 @@
+#include "engine/FileProc.h"
+#include "engine/FileOps.h"
+#include "fakes/ProgramTest.h"
+
+struct FileProcTest : ProgramTest {};
+
+TEST_F(FileProcTest, Sizes) {
+    const struct {
+        double Bytes;
+        int Decimals;
+        const char *Text, *UpToMB;
+    } cases[] = {{0, 2, "0 bytes", "0 bytes"},
+                 {1, 2, "1 bytes", "1 bytes"},
+                 {1023, 2, "1,023 bytes", "1,023 bytes"},
+                 {1024, 2, "1.00 KB", "1.00 KB"},
+                 {1536, 2, "1.50 KB", "1.50 KB"},
+                 {1048575, 2, "1,024.00 KB", "1,024.00 KB"},
+                 {1048576, 2, "1.00 MB", "1.00 MB"},
+                 {52428800, 0, "50 MB", "50 MB"},
+                 {1073741824, 2, "1.00 GB", "1,024.00 MB"},
+                 {1073741824.0 * 1234.5, 1, "1,234.5 GB", "1,264,128.0 MB"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.Text, ByteSizeText(c.Bytes, c.Decimals));
+        EXPECT_EQ(c.UpToMB, ByteSizeTextUpToMB(c.Bytes, c.Decimals));
+    }
+}
+
+TEST_F(FileProcTest, DeletingClearsWhatProtects) {
+    fake::PutFile("C:\\f\\a", "x", 0x27);
+    EXPECT_FALSE(DeleteFileClearingAttributes("C:\\f\\a", true, false, true)); // still read-only
+    EXPECT_EQ("attributes 37\nattributes 33\n", fake::JournalText("C:\\f\\a"));
+    EXPECT_TRUE(DeleteFileClearingAttributes("C:\\f\\a", false, true, false));
+    EXPECT_TRUE(DeleteFileClearingAttributes("C:\\f\\a", true, true, true)); // no longer there
+    fake::PutFile("C:\\f\\a", "x").Locked = true;
+    EXPECT_FALSE(DeleteFileClearingAttributes("C:\\f\\a", true, true, true));
+}
+
+TEST_F(FileProcTest, NumberedNamesAndLengths) {
+    const std::string base = "C:\\t\\_nw_dummy";
+    fake::PutFolder("C:\\t");
+    EXPECT_EQ(base + "1", UniqueNumberedFileName(base));
+    for (const char* taken : {"1", "2", "4"})
+        fake::PutFile(base + taken, "x");
+    EXPECT_EQ(base + "3", UniqueNumberedFileName(base));
+    fake::PutFile(base + "3", "x");
+    EXPECT_EQ(base + "5", UniqueNumberedFileName(base));
+    EXPECT_EQ(base + "5", UniqueNumberedFileName(base)); // not taken yet
+    fake::TakeAway("C:\\t");
+    fake::PutFolder("C:\\t");
+    EXPECT_EQ(base + "1", UniqueNumberedFileName(base));
+
+    fake::PutBigFile("C:\\big", 5ULL << 30);
+    EXPECT_EQ(5LL << 30, GetFileLength("C:\\big"));
+    EXPECT_EQ(0, GetFileLength("C:\\none"));
+    EXPECT_TRUE(FileExistsFSO("C:\\big"));
+    EXPECT_FALSE(FileExistsFSO("C:\\t"));
+    EXPECT_EQ(0, ChangeFileSize("C:\\big", -1));
+    EXPECT_EQ(0, ChangeFileSize("C:\\big", 4LL << 30));
+    EXPECT_EQ(4LL << 30, GetFileLength("C:\\big"));
+    EXPECT_LT(ChangeFileSize("C:\\none", -1), 0);
+    EXPECT_TRUE(FlushFile("C:\\big"));
+    EXPECT_FALSE(FlushFile("C:\\none"));
+}
+
+TEST_F(FileProcTest, SensitiveFiles) {
+    for (const char* name :
+         {"BOOK.XLS", "data.xlw", "a.xl\xC3\xA4", "a.ovl", "a.bat", "a.ini", "a.386", "a.b.dll"}) {
+        EXPECT_TRUE(IsSensitiveFile(name, false)) << name;
+        EXPECT_TRUE(IsSensitiveFile(name, true)) << name;
+    }
+    for (const char* name : {"a.rtf", "C:\\x\\a.SHS", "a.adt"}) {
+        EXPECT_TRUE(IsSensitiveFile(name, false)) << name;
+        EXPECT_FALSE(IsSensitiveFile(name, true)) << name;
+    }
+    for (const char* name : {"report.xlsx", "a.txt", "dll", "a.", "a.do", "C:\\x.dll\\a", ""})
+        EXPECT_FALSE(IsSensitiveFile(name, false)) << name;
+}
+
+TEST_F(FileProcTest, Classification) {
+    InitSystemExtensions(0);
+    EXPECT_EQ(ClassProgramFolder, ClassifyFileForPurge("c:\\PROGRAM files\\nullwright\\x.dll"));
+    EXPECT_EQ(ClassSystemUndecided,
+              ClassifyFileForPurge("C:\\Program Files\\Nullwright\\sub\\x.dll"));
+    EXPECT_EQ(ClassSwapFile, ClassifyFileForPurge("C:\\WIN386.SWP"));
+    EXPECT_EQ(ClassSwapFile, ClassifyFileForPurge("pagefile.sys"));
+    EXPECT_EQ(ClassSystemUndecided, ClassifyFileForPurge("C:\\pagefile.sys"));
+    for (const char* name : {"readme", "a.txt", "a.", "C:\\x.dll\\a", "a.dll.txt"})
+        EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge(name)) << name;
+    const char* const all[] = {"bat", "bin", "com", "dll", "drv", "exe",
+                               "ini", "ovl", "pif", "sys", "ocx", "kbd"};
+    for (const std::string extension : all) {
+        const std::string path = "C:\\x\\ARCHIVE.tar." + platform::UpperCase(extension);
+        EXPECT_EQ(ClassSystemUndecided, ClassifyFileForPurge(path));
+        SetExtensionVerdict(extension, 1);
+        EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge(path));
+        SetExtensionVerdict(platform::UpperCase(extension), -1); // not this row
+        EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge(path));
+        SetExtensionVerdict(extension, -1);
+        EXPECT_EQ(ClassSystemRefused, ClassifyFileForPurge(path));
+    }
+    SetExtensionVerdict("txt", -1); // no row of the table
+    EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge("a.txt"));
+    InitSystemExtensions(1); // nothing carries over to the next run
+    EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge("a.dll"));
+}

@@ -1,0 +1,434 @@
+#include "engine/FilePurge.h"
+#include "engine/EngineNeeds.h"
+#include "engine/FileProc.h"
+#include "fakes/ProgramTest.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/frmMain.h"
+#include "shell/Session.h"
+
+#include <algorithm>
+
+using fake::Call;
+using fake::Did;
+using platform::Fault;
+
+namespace {
+
+constexpr const char* path = "C:\\f\\a.bin";
+
+struct FilePurgeTest : ProgramTest {
+    void SetUp() override {
+        ProgramTest::SetUp();
+        InitializePurgeOptions();
+        Initialization();
+    }
+    std::int16_t Purge(const std::string& file, std::int16_t type, std::int16_t passes,
+                       bool deleteAfter, bool slackOnly = false) {
+        std::int16_t code = 99;
+        const bool done = PurgeFileWithChecks(file, type, passes, deleteAfter, true, true,
+                                              slackOnly, 0, code, &reach);
+        EXPECT_EQ(done, code >= 0);
+        return code;
+    }
+    std::uint32_t reach = 0;
+};
+
+std::vector<fake::Run> Written(const std::string& file) {
+    std::vector<fake::Run> runs;
+    for (const fake::Event& event : fake::journal)
+        if (event.What == Did::Write && event.Path == file)
+            runs.push_back(event.Data);
+    return runs;
+}
+
+/// What one purge of a file of this length does to it, up to the end of the last overwrite.
+std::string Overwrites(int type, int passes, std::uint64_t length, std::uint64_t cluster) {
+    static const std::vector<const char*> values[] = {
+        {"*"}, {"AA", "55", "0A", "F5"}, {"AA", "55", "*", "0A", "F5", "*"}};
+    const std::uint64_t whole =
+        std::max<std::uint64_t>((length + cluster - 1) / cluster, 1) * cluster;
+    std::string text;
+    for (int pass = 0; pass < passes; ++pass)
+        for (const char* value : values[type]) {
+            if (text.empty() && length > 0 && length < cluster)
+                text += "write 0+" + std::to_string(length) + " " + value + "\nflush\n";
+            text += "write 0+" + std::to_string(whole) + " " + value + "\nflush\n";
+        }
+    return text;
+}
+
+} // namespace
+
+TEST_F(FilePurgeTest, EveryOverwriteIsWholeClustersAndFlushedBeforeTheNext) {
+    for (const std::uint32_t cluster : {512u, 4096u, 65536u})
+        for (const std::uint64_t length :
+             {0u, 1u, 7u, cluster - 1, cluster, cluster + 1, 300000u, 3u << 20, (3u << 20) + 7})
+            for (int type = 0; type <= 2; ++type) {
+                if (length == 1 && type == 0)
+                    continue; // in the journal one random byte looks like a pattern
+                const auto passes = static_cast<std::int16_t>(type == 1 ? 3 : 1);
+                SCOPED_TRACE(std::to_string(cluster) + "/" + std::to_string(length) + "/" +
+                             std::to_string(type));
+                fake::Reset();
+                fake::AddDrive('D', 1 << 30, cluster);
+                InitializePurgeOptions();
+                const std::string file = "D:\\f\\a.bin";
+                fake::PutBigFile(file, length, 'M');
+                fake::PutFile("D:\\f\\b.bin", "untouched");
+                EXPECT_EQ(0, Purge(file, static_cast<std::int16_t>(type), passes, false));
+                std::string expected = Overwrites(type, passes, length, cluster);
+                const std::vector<fake::Run> runs = Written(file);
+                if (length % cluster != 0 || length == 0)
+                    expected += "length " + std::to_string(length) + "\n";
+                EXPECT_EQ(expected, fake::JournalText(file));
+                EXPECT_EQ(
+                    fake::journal.size(), // and nothing else
+                    static_cast<std::size_t>(std::count(expected.begin(), expected.end(), '\n')));
+                // Kept: the last overwrite, in the length that the file had.
+                EXPECT_TRUE(fake::ContentOf(file) == runs.back().Bytes(0, length));
+                // In every cluster of a random overwrite the same block.
+                const std::string bytes = runs.back().Bytes(0, runs.back().Length);
+                for (std::size_t at = cluster; at < bytes.size(); at += cluster)
+                    ASSERT_EQ(0, bytes.compare(at, cluster, bytes, 0, cluster));
+
+                fake::journal.clear();
+                EXPECT_EQ(0, Purge(file, static_cast<std::int16_t>(type), passes, true));
+                EXPECT_EQ(Overwrites(type, passes, length, cluster) + "remove\n",
+                          fake::JournalText(file));
+                EXPECT_EQ(nullptr, fake::At(file));
+                EXPECT_EQ("untouched", fake::ContentOf("D:\\f\\b.bin"));
+            }
+}
+
+TEST_F(FilePurgeTest, RandomBlocksAreFreshOncePerPassAndCopiedBeyond2048) {
+    fake::AddDrive('D', 1 << 30, 65536);
+    fake::PutBigFile("D:\\a", 65536);
+    EXPECT_EQ(0, Purge("D:\\a", 2, 2, false));
+    const std::vector<fake::Run> runs = Written("D:\\a");
+    ASSERT_EQ(12u, runs.size());
+    EXPECT_EQ(runs[2], runs[5]); // both of a pass
+    EXPECT_EQ(runs[8], runs[11]);
+    EXPECT_FALSE(runs[2] == runs[8]);
+    const std::string block = runs[2].Bytes(0, 65536);
+    std::size_t at = 2048, copies = 0;
+    for (; at < block.size();
+         ++copies) { // the longest piece that was there before, again and again
+        std::size_t best = 0;
+        for (std::size_t from = 0; from < at; ++from) {
+            std::size_t same = 0;
+            while (from + same < at && at + same < block.size() &&
+                   block[from + same] == block[at + same])
+                ++same;
+            best = std::max(best, same);
+        }
+        ASSERT_GE(best, 1u);
+        at += best;
+    }
+    EXPECT_LT(copies, 64u); // each adds a quarter on average
+    int counts[256] = {};
+    for (std::size_t i = 0; i < 2048; ++i)
+        ++counts[static_cast<unsigned char>(block[i])];
+    EXPECT_LT(*std::max_element(counts, counts + 256), 40); // 8 each on average
+}
+
+TEST_F(FilePurgeTest, SlackOnlyLeavesTheFileAlone) {
+    const std::string text(5000, 'M');
+    fake::PutFile(path, text);
+    EXPECT_EQ(0, Purge(path, 1, 2, true, true)); // never deleted
+    const std::string once = "write 5000+3192 AA\nflush\nwrite 5000+3192 55\nflush\n"
+                             "write 5000+3192 0A\nflush\nwrite 5000+3192 F5\nflush\n";
+    EXPECT_EQ(once + once + "length 5000\n", fake::JournalText(path));
+    EXPECT_EQ(text, fake::ContentOf(path));
+
+    for (const std::uint64_t length : {0u, 1u, 4095u, 4097u, 5000000u}) {
+        fake::PutBigFile(path, length, 'M');
+        fake::journal.clear();
+        EXPECT_EQ(0, Purge(path, 0, 1, false, true));
+        ASSERT_EQ(3u, fake::journal.size()); // write, flush, length
+        const fake::Event& event = fake::journal[0];
+        const std::uint64_t slack = 4096 - length % 4096;
+        EXPECT_EQ(length, event.Offset);
+        EXPECT_GE(event.Data.Length, slack); // the draws as decimal digits
+        EXPECT_LE(event.Data.Length, 3 * slack);
+        const std::string digits = event.Data.Bytes(0, event.Data.Length);
+        EXPECT_EQ(std::string::npos, digits.find_first_not_of("0123456789"));
+        EXPECT_TRUE(fake::ContentOf(path) == std::string(length, 'M'));
+    }
+    fake::PutBigFile(path, 8192, 'M'); // no slack: not even opened
+    fake::journal.clear();
+    EXPECT_EQ(0, PurgeFile(path, 7, 1, true, true));
+    EXPECT_EQ("", fake::JournalText());
+    EXPECT_NE(nullptr, fake::At(path));
+    EXPECT_EQ(0, Purge(path, 0, 1, false, true));
+    EXPECT_EQ("", fake::JournalText());
+}
+
+TEST_F(FilePurgeTest, LengthsBeyond32Bits) {
+    const std::uint64_t length = (5ULL << 30) + 123;
+    fake::AddDrive('D', 64ULL << 30, 65536);
+    fake::PutBigFile("D:\\a", length, 'M');
+    EXPECT_EQ(0, Purge("D:\\a", 1, 1, false, true));
+    EXPECT_EQ(0, fake::JournalText("D:\\a").rfind("write 5368709243+65413 AA\nflush\n", 0));
+    fake::journal.clear();
+    EXPECT_EQ(0, Purge("D:\\a", 0, 1, false));
+    ASSERT_EQ("write 0+5368774656 *\nflush\nlength 5368709243\n", fake::JournalText("D:\\a"));
+    EXPECT_EQ(65536u, fake::journal[0].Data.Pattern.size());
+    EXPECT_EQ(length, fake::At("D:\\a")->Data.Length());
+}
+
+TEST_F(FilePurgeTest, StreamsGoWithTheFile) {
+    fake::PutFile(path, "main");
+    fake::PutStream(path, "s", std::string(5000, 'S'));
+    EXPECT_EQ(0, Purge(path, 1, 1, false));
+    EXPECT_EQ("write 0+4 AA\nflush\nwrite 0+4096 AA\nflush\nwrite 0+4096 55\nflush\n"
+              "write 0+4096 0A\nflush\nwrite 0+4096 F5\nflush\nlength 4\n",
+              fake::JournalText(path));
+    const std::string stream = std::string(path) + ":s";
+    EXPECT_EQ("write 0+8192 AA\nflush\nwrite 0+8192 55\nflush\n"
+              "write 0+8192 0A\nflush\nwrite 0+8192 F5\nflush\nlength 5000\n",
+              fake::JournalText(stream));
+    fake::journal.clear();
+    EXPECT_EQ(0, Purge(path, 1, 1, false, true)); // the slack of both
+    EXPECT_EQ(0, fake::JournalText(stream).rfind("write 5000+3192 AA\nflush\n", 0));
+    EXPECT_EQ(std::string(5000, '\xF5'), fake::At(path)->Streams["s"].Read(0, 9999));
+    fake::journal.clear();
+    EXPECT_EQ(0, Purge(path, 0, 1, true));
+    EXPECT_EQ("write 0+8192 *\nflush\n", fake::JournalText(stream));
+    EXPECT_EQ(nullptr, fake::At(path));
+}
+
+TEST_F(FilePurgeTest, RefusalsAndCodes) {
+    const auto check = [&](std::uint32_t attributes, bool okReadOnly, bool okSystem) {
+        fake::PutFile(path, "M", attributes);
+        fake::journal.clear();
+        std::int16_t code = 99;
+        (void)PurgeFileWithChecks(path, 1, 1, true, okReadOnly, okSystem, false, 0, code);
+        return code;
+    };
+    constexpr auto R = platform::AttributeReadOnly, H = platform::AttributeHidden,
+                   S = platform::AttributeSystem, A = platform::AttributeArchive;
+    EXPECT_EQ(-53, check(R | A, false, true));
+    EXPECT_EQ("", fake::JournalText());
+    EXPECT_EQ(-53, check(R | S, false, false)); // read-only is looked at first
+    EXPECT_EQ(-54, check(S | A, true, false));
+    EXPECT_EQ("", fake::JournalText());
+    EXPECT_EQ(-54, check(R | S, true, false)); // the bit is gone none the less
+    EXPECT_EQ("attributes 4\n", fake::JournalText(path));
+    EXPECT_EQ(0, check(R | H | S | A, true, true));
+    const std::string all = fake::JournalText(path);
+    EXPECT_EQ(0, all.rfind("attributes 38\nwrite 0+1 AA\n", 0));
+    EXPECT_NE(std::string::npos, all.find("flush\nattributes 36\nattributes 32\nremove\n"));
+
+    EXPECT_EQ(-1, Purge("", 0, 1, true));
+    EXPECT_EQ(-1, PurgeFile("", 0, 1, true, false));
+    EXPECT_EQ(-2, Purge("C:\\f\\none", 0, 1, true));
+    EXPECT_EQ(-2, Purge("C:\\f", 0, 1, true));
+    fake::PutFile(path, "kept");
+    EXPECT_EQ(-8, Purge(path, 3, 1, true));
+    EXPECT_EQ(-8, Purge(path, -1, 1, true));
+    fake::AddDrive('D', 1 << 20, 512).BytesPerSector = 1000; // 8000 bytes: no multiple of 512
+    fake::PutFile("D:\\a", "kept");
+    EXPECT_EQ(-9, Purge("D:\\a", 0, 1, true));
+    fake::PutFile(path, "kept").Locked = true;
+    EXPECT_EQ(-2, Purge(path, 0, 1, true));
+    fake::PutFile(path, "kept").Denied = true;
+    EXPECT_EQ(-2, Purge(path, 0, 1, true));
+    EXPECT_EQ("kept", fake::ContentOf(path));
+    fake::PutFile(path, "kept", R);
+    EXPECT_EQ(0, Purge(path, 1, 1, false));
+    EXPECT_EQ(0u, fake::At(path)->Attributes & R); // stays writable
+}
+
+TEST_F(FilePurgeTest, WhatWritingInPlaceDoesNotReachIsSaid) {
+    const struct {
+        std::uint32_t Attributes, Reach;
+    } cases[] = {{platform::AttributeArchive, 0},
+                 {platform::AttributeEncrypted, ReachEncrypted},
+                 {platform::AttributeCompressed, ReachCompressed},
+                 {platform::AttributeSparse, ReachSparse},
+                 {platform::AttributeOffline, ReachCloudPlaceholder},
+                 {platform::AttributeRecallOnDataAccess, ReachCloudPlaceholder},
+                 {platform::AttributeRecallOnOpen | platform::AttributeSparse,
+                  ReachCloudPlaceholder | ReachSparse}};
+    for (const auto& c : cases) {
+        fake::PutFile(path, "M", c.Attributes);
+        EXPECT_EQ(0, Purge(path, 0, 1, true));
+        EXPECT_EQ(c.Reach, reach);
+    }
+    fake::PutFile(path, "M", platform::AttributeEncrypted | platform::AttributeReadOnly).HardLinks =
+        2;
+    std::int16_t code = 0;
+    EXPECT_FALSE(PurgeFileWithChecks(path, 0, 1, true, false, true, false, 0, code, &reach));
+    EXPECT_EQ(std::uint32_t{ReachEncrypted} | ReachHardLinks, reach); // also when it is refused
+
+    fake::PutFile("C:\\other\\target", "not chosen");
+    fake::PutFileLink("C:\\f\\link", "C:\\other\\target");
+    EXPECT_EQ(-2, Purge("C:\\f\\link", 0, 1, true));
+    EXPECT_EQ("not chosen", fake::ContentOf("C:\\other\\target"));
+}
+
+TEST_F(FilePurgeTest, AnyCallMayFail) {
+    for (const bool deleteAfter : {true, false})
+        for (const bool slackOnly : {false, true}) {
+            const auto prepare = [&] {
+                fake::Reset();
+                InitializePurgeOptions();
+                fake::PutFile(path, std::string(600, 'M'),
+                              platform::AttributeHidden | platform::AttributeReadOnly);
+                fake::PutStream(path, "s", std::string(9000, 'S'));
+            };
+            const auto overwrites = [] {
+                std::string text;
+                for (const fake::Event& event : fake::journal)
+                    if (event.What == Did::Write)
+                        text += event.Path + " " + std::to_string(event.Data.Length) +
+                                event.Data.Pattern.substr(0, 1) + "\n";
+                return text;
+            };
+            prepare();
+            ASSERT_EQ(0, Purge(path, 1, 1, deleteAfter, slackOnly));
+            const std::string all = overwrites();
+            for (int kind = static_cast<int>(Call::OpenFile);
+                 kind <= static_cast<int>(Call::AuxiliaryFlush); ++kind)
+                for (int n = 1;; ++n) {
+                    prepare();
+                    const auto call = static_cast<Call>(kind);
+                    fake::FailNth(n, Fault::WriteFault, call);
+                    const std::int16_t code = Purge(path, 1, 1, deleteAfter, slackOnly);
+                    const bool failed = fake::HasFailed();
+                    fake::FailNth(0, Fault::None);
+                    SCOPED_TRACE("call " + std::to_string(kind) + "#" + std::to_string(n) +
+                                 (deleteAfter ? " delete" : "") + (slackOnly ? " slack" : ""));
+                    EXPECT_EQ(0, fake::OpenHandles());
+                    const bool gone = fake::At(path) == nullptr;
+                    if (gone || code >= 0) {
+                        EXPECT_EQ(all, overwrites());
+                    }
+                    EXPECT_EQ(gone, code >= 0 && deleteAfter && !slackOnly);
+                    // The outcome of a flush after an overwrite, of clearing attributes, and of the
+                    // last restoring of the length do not count; everything else does.
+                    const bool mayPass =
+                        call == Call::AuxiliaryFlush || call == Call::WriteAttributes ||
+                        call == Call::LoadLibrary || call == Call::ReadAttributes ||
+                        call == Call::ClusterFacts || (call == Call::AuxiliaryChange && n > 1);
+                    if (failed && !mayPass) {
+                        EXPECT_LT(code, 0);
+                    }
+                    const bool restored =
+                        call != Call::AuxiliaryChange && call != Call::LoadLibrary;
+                    if (!gone && restored) {
+                        EXPECT_EQ(600u, fake::At(path)->Data.Length());
+                        EXPECT_EQ(9000u, fake::At(path)->Streams["s"].Length());
+                    }
+                    if (!gone && slackOnly) {
+                        EXPECT_EQ(std::string(600, 'M'), fake::ContentOf(path).substr(0, 600));
+                    }
+                    if (!failed)
+                        break;
+                }
+        }
+}
+
+TEST_F(FilePurgeTest, CodesOfFaults) {
+    const auto with = [&](std::int64_t n, Fault fault, Call kind, bool deleteAfter,
+                          bool slackOnly) {
+        fake::PutBigFile(path, 3 << 20, 'M').Data.Resize((3 << 20) - 1);
+        fake::FailNth(n, fault, kind);
+        const std::int16_t code = Purge(path, 1, 1, deleteAfter, slackOnly);
+        fake::FailNth(0, Fault::None);
+        EXPECT_EQ((3u << 20) - 1, fake::At(path)->Data.Length());
+        return code;
+    };
+    EXPECT_EQ(-2, with(2, Fault::SharingViolation, Call::OpenFile, true, false));
+    EXPECT_EQ(-3, with(5, Fault::DiskFull, Call::Write, true, false));
+    EXPECT_EQ(-3, with(2, Fault::WriteFault, Call::Close, true, false));
+    EXPECT_EQ(-4, with(1, Fault::AccessDenied, Call::RemoveFile, true, false));
+    EXPECT_EQ(-11, with(2, Fault::Other, Call::AuxiliaryChange, false, true));
+    EXPECT_EQ(-2, with(1, Fault::Other, Call::ListStreams, true, false));
+    fake::PutFile(path, "small");
+    fake::FailNth(1, Fault::WriteFault, Call::Flush);
+    EXPECT_EQ(-7, Purge(path, 1, 1, true)); // before it grows
+    EXPECT_EQ(5u, fake::At(path)->Data.Length());
+}
+
+TEST_F(FilePurgeTest, FreeSpaceFiguresAndStop) {
+    StartProgram();
+    blnPurgingFreeSpace = true;
+    fake::PutBigFile(path, 150 * 4096, 'M');
+    const std::int16_t passes = GetNumberOfPasses();
+    std::vector<std::string> figures;
+    fake::OnCall(Call::Any, [&](const std::string&) {
+        const std::string& line = frmMain.lblStatus.Caption;
+        if (!line.empty() && (figures.empty() || figures.back() != line))
+            figures.push_back(line);
+        return Fault::None;
+    });
+    EXPECT_EQ(0, Purge(path, 0, passes, true));
+    std::vector<std::string> expected;
+    for (int pass = 0; pass < passes; ++pass)
+        for (const int block : {1, 51, 101}) {
+            char text[40];
+            std::snprintf(text, sizeof text, "%.0f%% of purge done.",
+                          (pass * 150 + block) * 100.0 / (passes * 150));
+            if (expected.empty() || expected.back() != text)
+                expected.push_back(text);
+        }
+    EXPECT_EQ(expected, figures);
+    EXPECT_EQ("", frmMain.lblStatus.Caption);
+
+    const auto stopAt = [&](std::int64_t writes) {
+        fake::PutBigFile(path, 400 * 4096 - 5, 'M');
+        fake::journal.clear();
+        blnStop = false;
+        const std::int64_t already = fake::CallsMade(Call::Write);
+        fake::user.During([=] { return fake::CallsMade(Call::Write) == already + writes; },
+                          [] { blnStop = true; });
+    };
+    stopAt(3);
+    EXPECT_EQ(-12, PurgeFile(path, 1, 1, true, false));
+    EXPECT_EQ("write 0+413696 AA\nflush\n", fake::JournalText(path)); // 101 blocks
+    stopAt(1);
+    EXPECT_EQ(-12, Purge(path, 1, 1, true));
+    EXPECT_EQ("write 0+4096 AA\nflush\n", fake::JournalText(path));
+    EXPECT_EQ(400u * 4096 - 5, fake::At(path)->Data.Length());
+    EXPECT_EQ(-12, Purge(path, 1, 1, true)); // a stop that was there before: after the first block
+    stopAt(2);
+    blnPurgingFreeSpace = false; // elsewhere a stop waits for the file's end
+    EXPECT_EQ(0, Purge(path, 1, 1, true));
+    EXPECT_TRUE(blnStop);
+    EXPECT_EQ(nullptr, fake::At(path));
+}
+
+TEST_F(FilePurgeTest, SmallFilesCostFewCalls) {
+    fake::PutBigFile(path, 4096, 'M');
+    (void)GetClusterSize("C");
+    const std::int64_t before = fake::CallsMade();
+    EXPECT_EQ(0, Purge(path, 0, 1, true));
+    EXPECT_LE(fake::CallsMade() - before, 12);
+}
+
+TEST_F(FilePurgeTest, NoLibraryNoPurge) {
+    EXPECT_TRUE(PurgeLibraryReady());
+    const std::string end =
+        "\r\nWithout it nothing can be purged. Please install Nullwright again.";
+    const struct {
+        Fault What;
+        const char* Text;
+    } cases[] = {{Fault::NotFound, "is missing from the program's folder."},
+                 {Fault::NotSupported, "in the program's folder does not belong to this program."},
+                 {Fault::AccessDenied, "cannot be loaded: "}};
+    for (const auto& c : cases) {
+        fake::Reset();
+        fake::PutFile(path, "kept");
+        fake::auxiliaryLibrary = c.What;
+        std::string text = std::string("The auxiliary library nwaux6.dll ") + c.Text;
+        if (c.What == Fault::AccessDenied)
+            text += platform::FaultText(c.What) + ".";
+        fake::user.Box("Error", text + end, ui::AnswerOK,
+                       {ui::Icon::Exclamation, ui::Buttons::OK, 1});
+        EXPECT_FALSE(PurgeLibraryReady());
+        EXPECT_EQ(-2, Purge(path, 0, 1, true));
+        EXPECT_EQ("kept", fake::ContentOf(path));
+    }
+}
