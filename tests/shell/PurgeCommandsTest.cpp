@@ -1,8 +1,8 @@
 // The main window's commands from the first click to the last box.
 #include "shell/PurgeCommands.h"
-#include "engine/FilePurge.h"
 #include "fakes/ProgramTest.h"
 #include "report/frmAntiVirusQuery.h"
+#include "report/frmPurgeWarning.h"
 #include "report/frmReport.h"
 #include "selection/frmFileSpecification.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -383,6 +383,85 @@ TEST_F(PurgeCommandsTest, NothingIsPurgedWhenCancelled) {
     user.Box("Purge cancelled", "No files purged.", ui::AnswerOK, plain);
     fake::Click(m.cmdProcessFiles[1]);
     EXPECT_TRUE(fake::journal.empty());
+}
+
+// Answers to the question about monitoring software; it is asked only where such a file is meant.
+TEST_F(PurgeCommandsTest, MonitoringQueryBeforeThePurge) {
+    ui::Button* const answers[] = {&frmAntiVirusQuery.cmdNo, &frmAntiVirusQuery.cmdDontKnow};
+    for (ui::Button* answer : answers) {
+        PutFiles("C:\\docs", 1, ".doc");
+        ChooseSingleFile("C:\\docs\\f0.doc");
+        user.Modal(options, [this] { fake::Click(options.cmdDoPurge); });
+        user.Box("Purge files",
+                 "Are you sure that you want to purge the file C:\\docs\\f0.doc ?\r\n"
+                 "This will permanently destroy all data in this file.",
+                 ui::AnswerYes);
+        user.Modal(frmAntiVirusQuery, [answer] { fake::Click(*answer); });
+        if (answer == &frmAntiVirusQuery.cmdDontKnow) {
+            user.BoxLike("Nullwright", fake::Contains("If Drive C has files"), ui::AnswerOK);
+            // The file itself is announced, but the query is not put again in this run.
+            user.Modal(frmPurgeWarning, [] { fake::Click(frmPurgeWarning.cmdOK); });
+        }
+        fake::Click(m.cmdProcessFiles[1]);
+        EXPECT_EQ("(missing)", fake::ContentOf("C:\\docs\\f0.doc"));
+    }
+}
+
+TEST_F(PurgeCommandsTest, CountingIsShownAndCanBeInterrupted) {
+    PutFiles("C:\\tree\\sub", 3);
+    ChooseFolder("C:\\tree", {});
+    fake::Click(m.cmdSubdirectories);
+    Specify("*.txt");
+    std::string message;
+    fake::OnCall(fake::Call::Enumerate, [&](const std::string&) {
+        if (message.empty()) {
+            message = m.lblLargePurgeMessage.Caption;
+            fake::PressF10();
+        }
+        return platform::Fault::None;
+    });
+    user.Box("Purge cancelled", "No files purged.");
+    fake::Click(m.cmdProcessFiles[1]);
+    EXPECT_EQ("Now counting files ...", message);
+    EXPECT_FALSE(blnStop);
+    EXPECT_EQ(3u, fake::FilesBelow("C:\\tree").size());
+}
+
+// Dropping a folder, listing and purging it, with each platform call failing in turn: the window
+// is back, nothing is left open, and nothing outside the folder was touched.
+TEST_F(PurgeCommandsTest, AnyCallMayFail) {
+    for (std::int64_t n = 1;; ++n) {
+        ASSERT_LT(n, 2000);
+        SCOPED_TRACE(n);
+        ProgramTest::SetUp();
+        fake::PutFile("C:\\docs\\a.txt", "aaaa");
+        fake::PutFile("C:\\docs\\sub\\b.txt", "bbbb");
+        fake::PutFile("C:\\other\\c.txt", "cccc");
+        fake::PutFolderLink("C:\\docs\\link", "C:\\other");
+        StartProgram();
+        user.AnswerOthers = [](const fake::BoxSeen& box) {
+            return box.Buttons == ui::Buttons::OK ? ui::AnswerOK : ui::AnswerYes;
+        };
+        fake::FailNth(n, platform::Fault::NotReady);
+        fake::DropFiles(m, {"C:\\docs"});
+        fake::Click(m.cmdSubdirectories);
+        fake::Click(m.cmdProcessFiles[0]);
+        user.Modal(options, [this] { fake::Click(options.cmdDoPurge); });
+        user.Modal(frmAntiVirusQuery, [] { fake::Click(frmAntiVirusQuery.cmdNo); });
+        fake::Click(m.cmdProcessFiles[1]);
+        const bool blnFailed = fake::HasFailed();
+        fake::FailNth(0, platform::Fault::NotReady);
+        user.Reset(); // the options may not have come up
+        EXPECT_TRUE(m.fraMenu.Enabled && m.fraSetup.Enabled && m.cmdProcessFiles[1].Enabled);
+        EXPECT_EQ(0, fake::OpenHandles());
+        EXPECT_EQ("cccc", fake::ContentOf("C:\\other\\c.txt"));
+        for (const fake::Event& event : fake::journal)
+            EXPECT_EQ(0u, event.Path.rfind("C:\\docs\\", 0)) << event.Path;
+        if (!blnFailed) {
+            EXPECT_TRUE(fake::FilesBelow("C:\\docs").empty());
+            break;
+        }
+    }
 }
 
 TEST_F(PurgeCommandsTest, PurgeChecks) {
