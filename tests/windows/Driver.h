@@ -1,0 +1,94 @@
+// Drives the real program through its real windows: finds windows and controls by caption or name,
+// clicks, types, reads, answers boxes and dialogs, and waits for conditions, never for a time.
+//
+// NW_PROGRAM is the program ("C:\Program Files\Nullwright\nullwright.exe" if not set);
+// NW_TEST_FOLDER an existing folder for scratch files. Nothing outside the scratch folder made
+// there is ever chosen in a dialog: that is refused here, whatever a test asks for.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+#include <windows.h>
+
+namespace driver {
+
+constexpr int patience = 15000; ///< milliseconds until a condition is given up
+
+/// Waits until the condition holds; false when it never did.
+bool WaitUntil(const std::function<bool()>& condition, int milliseconds = patience);
+
+// ---- The program -------------------------------------------------------------------------------
+
+/// Starts the program and waits for its main window.
+HWND StartProgram();
+bool IsRunning();
+/// Waits for the program to end of itself; −1 when it does not.
+int WaitForEnd();
+/// Ends the program by force if it still runs.
+void KillProgram();
+
+// ---- Windows and controls ----------------------------------------------------------------------
+
+/// A visible top-level window of the program with this caption; waits for it. nullptr: none came,
+/// and the test has failed.
+HWND Window(const std::string& caption);
+/// The same at once, without waiting or failing.
+HWND FindWindowNow(const std::string& caption);
+/// A control by the name that it has in the code ("cmdQuit", "cmdLargePurge(1)"), visible or not.
+HWND Named(HWND form, const std::string& name);
+/// A visible control by its caption, without mnemonics.
+HWND Captioned(HWND form, const std::string& caption);
+std::string TextOf(HWND window);
+/// Text without the marks of mnemonics.
+std::string CaptionOf(HWND window);
+/// Visible and enabled, as are all windows around it.
+bool IsUsable(HWND control);
+bool IsChecked(HWND button);
+std::vector<std::string> ItemsOf(HWND comboOrList);
+std::string ChosenItem(HWND comboOrList);
+/// All windows of the program with their texts, for failure messages.
+std::string Describe();
+
+// ---- What a person does. Each fails the test when a person could not do it. ---------------------
+
+/// Presses a button, check box or option button; does not wait for what comes of it.
+void Click(HWND control);
+void Click(HWND form, const std::string& name);
+void Type(HWND edit, const std::string& text);
+void Choose(HWND comboOrList, const std::string& item);
+/// Key strokes into the window that has the focus, which is the form's or that of a child of it.
+void PressKey(HWND form, WORD virtualKey, bool alt = false, bool shift = false);
+/// The control with the focus, nullptr for none.
+HWND Focused(HWND form);
+/// The cross in the title bar.
+void CloseByCross(HWND form);
+
+// ---- Boxes and dialogs -------------------------------------------------------------------------
+
+/// Waits for a message box with this title, checks its text (unless empty) and presses a button
+/// (IDOK, IDCANCEL, IDYES, IDNO). Returns when the box is gone.
+void AnswerBox(const std::string& title, const std::string& text, int button);
+/// Waits for a common dialog (open, save, folder), names the path in it and accepts; an empty path
+/// cancels.
+void AnswerDialog(const std::string& title, const std::string& path);
+
+// ---- The scratch folder ------------------------------------------------------------------------
+
+/// The test's own folder, without a trailing backslash; made by the fixture.
+extern std::string scratch;
+bool IsInScratch(const std::string& path);
+void Put(const std::string& name, const std::string& content);
+bool Exists(const std::string& name);
+std::string ContentOf(const std::string& name);
+
+/// Starts the program with a fresh scratch folder; ends it, by force if need be.
+struct WindowTest : testing::Test {
+    void SetUp() override;
+    void TearDown() override;
+    HWND main = nullptr;
+};
+
+} // namespace driver

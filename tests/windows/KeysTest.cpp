@@ -1,0 +1,86 @@
+// The keyboard: the tab order, the keys of dialogs, and F10, which must be seen whichever control
+// has the focus.
+#include "windows/Driver.h"
+
+#include <set>
+
+using namespace driver;
+
+struct KeysTest : WindowTest {
+    /// Waits until the control with this name has the focus.
+    static bool HasFocus(HWND form, const std::string& name) {
+        HWND control = Named(form, name);
+        return WaitUntil([&] { return Focused(form) == control; });
+    }
+};
+
+TEST_F(KeysTest, TabGoesRoundAllButtons) {
+    std::set<std::string> reached;
+    EXPECT_TRUE(HasFocus(main, "cmdSpecifyDirectory(0)"));
+    for (int i = 0; i < 17; ++i) {
+        HWND before = Focused(main);
+        reached.insert(CaptionOf(before));
+        PressKey(main, VK_TAB);
+        ASSERT_TRUE(WaitUntil([&] { return Focused(main) != before; })) << CaptionOf(before);
+    }
+    for (const char* caption :
+         {"Single file", "Specify folder", "Specify files", "Subfolders?", "Clear", "Type of purge",
+          "Confirm files?", "List files, estimate time", "Purge files", "Purge folders", "Report",
+          "Test purge speed", "Purge free space", "Purge disk", "Setup", "Help", "Quit"})
+        EXPECT_EQ(1u, reached.count(caption)) << caption;
+    PressKey(main, VK_TAB, false, true);
+}
+
+TEST_F(KeysTest, AltLetterEnterAndEscape) {
+    PressKey(main, 'Y', true);
+    HWND dialog = Window("What type of purge should be used?");
+    ASSERT_NE(nullptr, dialog);
+    EXPECT_TRUE(HasFocus(dialog, "cmdAccept"));
+    EXPECT_FALSE(IsUsable(Named(main, "cmdQuit")));
+    PressKey(dialog, VK_ESCAPE);
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
+    // The focus is where it was before the dialog.
+    EXPECT_TRUE(HasFocus(main, "cmdTypeOfPurge"));
+    PressKey(main, VK_SPACE);
+    ASSERT_TRUE(WaitUntil([&] { return IsWindowVisible(dialog); }));
+    PressKey(dialog, VK_RETURN);
+    AnswerBox("Nullwright",
+              "In the type of purge specified each file will be overwritten 6 times.\r\n"
+              "Is this OK?",
+              IDYES);
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
+}
+
+/// F10 while a control of the subfolder chooser has the focus: the purge that follows asks at once
+/// whether to go on, before it has touched anything.
+struct F10Test : KeysTest, testing::WithParamInterface<const char*> {};
+
+TEST_P(F10Test, IsSeen) {
+    Put("tree\\one\\a.txt", "a");
+    Put("tree\\two\\b.txt", "b");
+    const std::string title = "Purge folders";
+    Click(main, "cmdSpecifyDirectory(1)");
+    AnswerBox(title, "", IDYES);
+    AnswerDialog("Specify folder containing subfolders to be purged", scratch + "\\tree");
+    HWND chooser = Window("Select subfolders of " + scratch + "\\tree\\ to be purged.");
+    ASSERT_NE(nullptr, chooser);
+    Click(chooser, "cmdChooseAll");
+    for (int i = 0; i < 6 && Focused(chooser) != Named(chooser, GetParam()); ++i) {
+        HWND before = Focused(chooser);
+        PressKey(chooser, VK_TAB);
+        WaitUntil([&] { return Focused(chooser) != before; });
+    }
+    ASSERT_TRUE(HasFocus(chooser, GetParam()));
+    PressKey(chooser, VK_F10);
+    Click(chooser, "cmdOK");
+    AnswerBox(title, "", IDOK);
+    AnswerBox(title, "", IDCANCEL); // "Click 'OK' to continue, or 'Cancel' to terminate ..."
+    HWND line = Named(main, "lblLargePurgeMessage");
+    EXPECT_TRUE(WaitUntil([&] { return TextOf(line) == "Purge of folders was stopped."; }))
+        << Describe();
+    EXPECT_EQ("a", ContentOf("tree\\one\\a.txt"));
+    EXPECT_EQ("b", ContentOf("tree\\two\\b.txt"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Focus, F10Test,
+                         testing::Values("lstSubfolders", "cmdChooseNone", "cmdOK", "cmdCancel"));
