@@ -71,7 +71,7 @@ int AntiVirusAdvice(const std::string& strDrive, const ui::Form& frmOwner) {
         return ui::AnswerCancel;
     if (frmAntiVirusQuery.blnNo)
         return ui::AnswerNo;
-    return ui::MsgBox(
+    const int answer = ui::MsgBox(
         "If Drive " + strDrive +
             " has files with extensions such as .exe, .sys, .dll, .doc, etc.,\r\n"
             "then anti-virus software will probably interrupt this operation.\r\n"
@@ -79,4 +79,6 @@ int AntiVirusAdvice(const std::string& strDrive, const ui::Form& frmOwner) {
             "Press 'OK' to continue without disabling, or 'Cancel' to cancel this operation\r\n"
             "so that you can disable your anti-virus software.",
         ui::Buttons::OKCancel, ui::Icon::None, "Nullwright");
+    frmAntiVirusQuery.blnAsked = answer != ui::AnswerCancel;
+    return answer;
 }

@@ -1,0 +1,188 @@
+// Listing and counting runs, the estimates, and the report window by itself.
+#include "report/RunTest.h"
+#include "report/TimeEstimates.h"
+
+using fake::user;
+
+namespace {
+
+constexpr char strHint[] =
+    "For an estimate of the purge time test the purge speed for Drive C\nthen relist the files.";
+
+void PutTree() {
+    fake::PutFile("C:\\d\\sub\\deep\\c.txt", "123");
+    fake::PutFile("C:\\d\\a.txt", std::string(1234, 'x'));
+    fake::PutFile("C:\\d\\b.doc", "");
+    fake::PutFile("C:\\out\\o.txt", "x");
+    fake::PutFolderLink("C:\\d\\junction", "C:\\out");
+    fake::PutFileLink("C:\\d\\link.txt", "C:\\out\\o.txt");
+}
+
+TEST_F(RunTest, ListsFoldersAndFiles) {
+    PutTree();
+    blnSubdirectories = true;
+    EXPECT_EQ(List(true, true), std::string(R"(
+C:\d\
+C:\d\a.txt (1,234 bytes)   
+C:\d\b.doc (0 bytes)   
+
+C:\d\sub\deep\
+C:\d\sub\deep\c.txt (3 bytes)   
+Number of files: 3
+
+Sum of file sizes: 1.21 KB
+)") + strHint);
+    EXPECT_EQ(List(true, false, "*.txt"), std::string(R"(
+C:\d\
+C:\d\sub\deep\
+Number of files *.txt: 2
+
+Sum of file sizes: 1.21 KB
+)") + strHint);
+    blnSubdirectories = false;
+    EXPECT_EQ(List(true, true, "*.none"), "Number of files *.none: 0\n");
+    EXPECT_EQ(List(true, true, "a.txt"),
+              std::string("\nC:\\d\\\nC:\\d\\a.txt (1,234 bytes)   \n") + strHint);
+
+    EXPECT_EQ(List(false, false),
+              std::string("Number of files: 2\n\nSum of file sizes: 1.21 KB\n") + strHint);
+    EXPECT_FALSE(frmReport.lblDots.Visible);
+    fake::At("C:\\d")->Denied = true;
+    EXPECT_EQ(List(false, false), "Number of files: 0\n");
+}
+
+TEST_F(RunTest, DotsPauseAndStop) {
+    PutTree();
+    blnSubdirectories = true;
+    user.During([] { return frmReport.txbText.Text == " ."; },
+                [] {
+                    EXPECT_TRUE(frmReport.lblDots.Visible);
+                    fake::Click(frmReport.cmdPauseContinue);
+                    EXPECT_FALSE(frmReport.lblDots.Visible);
+                    user.During([] { return user.TaskbarPaused; },
+                                [] {
+                                    fake::Click(frmReport.cmdPauseContinue);
+                                    EXPECT_TRUE(frmReport.lblDots.Visible);
+                                    EXPECT_EQ(frmReport.cmdPauseContinue.Caption, "Pause");
+                                    fake::Click(frmReport.cmdStop);
+                                });
+                });
+    EXPECT_EQ(List(false, false), "\nFile listing was stopped.\n");
+    EXPECT_TRUE(blnStop);
+}
+
+TEST_F(RunTest, CountsAndSumsAside) {
+    PutTree();
+    frmReport.lngNumFilesProcessed = 77;
+    std::int64_t files = 0;
+    double bytes = 0;
+    EXPECT_EQ(CountMatchingFiles("C:\\d", "*.*", 0, &bytes), 2);
+    EXPECT_EQ(bytes, 1234);
+    blnSubdirectories = true;
+    EXPECT_EQ(CountMatchingFiles("C:\\d\\", "*.TXT", 0), 2);
+    EXPECT_EQ(CountMatchingFiles("C:\\d\\", "*.*", 3), -1);
+    EXPECT_EQ(CountMatchingFiles("C:\\d\\", "*.*", 4), 3);
+    blnSubdirectories = false;
+    EXPECT_TRUE(SumFileSizes("C:\\d\\", "*.*", files, bytes));
+    EXPECT_EQ(files, 3);
+    EXPECT_EQ(bytes, 1237);
+    user.During([] { return true; }, [] { fake::PressF10(); });
+    EXPECT_FALSE(SumFileSizes("C:\\d\\", "*.*", files, bytes));
+    EXPECT_FALSE(blnSubdirectories);
+    EXPECT_EQ(frmReport.lngNumFilesProcessed, 77);
+    EXPECT_EQ(intStopAt, 0);
+}
+
+TEST_F(RunTest, AFullReportEndsAListing) {
+    for (int i = 0; i < 3000; ++i)
+        fake::PutFile("C:\\d\\" + std::to_string(10000 + i) + "\xF0\x9F\x97\x91.txt");
+    user.Box("Report buffer full",
+             "The output report buffer has been filled, so this report cannot continue.",
+             ui::AnswerOK, {ui::Icon::None, ui::Buttons::OK, {}});
+    const std::string report = List(true, true);
+    // Every line has 31 UTF-16 units, what stands above them 9. The last 1,024 are cut off, and
+    // the line that this breaks.
+    const std::int64_t lines = (lngMaxReportText - 9) / 31 + 1;
+    const std::int64_t kept = (31 * lines - 1024) / 31;
+    const std::string last = std::to_string(10000 + kept - 1);
+    const std::string foot = "\nC:\\d\\" + last +
+                             "\xF0\x9F\x97\x91.txt (1 bytes)   \n\n"
+                             "The output report buffer was filled.\nNote: Some files were not "
+                             "listed.\n\nNumber of files: " +
+                             GroupedDigits(lines);
+    EXPECT_NE(report.find(foot), std::string::npos) << report.substr(report.size() - 400);
+    EXPECT_TRUE(report.ends_with("File listing was stopped.\n"));
+}
+
+TEST_F(RunTest, EstimatesAfterAListing) {
+    fake::PutBigFile("C:\\d\\a.txt", std::uint64_t{20} << 20);
+    sngPurgeSpeeds[2] = 0.5F;
+    EXPECT_EQ(List(false, false), "Purge type: random bytes once\n"
+                                  "Estimated purge time: less than a minute.\n");
+    SetPasses(2);
+    EXPECT_EQ(List(false, false), R"(Purge type: random bytes twice
+Estimated purge time: 40s
+
+Estimated purge times for various numbers of overwrites
+using a purge speed (as measured) of 0.50 MB/sec
+and an adjustment factor of 0.50:
+1 overwrite:  20s
+2 overwrites: 40s
+4 overwrites: 1m 21s
+6 overwrites: 2m 1s
+8 overwrites: 2m 41s
+12 overwrites: 4m 2s
+16 overwrites: 5 minutes and 22 seconds
+18 overwrites: 6 minutes and 3 seconds
+20 overwrites: 6 minutes and 43 seconds
+24 overwrites: 8 minutes and 4 seconds
+28 overwrites: 9 minutes and 24 seconds
+30 overwrites: 10 minutes and 4 seconds
+)");
+    EXPECT_EQ(SingleFileEstimate("C:\\d\\a.txt"), "Less than a minute.");
+    SetPasses(4);
+    EXPECT_EQ(SingleFileEstimate("C:\\d\\a.txt"), "1 minute and 21 seconds");
+    EXPECT_EQ(SingleFileEstimate("D:\\d\\a.txt"), "");
+}
+
+TEST_F(RunTest, TableOfEstimates) {
+    InitializeOverwritesForEstimatedPurgeTimes();
+    std::string text;
+    EstimatedTimes(10, 1048576, 1, text);
+    EXPECT_EQ(Plain(text), "Estimated purge times for various numbers of overwrites\nusing a purge "
+                           "speed (as measured) of 10.00 MB/sec\nand an adjustment factor of "
+                           "1.00:\n");
+    blnPurgingDrive = true;
+    EstimatedTimes(1024, 1048576.0 * 1024 * 5400, 1, text);
+    blnPurgingDrive = false;
+    EXPECT_TRUE(text.starts_with("Estimated purge times for the entire disk\r\nfor various "
+                                 "numbers of overwrites\r\n"));
+    EXPECT_NE(text.find("1 overwrite:  1 hour and 30 minutes\r\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("18 overwrites: 1 day and 3 hours\r\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("30 overwrites: 1 day and 21 hours\r\n"), std::string::npos) << text;
+}
+
+TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
+    frmReport.txbText.Text.clear();
+    user.Box("Report window", "Nothing to report!", ui::AnswerOK,
+             {ui::Icon::None, ui::Buttons::OK, {}});
+    ShowReportAgain();
+    frmReport.txbText.Text = "one\r\ntwo";
+    ShowReportAgain();
+    EXPECT_EQ(frmReport.txbText.SelStart, 8U);
+    EXPECT_EQ(frmReport.cmdCopyToClipboard.Caption, "Copy to clipboard");
+    fake::Click(frmReport.cmdCopyToClipboard);
+    EXPECT_EQ(user.Clipboard, "one\r\ntwo");
+    fake::ReleaseMouse(frmReport.txbText, 5, 3);
+    EXPECT_EQ(frmReport.cmdCopyToClipboard.Caption, "Copy selected text to clipboard");
+    fake::Click(frmReport.cmdCopyToClipboard);
+    EXPECT_EQ(user.Clipboard, "two");
+    EXPECT_EQ(frmReport.cmdCopyToClipboard.Caption, "Copy to clipboard");
+    EXPECT_EQ(frmReport.cmdCopyToClipboard.Width, 2115);
+    EXPECT_EQ(frmReport.lblPausedDone.Caption, "");
+    fake::CloseForm(frmReport);
+    EXPECT_FALSE(blnStop); // no run is there to be stopped
+    EXPECT_FALSE(frmReport.Visible);
+}
+
+} // namespace

@@ -1,0 +1,433 @@
+// Purge runs over a fake tree: the whole report, and what is left on the disk.
+#include "engine/FilePurge.h"
+#include "report/frmAntiVirusQuery.h"
+#include "report/frmConfirmFiles.h"
+#include "report/frmPurgeWarning.h"
+#include "report/RunTest.h"
+#include "report/Walks.h"
+
+using fake::user;
+using platform::Fault;
+
+namespace {
+
+const std::string strAsked = "C:\\d\\a.exe\r\n\r\nYou have requested to purge a file with an "
+                             "\"exe\" extension.\r\nDo you wish to allow all files with this "
+                             "extension to be purged?\r\n(Permission lasts only during the course "
+                             "of this operation.)";
+
+TEST_F(RunTest, PurgesATreeAndRemovesItsFolders) {
+    fake::PutFile("C:\\d\\a.txt", "123");
+    fake::PutBigFile("C:\\d\\B.TXT", 5000);
+    fake::PutFile("C:\\d\\keep.doc", "1");
+    fake::PutFolder("C:\\d\\empty");
+    fake::PutFile("C:\\d\\sub\\deep\\c.txt", "x");
+    fake::PutFile("C:\\d\\sub2\\keep.too", "x");
+    fake::PutFile("C:\\out\\o.txt", "x");
+    fake::PutFolderLink("C:\\d\\junction", "C:\\out");
+    fake::PutFileLink("C:\\d\\link.txt", "C:\\out\\o.txt");
+    blnSubdirectories = true;
+    blnDeleteEmptyFolders = true;
+    EXPECT_EQ(Purge("*.txt"), R"(11/21/2026, 12:00:00
+Purging files C:\d\*.txt 
+(including *.txt files in subfolders) 
+using random bytes once.
+
+
+C:\d\
+
+C:\d\a.txt (3 bytes) purged
+C:\d\B.TXT (5,000 bytes) purged
+C:\d\link.txt: a link, not purged.
+Folder C:\d\empty\ removed.
+
+C:\d\sub\deep\
+
+C:\d\sub\deep\c.txt (1 bytes) purged
+Folder C:\d\sub\deep\ removed.
+Folder C:\d\sub\ removed.
+C:\d\junction\: a link, not purged.
+Number of files purged: 3
+
+Sum of sizes of files purged: 4.89 KB
+Number of folders removed:3
+11/21/2026, 12:00:00
+)");
+    EXPECT_EQ(
+        fake::FilesBelow("C:\\d"),
+        (std::vector<std::string>{"C:\\d\\keep.doc", "C:\\d\\sub2\\keep.too", "C:\\d\\link.txt"}));
+    EXPECT_EQ(fake::ContentOf("C:\\out\\o.txt"), "x");
+    EXPECT_EQ(frmReport.lblPausedDone.Caption, "Done");
+}
+
+TEST_F(RunTest, OneFileHasNoCountAndKeptFilesAreSaid) {
+    fake::PutFile("C:\\d\\a.txt", "123");
+    EXPECT_EQ(Middle(Purge()), "\nC:\\d\\\n\nC:\\d\\a.txt (3 bytes) purged\n");
+
+    fake::PutFile("C:\\d\\a.txt", "123");
+    blnDoNotDeletePurgedFiles = true;
+    SetPasses(2);
+    EXPECT_EQ(Middle(Purge(), "twice"),
+              "\nC:\\d\\\n\nC:\\d\\a.txt (3 bytes) purged\nPurged files not deleted.\n");
+    EXPECT_NE(fake::ContentOf("C:\\d\\a.txt"), "123");
+    EXPECT_EQ(fake::ContentOf("C:\\d\\a.txt").size(), 3U);
+}
+
+TEST_F(RunTest, EveryRefusalAndFailureHasItsLine) {
+    fake::PutFile("C:\\d\\ro.txt", "1", platform::AttributeReadOnly);
+    fake::PutFile("C:\\d\\sys.txt", "1", platform::AttributeSystem);
+    fake::PutFile("C:\\d\\locked.txt", "1").Locked = true;
+    fake::PutFile("C:\\d\\w.swp", "1");
+    fake::PutFile("C:\\d\\stuck.txt", "1");
+    fake::PutFile("C:\\d\\torn.txt", "1");
+    fake::PutFile("C:\\d\\hard.txt", "1").HardLinks = 2;
+    fake::PutFile("C:\\d\\enc.txt", "1", platform::AttributeEncrypted | platform::AttributeSparse);
+    fake::OnCall(fake::Call::RemoveFile, [](const std::string& path) {
+        return path == "C:\\d\\stuck.txt" ? Fault::AccessDenied : Fault::None;
+    });
+    fake::OnCall(fake::Call::Write, [](const std::string& path) {
+        return path == "C:\\d\\torn.txt" ? Fault::WriteFault : Fault::None;
+    });
+    EXPECT_EQ(Middle(Purge()), R"(
+C:\d\
+
+C:\d\ro.txt (1 bytes) purging: file is a read-only file, not purged.
+(Perhaps file is in use by another program.)
+C:\d\sys.txt (1 bytes) purging: file is a system file, not purged.
+C:\d\locked.txt (1 bytes) purging: unable to open file for writing.
+C:\d\w.swp: the page file (swap file), not purged.
+C:\d\stuck.txt (1 bytes) purging: file overwritten but not deleted.
+C:\d\torn.txt (1 bytes) purging: error when writing to file.
+C:\d\hard.txt (1 bytes) purged (has other names, under which the file remains)
+C:\d\enc.txt (1 bytes) purged (encrypted: older copies of its data may remain on the disk; sparse: parts of it were not on the disk)
+Number of files purged: 2
+
+Sum of sizes of files purged: 2 bytes
+)");
+    frmReport.strDirPath = "";
+    EXPECT_EQ(Run(true, "*.dat", fake::programFolder + "\\"), R"(11/21/2026, 12:00:00
+Purging files C:\Program Files\Nullwright\*.dat 
+using random bytes once.
+
+
+C:\Program Files\Nullwright\
+
+C:\Program Files\Nullwright\nullwright.dat: a file in the current application folder, not purged.
+Number of files purged: 0
+11/21/2026, 12:00:00
+)");
+}
+
+TEST(ResultTexts, OfTheCodesThatRunsSeldomMeet) {
+    const auto text = [](int code, bool slack = false) {
+        return ResultText(static_cast<std::int16_t>(code), slack, "C:\\d\\X.EXE");
+    };
+    EXPECT_EQ(text(-54, true), ": file is a system file, slack area not purged.");
+    EXPECT_EQ(text(-53, true), ": file is a read-only file, slack area not purged.\r\n"
+                               "(Perhaps file is in use by another program.)");
+    EXPECT_EQ(text(-11), ": error when restoring filesize.");
+    EXPECT_EQ(text(-9), ": invalid cluster size.");
+    EXPECT_EQ(text(-8), ": invalid purge type.");
+    EXPECT_EQ(text(-7), ": error when flushing file.");
+    EXPECT_EQ(text(-1), ": empty file name.");
+    EXPECT_EQ(text(7), ": exe files are not purged.");
+    EXPECT_EQ(text(-12), " not purged.");
+    EXPECT_EQ(text(6, true), " slack area not purged.");
+    EXPECT_EQ(text(8) + text(-56), "");
+}
+
+TEST_F(RunTest, SlackOnlyLeavesWholeClustersAlone) {
+    fake::PutBigFile("C:\\d\\whole.txt", 8192);
+    fake::PutFile("C:\\d\\none.txt", "");
+    fake::PutFile("C:\\d\\part.txt", "data");
+    fake::PutFile("C:\\d\\ro.txt", "1", platform::AttributeReadOnly);
+    fake::PutFolder("C:\\d\\empty");
+    blnSubdirectories = blnPurgeSlackOnly = blnDeleteEmptyFolders = true;
+    blnDoNotDeletePurgedFiles = true; // as the options dialog has it then
+    EXPECT_EQ(Purge(), R"(11/21/2026, 12:00:00
+Purging the slack area of all files in C:\d\
+(including all files in subfolders) 
+using random bytes once.
+
+
+C:\d\
+
+C:\d\whole.txt: NO slack area.
+C:\d\none.txt: NO slack area.
+C:\d\part.txt (4 bytes) purging
+C:\d\ro.txt (1 bytes) purging: file is a read-only file, slack area not purged.
+(Perhaps file is in use by another program.)
+Number of files with slack area purged: 1
+11/21/2026, 12:00:00
+)");
+    EXPECT_EQ(fake::ContentOf("C:\\d\\part.txt"), "data");
+    EXPECT_NE(fake::At("C:\\d\\empty"), nullptr);
+}
+
+TEST_F(RunTest, AsksOncePerSensitiveExtension) {
+    for (const char* name : {"a.exe", "b.EXE", "c.dll", "d.dll", "e.txt"})
+        fake::PutFile(std::string("C:\\d\\") + name);
+    user.Box("Purge query", strAsked, ui::AnswerNo,
+             {ui::Icon::Question, ui::Buttons::YesNoCancel, 2});
+    user.BoxLike("Purge query", fake::Contains("a file with a \"dll\" extension."), ui::AnswerYes);
+    // The second file of the refused extension has its path and nothing more.
+    EXPECT_EQ(Middle(Purge()), R"(
+C:\d\
+
+C:\d\a.exe: exe files are not purged.
+C:\d\b.EXE
+C:\d\c.dll (1 bytes) purged
+C:\d\d.dll (1 bytes) purged
+C:\d\e.txt (1 bytes) purged
+Number of files purged: 3
+
+Sum of sizes of files purged: 3 bytes
+)");
+    // A new run asks anew; permission for all asks nothing.
+    user.Box("Purge query", strAsked, ui::AnswerCancel);
+    user.Box("Purge cancelled", "Purge operation cancelled.  No files purged.");
+    EXPECT_EQ(Middle(Purge()), "\nC:\\d\\\n\nC:\\d\\a.exe -- not purged.\n\nNumber of files "
+                               "purged: 0\n\nPurge operation was stopped.\n");
+    blnOKToPurgeSensitiveFiles = true;
+    EXPECT_NE(Purge().find("Number of files purged: 2\n"), std::string::npos);
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 0U);
+}
+
+TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
+    const auto fill = [] {
+        for (const char* name : {"a.txt", "b.doc", "c.rtf", "d.docx"})
+            fake::PutFile(std::string("C:\\d\\") + name);
+    };
+    const auto press = [](ui::Button& button) { return [&button] { fake::Click(button); }; };
+    const auto count = [](const std::string& report) {
+        return report.find("Number of files purged: 4\n") != std::string::npos ? 4 : 0;
+    };
+    blnShowPurgeWarning = true;
+    fill();
+    user.Modal(frmAntiVirusQuery, press(frmAntiVirusQuery.cmdNo));
+    EXPECT_EQ(count(Purge()), 4);
+    // Don't know brings the advice, before every such file.
+    fill();
+    user.Modal(frmAntiVirusQuery, press(frmAntiVirusQuery.cmdDontKnow));
+    user.Modal(frmPurgeWarning, press(frmPurgeWarning.cmdOK));
+    user.Modal(frmPurgeWarning, [&] {
+        EXPECT_EQ(frmPurgeWarning.lblMessage.Caption,
+                  "The file C:\\d\\c.rtf will now be purged.  If Norton AntiVirus Auto-Protect (or "
+                  "a similar utility) is active then it may produce a warning message (each time "
+                  "the file  is to be overwritten).  If so, do not stop the operation but rather "
+                  "allow it to continue.\r\n\r\nIt is better to disable your antivirus software "
+                  "either before running Nullwright or during a run (like now).");
+        fake::Click(frmPurgeWarning.cmdOK);
+    });
+    EXPECT_EQ(count(Purge()), 4);
+    EXPECT_EQ(user.Beeps, 2);
+    // Asked before the run: not asked again; the advice can cancel, and can be switched off by it.
+    fill();
+    user.Modal(frmAntiVirusQuery, press(frmAntiVirusQuery.cmdYes));
+    user.BoxLike("Nullwright", fake::Contains("If Drive C has files with extensions such as"));
+    EXPECT_EQ(AntiVirusAdvice("C", frmReport), ui::AnswerOK);
+    user.Modal(frmPurgeWarning, [] {
+        fake::Click(frmPurgeWarning.chkDontShowAgain);
+        EXPECT_EQ(user.Focus, &frmPurgeWarning.cmdOK);
+        fake::Click(frmPurgeWarning.cmdStopPurge);
+    });
+    user.Box("Purge cancelled", "Purge operation terminated.");
+    EXPECT_EQ(Middle(Purge()), "\nC:\\d\\\n\nC:\\d\\a.txt (1 bytes) purged\nC:\\d\\b.doc -- not "
+                               "purged.\n\nNumber of files purged: 1\n\nPurge operation was "
+                               "stopped.\n");
+    EXPECT_FALSE(blnShowPurgeWarning);
+    blnShowPurgeWarning = true;
+    user.Modal(frmAntiVirusQuery, [] { fake::CloseForm(frmAntiVirusQuery); });
+    user.Box("Purge cancelled", "Purge operation cancelled.  No files purged.");
+    Purge();
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 3U);
+}
+
+TEST_F(RunTest, EachFileIsConfirmedUntilAllAre) {
+    for (const char* name : {"a.txt", "b.txt", "c.txt", "d.txt"})
+        fake::PutFile(std::string("C:\\d\\") + name);
+    blnConfirmFiles = true;
+    user.Modal(frmConfirmFiles, [] { fake::PressEnter(frmConfirmFiles); });
+    user.Modal(frmConfirmFiles, [] {
+        EXPECT_EQ(frmConfirmFiles.lblFile.Caption, "C:\\d\\b.txt");
+        fake::Click(frmConfirmFiles.cmdYes);
+    });
+    user.Modal(frmConfirmFiles, [] { fake::Click(frmConfirmFiles.cmdYesAndDontShowAgain); });
+    EXPECT_EQ(Middle(Purge()), R"(
+C:\d\
+
+C:\d\a.txt -- not purged.
+C:\d\b.txt (1 bytes) purged
+C:\d\c.txt (1 bytes) purged
+C:\d\d.txt (1 bytes) purged
+Number of files purged: 3
+
+Sum of sizes of files purged: 3 bytes
+)");
+    fake::PutFile("C:\\d\\b.txt");
+    user.Modal(frmConfirmFiles, [] { fake::Click(frmConfirmFiles.cmdStopPurge); });
+    EXPECT_EQ(Middle(Purge()), "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n\nNumber of files "
+                               "purged: 0\n\nPurge operation was stopped.\n");
+    EXPECT_EQ(frmReport.lblPausedDone.Caption, "Stopped");
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
+}
+
+TEST_F(RunTest, PausesInTheMiddleOfAPassSequence) {
+    fake::PutBigFile("C:\\d\\a.txt", 3 << 20);
+    fake::PutFile("C:\\d\\b.txt");
+    sngPurgeSpeeds[2] = 1; // MB/s: three seconds for one overwrite of the first file
+    SetPasses(3);
+    const auto shows = [](const std::string& end) {
+        return [end] { return Plain(frmReport.txbText.Text).ends_with(end); };
+    };
+    user.During(shows("a.txt (3,145,728 bytes) purging\n1__ "), [&] {
+        EXPECT_FALSE(fake::CanReach(frmReport.cmdStop));
+        EXPECT_EQ(frmReport.cmdPauseContinue.Caption, "Pause at next purge");
+        fake::Click(frmReport.cmdPauseContinue);
+        user.During([] { return true; },
+                    [&] {
+                        const std::size_t written = fake::journal.size();
+                        EXPECT_EQ(frmReport.lblPausedDone.Caption, "Paused");
+                        EXPECT_EQ(frmReport.lblPausedDone.Top, frmReport.cmdStop.Top + 30);
+                        EXPECT_TRUE(fake::CanReach(frmReport.cmdStop));
+                        EXPECT_TRUE(frmReport.barProgress.Visible);
+                        fake::Advance(60000); // the pause does not count
+                        user.During([] { return user.TaskbarPaused; },
+                                    [written] {
+                                        EXPECT_LE(fake::journal.size(),
+                                                  written + 1); // the pass in hand was finished
+                                        fake::Click(frmReport.cmdPauseContinue);
+                                        EXPECT_EQ(frmReport.lblPausedDone.Caption, "");
+                                    });
+                    });
+    });
+    user.During(shows("purging\n12_ "), [] {});
+    EXPECT_EQ(Middle(Purge(), "3 times", "12:01:00").substr(0, 61),
+              "\nC:\\d\\\n\nC:\\d\\a.txt (3,145,728 bytes) purged\nC:\\d\\b.txt (1 byt");
+    EXPECT_EQ(frmReport.lblPausedDone.Caption, "Done");
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 0U);
+}
+
+TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
+    const std::string stopped = "\nC:\\d\\\n\nC:\\d\\a.txt (1 bytes) purging stopped after pass 1 "
+                                "of 3, not purged.\n\nNumber of files purged: 0\n\nPurge "
+                                "operation was stopped.\n";
+    const auto purging = [] { return fake::CallsMade(fake::Call::Flush) > 0; };
+    // Stop while paused, close while running and while paused, and F10.
+    for (int how = 0; how < 4; ++how) {
+        Begin(3);
+        fake::PutFile("C:\\d\\a.txt");
+        fake::PutFile("C:\\d\\b.txt");
+        user.During(purging, [how] {
+            if (how == 0 || how == 1)
+                fake::Click(frmReport.cmdPauseContinue);
+            if (how == 0)
+                user.During([] { return user.TaskbarPaused; },
+                            [] { fake::Click(frmReport.cmdStop); });
+            else if (how == 3)
+                fake::PressF10();
+            else
+                fake::CloseForm(frmReport);
+        });
+        const std::size_t shown = user.FormsShown.size();
+        EXPECT_EQ(Middle(Purge(), "3 times"), stopped) << how;
+        EXPECT_EQ(frmReport.Visible, how == 0 || how == 3) << how;
+        EXPECT_EQ(user.FormsShown.size(), shown + 1) << how; // shown by the caller only
+        EXPECT_EQ(frmReport.lblPausedDone.Caption, how == 3 ? "Done" : "Stopped") << how;
+        EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
+    }
+    fake::CloseForm(frmReport);
+    blnStop = false;
+    EXPECT_FALSE(blnStop); // closing an idle window asks nobody to stop
+}
+
+TEST_F(RunTest, AFullReportDoesNotEndThePurge) {
+    const std::string name(200, 'n');
+    for (int i = 0; i < 400; ++i)
+        fake::PutFile("C:\\d\\" + name + std::to_string(1000 + i));
+    const std::string report = Purge();
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 0U);
+    EXPECT_LE(frmReport.txbText.Text.size(), lngMaxReportText);
+    const std::string foot =
+        "purged\n\nThe report buffer has been filled, so this report cannot continue.  The purge "
+        "operation will continue, but without report of results for individual files.\n\n"
+        "Number of files purged: 400\n\nSum of sizes of files purged: 400 bytes\n"
+        "11/21/2026, 12:00:00\n";
+    EXPECT_TRUE(report.ends_with(foot)) << report.substr(report.size() - 600);
+    // 1,024 characters and the line that they broke were cut off at the limit.
+    EXPECT_GT(frmReport.txbText.Text.size(), lngMaxReportText - 1024 - 250);
+}
+
+TEST_F(RunTest, ShowsOnlyTheProgressThatIsKnown) {
+    fake::drives['C'].BytesPerSecond = 1 << 20;
+    for (const char* name : {"a.txt", "b.txt", "c.txt", "d.txt"})
+        fake::PutBigFile(std::string("C:\\d\\") + name, 4 << 20);
+    std::vector<std::string> seen;
+    for (int done : {1, 2, 3})
+        user.During([done] { return user.TaskbarFraction >= done / 4.0; },
+                    [&seen] { seen.push_back(frmReport.lblProgress.Caption); });
+    Purge();
+    ASSERT_EQ(seen.size(), 3U);
+    EXPECT_TRUE(seen[0].starts_with("1 of 4 files.  Elapsed: ")) << seen[0];
+    EXPECT_NE(seen[1].find("Remaining: about "), std::string::npos) << seen[1];
+    EXPECT_TRUE(frmReport.lblProgress.Caption.starts_with("4 files in "));
+    EXPECT_FALSE(frmReport.barProgress.Visible);
+}
+
+// ---- The n-th platform call fails
+// ----------------------------------------------------------------
+
+TEST_F(RunTest, EveryFaultLeavesTheCountsTrue) {
+    constexpr int files = 5;
+    for (std::int64_t n = 1;; ++n) {
+        ASSERT_LT(n, 2000);
+        Begin(2);
+        blnOKToPurgeReadOnlyFiles = blnSubdirectories = blnDeleteEmptyFolders = true;
+        fake::PutFile("C:\\d\\a.txt", "1234567890");
+        fake::PutFile("C:\\d\\ro.txt", "1234567890", platform::AttributeReadOnly);
+        fake::PutBigFile("C:\\d\\s\\big.txt", 9000);
+        fake::PutFile("C:\\d\\s\\t\\b.txt", "1234567890");
+        fake::PutFile("C:\\d\\u\\c.txt", "1234567890");
+        fake::PutFolder("C:\\d\\v");
+        fake::PutFile("C:\\out\\o.txt", "untouched");
+        fake::PutFolderLink("C:\\d\\junction", "C:\\out");
+        fake::FailNth(n, n % 2 ? Fault::AccessDenied : Fault::WriteFault);
+        const std::string report = Run(true);
+        const bool failed = fake::HasFailed();
+        fake::FailNth(0, Fault::None);
+        if (user.Boxes.empty()) {
+            const auto left = static_cast<std::int64_t>(fake::FilesBelow("C:\\d").size());
+            EXPECT_EQ(frmReport.lngNumFilesPurged, files - left) << n << "\n" << report;
+            EXPECT_NE(report.find("Number of files purged: " + GroupedDigits(files - left) + "\n"),
+                      std::string::npos)
+                << n << "\n"
+                << report;
+            int folders = 0;
+            for (const char* folder : {"s", "s\\t", "u", "v"})
+                folders += fake::At(std::string("C:\\d\\") + folder) == nullptr ? 1 : 0;
+            EXPECT_EQ(frmReport.lngNumFoldersRemoved, folders) << n;
+            EXPECT_EQ(frmReport.lblPausedDone.Caption, "Done") << n;
+        } else {
+            EXPECT_EQ(fake::FilesBelow("C:\\d").size(), std::size_t{files}) << n;
+        }
+        EXPECT_EQ(fake::OpenHandles(), 0) << n;
+        EXPECT_EQ(fake::ContentOf("C:\\out\\o.txt"), "untouched") << n;
+        if (!failed)
+            break;
+    }
+}
+
+TEST_F(RunTest, FoldersThatCannotBeReadAreCounted) {
+    fake::PutFile("C:\\d\\a.txt");
+    fake::PutFile("C:\\d\\denied\\b.txt");
+    fake::PutFile("C:\\d\\z\\c.txt");
+    fake::At("C:\\d\\denied")->Denied = true;
+    blnSubdirectories = true;
+    const std::string report = Purge();
+    EXPECT_NE(report.find("Number of files purged: 2\n\nSum of sizes of files purged: 2 bytes\n"
+                          "Folders that could not be read: 1\n"),
+              std::string::npos)
+        << report;
+}
+
+} // namespace

@@ -1,0 +1,79 @@
+// The fixture of the tests that run the batch driver over the fakes.
+#pragma once
+
+#include "fakes/ProgramTest.h"
+#include "report/BatchDriver.h"
+#include "report/frmReport.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/Session.h"
+#include "support/Numbers.h"
+
+#include <string>
+
+struct RunTest : ProgramTest {
+    void SetUp() override { Begin(1); }
+    void TearDown() override {
+        ProgramTest::TearDown();
+        ForgetOptions();
+    }
+    /// A fresh disk and a fresh program, in which files get so many random passes.
+    void Begin(int passes) {
+        ProgramTest::SetUp();
+        StartProgram();
+        ForgetOptions();
+        blnShowPurgeWarning = false;
+        SetPasses(passes);
+    }
+    static void ForgetOptions() {
+        blnPurgeSlackOnly = blnDoNotDeletePurgedFiles = blnOKToPurgeReadOnlyFiles = false;
+        blnOKToPurgeSystemFiles = blnOKToPurgeSensitiveFiles = false;
+        blnFolderNamesOnly = blnDeleteEmptyFolders = false;
+    }
+    /// Random bytes, as many times.
+    static void SetPasses(int passes) {
+        frmTypeOfPurge.cboNumberOfPasses[0].ListIndex = passes - 1;
+    }
+    static std::string Run(bool blnPurge, const std::string& spec = "*.*",
+                           const std::string& folder = "C:\\d\\") {
+        frmReport.strDirPath = folder;
+        frmReport.strFilespec = spec;
+        frmReport.blnPurgeFiles = blnPurge;
+        ui::Show(frmReport);
+        ProcessFiles();
+        EXPECT_FALSE(frmReport.blnRunning);
+        EXPECT_FALSE(frmReport.cmdPauseContinue.Enabled);
+        EXPECT_TRUE(frmReport.cmdClose.Enabled);
+        EXPECT_EQ(frmReport.strTextBuff, "");
+        EXPECT_EQ(fake::user.TaskbarFraction, -1);
+        return Plain(frmReport.txbText.Text);
+    }
+    static std::string Purge(const std::string& spec = "*.*") { return Run(true, spec); }
+    static std::string List(bool blnFolders, bool blnFiles, const std::string& spec = "*.*") {
+        frmReport.blnDisplayFolderNames = blnFolders;
+        frmReport.blnDisplayFileNames = blnFiles;
+        return Run(false, spec);
+    }
+    /// Line ends as \n, so that expected texts can be read; a line end of another kind shows.
+    static std::string Plain(const std::string& text) {
+        std::string plain;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (text.compare(i, 2, "\r\n") == 0)
+                continue;
+            plain += text[i] == '\n' && (i == 0 || text[i - 1] != '\r') ? '?' : text[i];
+        }
+        return plain;
+    }
+    /// What stands between the header and the closing time of a purge of all files in C:\d\.
+    static std::string Middle(const std::string& report, const std::string& how = "once",
+                              const std::string& end = "12:00:00") {
+        const std::string head = "11/21/2026, 12:00:00\nPurging all files in C:\\d\\\n" +
+                                 std::string("using random bytes ") + how + ".\n\n";
+        const std::string foot = "11/21/2026, " + end + "\n";
+        EXPECT_TRUE(report.starts_with(head)) << report;
+        EXPECT_TRUE(report.ends_with(foot)) << report;
+        if (report.size() < head.size() + foot.size())
+            return report;
+        return report.substr(head.size(), report.size() - head.size() - foot.size());
+    }
+};
