@@ -184,7 +184,8 @@ std::vector<std::string> CommandLineArguments() {
 Fault ChangeCurrentFolder(const std::string& folder) {
     if (const Fault fault = Begin(Call::ChangeCurrentFolder, folder); Failed(fault))
         return fault;
-    const Place place = FindItem(folder, true);
+    const bool onThisDrive = folder.starts_with('\\') && currentFolder.size() > 1;
+    const Place place = FindItem(onThisDrive ? currentFolder.substr(0, 2) + folder : folder, true);
     if (!Failed(place.Trouble))
         currentFolder = place.Path;
     return place.Trouble;
