@@ -35,7 +35,8 @@ int AskYesNoCancel(const std::string& strText, int intDefault = 1) {
 }
 
 std::string TimeText(double dblSeconds) {
-    return EstimateDurationText(static_cast<double>(RoundHalfEven(dblSeconds)));
+    return dblSeconds < 60 ? "less than a minute"
+                           : EstimateDurationText(static_cast<double>(RoundHalfEven(dblSeconds)));
 }
 
 /// Free space and files apart, then the table for the whole disk.

@@ -63,6 +63,8 @@ struct DriveTest : ProgramTest {
     /// Our folders and dummy files on a drive.
     static std::vector<std::string> Dummies(char letter = 'D') {
         std::vector<std::string> found;
+        if (!fake::drives.contains(letter))
+            return found;
         for (const auto& child : fake::drives[letter].Root->Children)
             if (child->Name.starts_with("_nw_dummy"))
                 found.push_back(child->Name);

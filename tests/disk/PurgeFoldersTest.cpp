@@ -1,0 +1,163 @@
+// "Purge folders": the questions, the summary and the file loop.
+#include "DriveTest.h"
+
+namespace {
+
+const char* const strTitle = "Purge folders";
+const char* const strFirst = "Do you wish to purge all files in\r\n"
+                             "selected subfolders of some folder?\r\n"
+                             "(Note that all files in all subfolders of the\r\n"
+                             "selected subfolders will also be purged.)";
+const char* const strBegin = "\r\n\r\nClick 'OK' to begin purging these files\r\n"
+                             "or 'Cancel' to terminate this operation.";
+const char* const strGoOn = "Click 'OK' to continue, or 'Cancel' to terminate this operation.";
+
+using Paths = std::vector<std::string>;
+
+struct PurgeFoldersTest : DriveTest {
+    static void Click() { fake::Click(frmMain.cmdSpecifyDirectory[1]); }
+    static void Choose(const std::string& folder, const Paths& names) {
+        fake::user.Box(strTitle, strFirst, ui::AnswerYes,
+                       {ui::Icon::Question, ui::Buttons::YesNo, 1});
+        fake::user.Folder("Specify folder containing subfolders to be purged", folder);
+        if (!names.empty())
+            ChooseSubfolders("Select subfolders of " + folder + " to be purged.", names);
+    }
+    static void Summary(const std::string& text, int answer = ui::AnswerOK) {
+        fake::user.Box(strTitle, text + strBegin, answer,
+                       {ui::Icon::Question, ui::Buttons::OKCancel, 2});
+    }
+    static void PutFiles(int count) {
+        for (int i = 1; i <= count; ++i)
+            fake::PutFile("D:\\work\\a\\f" + std::to_string(i), "secret");
+    }
+};
+
+TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
+    PutFiles(2);
+    fake::PutFile("D:\\work\\a\\deep\\er\\f3", "secret", platform::AttributeReadOnly);
+    fake::PutFile("D:\\work\\b\\keep");
+    fake::PutFile("D:\\work\\keep");
+    Choose("D:\\work\\", {"a"});
+    Summary("One folder will be purged:\r\na ");
+    std::string label;
+    fake::OnCall(fake::Call::RemoveFile, [&](const std::string&) {
+        label = Label(frmMain.lblSubdirectories2);
+        return platform::Fault::None;
+    });
+    Click();
+    EXPECT_EQ("3 files in one folder are being purged.", label);
+    EXPECT_EQ("3 files in one folder have been purged.", Label(frmMain.lblSubdirectories2));
+    EXPECT_EQ((Paths{"D:\\docs\\letter.txt", "D:\\work\\b\\keep", "D:\\work\\keep"}),
+              fake::FilesBelow("D:\\"));
+    ExpectRest();
+
+    Choose("D:\\work\\", {"b", "a"});
+    Summary("Two folders will be purged:\r\na b ");
+    Click();
+    EXPECT_EQ("One file in 2 folders has been purged.", Label(frmMain.lblSubdirectories2));
+    Choose("D:\\work\\", {"b"});
+    Summary("One folder will be purged:\r\nb ");
+    fake::user.Box(strTitle, "There are no files in any of the selected folders.");
+    Click();
+    EXPECT_EQ("", Label(frmMain.lblSubdirectories2));
+    ExpectRest();
+}
+
+TEST_F(PurgeFoldersTest, EndsWhereTheUserSaysSo) {
+    fake::user.Box(strTitle, strFirst, ui::AnswerNo);
+    Click();
+    Choose("", {});
+    Click();
+    Choose("D:\\docs\\", {});
+    fake::user.Box(strTitle,
+                   "D:\\docs\\ has no subfolders.\r\n\r\n"
+                   "If you wish to purge just the files in this folder\r\n"
+                   "then click on 'Specify folder' to select this folder\r\n"
+                   "and click on 'Specify files' to select all files.",
+                   ui::AnswerOK, {ui::Icon::Information, ui::Buttons::OK, 1});
+    Click();
+    Choose("D:\\", {});
+    ChooseSubfolders("Select subfolders of D:\\ to be purged.", {});
+    fake::user.Box(strTitle, "No subolders were selected.", ui::AnswerOK,
+                   {ui::Icon::Information, ui::Buttons::OK, 1});
+    Click();
+    for (const char* folder : {"WINDOWS", "Program Files"}) {
+        fake::PutFile(std::string("D:\\") + folder + "\\x");
+        for (const int answer : {int{ui::AnswerNo}, int{ui::AnswerCancel}, int{ui::AnswerYes}}) {
+            Choose("D:\\", {folder});
+            fake::user.Box(strTitle,
+                           std::string("You have included the D:\\") + folder +
+                               " folder.\r\n"
+                               "Are you sure that you wish to purge all files in that folder?",
+                           answer, {ui::Icon::Question, ui::Buttons::YesNoCancel, 1});
+            if (answer == ui::AnswerYes)
+                Summary(std::string("One folder will be purged:\r\n") + folder + " ",
+                        ui::AnswerCancel);
+            Click();
+        }
+    }
+    EXPECT_TRUE(fake::journal.empty());
+    ExpectRest();
+}
+
+TEST_F(PurgeFoldersTest, TheSummaryNamesTenAndCountsTheRest) {
+    Paths names;
+    for (const char* name : {"01", "02", "03", "04", "05", "06", "07", "08", "09", "10", "11"})
+        names.push_back(name);
+    names.insert(names.begin(),
+                 "0 a name of exactly forty characters   xx"); // 41 with a quote less
+    for (const std::string& name : names)
+        fake::PutFile("D:\\many\\" + name + "\\f");
+    Choose("D:\\many\\", names);
+    Summary("Twelve folders will be purged:\r\n" + names[0] +
+                "\r\n01 02 03 04 05 06 07 08 09 and\r\n2 more.",
+            ui::AnswerCancel);
+    Click();
+    ExpectRest();
+}
+
+TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
+    const std::string file = "D:\\work\\a\\f2";
+    // The user presses F10 at f2, or f2 fails; goes on or ends.
+    for (const bool f10 : {true, false})
+        for (const bool goOn : {true, false}) {
+            Begin(60 * MiB);
+            PutFiles(3);
+            Choose("D:\\work\\", {"a"});
+            Summary("One folder will be purged:\r\na ");
+            if (f10)
+                PressF10When([&] { return fake::At(file) == nullptr; });
+            else
+                fake::OnCall(fake::Call::RemoveFile, [&](const std::string& path) {
+                    return path == file ? platform::Fault::AccessDenied : platform::Fault::None;
+                });
+            fake::user.Box(strTitle,
+                           f10 ? file + "\r\n" + strGoOn
+                               : "File deletion error.  File (shown below) may be hidden.\r\n" +
+                                     file + "\r\n\r\n" + strGoOn,
+                           goOn ? ui::AnswerOK : ui::AnswerCancel, {{}, ui::Buttons::OKCancel, 1});
+            if (!f10)
+                fake::user.Box(strTitle, "One file could not be purged.");
+            Click();
+            EXPECT_EQ(goOn, fake::At("D:\\work\\a\\f3") == nullptr);
+            EXPECT_EQ(goOn ? "" : "Purge of folders was stopped.",
+                      Label(frmMain.lblLargePurgeMessage));
+            EXPECT_EQ("", Label(frmMain.lblPurgeFoldersMessage));
+            ExpectRest();
+            fake::user.Finish();
+        }
+    // Any other failure shows its code; one that another program holds is passed over.
+    Begin(60 * MiB);
+    PutFiles(2);
+    fake::At("D:\\work\\a\\f1")->Locked = true;
+    Choose("D:\\work\\", {"a"});
+    Summary("One folder will be purged:\r\na ");
+    fake::FailNth(1, platform::Fault::WriteFault, fake::Call::Write);
+    fake::user.Box(strTitle, "An error (-3) has been reported.\r\n" + file + "\r\n\r\n" + strGoOn);
+    fake::user.Box(strTitle, "2 files could not be purged.");
+    Click();
+    ExpectRest();
+}
+
+} // namespace
