@@ -18,9 +18,10 @@ bool OpensAsLink(const std::wstring& path) {
         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
         return false;
-    BY_HANDLE_FILE_INFORMATION known;
-    const bool told = GetFileInformationByHandle(handle, &known) &&
-                      (known.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    FILE_ATTRIBUTE_TAG_INFO known;
+    const bool told =
+        GetFileInformationByHandleEx(handle, FileAttributeTagInfo, &known, sizeof known) &&
+        (known.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
     CloseHandle(handle);
     return told;
 }
