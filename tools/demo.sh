@@ -1,7 +1,8 @@
 # shellcheck shell=bash
 # Run by "./run demo" and by ./test, with a prefix and a display at hand: prepares a folder, lets
-# tests/windows/demo.cpp drive the program's windows through listing, estimating and purging it,
+# tests/windows/Demo.cpp drive the program's windows through listing, estimating and purging it,
 # takes pictures, and shows and compares what is left on the disk.
+# shellcheck source=common.sh
 [ -n "${product-}" ] || . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 demo_root=$WINEPREFIX/drive_c/nwdemo

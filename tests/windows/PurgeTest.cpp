@@ -18,9 +18,6 @@ struct PurgeTest : WindowTest {
         ASSERT_NE(nullptr, options);
         Click(options, "cmdDoPurge");
         AnswerBox("Purge files", question, IDYES);
-        HWND antiVirus = Window("File-monitoring software query");
-        ASSERT_NE(nullptr, antiVirus);
-        Click(antiVirus, "cmdNo");
     }
     HWND WaitForReport(const std::string& state) {
         HWND report = Window("Purge files");
