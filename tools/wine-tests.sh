@@ -1,0 +1,26 @@
+# Sourced by ./test: runs the programs of tests/windows under Wine, on the virtual display.
+# shellcheck shell=bash
+
+programs=$WINEPREFIX/drive_c/tests
+export NW_TEST_FOLDER='C:\nwtest' NW_PROGRAM='C:\Program Files\Nullwright\nullwright.exe'
+rm -rf "$programs" "$WINEPREFIX/drive_c/nwtest"
+mkdir -p "$programs" "$WINEPREFIX/drive_c/nwtest"
+cp -f build/windows/tests/* "$programs/"
+
+# A small drive that can be filled to the brim; without the right to mount, its tests skip.
+small=$top/build/wine/small
+mkdir -p "$small"
+if [ "$(id -u)" = 0 ] && mount -t tmpfs -o size=24m nullwright "$small" 2> /dev/null; then
+    mounts+=("$small")
+    ln -sfn "$small" "$WINEPREFIX/dosdevices/t:"
+    export NW_SMALL_DRIVE='T:\'
+else
+    rm -f "$WINEPREFIX/dosdevices/t:"
+fi
+warm_wine
+
+for program in "$programs"/*_tests.exe "$programs"/*_contract.exe; do
+    [ -f "$program" ] || continue
+    name=$(basename "$program" .exe)
+    gtest "$name" wine "C:\\tests\\$name.exe"
+done
