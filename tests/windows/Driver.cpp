@@ -108,11 +108,13 @@ HWND PathField(HWND dialog) {
 
 /// A dialog of the system's own class with this title for which `fits` holds, enabled.
 HWND WaitForDialog(const std::string& title, const std::function<bool(HWND)>& fits) {
+    // Wine gives its folder dialog this title, whatever was asked for.
+    const std::string wines = "Select Folder";
     HWND found = nullptr;
     const bool came = WaitUntil([&] {
         for (HWND window : TopWindows())
-            if (ClassOf(window) == "#32770" && TextOf(window) == title && IsWindowEnabled(window) &&
-                fits(window)) {
+            if (ClassOf(window) == "#32770" && IsWindowEnabled(window) && fits(window) &&
+                (TextOf(window) == title || TextOf(window) == wines)) {
                 found = window;
                 return true;
             }
