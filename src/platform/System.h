@@ -21,6 +21,8 @@ std::string SystemFolder();
 std::vector<std::string> CommandLineArguments();
 /// The current folder decides what a bare file name means; see start-up.
 Fault ChangeCurrentFolder(const std::string& folder);
+/// A path as it is meant from the current folder, with drive letter (or server) and folders.
+std::string FullPath(const std::string& path);
 
 /// Milliseconds since some moment in the past; never runs backwards.
 std::uint64_t TickCount();

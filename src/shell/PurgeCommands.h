@@ -16,5 +16,7 @@ void cmdClear_Click();
 void cmdProcessFiles_Click(int intIndex);
 /// Files or a folder were dropped on the main window.
 void FilesDroppedOnMain(const std::vector<std::string>& paths);
-/// What the command line names is opened as if it were dropped.
-void OpenCommandLineFiles();
+/// What the command line names, in full: to be asked before the current folder changes.
+std::vector<std::string> CommandLineFiles();
+/// Opens what the command line named as if it were dropped.
+void OpenCommandLineFiles(const std::vector<std::string>& paths);

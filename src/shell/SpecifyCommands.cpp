@@ -265,6 +265,13 @@ void FilesDroppedOnMain(const std::vector<std::string>& paths) {
         OpenGivenPaths(paths);
 }
 
-void OpenCommandLineFiles() {
-    OpenGivenPaths(platform::CommandLineArguments());
+std::vector<std::string> CommandLineFiles() {
+    std::vector<std::string> paths = platform::CommandLineArguments();
+    for (std::string& path : paths)
+        path = platform::FullPath(path);
+    return paths;
+}
+
+void OpenCommandLineFiles(const std::vector<std::string>& paths) {
+    OpenGivenPaths(paths);
 }

@@ -77,6 +77,7 @@ void SetDefaults() {
 
 void StartUp() {
     blnStartupCompleted = false;
+    const std::vector<std::string> commandLineFiles = CommandLineFiles();
     ui::OnKeyReleased(KeyReleased);
     LoadMainForm();
     LoadReportForm();
@@ -97,5 +98,5 @@ void StartUp() {
     ui::Repaint(frmMain);
 
     OfferToRemoveLeftoverDummies();
-    OpenCommandLineFiles();
+    OpenCommandLineFiles(commandLineFiles);
 }

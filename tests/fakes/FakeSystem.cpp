@@ -191,6 +191,11 @@ Fault ChangeCurrentFolder(const std::string& folder) {
     return place.Trouble;
 }
 
+std::string FullPath(const std::string& path) {
+    const bool isFull = path.starts_with("\\\\") || (path.size() > 1 && path[1] == ':');
+    return isFull ? path : currentFolder + (currentFolder.ends_with('\\') ? "" : "\\") + path;
+}
+
 std::uint64_t TickCount() {
     return static_cast<std::uint64_t>(tick);
 }

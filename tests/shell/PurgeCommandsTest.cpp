@@ -503,14 +503,15 @@ TEST_F(PurgeCommandsTest, DroppedAndGivenPaths) {
     user.Box("Error", "Error when attempting to load setup from file C:\\docs\\bad.nws!");
     fake::PutFile("C:\\docs\\bad.nws", "1.0\r\n");
     fake::DropFiles(m, {"C:\\docs\\bad.nws"});
-    fake::commandLine = {"C:\\docs\\missing.nws"};
+    fake::commandLine = {"missing.nws"};
+    fake::currentFolder = "C:\\docs";
     user.Box("Error when attempting to load setup.", "File C:\\docs\\missing.nws not found!");
-    OpenCommandLineFiles();
+    OpenCommandLineFiles(CommandLineFiles());
     fake::commandLine = {"C:\\docs\\missing.txt"};
     user.Box("Single file", "File C:\\docs\\missing.txt not found.");
-    OpenCommandLineFiles();
+    OpenCommandLineFiles(CommandLineFiles());
     fake::commandLine.clear();
-    OpenCommandLineFiles();
+    OpenCommandLineFiles(CommandLineFiles());
     EXPECT_EQ("*.*", strFilespec);
 }
 

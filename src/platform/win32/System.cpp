@@ -80,6 +80,14 @@ Fault ChangeCurrentFolder(const std::string& folder) {
     return SetCurrentDirectoryW(Widen(folder).c_str()) ? Fault::None : LastFault();
 }
 
+std::string FullPath(const std::string& path) {
+    const std::wstring wide = Widen(path);
+    const std::wstring full = AskForText([&wide](wchar_t* buffer, DWORD size) -> std::size_t {
+        return GetFullPathNameW(wide.c_str(), size, buffer, nullptr);
+    });
+    return full.empty() ? path : NarrowPath(full);
+}
+
 std::uint64_t TickCount() {
     return GetTickCount64();
 }
