@@ -5,7 +5,7 @@ programs=$WINEPREFIX/drive_c/tests
 export NW_TEST_FOLDER='C:\nwtest' NW_PROGRAM='C:\Program Files\Nullwright\nullwright.exe'
 rm -rf "$programs" "$WINEPREFIX/drive_c/nwtest"
 mkdir -p "$programs" "$WINEPREFIX/drive_c/nwtest"
-cp -f build/windows/tests/* "$programs/"
+cp -f build/windows/tests/*.exe build/windows/tests/*.dll "$programs/"
 
 # A small drive that can be filled to the brim; without the right to mount, its tests skip.
 small=$top/build/wine/small
