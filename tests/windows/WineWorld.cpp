@@ -40,7 +40,7 @@ bool LetHostLink(std::wstring line, const std::wstring& path, bool toBeThere) {
         return false;
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
-    for (int i = 0; i < 200; ++i) { // a program of the host cannot be waited for
+    for (int i = 0; i < 1000; ++i) { // a program of the host cannot be waited for
         if ((GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) == toBeThere)
             return true;
         Sleep(10);
