@@ -124,6 +124,8 @@ void CloseRun() {
     f.lblDots.Visible = false;
     EndReportLine();
     AppendClosingText(SummaryText() + (f.blnPurgeFiles ? DateAndTime() : std::string()));
+    if (blnStop) // by F10, say, or out of a pause
+        f.lblPausedDone.Caption = "Stopped";
     if (f.lblPausedDone.Caption != "Paused" && f.lblPausedDone.Caption != "Stopped")
         f.lblPausedDone.Caption = "Done";
     f.blnRunning = false;

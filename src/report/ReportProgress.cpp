@@ -20,6 +20,7 @@ constexpr double dblLongestRemaining = 365.0 * 86400; // s; beyond a year it say
 std::uint64_t lngStartTick = 0;
 std::uint64_t lngPauseTick = 0;
 std::uint64_t lngLastLook = 0;
+bool blnBegun = false;
 bool blnInPause = false;
 std::int64_t lngFilesDone = 0;
 double dblBytesDone = 0;
@@ -76,6 +77,7 @@ void ShowProgress() {
 
 void BeginReportProgress() {
     lngStartTick = platform::TickCount();
+    blnBegun = true;
     blnInPause = false;
     lngFilesDone = 0;
     dblBytesDone = 0;
@@ -85,13 +87,13 @@ void BeginReportProgress() {
 }
 
 void RefreshReportProgress() {
-    if (platform::TickCount() - lngLastLook < lngBetweenLooks || !frmReport.blnRunning)
+    if (platform::TickCount() - lngLastLook < lngBetweenLooks || !blnBegun)
         return;
     ShowProgress();
 }
 
 void PauseReportProgress(bool blnPaused) {
-    if (blnPaused == blnInPause)
+    if (blnPaused == blnInPause || !blnBegun)
         return;
     if (blnPaused)
         lngPauseTick = platform::TickCount();
@@ -114,8 +116,11 @@ void NoteShareOfFile(double dblShare, double dblBytes) {
 
 void EndReportProgress() {
     frmReport.tmrProgress.Enabled = false;
-    frmReport.lblProgress.Caption =
-        FilesText(lngFilesDone) + " in " + TimeOf(static_cast<double>(Elapsed())) + ".";
+    frmReport.lblProgress.Caption.clear();
+    if (blnBegun) // else the run was stopped before its first file
+        frmReport.lblProgress.Caption =
+            FilesText(lngFilesDone) + " in " + TimeOf(static_cast<double>(Elapsed())) + ".";
+    blnBegun = false;
     frmReport.barProgress.Visible = false;
     ui::ShowTaskbarProgress(frmReport, -1, false);
 }

@@ -145,7 +145,6 @@ void CheckPauseStop() {
         PauseReportProgress(false);
         if (!blnStop)
             return;
-        frmReport.lblPausedDone.Caption = "Stopped"; // it is not paused any more
     }
     EndLineByStop();
     ui::Repaint(frmReport);
