@@ -69,6 +69,7 @@ bool RestoreLengths(const std::vector<PurgeTarget>& targets) {
 std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t purgeTypeIndex,
                           std::int16_t numPasses, bool deleteAfter, bool slackOnly) {
     const std::string& path = targets.front().Path;
+    lngHardLinks = 0;
     const char letter =
         path[0] >= 'a' && path[0] <= 'z' ? static_cast<char>(path[0] - 'a' + 'A') : path[0];
     const std::int32_t clusterSize = GetClusterSize(std::string(1, letter));
@@ -106,22 +107,28 @@ std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t 
     return result;
 }
 
-std::uint32_t ReachOf(const platform::FileFacts& facts) {
+std::uint32_t ReachOf(std::uint32_t attributes) {
     std::uint32_t reach = 0;
-    if ((facts.Attributes & platform::AttributeEncrypted) != 0)
+    if ((attributes & platform::AttributeEncrypted) != 0)
         reach |= ReachEncrypted;
-    if ((facts.Attributes & platform::AttributeCompressed) != 0)
+    if ((attributes & platform::AttributeCompressed) != 0)
         reach |= ReachCompressed;
-    if ((facts.Attributes & platform::AttributeSparse) != 0)
+    if ((attributes & platform::AttributeSparse) != 0)
         reach |= ReachSparse;
     constexpr std::uint32_t elsewhere = platform::AttributeOffline |
                                         platform::AttributeRecallOnOpen |
                                         platform::AttributeRecallOnDataAccess;
-    if ((facts.Attributes & elsewhere) != 0)
+    if ((attributes & elsewhere) != 0)
         reach |= ReachCloudPlaceholder;
-    if (facts.HardLinks > 1)
-        reach |= ReachHardLinks;
     return reach;
+}
+
+/// The bytes behind a link belong to another name, which nobody chose. Placeholders of cloud files
+/// carry the same attribute and are none.
+bool MayBeLink(const std::string& path, std::uint32_t attributes) {
+    platform::FileFacts facts;
+    return (attributes & platform::AttributeReparsePoint) != 0 &&
+           (Failed(platform::ReadFileFacts(path, facts)) || facts.IsLink);
 }
 
 /// Everything of PurgeFileWithChecks but its outer form.
@@ -130,31 +137,34 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
                            bool slackOnly, std::uint32_t& reach) {
     if (path.empty())
         return PurgeEmptyPath;
-    // One question for all that must be known: asking costs as much as opening the file.
-    platform::FileFacts facts;
-    if (Failed(platform::ReadFileFacts(path, facts)))
+    std::uint32_t attributes = 0;
+    if (Failed(platform::ReadAttributes(path, attributes)))
         return PurgeCannotOpen;
-    reach = ReachOf(facts);
-    // The bytes behind a link belong to another name, which nobody chose.
-    if (facts.IsLink || (facts.Attributes & platform::AttributeFolder) != 0)
+    reach = ReachOf(attributes);
+    if ((attributes & platform::AttributeFolder) != 0 || MayBeLink(path, attributes))
         return PurgeCannotOpen;
-    if ((facts.Attributes & platform::AttributeReadOnly) != 0) {
+    if ((attributes & platform::AttributeReadOnly) != 0) {
         if (!okReadOnly)
             return PurgeReadOnlyRefused;
-        (void)platform::WriteAttributes(path, facts.Attributes ^ platform::AttributeReadOnly);
-        if (Failed(platform::ReadAttributes(path, facts.Attributes)))
+        (void)platform::WriteAttributes(path, attributes ^ platform::AttributeReadOnly);
+        if (Failed(platform::ReadAttributes(path, attributes)))
             return PurgeCannotOpen;
     }
-    if ((facts.Attributes & platform::AttributeSystem) != 0 && !okSystem)
+    if ((attributes & platform::AttributeSystem) != 0 && !okSystem)
         return PurgeSystemRefused;
     if (ChangeFileSize(path, -1) != 0)
         return PurgeCannotOpen;
 
+    // A length that cannot be read must not pass for 0: the file would be cut to that.
+    std::uint64_t length = 0;
     std::vector<PurgeTarget> targets;
-    if (Failed(ListTargets(path, facts.Length, targets)))
+    if (Failed(platform::ReadFileLength(path, length)) ||
+        Failed(ListTargets(path, length, targets)))
         return PurgeCannotOpen;
     const std::int16_t result =
         PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
+    if (lngHardLinks > 1)
+        reach |= ReachHardLinks;
     SetMainLine(MainLine::Status, "");
     RepaintMain();
     // Cuts away the growth to the cluster boundary, whatever became of the purge; a file that is

@@ -35,6 +35,8 @@ struct Overwrite {
     std::int64_t Start = 0;           ///< position of the first write
     std::int64_t BlockSize = 0, Blocks = 0, BlocksPerRun = 1;
     std::int64_t OwnLength = 0; ///< bytes to write and flush before the first block; 0 none
+    ui::Effort Effort = ui::Effort::Long;
+    bool First = blnFirstOverwrite; ///< of this file
     bool FirstBlockAlone = false, FirstBlockOnly = false;
     std::atomic<std::int64_t> BlocksDone = 0;
     platform::File File;
@@ -42,11 +44,15 @@ struct Overwrite {
 };
 
 /// Closes the file and forces its data to the disk. The flush's outcome does not count: on some
-/// devices it always fails.
+/// devices it always fails. A small file is flushed while it is open still: the auxiliary library
+/// would open it once more, and with thousands of small files that tells.
 void FinishOverwrite(Overwrite& work) {
-    if (Failed(platform::CloseFile(work.File)) && work.Result == PurgeDone)
+    const bool blnFlush = work.Result == PurgeDone;
+    if (blnFlush && work.Effort == ui::Effort::Brief)
+        (void)platform::FlushBytes(work.File);
+    if (Failed(platform::CloseFile(work.File)) && blnFlush)
         work.Result = PurgeWriteFailed;
-    if (work.Result == PurgeDone)
+    else if (blnFlush && work.Effort == ui::Effort::Long)
         (void)FlushFile(work.Path);
 }
 
@@ -65,6 +71,8 @@ std::int16_t OverwriteInItsRecord(const Overwrite& work) {
 
 std::int16_t BeginOverwrite(Overwrite& work) {
     if (Failed(platform::OpenFile(work.Path, platform::Access::Change, work.File)))
+        return PurgeCannotOpen;
+    if (work.First && Failed(platform::ReadHardLinks(work.File, lngHardLinks)))
         return PurgeCannotOpen;
     if (work.OwnLength > 0)
         return OverwriteInItsRecord(work);
@@ -117,11 +125,11 @@ void ShowPurgeFigure(std::int64_t lngBlocksDone, std::int64_t lngBlocks, std::in
     RepaintMain();
 }
 
-std::int16_t RunOverwrite(Overwrite& work, ui::Effort effort) {
+std::int16_t RunOverwrite(Overwrite& work) {
     bool blnStopped = work.FirstBlockOnly;
     std::int64_t lngShown = 0;
     ui::RunSteps(
-        effort, [&] { return StepOverwrite(work); },
+        work.Effort, [&] { return StepOverwrite(work); },
         [&] {
             if (!blnPurgingFreeSpace)
                 return true;
@@ -132,7 +140,7 @@ std::int16_t RunOverwrite(Overwrite& work, ui::Effort effort) {
         });
     if (work.File.IsOpen()) // stopped between two steps
         ui::RunSteps(
-            effort,
+            work.Effort,
             [&] {
                 FinishOverwrite(work);
                 return false;
@@ -157,8 +165,9 @@ std::int16_t OverwriteSlack(const std::string& path, std::int16_t value, std::in
     work.BlockSize = static_cast<std::int64_t>(strSlackFill.size());
     work.Blocks = 1;
     // Neither progress nor a stop here. A flush concerns the whole file.
+    work.Effort = EffortFor(length);
     ui::RunSteps(
-        EffortFor(length), [&] { return StepOverwrite(work); }, [] { return true; });
+        work.Effort, [&] { return StepOverwrite(work); }, [] { return true; });
     return work.Result;
 }
 
@@ -174,7 +183,7 @@ std::int16_t OverwriteFileOnce(const std::string& path, std::int16_t value, bool
     work.Path = path;
     work.Run = &strBlock;
     work.BlockSize = clusterSize;
-    if (blnFirstOverwrite && lngCurrentFileLength < work.BlockSize)
+    if (work.First && lngCurrentFileLength < work.BlockSize)
         work.OwnLength = lngCurrentFileLength;
     lngCurrentFileLength = std::max<std::int64_t>(lngCurrentFileLength, 1);
     work.Blocks = (lngCurrentFileLength - 1) / work.BlockSize + 1;
@@ -196,5 +205,6 @@ std::int16_t OverwriteFileOnce(const std::string& path, std::int16_t value, bool
             strRun += strBlock;
         work.Run = &strRun;
     }
-    return RunOverwrite(work, EffortFor(work.Blocks * work.BlockSize));
+    work.Effort = EffortFor(work.Blocks * work.BlockSize);
+    return RunOverwrite(work);
 }

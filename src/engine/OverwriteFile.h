@@ -10,6 +10,8 @@ inline std::int64_t lngCurrentFileLength = 0;
 inline std::int16_t intPassesDone = 0;
 /// The file in hand has not been overwritten yet in this purge.
 inline bool blnFirstOverwrite = false;
+/// Names that lead to the data of the file in hand, found out at its first overwrite; 0 before.
+inline std::uint32_t lngHardLinks = 0;
 
 /// Overwrites a file of lngCurrentFileLength bytes up to the end of its last cluster, or only its
 /// slack, and forces that to the disk. PrepareOverwriteBuffers comes first. 0 done; −2 the file

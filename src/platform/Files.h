@@ -65,6 +65,8 @@ Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read);
 Fault WriteBytes(File file, const void* data, std::size_t size);
 Fault SeekTo(File file, std::uint64_t position);
 Fault ReadLength(File file, std::uint64_t& length);
+/// How many names lead to the file's data; far cheaper than ReadFileFacts where it is open anyway.
+Fault ReadHardLinks(File file, std::uint32_t& hardLinks);
 Fault ChangeLength(File file, std::uint64_t length);
 /// Returns when the file's data have been forced to the disk.
 Fault FlushBytes(File file);

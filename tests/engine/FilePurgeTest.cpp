@@ -256,11 +256,10 @@ TEST_F(FilePurgeTest, WhatWritingInPlaceDoesNotReachIsSaid) {
         EXPECT_EQ(0, Purge(path, 0, 1, true));
         EXPECT_EQ(c.Reach, reach);
     }
-    fake::PutFile(path, "M", platform::AttributeEncrypted | platform::AttributeReadOnly).HardLinks =
-        2;
-    std::int16_t code = 0;
-    EXPECT_FALSE(PurgeFileWithChecks(path, 0, 1, true, false, true, false, 0, code, &reach));
-    EXPECT_EQ(std::uint32_t{ReachEncrypted} | ReachHardLinks, reach); // also when it is refused
+    fake::PutFile(path, "M", platform::AttributeEncrypted).HardLinks = 2;
+    fake::FailNth(2, Fault::WriteFault, Call::Write);
+    EXPECT_EQ(-3, Purge(path, 0, 1, true));
+    EXPECT_EQ(std::uint32_t{ReachEncrypted} | ReachHardLinks, reach); // also when it fails
 
     fake::PutFile("C:\\other\\target", "not chosen");
     fake::PutFileLink("C:\\f\\link", "C:\\other\\target");
@@ -309,9 +308,10 @@ TEST_F(FilePurgeTest, AnyCallMayFail) {
                     // The outcome of a flush after an overwrite, of clearing attributes, and of the
                     // last restoring of the length do not count; everything else does.
                     const bool mayPass =
-                        call == Call::AuxiliaryFlush || call == Call::WriteAttributes ||
-                        call == Call::LoadLibrary || call == Call::ReadAttributes ||
-                        call == Call::ClusterFacts || (call == Call::AuxiliaryChange && n > 1);
+                        call == Call::AuxiliaryFlush || call == Call::Flush ||
+                        call == Call::WriteAttributes || call == Call::LoadLibrary ||
+                        call == Call::ReadAttributes || call == Call::ClusterFacts ||
+                        (call == Call::AuxiliaryChange && n > 1);
                     if (failed && !mayPass) {
                         EXPECT_LT(code, 0);
                     }

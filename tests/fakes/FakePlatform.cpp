@@ -291,6 +291,14 @@ Fault ReadLength(File file, std::uint64_t& length) {
     return fault;
 }
 
+Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
+    const Handle& handle = *HandleOf(file);
+    const Fault fault = Begin(Call::ReadFileFacts, handle.Path);
+    if (!Failed(fault))
+        hardLinks = handle.Item->HardLinks;
+    return fault;
+}
+
 Fault ChangeLength(File file, std::uint64_t length) {
     const Handle& handle = *HandleOf(file);
     if (const Fault fault = Begin(Call::ChangeLength, handle.Path); Failed(fault))
