@@ -38,3 +38,8 @@ if(NW_SANITIZE)
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(nw_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+if(NW_FUZZ)
+    # The coverage by which the fuzzers find their way; each brings its own main function.
+    target_compile_options(nw_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
