@@ -16,6 +16,10 @@ else()
     # GCC 12 warns of overlaps inside its own string concatenation that cannot happen.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_compile_options(nw_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+    else()
+        # As GCC has it: there, conversions of sign are not part of -Wconversion.
+        target_compile_options(nw_options INTERFACE
+            $<$<COMPILE_LANGUAGE:CXX>:-Wno-sign-conversion>)
     endif()
 endif()
 

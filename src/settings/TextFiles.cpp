@@ -9,21 +9,19 @@ using platform::Fault;
 namespace {
 
 Fault ReadUpTo(platform::File file, std::size_t lngMax, std::string& text) {
-    std::string strRead(lngMax + 1, '\0');
-    std::size_t lngTotal = 0;
-    while (lngTotal < strRead.size()) {
+    std::string strRead;
+    char chrPiece[4096];
+    for (;;) {
         std::size_t lngRead = 0;
-        const Fault fault = platform::ReadBytes(file, strRead.data() + lngTotal,
-                                                strRead.size() - lngTotal, lngRead);
+        const Fault fault = platform::ReadBytes(file, chrPiece, sizeof chrPiece, lngRead);
         if (Failed(fault))
             return fault;
         if (lngRead == 0)
             break;
-        lngTotal += lngRead;
+        strRead.append(chrPiece, lngRead);
+        if (strRead.size() > lngMax)
+            return Fault::NotSupported;
     }
-    if (lngTotal > lngMax)
-        return Fault::NotSupported;
-    strRead.resize(lngTotal);
     text = std::move(strRead);
     return Fault::None;
 }
