@@ -1,0 +1,103 @@
+// Work that may block: on the one I/O thread, while this thread keeps the windows alive.
+#include "ui/win32/Native.h"
+
+#include <atomic>
+
+namespace ui {
+
+using namespace win32;
+
+namespace {
+
+constexpr DWORD lngPollInterval = 15; ///< milliseconds
+/// The thread runs small pieces of code of ours and calls into the file system.
+constexpr SIZE_T lngStackSize = 1 << 20;
+/// How often Windows is told that the computer is not idle.
+constexpr ULONGLONG lngStayAwakeInterval = 30'000;
+
+struct Worker {
+    HANDLE Thread = nullptr;
+    HANDLE Begin = nullptr; ///< both reset themselves
+    HANDLE Done = nullptr;
+    const std::function<bool()>* Step = nullptr;
+    std::atomic<bool> Cancelled{false};
+    bool Busy = false;
+};
+Worker worker;
+
+// The steps follow one another without asking the interface thread in between: a hand-over for
+// each would cost more than most of them.
+DWORD WINAPI WorkerMain(void*) {
+    while (WaitForSingleObject(worker.Begin, INFINITE) == WAIT_OBJECT_0) {
+        while (!worker.Cancelled.load(std::memory_order_relaxed) && (*worker.Step)()) {
+        }
+        SetEvent(worker.Done);
+    }
+    return 0;
+}
+
+bool EnsureWorker() {
+    if (worker.Thread)
+        return true;
+    if (!worker.Begin)
+        worker.Begin = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    if (!worker.Done)
+        worker.Done = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    if (worker.Begin && worker.Done)
+        worker.Thread = CreateThread(nullptr, lngStackSize, WorkerMain, nullptr, 0, nullptr);
+    return worker.Thread != nullptr;
+}
+
+void RunHere(const std::function<bool()>& step, const std::function<bool()>& poll) {
+    while (step()) {
+        DoEvents();
+        if (poll && !poll())
+            return;
+    }
+}
+
+void StayAwake() {
+    static ULONGLONG last = 0;
+    const ULONGLONG now = GetTickCount64();
+    if (last != 0 && now - last < lngStayAwakeInterval)
+        return;
+    last = now;
+    SetThreadExecutionState(ES_SYSTEM_REQUIRED);
+}
+
+} // namespace
+
+void RunSteps(Effort effort, const std::function<bool()>& step, const std::function<bool()>& poll) {
+    // A handler that runs while the thread is busy has to do its work here.
+    if (effort == Effort::Brief || worker.Busy || !EnsureWorker()) {
+        RunHere(step, poll);
+        return;
+    }
+    worker.Busy = true;
+    worker.Step = &step;
+    worker.Cancelled = false;
+    SetEvent(worker.Begin);
+    bool cancelled = false;
+    for (;;) {
+        // A quitting program's queue is not looked at any more: only the step's end counts.
+        const DWORD woken = Quitting()
+                                ? WaitForSingleObject(worker.Done, lngPollInterval)
+                                : MsgWaitForMultipleObjectsEx(1, &worker.Done, lngPollInterval,
+                                                              QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        if (woken == WAIT_OBJECT_0)
+            break;
+        StayAwake();
+        if (!Quitting()) {
+            SyncAll(Thorough::No);
+            PumpQueue();
+        }
+        if (!cancelled && poll && !poll()) {
+            cancelled = true;
+            worker.Cancelled = true;
+        }
+    }
+    worker.Step = nullptr;
+    worker.Busy = false;
+}
+
+} // namespace ui

@@ -1,0 +1,134 @@
+// Message boxes, the clipboard and the taskbar.
+#include "ui/win32/Native.h"
+
+#include <shobjidl.h>
+
+#include <algorithm>
+
+namespace ui {
+
+using namespace win32;
+
+namespace {
+
+/// Another program may hold the clipboard for a moment.
+constexpr int intClipboardTries = 20;
+constexpr DWORD lngClipboardPause = 10; ///< milliseconds
+
+UINT ButtonFlags(Buttons buttons) {
+    switch (buttons) {
+    case Buttons::OKCancel:
+        return MB_OKCANCEL;
+    case Buttons::YesNo:
+        return MB_YESNO;
+    case Buttons::YesNoCancel:
+        return MB_YESNOCANCEL;
+    case Buttons::OK:
+        break;
+    }
+    return MB_OK;
+}
+
+UINT IconFlags(Icon icon) {
+    switch (icon) {
+    case Icon::Exclamation:
+        return MB_ICONEXCLAMATION;
+    case Icon::Question:
+        return MB_ICONQUESTION;
+    case Icon::Information:
+        return MB_ICONINFORMATION;
+    case Icon::None:
+        break;
+    }
+    return 0;
+}
+
+/// The answer that changes nothing, for a program that is ending.
+int SafeAnswer(Buttons buttons) {
+    return buttons == Buttons::OK ? AnswerOK : buttons == Buttons::YesNo ? AnswerNo : AnswerCancel;
+}
+
+/// Somebody who looks elsewhere learns that the program waits for him.
+void CallForAttention(HWND owner) {
+    if (!owner || GetForegroundWindow() == owner)
+        return;
+    FLASHWINFO flash{sizeof flash, owner, FLASHW_TRAY | FLASHW_TIMERNOFG, 0, 0};
+    FlashWindowEx(&flash);
+}
+
+ITaskbarList3* Taskbar() {
+    static ITaskbarList3* list = [] {
+        ITaskbarList3* made = nullptr;
+        if (EnsureCom() &&
+            SUCCEEDED(CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER,
+                                       IID_ITaskbarList3, reinterpret_cast<void**>(&made))) &&
+            made && FAILED(made->HrInit())) {
+            made->Release();
+            made = nullptr;
+        }
+        return made;
+    }();
+    return list;
+}
+
+} // namespace
+
+int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title,
+           int defaultButton) {
+    if (Quitting())
+        return SafeAnswer(buttons);
+    constexpr UINT defaults[] = {MB_DEFBUTTON1, MB_DEFBUTTON2, MB_DEFBUTTON3};
+    const UINT flags = ButtonFlags(buttons) | IconFlags(icon) |
+                       defaults[std::clamp(defaultButton, 1, 3) - 1] | MB_SETFOREGROUND;
+    const BoxOpen box(true);
+    CallForAttention(box.Owner);
+    const int answer = MessageBoxW(box.Owner, Widen(text).c_str(), Widen(title).c_str(), flags);
+    return answer == 0 ? SafeAnswer(buttons) : answer;
+}
+
+void Beep() {
+    MessageBeep(MB_OK);
+}
+
+void PutOnClipboard(const std::string& text) {
+    const std::wstring wide = Widen(text);
+    const std::size_t bytes = (wide.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    if (!memory)
+        return;
+    if (void* place = GlobalLock(memory)) {
+        std::copy_n(wide.c_str(), wide.size() + 1, static_cast<wchar_t*>(place));
+        GlobalUnlock(memory);
+    }
+    BOOL opened = FALSE;
+    for (int i = 0; i < intClipboardTries && !opened; ++i) {
+        opened = OpenClipboard(ActiveWindow());
+        if (!opened)
+            Sleep(lngClipboardPause);
+    }
+    if (opened) {
+        EmptyClipboard();
+        if (SetClipboardData(CF_UNICODETEXT, memory)) {
+            CloseClipboard();
+            return; // the memory is the system's now
+        }
+        CloseClipboard();
+    }
+    GlobalFree(memory);
+}
+
+void ShowTaskbarProgress(Form& form, double fraction, bool paused) {
+    const NativeForm* native = NativeOf(form);
+    ITaskbarList3* taskbar = native && native->Window ? Taskbar() : nullptr;
+    if (!taskbar)
+        return;
+    if (fraction < 0) {
+        taskbar->SetProgressState(native->Window, TBPF_NOPROGRESS);
+        return;
+    }
+    taskbar->SetProgressState(native->Window, paused ? TBPF_PAUSED : TBPF_NORMAL);
+    taskbar->SetProgressValue(native->Window,
+                              static_cast<ULONGLONG>(10000 * std::min(fraction, 1.0)), 10000);
+}
+
+} // namespace ui

@@ -1,0 +1,221 @@
+// What the windows of forms are told by Windows.
+#include "ui/win32/Native.h"
+
+#include <shellapi.h>
+
+namespace ui::win32 {
+
+namespace {
+
+/// The user has moved or sized the window: the fields follow.
+void TakeOverPlace(NativeForm& native) {
+    if (native.Moving || IsIconic(native.Window) || IsZoomed(native.Window))
+        return;
+    RECT place{};
+    GetWindowRect(native.Window, &place);
+    native.Which->Left = native.Left = ToTwips(place.left, SystemScale());
+    native.Which->Top = native.Top = ToTwips(place.top, SystemScale());
+}
+
+void TakeOverSize(NativeForm& native, int width, int height) {
+    Form& form = *native.Which;
+    // Pixels are coarser than twips: a size that comes out the same is the same.
+    if (width == ToPixels(form.Width, native.Scale) &&
+        height == ToPixels(form.Height, native.Scale))
+        return;
+    form.Width = native.Width = ToTwips(width, native.Scale);
+    form.Height = native.Height = ToTwips(height, native.Scale);
+    Run(form.Resize);
+    SyncForm(native, Thorough::No);
+}
+
+void SetMinimum(const NativeForm& native, MINMAXINFO& info) {
+    const Form& form = *native.Which;
+    if (!form.Resizable || (form.MinWidth <= 0 && form.MinHeight <= 0))
+        return;
+    const SIZE size = OuterSize(native, form.MinWidth, form.MinHeight,
+                                static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_STYLE)),
+                                static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_EXSTYLE)));
+    info.ptMinTrackSize = {std::max(info.ptMinTrackSize.x, size.cx),
+                           std::max(info.ptMinTrackSize.y, size.cy)};
+}
+
+void ChangeResolution(NativeForm& native, int dpi, const RECT& place) {
+    native.Dpi = dpi;
+    native.Scale = TextScale(dpi);
+    ++native.Moving;
+    SetWindowPos(native.Window, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    --native.Moving;
+    TakeOverPlace(native);
+    SyncForm(native, Thorough::No);
+    RedrawWindow(native.Window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+/// The user has chosen other fonts, colours or a theme.
+void ChangeSettings() {
+    ForgetFonts();
+    for (const auto& form : AllForms()) {
+        if (!form->Window)
+            continue;
+        form->Scale = TextScale(form->Dpi);
+        for (const auto& control : form->Controls)
+            control->Font = nullptr;
+        if (form->Which->Visible && !IsIconic(form->Window) && !IsZoomed(form->Window))
+            MoveToFields(*form);
+        SyncForm(*form, Thorough::No);
+        RedrawWindow(form->Window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    }
+}
+
+void TakeDroppedFiles(NativeForm& native, HDROP drop) {
+    std::vector<std::string> files;
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < count; ++i) {
+        std::wstring name(DragQueryFileW(drop, i, nullptr, 0) + 1u, L'\0');
+        name.resize(DragQueryFileW(drop, i, name.data(), static_cast<UINT>(name.size())));
+        files.push_back(platform::NarrowPath(name));
+    }
+    DragFinish(drop);
+    if (native.Which->FilesDropped && !files.empty() && IsWindowEnabled(native.Window))
+        Run([&] { native.Which->FilesDropped(files); });
+}
+
+/// Frames with a colour of their own have no window that could fill it: they hold their place.
+void PaintBackground(const NativeForm& native, HDC context) {
+    RECT box{};
+    GetClientRect(native.Window, &box);
+    FillRect(context, &box, GetSysColorBrush(COLOR_BTNFACE));
+    for (const auto& control : native.Controls) {
+        if (control->Which->Kind != ControlKind::Frame || !control->Visible || !control->BackColor)
+            continue;
+        const HBRUSH brush = CreateSolidBrush(*control->BackColor);
+        FillRect(context, &control->Place, brush);
+        DeleteObject(brush);
+    }
+}
+
+/// Colours of the standard controls. Each thread needs one brush at a time.
+HBRUSH ColourControl(HDC context, HWND window) {
+    static HBRUSH brush = nullptr;
+    const Control* control = ControlOfWindow(window);
+    if (!control)
+        return nullptr;
+    COLORREF back = control->BackColor ? *control->BackColor : BackgroundBehind(*control);
+    if (control->Kind == ControlKind::TextBox && !control->BackColor &&
+        EffectivelyEnabled(*control))
+        back = GetSysColor(COLOR_WINDOW);
+    COLORREF fore =
+        GetSysColor(control->Kind == ControlKind::TextBox ? COLOR_WINDOWTEXT : COLOR_BTNTEXT);
+    if (control->ForeColor)
+        fore = *control->ForeColor;
+    SetTextColor(context, fore);
+    SetBkColor(context, back);
+    if (brush)
+        DeleteObject(brush);
+    return brush = CreateSolidBrush(back);
+}
+
+void RunTimer(NativeForm& native, std::size_t id) {
+    if (id == 0 || id > native.Timers.size())
+        return;
+    Timer* timer = native.Timers[id - 1].Which;
+    if (timer->Enabled)
+        Run(timer->Tick);
+}
+
+} // namespace
+
+LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE)
+        SetWindowLongPtrW(
+            window, GWLP_USERDATA,
+            reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
+    auto* native = reinterpret_cast<NativeForm*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!native || !native->Window)
+        return DefWindowProcW(window, message, wParam, lParam);
+
+    switch (message) {
+    case WM_COMMAND:
+        if (Control* control = lParam ? ControlOfWindow(reinterpret_cast<HWND>(lParam)) : nullptr)
+            OnCommand(*native, *control, HIWORD(wParam));
+        return 0;
+    case WM_CLOSE:
+        if (IsWindowEnabled(window) && native->Which->Visible)
+            Run(native->Which->Close);
+        return 0;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) == WA_INACTIVE)
+            return 0;
+        NoteActive(*native);
+        SettleFocus(*native);
+        return 0;
+    case WM_SETFOCUS:
+        SettleFocus(*native);
+        return 0;
+    case WM_MOVE:
+        TakeOverPlace(*native);
+        return 0;
+    case WM_SIZE:
+        if (wParam != SIZE_MINIMIZED) {
+            TakeOverPlace(*native);
+            if (!native->Moving)
+                TakeOverSize(*native, LOWORD(lParam), HIWORD(lParam));
+        }
+        return 0;
+    case WM_GETMINMAXINFO:
+        SetMinimum(*native, *reinterpret_cast<MINMAXINFO*>(lParam));
+        return 0;
+    case WM_DPICHANGED:
+        ChangeResolution(*native, LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return 0;
+    case WM_SETTINGCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SYSCOLORCHANGE:
+        // Every form hears of it; the first one answers for all.
+        if (AllForms().front().get() == native)
+            ChangeSettings();
+        return 0;
+    case WM_DROPFILES:
+        TakeDroppedFiles(*native, reinterpret_cast<HDROP>(wParam));
+        return 0;
+    case WM_TIMER:
+        RunTimer(*native, wParam);
+        return 0;
+    case WM_ERASEBKGND:
+        PaintBackground(*native, reinterpret_cast<HDC>(wParam));
+        return 1;
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX: {
+        const Control* control = ControlOfWindow(reinterpret_cast<HWND>(lParam));
+        const bool plain = control && !control->BackColor && !control->ForeColor &&
+                           message != WM_CTLCOLORSTATIC && message != WM_CTLCOLORBTN;
+        if (control && !plain)
+            return reinterpret_cast<LRESULT>(
+                ColourControl(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+        break;
+    }
+    case DM_GETDEFID:
+        if (native->DefaultShown)
+            return MAKELONG(GetDlgCtrlID(NativeOf(*native->DefaultShown)->Window), DC_HASDEFID);
+        return 0;
+    case WM_SYSCOMMAND:
+        // Alt or F10 alone would enter a menu that is not there, and stop the work meanwhile.
+        if ((wParam & 0xFFF0) == SC_KEYMENU && lParam == 0)
+            return 0;
+        break;
+    case WM_QUERYENDSESSION:
+        return TRUE;
+    case WM_NCDESTROY:
+        UnnameWindow(window);
+        native->Window = nullptr;
+        return 0;
+    default:
+        break;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+} // namespace ui::win32

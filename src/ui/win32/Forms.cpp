@@ -1,0 +1,295 @@
+// The windows of forms: made once, at the first showing, and hidden between showings.
+#include "ui/win32/Native.h"
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <algorithm>
+
+namespace ui::win32 {
+
+LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+namespace {
+
+constexpr const wchar_t* strFormClass = L"NullwrightForm";
+constexpr int intIconResource = 1;
+
+std::vector<std::unique_ptr<NativeForm>> forms;
+
+void RegisterFormClass() {
+    static bool registered = false;
+    if (registered)
+        return;
+    registered = true;
+    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS |
+                                                     ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&classes);
+    WNDCLASSEXW description{};
+    description.cbSize = sizeof description;
+    description.lpfnWndProc = FormProc;
+    description.hInstance = Instance();
+    description.hIcon = static_cast<HICON>(LoadImageW(Instance(), MAKEINTRESOURCEW(intIconResource),
+                                                      IMAGE_ICON, 0, 0, LR_DEFAULTSIZE));
+    description.hIconSm = static_cast<HICON>(
+        LoadImageW(Instance(), MAKEINTRESOURCEW(intIconResource), IMAGE_ICON,
+                   GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), 0));
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    description.lpszClassName = strFormClass;
+    RegisterClassExW(&description);
+}
+
+DWORD StyleOf(const Form& form, bool modal) {
+    DWORD style = WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+    if (form.Resizable)
+        style |= WS_THICKFRAME | WS_MAXIMIZEBOX;
+    return modal ? style | WS_POPUP : style | WS_OVERLAPPED | WS_MINIMIZEBOX;
+}
+
+DWORD ExtendedStyleOf(bool modal) {
+    return modal ? WS_EX_DLGMODALFRAME : 0;
+}
+
+void CreateFormWindow(NativeForm& native) {
+    Form& form = *native.Which;
+    RegisterFormClass();
+    native.Dpi = static_cast<int>(GetDpiForSystem());
+    native.Scale = TextScale(native.Dpi);
+    native.Caption = form.Caption;
+    ++native.Moving;
+    native.Window = CreateWindowExW(
+        ExtendedStyleOf(false), strFormClass, Widen(form.Caption).c_str(), StyleOf(form, false),
+        ToPixels(form.Left, SystemScale()), ToPixels(form.Top, SystemScale()), 100, 100, nullptr,
+        nullptr, Instance(), &native);
+    --native.Moving;
+    if (!native.Window)
+        return;
+    NameWindow(native.Window, form.Name);
+    native.Dpi = static_cast<int>(GetDpiForWindow(native.Window));
+    native.Scale = TextScale(native.Dpi);
+    SendMessageW(native.Window, WM_CHANGEUISTATE, UIS_INITIALIZE, 0);
+    native.ToolTips =
+        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                        WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
+                        CW_USEDEFAULT, CW_USEDEFAULT, native.Window, nullptr, Instance(), nullptr);
+    SendMessageW(native.ToolTips, TTM_SETMAXTIPWIDTH, 0, ToPixels(6000, native.Scale));
+    CreateControls(native);
+    for (Timer* timer : form.Timers)
+        native.Timers.push_back({timer, false, 0});
+    DragAcceptFiles(native.Window, form.FilesDropped ? TRUE : FALSE);
+}
+
+} // namespace
+
+HINSTANCE Instance() {
+    return GetModuleHandleW(nullptr);
+}
+
+const std::vector<std::unique_ptr<NativeForm>>& AllForms() {
+    return forms;
+}
+
+NativeForm& EnsureForm(Form& form) {
+    if (NativeForm* known = NativeOf(form))
+        return *known;
+    forms.push_back(std::make_unique<NativeForm>());
+    NativeForm& native = *forms.back();
+    native.Which = &form;
+    form.Native = reinterpret_cast<std::size_t>(&native);
+    return native;
+}
+
+NativeForm* FormOfWindow(HWND window) {
+    const HWND root = window ? GetAncestor(window, GA_ROOT) : nullptr;
+    for (const auto& form : forms)
+        if (root && form->Window == root)
+            return form.get();
+    return nullptr;
+}
+
+Control* ControlOfWindow(HWND window) {
+    const NativeForm* form = FormOfWindow(window);
+    if (!form || window == form->Window || GetParent(window) != form->Window)
+        return nullptr;
+    return reinterpret_cast<Control*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+/// Gives the window the size and the place that the fields say.
+void MoveToFields(NativeForm& native) {
+    Form& form = *native.Which;
+    if (IsIconic(native.Window) || IsZoomed(native.Window))
+        ShowWindow(native.Window, SW_SHOWNOACTIVATE);
+    const SIZE size = OuterSize(native, form.Width, form.Height,
+                                static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_STYLE)),
+                                static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_EXSTYLE)));
+    ++native.Moving;
+    SetWindowPos(native.Window, nullptr, ToPixels(form.Left, SystemScale()),
+                 ToPixels(form.Top, SystemScale()), size.cx, size.cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    --native.Moving;
+    native.Left = form.Left;
+    native.Top = form.Top;
+    native.Width = form.Width;
+    native.Height = form.Height;
+}
+
+void SetModalStyle(NativeForm& native, bool modal, HWND owner) {
+    const DWORD style = StyleOf(*native.Which, modal);
+    const auto now = static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_STYLE));
+    const DWORD kept = now & (WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE);
+    SetWindowLongPtrW(native.Window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+    if (now == (style | kept) && native.ModalStyle == modal)
+        return;
+    native.ModalStyle = modal;
+    SetWindowLongPtrW(native.Window, GWL_STYLE, static_cast<LONG_PTR>(style | kept));
+    SetWindowLongPtrW(
+        native.Window, GWL_EXSTYLE,
+        static_cast<LONG_PTR>((static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_EXSTYLE)) &
+                               ~static_cast<DWORD>(WS_EX_DLGMODALFRAME)) |
+                              ExtendedStyleOf(modal)));
+    ++native.Moving;
+    SetWindowPos(native.Window, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    --native.Moving;
+}
+
+void CentreOver(NativeForm& native, HWND owner) {
+    RECT over{};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(
+        MonitorFromWindow(owner, owner ? MONITOR_DEFAULTTONEAREST : MONITOR_DEFAULTTOPRIMARY),
+        &monitor);
+    if (!owner || IsIconic(owner) || !GetWindowRect(owner, &over))
+        over = monitor.rcWork;
+    RECT own{};
+    GetWindowRect(native.Window, &own);
+    const LONG width = own.right - own.left, height = own.bottom - own.top;
+    const RECT& work = monitor.rcWork;
+    const LONG left =
+        std::max(work.left, std::min((over.left + over.right - width) / 2, work.right - width));
+    const LONG top =
+        std::max(work.top, std::min((over.top + over.bottom - height) / 2, work.bottom - height));
+    native.Which->Left = native.Left = ToTwips(left, SystemScale());
+    native.Which->Top = native.Top = ToTwips(top, SystemScale());
+    ++native.Moving;
+    SetWindowPos(native.Window, nullptr, left, top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    --native.Moving;
+}
+
+void BringUp(Form& form, bool modal, HWND owner) {
+    NativeForm& native = EnsureForm(form);
+    if (!native.Window)
+        CreateFormWindow(native);
+    if (!native.Window)
+        return;
+    const bool shown = form.Visible;
+    if (!shown)
+        SetModalStyle(native, modal, owner);
+    form.Visible = true;
+    SyncForm(native, Thorough::Yes);
+    if (!shown) {
+        MoveToFields(native);
+        if (form.Position == StartPosition::CenterOwner)
+            CentreOver(native, owner ? owner : ActiveWindow());
+        else if (form.Position == StartPosition::CenterScreen && !native.Placed)
+            CentreOver(native, nullptr);
+        native.Placed = true;
+    }
+    UpdateEnabledForms();
+    ShowWindow(native.Window, IsIconic(native.Window) ? SW_RESTORE : SW_SHOW);
+    SetForegroundWindow(native.Window);
+    NoteActive(native);
+    SettleFocus(native);
+}
+
+void DestroyForms() {
+    for (const auto& form : forms)
+        if (form->Window)
+            DestroyWindow(form->Window);
+}
+
+} // namespace ui::win32
+
+namespace ui {
+
+using namespace win32;
+
+void Show(Form& form) {
+    if (Quitting())
+        return;
+    SyncAll(Thorough::Yes);
+    BringUp(form, false, nullptr);
+    Run(form.Activate);
+}
+
+void Hide(Form& form) {
+    EndModal(form);
+    NativeForm* native = NativeOf(form);
+    form.Visible = false;
+    if (!native || !native->Window)
+        return;
+    CollectInput();
+    ShowWindow(native->Window, SW_HIDE);
+    SyncAll(Thorough::Yes);
+}
+
+void SetFocus(Control& control) {
+    if (!control.Parent)
+        return;
+    NativeForm& form = EnsureForm(*control.Parent);
+    if (!form.Window || !control.Parent->Visible) {
+        form.Focus = &control;
+        return;
+    }
+    SyncForm(form, Thorough::No);
+    if (!CanTakeFocus(control))
+        return;
+    form.Focus = &control;
+    // A form in the background must not come to the front for it: it has the focus on activation.
+    if (GetActiveWindow() == form.Window)
+        ::SetFocus(NativeOf(control)->Window);
+}
+
+bool HasFocus(const Control& control) {
+    const NativeControl* native = NativeOf(control);
+    return native && native->Window && ::GetFocus() == native->Window;
+}
+
+void Repaint(Form& form) {
+    NativeForm* native = NativeOf(form);
+    if (!native || !native->Window || !form.Visible)
+        return;
+    SyncForm(*native, Thorough::Yes);
+    RedrawWindow(native->Window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void KeepOnScreen(Form& form) {
+    NativeForm& native = EnsureForm(form);
+    if (!native.Window) {
+        native.Dpi = static_cast<int>(GetDpiForSystem());
+        native.Scale = TextScale(native.Dpi);
+    }
+    const SIZE size =
+        OuterSize(native, form.Width, form.Height, StyleOf(form, false), ExtendedStyleOf(false));
+    RECT place{ToPixels(form.Left, SystemScale()), ToPixels(form.Top, SystemScale()), 0, 0};
+    place.right = place.left + size.cx;
+    place.bottom = place.top + size.cy;
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (!GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor))
+        return;
+    const RECT& work = monitor.rcWork;
+    const LONG left = std::max(work.left, std::min(place.left, work.right - size.cx));
+    const LONG top = std::max(work.top, std::min(place.top, work.bottom - size.cy));
+    if (left != place.left)
+        form.Left = ToTwips(left, SystemScale());
+    if (top != place.top)
+        form.Top = ToTwips(top, SystemScale());
+    if (native.Window && form.Visible)
+        SyncForm(native, Thorough::No);
+}
+
+} // namespace ui

@@ -1,0 +1,138 @@
+// The keyboard: Enter and Escape, arrow keys in option groups, mnemonics, Tab, and the keys that
+// the program wants to see whichever control has the focus.
+#include "ui/win32/Native.h"
+
+namespace ui {
+
+namespace {
+std::function<void(int)> keyHandler;
+}
+
+void OnKeyReleased(std::function<void(int)> handler) {
+    keyHandler = std::move(handler);
+}
+
+} // namespace ui
+
+namespace ui::win32 {
+
+namespace {
+
+constexpr LPARAM lngRepeated = 1 << 30;
+
+Button* FindButton(const NativeForm& form, bool Button::*role) {
+    for (const auto& native : form.Controls) {
+        if (native->Which->Kind != ControlKind::Button)
+            continue;
+        auto& button = static_cast<Button&>(*native->Which);
+        if (button.*role && Usable(button))
+            return &button;
+    }
+    return nullptr;
+}
+
+bool HandleEnter(NativeForm& form, Control* focused, bool repeated) {
+    const bool writesLines = focused && focused->Kind == ControlKind::TextBox &&
+                             static_cast<const TextBox&>(*focused).MultiLine &&
+                             !static_cast<const TextBox&>(*focused).Locked;
+    if (writesLines)
+        return false;
+    // A key held down must not run through several questions.
+    if (repeated)
+        return true;
+    const bool presses =
+        focused && (focused->Kind == ControlKind::Button || focused->Kind == ControlKind::Label);
+    if (presses)
+        ClickControl(*focused);
+    else if (Button* button = FindButton(form, &Button::Default))
+        ClickControl(*button);
+    return true;
+}
+
+bool HandleEscape(NativeForm& form, bool repeated) {
+    if (Button* button = repeated ? nullptr : FindButton(form, &Button::Cancel))
+        ClickControl(*button);
+    return true;
+}
+
+/// The next or previous option button that can be chosen, round the group.
+bool HandleArrow(NativeForm& form, Control* focused, WPARAM key) {
+    if (!focused || focused->Kind != ControlKind::OptionButton)
+        return false;
+    std::vector<Control*> group;
+    std::size_t at = 0;
+    for (const auto& native : form.Controls) {
+        Control& control = *native->Which;
+        if (control.Kind != ControlKind::OptionButton || control.Container != focused->Container ||
+            !Usable(control))
+            continue;
+        if (&control == focused)
+            at = group.size();
+        group.push_back(&control);
+    }
+    if (group.size() < 2)
+        return true;
+    const bool forward = key == VK_DOWN || key == VK_RIGHT;
+    Control& next = *group[(at + (forward ? 1 : group.size() - 1)) % group.size()];
+    SetFocus(next);
+    ClickControl(next);
+    return true;
+}
+
+bool HandleKeyDown(NativeForm& form, const MSG& message) {
+    Control* focused = ControlOfWindow(::GetFocus());
+    const bool repeated = (message.lParam & lngRepeated) != 0;
+    const bool listOpen = focused && focused->Kind == ControlKind::ComboBox &&
+                          SendMessageW(NativeOf(*focused)->Window, CB_GETDROPPEDSTATE, 0, 0);
+    switch (message.wParam) {
+    case VK_RETURN:
+        return !listOpen && HandleEnter(form, focused, repeated);
+    case VK_ESCAPE:
+        return !listOpen && HandleEscape(form, repeated);
+    case VK_UP:
+    case VK_DOWN:
+    case VK_LEFT:
+    case VK_RIGHT:
+        return HandleArrow(form, focused, message.wParam);
+    case 'A':
+        // Select all, which older versions of the text box do not know when it has many lines.
+        if (GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0 && focused &&
+            focused->Kind == ControlKind::TextBox) {
+            SendMessageW(NativeOf(*focused)->Window, EM_SETSEL, 0, -1);
+            return true;
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool ReportKey(const MSG& message) {
+    const bool down = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+    const bool up = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
+    if (!down && !up)
+        return false;
+    if (up && keyHandler && !Quitting())
+        Run([&message] { keyHandler(static_cast<int>(message.wParam)); });
+    // F10 would enter a menu that is not there. With Shift it asks for the context menu.
+    return message.wParam == VK_F10 && GetKeyState(VK_SHIFT) >= 0;
+}
+
+bool HandleKey(MSG& message) {
+    NativeForm* form = FormOfWindow(message.hwnd);
+    if (!form || !IsWindowEnabled(form->Window))
+        return false;
+    if (message.message == WM_KEYDOWN && HandleKeyDown(*form, message))
+        return true;
+    // Without Alt a letter is no command: a stray key must not start a purge.
+    if (message.message == WM_CHAR)
+        return false;
+    if (message.message == WM_KEYDOWN &&
+        (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE))
+        return false; // for the open list or the text box alone
+    return IsDialogMessageW(form->Window, &message) != FALSE;
+}
+
+} // namespace ui::win32

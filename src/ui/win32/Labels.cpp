@@ -1,0 +1,94 @@
+// Labels draw themselves, buffered: no flicker when a text changes often, wrapping that never
+// loses the end of a long path, and links.
+#include "ui/win32/Native.h"
+
+#include <uxtheme.h>
+
+namespace ui::win32 {
+
+namespace {
+
+void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
+    const auto& label = static_cast<const Label&>(*native.Which);
+    const bool coloured = label.BackColor && !native.Caption.empty();
+    const HBRUSH brush = CreateSolidBrush(coloured ? *label.BackColor : BackgroundBehind(label));
+    FillRect(context, &box, brush);
+    DeleteObject(brush);
+    const std::wstring text = WindowCaption(label);
+    if (text.empty())
+        return;
+
+    COLORREF colour = GetSysColor(label.Link ? COLOR_HOTLIGHT : COLOR_BTNTEXT);
+    if (label.ForeColor)
+        colour = *label.ForeColor;
+    else if (!native.Enabled)
+        colour = GetSysColor(COLOR_GRAYTEXT);
+    SetTextColor(context, colour);
+    SetBkMode(context, TRANSPARENT);
+    const HGDIOBJ old = SelectObject(context, native.Font);
+
+    UINT format = DT_LEFT | DT_EXPANDTABS;
+    if (label.Mnemonic == 0)
+        format |= DT_NOPREFIX;
+    else if (SendMessageW(native.Window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL)
+        format |= DT_HIDEPREFIX;
+    RECT place = box;
+    if (coloured) { // the text must not touch the edge of its colour
+        const int margin = (box.bottom - box.top) / 12 + 2;
+        place.left += margin;
+        place.right -= margin;
+        place.top += 1;
+    }
+    RECT needed = place;
+    const int length = static_cast<int>(text.size());
+    if (label.Ellipsis) {
+        format |= DT_SINGLELINE | DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
+        DrawTextW(context, text.c_str(), length, &needed, format | DT_CALCRECT);
+    } else {
+        format |= DT_WORDBREAK;
+        DrawTextW(context, text.c_str(), length, &needed, format | DT_CALCRECT);
+        if (needed.right > place.right) // one word alone is too long for the line: a path, say
+            format |= DT_EDITCONTROL;
+    }
+    DrawTextW(context, text.c_str(), length, &place, format);
+    SelectObject(context, old);
+    if (label.Link && ::GetFocus() == native.Window) {
+        RECT focus{box.left, box.top, std::min(needed.right + 1, box.right),
+                   std::min(needed.bottom, box.bottom)};
+        SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+        DrawFocusRect(context, &focus);
+    }
+}
+
+} // namespace
+
+COLORREF BackgroundBehind(const Control& control) {
+    for (const Control* c = control.Container; c; c = c->Container)
+        if (c->BackColor)
+            return *c->BackColor;
+    return GetSysColor(COLOR_BTNFACE);
+}
+
+void PaintLabel(NativeControl& native) {
+    PAINTSTRUCT paint{};
+    const HDC context = BeginPaint(native.Window, &paint);
+    RECT box{};
+    GetClientRect(native.Window, &box);
+    const HDC memory = CreateCompatibleDC(context);
+    const HBITMAP bitmap = CreateCompatibleBitmap(context, box.right, box.bottom);
+    if (memory && bitmap) {
+        const HGDIOBJ old = SelectObject(memory, bitmap);
+        DrawLabel(native, memory, box);
+        BitBlt(context, 0, 0, box.right, box.bottom, memory, 0, 0, SRCCOPY);
+        SelectObject(memory, old);
+    } else {
+        DrawLabel(native, context, box);
+    }
+    if (bitmap)
+        DeleteObject(bitmap);
+    if (memory)
+        DeleteDC(memory);
+    EndPaint(native.Window, &paint);
+}
+
+} // namespace ui::win32

@@ -1,0 +1,197 @@
+// What the modules of this back end share: the windows behind forms and controls, and what was
+// sent to them last. All of it belongs to the interface thread.
+#pragma once
+
+#include <windows.h>
+
+#include "platform/win32/Wide.h"
+#include "ui/Interface.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ui::win32 {
+
+using platform::Narrow;
+using platform::Widen;
+
+/// The window of a control and the state that the window has. Fields that differ from it were
+/// changed by the program since.
+struct NativeControl {
+    Control* Which = nullptr;
+    HWND Window = nullptr;
+    HFONT Font = nullptr;
+    RECT Place{};
+    bool Visible = false;
+    bool Enabled = true;
+    bool TabStop = false;
+    bool Unthemed = false;
+    std::string Caption, ToolTip, AccessibleName;
+    char Mnemonic = 0;
+    std::optional<std::uint32_t> BackColor, ForeColor;
+    int Value = 0; ///< check boxes, option buttons, progress bars
+
+    // Lists.
+    std::vector<ListItem> Items;
+    int ListIndex = -1;
+    int WidestItem = 0;        ///< pixels
+    int IndexAtDropDown = -1;  ///< combo boxes: the choice when the list was opened
+    bool ChosenInList = false; ///< combo boxes: an item was chosen rather than the list closed
+
+    // Text boxes. Window positions count UTF-16 units.
+    std::string Text;
+    bool Locked = false;
+    std::size_t Units = 0;
+    std::size_t SelStart = 0, SelLength = 0;
+    DWORD WindowStart = 0, WindowEnd = 0;
+    std::int64_t NextUpdate = 0; ///< performance counter; see SyncText
+};
+
+struct NativeTimer {
+    Timer* Which = nullptr;
+    bool Running = false;
+    int Interval = 0;
+};
+
+struct NativeForm {
+    Form* Which = nullptr;
+    HWND Window = nullptr;
+    HWND ToolTips = nullptr;
+    int Dpi = 96;
+    int Scale = 96; ///< pixels of 1440 twips: the resolution, times the user's text size
+    bool ModalStyle = false;
+    bool Placed = false;      ///< has been on the screen
+    int Moving = 0;           ///< sizes and places that change are the program's own doing
+    Control* Focus = nullptr; ///< has the focus when the form is active
+    Control* DefaultShown = nullptr;
+    std::vector<std::unique_ptr<NativeControl>> Controls;
+    std::vector<NativeTimer> Timers;
+    std::string Caption;
+    int Left = 0, Top = 0, Width = 0, Height = 0;
+};
+
+/// How much a synchronisation may cost.
+enum class Thorough {
+    No, ///< a yield inside work: long text boxes only now and then
+    Yes
+};
+
+// ---- Forms.cpp
+inline NativeForm* NativeOf(const Form& form) {
+    return reinterpret_cast<NativeForm*>(form.Native);
+}
+inline NativeControl* NativeOf(const Control& control) {
+    return reinterpret_cast<NativeControl*>(control.Native);
+}
+NativeForm& EnsureForm(Form& form);
+const std::vector<std::unique_ptr<NativeForm>>& AllForms();
+/// The form whose window is this one or holds it, nullptr for foreign windows.
+NativeForm* FormOfWindow(HWND window);
+Control* ControlOfWindow(HWND window);
+void MoveToFields(NativeForm& form);
+void SetModalStyle(NativeForm& form, bool modal, HWND owner);
+void CentreOver(NativeForm& form, HWND owner);
+/// Puts a form on the screen for Show and ShowModal.
+void BringUp(Form& form, bool modal, HWND owner);
+void DestroyForms();
+HINSTANCE Instance();
+
+// ---- Measures.cpp
+int ToPixels(int twips, int scale);
+int ToTwips(int pixels, int scale);
+/// Screen positions are measured at the system's resolution, whatever the monitor.
+int SystemScale();
+int TextScale(int dpi);
+SIZE OuterSize(const NativeForm& form, int width, int height, DWORD style, DWORD extended);
+HFONT FontFor(int scale, bool bold, bool fixedPitch, bool underlined);
+void ForgetFonts();
+
+// ---- ControlWindows.cpp
+void CreateControls(NativeForm& form);
+bool EffectivelyEnabled(const Control& control);
+bool EffectivelyVisible(const Control& control);
+RECT PlaceOf(const Control& control, int scale);
+/// The name of a control, for programs that test this one, as an atom in a window property.
+void NameWindow(HWND window, const std::string& name);
+void UnnameWindow(HWND window);
+std::wstring WindowCaption(const Control& control);
+void AddToolTip(NativeForm& form, NativeControl& native, const std::string& text);
+
+// ---- Labels.cpp
+void PaintLabel(NativeControl& native);
+COLORREF BackgroundBehind(const Control& control);
+
+// ---- Sync.cpp
+void SyncForm(NativeForm& form, Thorough how);
+void SyncAll(Thorough how);
+/// Draws the button that Enter presses as the default one.
+void ShowDefaultButton(NativeForm& form);
+/// Where the focus belongs now that controls may have been disabled or hidden.
+void SettleFocus(NativeForm& form);
+bool CanTakeFocus(const Control& control);
+
+// ---- SyncLists.cpp, SyncText.cpp
+void SyncComboBox(NativeForm& form, NativeControl& native, ComboBox& box);
+void SyncListBox(NativeForm& form, NativeControl& native, ListBox& box);
+void SyncText(NativeControl& native, TextBox& box, Thorough how);
+/// Copies the user's selection in text boxes into the fields.
+void CollectSelection(NativeControl& native, TextBox& box);
+void CollectText(NativeControl& native, TextBox& box);
+
+// ---- Input.cpp
+/// Copies what the user did without a notification into the fields of all forms.
+void CollectInput();
+/// Runs a handler: input collected before, windows brought up to date after.
+void Run(const Handler& handler);
+/// A command that a control sent; `code` is its notification.
+void OnCommand(NativeForm& form, Control& control, WORD code);
+void ClickControl(Control& control);
+/// A person could use this control now: shown, enabled, and its form not under a modal one.
+bool Usable(const Control& control);
+void OnMouseMoved(HWND window);
+void OnMouseLeft(HWND window);
+
+// ---- Keys.cpp
+/// True: the message was a key that the form has dealt with.
+bool HandleKey(MSG& message);
+/// Tells the program's handler about a released key. True: the message must go no further.
+bool ReportKey(const MSG& message);
+
+// ---- MessageLoop.cpp
+void Dispatch(MSG& message);
+/// Dispatches what is in the queue, not longer than some milliseconds.
+void PumpQueue();
+/// Runs the message loop while `goOn` returns true and the program is not ending.
+void Loop(const std::function<bool()>& goOn);
+bool Quitting();
+
+// ---- Modal.cpp
+/// The window over which a box or a modal form appears; nullptr when none is on the screen.
+HWND ActiveWindow();
+void NoteActive(NativeForm& form);
+/// Disables every form but the topmost modal one.
+void UpdateEnabledForms();
+/// Ends the ShowModal of a form, if it has one, so that it can be hidden.
+void EndModal(Form& form);
+/// While one lives, a box of the system is open over `Owner`, and the other forms are disabled.
+struct BoxOpen {
+    explicit BoxOpen(bool swallowF10);
+    ~BoxOpen();
+    BoxOpen(const BoxOpen&) = delete;
+    BoxOpen& operator=(const BoxOpen&) = delete;
+    HWND Owner;
+    HWND FocusBefore;
+};
+
+// ---- FileDialogs.cpp
+/// COM for the interface thread; false when it cannot be had.
+bool EnsureCom();
+
+// ---- Accessibility.cpp
+void NameForAccessibility(NativeForm& form, NativeControl& native);
+void RoleOfLink(HWND window);
+
+} // namespace ui::win32
