@@ -476,6 +476,8 @@ void WindowTest::SetUp() {
     if (folder.empty() || GetFileAttributesW(Widen(folder).c_str()) == INVALID_FILE_ATTRIBUTES)
         GTEST_SKIP() << "NW_TEST_FOLDER names no folder in which to work.";
     scratch = folder + "\\nullwright-windows-" + std::to_string(GetCurrentProcessId());
+    std::error_code ignored;
+    std::filesystem::remove_all(Widen(scratch), ignored); // of an earlier process with this number
     ASSERT_TRUE(CreateDirectoryW(Widen(scratch).c_str(), nullptr)) << scratch;
     ASSERT_TRUE(PutSavedSetupAside());
     isSetupAside = true;
