@@ -218,6 +218,12 @@ TEST_F(Contract, HardLinksAreCounted) {
         GTEST_SKIP() << "no hard links here";
     EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
     EXPECT_EQ(facts.HardLinks, 2u);
+    File file;
+    std::uint32_t links = 0;
+    ASSERT_EQ(OpenFile(In("a"), Access::Change, file), Fault::None);
+    EXPECT_EQ(ReadHardLinks(file, links), Fault::None);
+    EXPECT_EQ(CloseFile(file), Fault::None);
+    EXPECT_EQ(links, 2u);
 }
 
 TEST_F(Contract, NamesOfEveryKind) {
