@@ -1,0 +1,132 @@
+// What purging free space costs beyond the bytes themselves: fills and purges the free space of a
+// drive, against plain writes and flushes of the same bytes to the same drive, in alternation.
+//
+//     nullwright_fillbench X [rounds]
+//
+// X is the letter of a scratch drive with some 1 GiB of free space. One random pass. Prints the
+// medians and their ratio, which is to be at most 1.10; the exit code is 1 when it is above.
+#include "disk/FillDisk.h"
+#include "disk/FreeSpacePurge.h"
+#include "engine/FilePurge.h"
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/frmMain.h"
+#include "shell/Session.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr double dblWorstRatio = 1.10;
+constexpr std::size_t intPiece = 1 << 20;
+
+double Seconds(std::uint64_t lngSince) {
+    return static_cast<double>(platform::TickCount() - lngSince) / 1000;
+}
+
+[[noreturn]] void Give(const char* strWhat) {
+    std::fprintf(stderr, "fillbench: %s\n", strWhat);
+    std::exit(2);
+}
+
+void Must(platform::Fault fault) {
+    if (Failed(fault))
+        Give(platform::FaultText(fault).c_str());
+}
+
+/// The product's way. Returns seconds; the bytes written go to dblBytes.
+double FillAndPurge(char chrDrive, double& dblBytes) {
+    if (!ReadFreeSpace(chrDrive))
+        Give("the free space cannot be read");
+    PlanDummyFiles(chrDrive);
+    FillDisk.strDriveRoot = std::string(1, chrDrive) + ":\\";
+    const auto lngStart = platform::TickCount();
+    blnPurgingFreeSpace = true;
+    WriteDummyFiles();
+    if (FillDisk.Outcome != FillOutcome::Done)
+        Give("the drive could not be filled");
+    dblBytes = FillDisk.dblBytesInFinishedFiles;
+    (void)PurgeDummyFiles(false, FillDisk.lngFilesWritten, "");
+    blnPurgingFreeSpace = false;
+    if (FillDisk.lngFilesPurged != FillDisk.lngFilesWritten)
+        Give("a dummy file could not be purged");
+    return Seconds(lngStart);
+}
+
+void WritePlainly(const std::string& strPath, platform::Access access,
+                  const std::vector<char>& piece, std::size_t intBytes) {
+    platform::File file;
+    Must(platform::OpenFile(strPath, access, file));
+    for (std::size_t intLeft = intBytes; intLeft > 0;) {
+        const std::size_t intSize = std::min(intLeft, piece.size());
+        Must(platform::WriteBytes(file, piece.data(), intSize));
+        intLeft -= intSize;
+    }
+    Must(platform::FlushBytes(file));
+    Must(platform::CloseFile(file));
+}
+
+/// The same bytes in files of the same size, written and flushed, overwritten and flushed, deleted.
+double WriteTwicePlainly(char chrDrive, double dblBytes) {
+    const std::vector<char> nulls(intPiece, '\0'), others(intPiece, '\x5A');
+    std::vector<std::size_t> sizes;
+    for (auto intLeft = static_cast<std::size_t>(dblBytes); intLeft > 0; intLeft -= sizes.back())
+        sizes.push_back(std::min(intLeft, static_cast<std::size_t>(dblMaxSizeDummyFile)));
+    const auto PathOf = [&](std::size_t i) {
+        return std::string(1, chrDrive) + ":\\fillbench" + std::to_string(i);
+    };
+    const auto lngStart = platform::TickCount();
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        WritePlainly(PathOf(i), platform::Access::CreateNew, nulls, sizes[i]);
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        WritePlainly(PathOf(i), platform::Access::Change, others, sizes[i]);
+        Must(platform::RemoveFile(PathOf(i)));
+    }
+    return Seconds(lngStart);
+}
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2 || argv[1][0] < 'D' || argv[1][0] > 'Z')
+        Give("usage: nullwright_fillbench X [rounds], X = D to Z, a scratch drive");
+    const char chrDrive = argv[1][0];
+    const int intRounds = argc > 2 ? std::max(std::atoi(argv[2]), 1) : 5;
+    LoadMainForm();
+    Initialization();
+    InitializePurgeOptions();
+    frmTypeOfPurge.cboNumberOfPasses[0].ListIndex = 0;
+    if (!PurgeLibraryReady())
+        Give("nwaux6.dll is not beside this program");
+    ui::Show(frmMain);
+
+    std::vector<double> ours, plain;
+    double dblBytes = 0;
+    for (int i = 0; i <= intRounds; ++i) {
+        const double dblOurs = FillAndPurge(chrDrive, dblBytes);
+        const double dblPlain = WriteTwicePlainly(chrDrive, dblBytes);
+        if (i == 0)
+            continue; // warms the drive and the page cache
+        ours.push_back(dblOurs);
+        plain.push_back(dblPlain);
+        std::printf("%.0f MiB  fill and purge %.2f s  plain %.2f s\n", dblBytes / 1048576, dblOurs,
+                    dblPlain);
+        std::fflush(stdout);
+    }
+    const double dblRatio = Median(ours) / Median(plain);
+    std::printf("medians %.2f s and %.2f s, ratio %.3f (at most %.2f)\n", Median(ours),
+                Median(plain), dblRatio, dblWorstRatio);
+    return dblRatio <= dblWorstRatio ? 0 : 1;
+}
