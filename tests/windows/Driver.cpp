@@ -3,6 +3,7 @@
 #include "platform/win32/Wide.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -306,8 +307,8 @@ namespace {
 /// What a click on a button that destroys would destroy must lie in the scratch folder.
 bool IsHarmless(HWND control) {
     const std::string name = NameOf(control);
-    if (name.rfind("cmdLargePurge", 0) == 0)
-        return false;
+    if (name.rfind("cmdLargePurge", 0) == 0) // the drive is chosen later: see Choose
+        return std::getenv("NW_SMALL_DRIVE") != nullptr;
     const std::string chosen = TextOf(Named(GetAncestor(control, GA_ROOT), "lblDirectory"));
     return name != "cmdProcessFiles(1)" || chosen == "Not specified" || IsInScratch(chosen);
 }
@@ -342,6 +343,12 @@ void Type(HWND edit, const std::string& text) {
 }
 
 void Choose(HWND comboOrList, const std::string& item) {
+    const char* drive = std::getenv("NW_SMALL_DRIVE");
+    if (NameOf(comboOrList) == "lstDrives" &&
+        (drive == nullptr || item.substr(0, 2) != std::string(drive).substr(0, 2))) {
+        ADD_FAILURE() << item << " is not the drive that may be destroyed.";
+        return;
+    }
     const ListMessages messages = MessagesOf(comboOrList);
     const std::wstring wide = Widen(item);
     const LRESULT index = Ask(comboOrList, messages.Find, static_cast<WPARAM>(-1),

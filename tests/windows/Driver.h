@@ -3,7 +3,8 @@
 //
 // NW_PROGRAM is the program ("C:\Program Files\Nullwright\nullwright.exe" if not set);
 // NW_TEST_FOLDER an existing folder for scratch files. Nothing outside the scratch folder made
-// there is ever chosen in a dialog: that is refused here, whatever a test asks for.
+// there is ever chosen in a dialog, and no drive but NW_SMALL_DRIVE ("T:\"), where that is set: all
+// else is refused here, whatever a test asks for.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -89,7 +89,8 @@ TEST_F(DrivesTest, SpeedIsMeasuredAndFreeSpacePurged) {
 }
 
 TEST_F(DrivesTest, ADiskIsPurged) {
-    ASSERT_FALSE(Failed(platform::MakeFolder(root + "folder")));
+    const auto made = platform::MakeFolder(root + "folder");
+    ASSERT_TRUE(!Failed(made) || made == platform::Fault::AlreadyExists);
     for (const char* name : {"top.txt", "second.txt", "folder\\below.txt", "pagefile.sys"})
         PutFileAt(root + name, std::string(5000, 's'));
     Click(main, "cmdLargePurge(1)");
