@@ -131,6 +131,12 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             form->Focus = &control;
             ShowDefaultButton(*form);
         }
+        if (control.Kind == ControlKind::OptionButton) {
+            native.TakingFocus = true;
+            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            native.TakingFocus = false;
+            return result;
+        }
         break;
     case WM_MOUSELEAVE:
         OnMouseLeft(window);

@@ -107,8 +107,8 @@ void OnCommand(NativeForm&, Control& control, WORD code) {
             ClickControl(control);
         break;
     case ControlKind::OptionButton:
-        // Some systems click an option button when it gets the focus: see ControlProc.
-        if (code == BN_CLICKED)
+        // Some systems click an option button when it gets the focus.
+        if (code == BN_CLICKED && !native.TakingFocus)
             ClickControl(control);
         break;
     case ControlKind::Label:
@@ -131,8 +131,7 @@ void OnCommand(NativeForm&, Control& control, WORD code) {
         break;
     }
     case ControlKind::TextBox:
-        // The program's own changes are told as well; they are in native.Text already.
-        if (code == EN_CHANGE && !native.Locked) {
+        if (code == EN_CHANGE && !native.Locked && !native.Sending) {
             auto& box = static_cast<TextBox&>(control);
             const std::string before = native.Text;
             CollectText(native, box);

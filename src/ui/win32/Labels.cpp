@@ -2,11 +2,25 @@
 // loses the end of a long path, and links.
 #include "ui/win32/Native.h"
 
-#include <uxtheme.h>
+#include <algorithm>
+#include <cstdlib>
 
 namespace ui::win32 {
 
 namespace {
+
+int Brightness(COLORREF colour) {
+    return (299 * GetRValue(colour) + 587 * GetGValue(colour) + 114 * GetBValue(colour)) / 1000;
+}
+
+/// The system's colour of links, unless it cannot be read on this background.
+COLORREF LinkColour(COLORREF back) {
+    constexpr int intLeastContrast = 70; // of 255
+    const COLORREF link = GetSysColor(COLOR_HOTLIGHT);
+    if (std::abs(Brightness(link) - Brightness(back)) >= intLeastContrast)
+        return link;
+    return Brightness(back) >= 128 ? RGB(0, 84, 166) : GetSysColor(COLOR_BTNTEXT);
+}
 
 void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
     const auto& label = static_cast<const Label&>(*native.Which);
@@ -18,7 +32,7 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
     if (text.empty())
         return;
 
-    COLORREF colour = GetSysColor(label.Link ? COLOR_HOTLIGHT : COLOR_BTNTEXT);
+    COLORREF colour = label.Link ? LinkColour(BackgroundBehind(label)) : GetSysColor(COLOR_BTNTEXT);
     if (label.ForeColor)
         colour = *label.ForeColor;
     else if (!native.Enabled)

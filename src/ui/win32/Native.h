@@ -29,6 +29,7 @@ struct NativeControl {
     bool Enabled = true;
     bool TabStop = false;
     bool Unthemed = false;
+    bool TakingFocus = false;
     std::string Caption, ToolTip, AccessibleName;
     char Mnemonic = 0;
     std::optional<std::uint32_t> BackColor, ForeColor;
@@ -44,6 +45,7 @@ struct NativeControl {
     // Text boxes. Window positions count UTF-16 units.
     std::string Text;
     bool Locked = false;
+    bool Sending = false; ///< a change that the window tells of now is the program's own
     std::size_t Units = 0;
     std::size_t SelStart = 0, SelLength = 0;
     DWORD WindowStart = 0, WindowEnd = 0;

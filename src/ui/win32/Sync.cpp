@@ -146,12 +146,14 @@ void SyncTabStop(const NativeForm& form, NativeControl& native) {
     default:
         stop = true;
     }
-    if (stop == native.TabStop)
+    // An option button changes this style by itself when it is checked.
+    if (stop == native.TabStop && control.Kind != ControlKind::OptionButton)
         return;
     native.TabStop = stop;
     const LONG_PTR style = GetWindowLongPtrW(native.Window, GWL_STYLE);
-    SetWindowLongPtrW(native.Window, GWL_STYLE,
-                      stop ? style | WS_TABSTOP : style & ~static_cast<LONG_PTR>(WS_TABSTOP));
+    const LONG_PTR wanted = stop ? style | WS_TABSTOP : style & ~static_cast<LONG_PTR>(WS_TABSTOP);
+    if (wanted != style)
+        SetWindowLongPtrW(native.Window, GWL_STYLE, wanted);
 }
 
 void SyncValue(NativeForm& form, NativeControl& native, Thorough how) {

@@ -91,6 +91,7 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     const std::int64_t begun = Now();
     if (costly && how == Thorough::No && begun < native.NextUpdate)
         return;
+    native.Sending = true;
     if (changed) {
         // At its end the caret stays at the end, and the view follows the text.
         const bool follow = box.SelStart >= box.Text.size();
@@ -98,7 +99,6 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
             Append(native, box, follow);
         } else {
             const std::wstring text = Widen(box.Text);
-            native.Text = box.Text; // before the window tells of the change
             SetWindowTextW(native.Window, text.c_str());
             native.Units = text.size();
         }
@@ -107,6 +107,7 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     if (changed || selected)
         Select(native, box);
     RememberSelection(native);
+    native.Sending = false;
     if (costly) {
         UpdateWindow(native.Window);
         const std::int64_t ended = Now();
