@@ -33,7 +33,8 @@ int RoomFrom(const ui::Label& label) {
 /// when it has none: an empty black bar says nothing.
 void WriteMessageLabel(ui::Label& label, const std::string& strText, int intMaxWidth,
                        int intMaxLines) {
-    constexpr int intWidthOfCharacter = 115, intLineHeight = 240; // on the safe side
+    constexpr int intLineHeight = 240;
+    const int intWidthOfCharacter = label.Bold ? 110 : 95; // on the safe side
     int intLines = 1, intLongest = 0, intInLine = 0;
     for (const char c : strText) {
         if (c == '\n') {
@@ -152,8 +153,8 @@ void SetMainLine(MainLine line, const std::string& text) {
                           1);
         break;
     case MainLine::PurgeSpeed:
-        WriteMessageLabel(frmMain.lblPurgeSpeed, text, RoomFrom(frmMain.lblPurgeSpeed), 1);
         frmMain.lblPurgeSpeed.Bold = !text.empty();
+        WriteMessageLabel(frmMain.lblPurgeSpeed, text, RoomFrom(frmMain.lblPurgeSpeed), 1);
         break;
     case MainLine::EstimatedTime:
         frmMain.lblEstimatedTime.Caption = text;

@@ -21,8 +21,8 @@ struct FrmMain : ui::Form {
     ui::Label lblEstimatedTime, lblPurgeFoldersMessage;
     ui::Label lblPurgeSpeed, lblLargePurgeMessage;
     ui::Label lblSetupFilename, lblOnlineDocumentation, lblCorvaneSystems, lblCV_URL;
-    ui::Label lblStatus; ///< the line at the foot of the window
-    ui::Label lblSeparator[5];
+    ui::Label lblStatus;       ///< the line at the foot of the window
+    ui::Frame fraSeparator[5]; ///< thin lines between the groups
 
     ui::Frame fraSetup; ///< the setup panel
     ui::Button cmdLoadSetup, cmdSaveSetup, cmdClearSetup, cmdRestoreSetup, cmdKeepSetup;

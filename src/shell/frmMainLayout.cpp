@@ -34,7 +34,8 @@ constexpr int intMenuBottom = intTopProgram + 3 * intRowPitch;
 constexpr int intStatusTop = intMenuBottom + 90;
 constexpr int intWindowHeight = intStatusTop + 330;
 
-constexpr std::uint32_t colBlack = 0x000000, colWhite = 0xFFFFFF, colSeparator = 0xD0D0D0;
+constexpr std::uint32_t colBlack = 0x000000, colWhite = 0xFFFFFF, colSeparator = 0xC8C8C8,
+                        colLink = 0xCC6600;
 
 /// The top of a row in a group, on the form; inside fraMenu it is less by the margin.
 constexpr int Row(int intTopOfGroup, int intRow) {
@@ -77,7 +78,7 @@ void PlaceControls() {
     };
     const auto separator = [](int intIndex, const char* name, int intTop) {
         return ui::Placed{
-            &frmMain.lblSeparator[intIndex], name, intLabelLeft, intTop, intLabelWidth, 15};
+            &frmMain.fraSeparator[intIndex], name, intLabelLeft, intTop, intLabelWidth, 15};
     };
     constexpr int intHalf = intLabelWidth / 2;
 
@@ -111,7 +112,7 @@ void PlaceControls() {
          {&f.picSaveSetup, "picSaveSetup", intLabelLeft, intTopProgram - 210, intLabelWidth, 840},
          {&f.cmdSaveSetupForNextRun, "cmdSaveSetupForNextRun", 150, 285, 2460, 405},
          {&f.cmdSaveSetupAsOperationFile, "cmdSaveSetupAsOperationFile", 2715, 285, 2940, 405},
-         {&f.cmdDontSaveSetup, "cmdDontSaveSetup", 6930, 285, 1200, 405},
+         {&f.cmdDontSaveSetup, "cmdDontSaveSetup", 5760, 285, 1200, 405},
          label(f.lblSingleFile, "lblSingleFile", intTopWhat, 0),
          label(f.lblDirectory, "lblDirectory", intTopWhat, 1),
          {&f.lblFiles, "lblFiles", intLabelLeft, Row(intTopWhat, 2) + intLabelDrop, intHalf - 120,
@@ -135,19 +136,19 @@ void PlaceControls() {
           Row(intTopProgram, 2) + intLabelDrop, intHalf - 120, intLineHeight},
          {&f.lblCV_URL, "lblCV_URL", intLabelLeft + intHalf, Row(intTopProgram, 2) + intLabelDrop,
           intHalf, intLineHeight},
-         separator(0, "lblSeparator(0)", intTopHow - 75),
-         separator(1, "lblSeparator(1)", intTopGo - 75),
-         separator(2, "lblSeparator(2)", intTopDrives - 75),
-         separator(3, "lblSeparator(3)", intTopProgram - 285),
-         separator(4, "lblSeparator(4)", intStatusTop - 60),
+         separator(0, "fraSeparator(0)", intTopHow - 75),
+         separator(1, "fraSeparator(1)", intTopGo - 75),
+         separator(2, "fraSeparator(2)", intTopDrives - 75),
+         separator(3, "fraSeparator(3)", intTopProgram - 285),
+         separator(4, "fraSeparator(4)", intStatusTop - 60),
          {&f.lblStatus, "lblStatus", intMargin, intStatusTop + 15, intWindowWidth - 2 * intMargin,
           intLineHeight}});
 
     // "Yes" and "No" end where the words behind them begin.
     f.lblSubdirectories.Width = f.lblConfirmFiles.Width =
         intSecondLabelLeft - intLabelLeft - intMargin;
-    f.lblSeparator[4].Left = intMargin;
-    f.lblSeparator[4].Width = intWindowWidth - 2 * intMargin;
+    f.fraSeparator[4].Left = intMargin;
+    f.fraSeparator[4].Width = intWindowWidth - 2 * intMargin;
     f.lblDirectory.Ellipsis = f.lblFiles.Ellipsis = f.lblSetupFilename.Ellipsis = true;
 }
 
@@ -197,8 +198,12 @@ void WriteCaptions() {
     f.cmdKeepSetup.Cancel = f.cmdDontSaveSetup.Cancel = true;
     f.fraSetup.Visible = f.picSaveSetup.Visible = false;
     f.lblOnlineDocumentation.Link = f.lblCorvaneSystems.Link = f.lblCV_URL.Link = true;
-    for (ui::Label& label : f.lblSeparator)
-        label.BackColor = colSeparator;
+    for (ui::Frame& line : f.fraSeparator) {
+        line.Border = false;
+        line.BackColor = colSeparator;
+    }
+    for (ui::Label* link : {&f.lblOnlineDocumentation, &f.lblCorvaneSystems, &f.lblCV_URL})
+        link->ForeColor = colLink;
 
     f.cmdSingleFile.ToolTip = "Choose one file to purge";
     f.cmdSpecifyDirectory[0].ToolTip = "Choose the folder that holds the files to purge";
