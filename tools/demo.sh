@@ -37,7 +37,7 @@ make_demo_tree() {
     some_file "$demo_root/beside/stays.txt" 7000
     some_file "$demo_root/kept.dat" 10000
     some_file "$demo_outside/behind-a-link.txt" 3000
-    ln -s "$demo_outside" "$letters/link"
+    ln -s ../../nwdemo-outside "$letters/link"
 }
 
 # What is there, except for the file that is overwritten and kept: names and checksums.
@@ -52,7 +52,7 @@ demo_expected() {
 }
 
 run_demo() {
-    local log=build/demo.log pid name setup status=0
+    local log=$top/build/demo.log pid name setup status=0
     say "A folder to be purged: all *.txt in it and below it"
     make_demo_tree
     (cd "$demo_root/.." && find nwdemo nwdemo-outside -printf '%10s  %M  %p %l\n' | sort -k 3)
@@ -66,8 +66,11 @@ run_demo() {
     done
 
     say "Nullwright at work, driven through its windows"
-    NW_TEST_FOLDER='C:\nwdemo' NW_PROGRAM='C:\Program Files\Nullwright\nullwright.exe' \
-        timeout 300 wine 'C:\tests\nullwright_demo.exe' --gtest_brief=1 > "$log" 2>&1 < /dev/null &
+    (
+        cd "$WINEPREFIX/drive_c" # a folder that exists inside
+        export NW_TEST_FOLDER='C:\nwdemo' NW_PROGRAM='C:\Program Files\Nullwright\nullwright.exe'
+        exec timeout 300 wine 'C:\tests\nullwright_demo.exe' --gtest_brief=1
+    ) > "$log" 2>&1 < /dev/null &
     pid=$!
     while kill -0 "$pid" 2> /dev/null; do
         if [ -s "$demo_root/picture" ]; then
