@@ -88,7 +88,7 @@ void FillList() {
     frm.lstSubfolders.Items.clear();
     for (const std::string& name : frm.strNames)
         frm.lstSubfolders.Items.push_back({name + "  (not counted)", 0, false});
-    frm.lstSubfolders.ListIndex = -1;
+    frm.lstSubfolders.ListIndex = frm.strNames.empty() ? -1 : 0; // where the keyboard begins
     frm.lngNextToCount = 0;
     frm.Clock1.Enabled = !CountForAWhile(intMillisecondsAtOnce);
 }

@@ -36,8 +36,9 @@ Window WindowFor(const Control& control) {
         return {WC_COMBOBOXW, CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL, 0};
     case ControlKind::ListBox: {
         DWORD style = LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS | WS_VSCROLL | WS_HSCROLL;
+        // Each click or blank chooses or lets go of one: a careless click must not undo the rest.
         if (static_cast<const ListBox&>(control).MultiSelect)
-            style |= LBS_EXTENDEDSEL;
+            style |= LBS_MULTIPLESEL;
         return {WC_LISTBOXW, style, WS_EX_CLIENTEDGE};
     }
     case ControlKind::TextBox: {
