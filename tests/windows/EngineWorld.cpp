@@ -1,0 +1,23 @@
+// What the engine asks of the rooms above it, for programs that hold the engine alone.
+#include "engine/EngineNeeds.h"
+#include "platform/Drives.h"
+#include "support/MainWindow.h"
+
+#include <cstdlib>
+
+/// The drive's own, unless the environment variable NW_CLUSTER_SIZE says otherwise.
+std::int32_t GetClusterSize(const std::string& strDriveLetter) {
+    if (const char* chosen = std::getenv("NW_CLUSTER_SIZE"))
+        return std::atoi(chosen);
+    platform::ClusterFacts facts;
+    if (Failed(platform::ReadClusterFacts(strDriveLetter + ":\\", facts)))
+        return 4096;
+    return static_cast<std::int32_t>(facts.BytesPerSector * facts.SectorsPerCluster);
+}
+
+std::int16_t GetNumberOfPasses() {
+    return 1;
+}
+
+void SetMainLine(MainLine, const std::string&) {}
+void RepaintMain() {}
