@@ -24,3 +24,4 @@ for program in "$programs"/*_tests.exe "$programs"/*_contract.exe; do
     name=$(basename "$program" .exe)
     gtest "$name" wine "C:\\tests\\$name.exe"
 done
+step forensics bash tests/windows/forensics.sh "$programs/nullwright_purge.exe" build/forensics
