@@ -68,13 +68,13 @@ void PreparePurge() {
 }
 
 // For the progress bar: what the run will meet, unless the caller has counted already.
-void CountAhead() {
+void CountForProgress() {
     if (frmReport.lngNumFilesExpected > 0)
         return;
     frmReport.lblProgress.Caption = "Counting files ...";
     ui::Repaint(frmReport);
-    frmReport.lngNumFilesExpected = CountMatchingFiles(frmReport.strDirPath, frmReport.strFilespec,
-                                                       0, &frmReport.dblBytesExpected);
+    CountAhead(frmReport.strDirPath, frmReport.strFilespec, 0, frmReport.lngNumFilesExpected,
+               frmReport.dblBytesExpected);
 }
 
 std::string RunHeader() {
@@ -97,8 +97,8 @@ void RunPurge() {
     PreparePurge();
     AppendReport(DateAndTime(), false);
     AppendReport(RunHeader(), true);
-    CountAhead();
-    if (blnStop) // while counting
+    CountForProgress();
+    if (blnStop) // before or while counting
         return;
     BeginReportProgress();
     NWesPurgeRecursive(frmReport.strDirPath, frmReport.strFilespec, blnPurgeSlackOnly);

@@ -95,7 +95,6 @@ void GiveBack(const KeptState& kept) {
 
 void WalkAside(const std::string& folder, const std::string& filespec, bool blnListing,
                std::int64_t& files, double& bytes) {
-    blnStop = false;
     blnSilent = true;
     frmReport.blnListFiles = blnListing;
     frmReport.blnPurgeFiles = false;
@@ -123,14 +122,20 @@ void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec
     }
 }
 
-std::int64_t CountMatchingFiles(const std::string& folder, const std::string& filespec,
-                                std::int32_t intLimit, double* dblBytes) {
+void CountAhead(const std::string& folder, const std::string& filespec, std::int32_t intLimit,
+                std::int64_t& lngFiles, double& dblBytes) {
     const KeptState kept;
     intStopAt = intLimit;
+    WalkAside(folder, filespec, false, lngFiles, dblBytes);
+    GiveBack(kept);
+}
+
+std::int64_t CountMatchingFiles(const std::string& folder, const std::string& filespec,
+                                std::int32_t intLimit, double* dblBytes) {
+    blnStop = false;
     std::int64_t files = 0;
     double bytes = 0;
-    WalkAside(folder, filespec, false, files, bytes);
-    GiveBack(kept);
+    CountAhead(folder, filespec, intLimit, files, bytes);
     if (dblBytes)
         *dblBytes = bytes;
     return files;
@@ -139,6 +144,7 @@ std::int64_t CountMatchingFiles(const std::string& folder, const std::string& fi
 bool SumFileSizes(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,
                   double& dblBytes) {
     const KeptState kept;
+    blnStop = false;
     intStopAt = 0;
     blnSubdirectories = true;
     WalkAside(folder, filespec, true, lngFiles, dblBytes);

@@ -341,6 +341,14 @@ TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
     EXPECT_FALSE(blnStop); // closing an idle window asks nobody to stop
 }
 
+TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
+    fake::PutFile("C:\\d\\a.txt");
+    const std::int64_t yields = user.Yields; // the first pump of the run is that of its header
+    user.During([yields] { return user.Yields > yields; }, [] { fake::PressF10(); });
+    EXPECT_EQ(Middle(Purge()), "Number of files purged: 0\n\nPurge operation was stopped.\n");
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 1U);
+}
+
 TEST_F(RunTest, AFullReportDoesNotEndThePurge) {
     const std::string name(200, 'n');
     for (int i = 0; i < 400; ++i)

@@ -38,18 +38,34 @@ std::size_t BytesBefore(const std::string& text, std::size_t units) {
     return i;
 }
 
-void Append(NativeControl& native, const TextBox& box, bool follow) {
+/// How many bytes both texts begin with, whole characters and whole line ends only.
+std::size_t CommonStart(const std::string& a, const std::string& b) {
+    const auto differ = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    auto common = static_cast<std::size_t>(differ.first - a.begin());
+    const auto isInside = [](const std::string& text, std::size_t at) {
+        return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
+    };
+    while (common > 0 && (isInside(a, common) || isInside(b, common) || a[common - 1] == '\r'))
+        --common;
+    return common;
+}
+
+/// What stands behind the first `kept` bytes gives way to what the field has there: the line of the
+/// file in hand changes at its end, and to set the whole text anew costs tens of milliseconds.
+void ReplaceTail(NativeControl& native, const TextBox& box, std::size_t kept, bool follow) {
     const HWND window = native.Window;
-    const std::wstring added = Widen(std::string_view(box.Text).substr(native.Text.size()));
+    const std::wstring added = Widen(std::string_view(box.Text).substr(kept));
+    const std::size_t keptUnits =
+        native.Units - UnitsBefore(native.Text.substr(kept), native.Text.size() - kept);
     DWORD start = 0, end = 0;
     SendMessageW(window, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
                  reinterpret_cast<LPARAM>(&end));
     const LRESULT top = SendMessageW(window, EM_GETFIRSTVISIBLELINE, 0, 0);
     if (!follow)
         SendMessageW(window, WM_SETREDRAW, FALSE, 0);
-    SendMessageW(window, EM_SETSEL, native.Units, static_cast<LPARAM>(native.Units));
+    SendMessageW(window, EM_SETSEL, keptUnits, static_cast<LPARAM>(native.Units));
     SendMessageW(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(added.c_str()));
-    native.Units += added.size();
+    native.Units = keptUnits + added.size();
     if (follow)
         return;
     // The user reads further up: the view stays where it is.
@@ -95,8 +111,9 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     if (changed) {
         // At its end the caret stays at the end, and the view follows the text.
         const bool follow = box.SelStart >= box.Text.size();
-        if (box.Text.size() > native.Text.size() && box.Text.starts_with(native.Text)) {
-            Append(native, box, follow);
+        const std::size_t kept = costly ? CommonStart(native.Text, box.Text) : 0;
+        if (kept > 0) {
+            ReplaceTail(native, box, kept, follow);
         } else {
             const std::wstring text = Widen(box.Text);
             SetWindowTextW(native.Window, text.c_str());
