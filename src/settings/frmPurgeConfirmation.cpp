@@ -136,30 +136,30 @@ void LayOut() {
     f.Name = "frmPurgeConfirmation";
     f.Caption = "Purge options";
     f.Width = 7260;
-    f.Height = 5400;
+    f.Height = 5190;
     for (ui::Control* control : std::initializer_list<ui::Control*>{
              &f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem})
         control->Container = &f.fraClusterSize;
     constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
     ui::Bind(
-        f, {{&f.lblMessage, "lblMessage", intLeft, 180, intWidth, 960},
-            {&f.chkPurgeSlackOnly, "chkPurgeSlackOnly", intLeft, 1260, intWidth, intHeight},
-            {&f.chkDoNotDeletePurgedFiles, "chkDoNotDeletePurgedFiles", intLeft, 1605, intWidth,
+        f, {{&f.lblMessage, "lblMessage", intLeft, 180, intWidth, 720},
+            {&f.chkPurgeSlackOnly, "chkPurgeSlackOnly", intLeft, 1050, intWidth, intHeight},
+            {&f.chkDoNotDeletePurgedFiles, "chkDoNotDeletePurgedFiles", intLeft, 1395, intWidth,
              intHeight},
-            {&f.chkOKToPurgeReadOnlyFiles, "chkOKToPurgeReadOnlyFiles", intLeft, 1950, intWidth,
+            {&f.chkOKToPurgeReadOnlyFiles, "chkOKToPurgeReadOnlyFiles", intLeft, 1740, intWidth,
              intHeight},
-            {&f.chkOKToPurgeSystemFiles, "chkOKToPurgeSystemFiles", intLeft, 2295, intWidth,
+            {&f.chkOKToPurgeSystemFiles, "chkOKToPurgeSystemFiles", intLeft, 2085, intWidth,
              intHeight},
-            {&f.chkOKToPurgeSensitiveFiles, "chkOKToPurgeSensitiveFiles", intLeft, 2640, intWidth,
+            {&f.chkOKToPurgeSensitiveFiles, "chkOKToPurgeSensitiveFiles", intLeft, 2430, intWidth,
              intHeight},
-            {&f.chkFolderNamesOnly, "chkFolderNamesOnly", intLeft, 2985, intWidth, intHeight},
-            {&f.chkDeleteEmptyFolders, "chkDeleteEmptyFolders", intLeft, 3330, intWidth, intHeight},
-            {&f.fraClusterSize, "fraClusterSize", intLeft, 3780, intWidth, 840},
+            {&f.chkFolderNamesOnly, "chkFolderNamesOnly", intLeft, 2775, intWidth, intHeight},
+            {&f.chkDeleteEmptyFolders, "chkDeleteEmptyFolders", intLeft, 3120, intWidth, intHeight},
+            {&f.fraClusterSize, "fraClusterSize", intLeft, 3570, intWidth, 840},
             {&f.lblClusterSize, "lblClusterSize", 180, 390, 1380, 270},
             {&f.cboClusterSize, "cboClusterSize", 1620, 330, 1440, 345},
             {&f.lblFileSystem, "lblFileSystem", 3300, 390, 3300, 270},
-            {&f.cmdDoPurge, "cmdDoPurge", 3000, 4815, 2400, 405},
-            {&f.cmdCancel, "cmdCancel", 5520, 4815, 1500, 405}});
+            {&f.cmdDoPurge, "cmdDoPurge", 3000, 4605, 2400, 405},
+            {&f.cmdCancel, "cmdCancel", 5520, 4605, 1500, 405}});
 
     const struct {
         ui::Control* Which;

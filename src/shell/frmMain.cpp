@@ -14,6 +14,7 @@
 #include "ui/Interface.h"
 
 #include <algorithm>
+#include <cstddef>
 
 FrmMain frmMain;
 
@@ -91,6 +92,18 @@ void UpdateFilesLabels() {
     frmMain.lblDirectory.Caption = strDirPath.empty() ? strNotSpecified : strDirPath;
     frmMain.lblFiles.Caption = strFilespec.empty() ? strNotSpecified : strFilespec;
     frmMain.lblFiles2.Caption = FilespecMeaning(strFilespec);
+    // The meaning stands right behind a specification; a file's name has the whole line.
+    const bool blnMeaning = !frmMain.lblFiles2.Caption.empty();
+    constexpr int intWidthOfCharacter = 110, intMaxWidth = 4200;
+    frmMain.lblFiles.Width = RoomFrom(frmMain.lblFiles);
+    if (blnMeaning)
+        frmMain.lblFiles.Width = std::min(
+            static_cast<int>(std::min<std::size_t>(strFilespec.size(), 100)) * intWidthOfCharacter +
+                240,
+            intMaxWidth);
+    frmMain.lblFiles2.Visible = blnMeaning;
+    frmMain.lblFiles2.Left = frmMain.lblFiles.Left + frmMain.lblFiles.Width;
+    frmMain.lblFiles2.Width = RoomFrom(frmMain.lblFiles2);
 }
 
 platform::Fault LookForSubfolders(const std::string& folder, bool& blnFound) {

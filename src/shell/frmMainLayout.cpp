@@ -139,7 +139,7 @@ void PlaceControls() {
          separator(0, "fraSeparator(0)", intTopHow - 75),
          separator(1, "fraSeparator(1)", intTopGo - 75),
          separator(2, "fraSeparator(2)", intTopDrives - 75),
-         separator(3, "fraSeparator(3)", intTopProgram - 285),
+         separator(3, "fraSeparator(3)", intTopProgram - 225),
          separator(4, "fraSeparator(4)", intStatusTop - 60),
          {&f.lblStatus, "lblStatus", intMargin, intStatusTop + 15, intWindowWidth - 2 * intMargin,
           intLineHeight}});
