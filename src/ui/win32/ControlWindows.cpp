@@ -108,6 +108,14 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             return result;
         }
         break;
+    case WM_KEYUP:
+        // Not every system tells the parent that the blank key has changed a multiple choice.
+        if (wParam == VK_SPACE && control.Kind == ControlKind::ListBox &&
+            static_cast<const ListBox&>(control).MultiSelect)
+            PostMessageW(GetParent(window), WM_COMMAND,
+                         MAKEWPARAM(GetDlgCtrlID(window), LBN_SELCHANGE),
+                         reinterpret_cast<LPARAM>(window));
+        break;
     case WM_GETDLGCODE:
         if (link)
             return DLGC_BUTTON;
