@@ -80,9 +80,13 @@ void CollectInput() {
 void Run(const Handler& handler) {
     if (!handler || Quitting())
         return;
+    static int depth = 0;
     CollectInput();
+    ++depth;
     handler();
-    SyncAll(Thorough::No);
+    --depth;
+    // Within another handler's work long texts may wait; a command that is over is shown whole.
+    SyncAll(depth == 0 ? Thorough::Yes : Thorough::No);
 }
 
 void ClickControl(Control& control) {

@@ -240,8 +240,8 @@ void SyncForm(NativeForm& form, Thorough how) {
 }
 
 void SyncAll(Thorough how) {
-    // A handler of the calls below may show a form that did not exist yet.
-    for (std::size_t i = 0; i < AllForms().size(); ++i)
+    // The main form, which is the oldest, last: when it can be used again all else is up to date.
+    for (std::size_t i = AllForms().size(); i-- > 0;)
         SyncForm(*AllForms()[i], how);
 }
 
