@@ -67,8 +67,8 @@ bool AcceptFillingOf(char chrDrive, const std::string& strTitle) {
         return true;
     const std::string strDrive(1, chrDrive);
     return ui::MsgBox("Windows runs from Drive " + strDrive +
-                          ".  While its free space is being purged\r\n"
-                          "Windows and all other programs have no free space on this drive.\r\n"
+                          ".  While its free space is being purged, "
+                          "Windows and all other programs have no free space on this drive.  "
                           "Save your work and close other programs first.\r\n\r\n"
                           "Click 'OK' to continue or 'Cancel' to terminate this operation.",
                       ui::Buttons::OKCancel, ui::Icon::Exclamation, strTitle) == ui::AnswerOK;

@@ -52,7 +52,7 @@ std::string AnnouncementText(char chrDrive) {
                                        : std::to_string(intOverwrites) + " times as long.");
     } else
         strText += std::string("It is advisable to test the purge speed of Drive ") + chrDrive +
-                   " first,\r\nso as to get an estimate of the time required.";
+                   " first, so as to get an estimate of the time required.";
     return strText + "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.";
 }
 
@@ -91,6 +91,7 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
                      : GroupedDigits(FillDisk.lngFilesWritten) + " dummy files are being purged.") +
                     "\r\nTo stop the current dummy file purge, press the F10 key twice.");
     RepaintMain();
+    blnStop = false; // F10 while the box was shown: the user has answered it since
     (void)PurgeDummyFiles(true, FillDisk.lngFilesWritten, "");
     return blnStop ? FreeSpaceResult::Stopped : FreeSpaceResult::Purged;
 }
@@ -203,7 +204,7 @@ void OfferToRemoveLeftoverDummies() {
     if (folders.empty())
         return;
     std::string strText = "A purge of free space was interrupted before its dummy files were "
-                          "deleted.\r\nThey still fill the disk, in ";
+                          "deleted.  They still fill the disk, in ";
     strText += folders.size() == 1 ? "the folder" : "the folders";
     for (const std::string& strFolder : folders)
         strText += "\r\n" + strFolder;

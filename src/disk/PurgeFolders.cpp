@@ -22,13 +22,13 @@ namespace {
 constexpr std::size_t intMostNamesShown = 10;
 constexpr std::size_t intLongName = 40; ///< characters; such a name gets a line of its own
 
-bool HasSubfolders(const std::string& strFolder) {
-    bool blnFound = false;
-    (void)platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
+/// Whether a folder has a subfolder (a link is none). A fault: it cannot be read.
+platform::Fault HasSubfolders(const std::string& strFolder, bool& blnFound) {
+    blnFound = false;
+    return platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
         blnFound = entry.IsFolder && !entry.IsLink;
         return !blnFound;
     });
-    return blnFound;
 }
 
 std::size_t CharactersOf(const std::string& strText) {
@@ -148,7 +148,13 @@ void PurgeFoldersCommand(const std::string& strTitle) {
             BrowseFolder("Specify folder containing subfolders to be purged");
         if (strFolder.empty())
             return;
-        if (!HasSubfolders(strFolder)) {
+        bool blnSubfolders = false;
+        if (Failed(HasSubfolders(strFolder, blnSubfolders))) {
+            ui::MsgBox("Cannot access the folder.", ui::Buttons::OK, ui::Icon::Exclamation,
+                       "Error");
+            return;
+        }
+        if (!blnSubfolders) {
             ui::MsgBox(strFolder + " has no subfolders.\r\n\r\n"
                                    "If you wish to purge just the files in this folder\r\n"
                                    "then click on 'Specify folder' to select this folder\r\n"

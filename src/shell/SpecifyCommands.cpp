@@ -198,8 +198,11 @@ void cmdSingleFile_Click() {
 void cmdSpecifyDirectory_Click(int intIndex) {
     if (intIndex == 0)
         SpecifyFolder();
-    else
+    else {
+        EnableSetupPanel(false);
         PurgeFoldersCommand(frmMain.cmdSpecifyDirectory[1].Caption);
+        EnableSetupPanel(true);
+    }
 }
 
 void cmdSpecifyFiles_Click() {

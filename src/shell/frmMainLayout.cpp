@@ -224,6 +224,13 @@ void WriteCaptions() {
     f.cmdQuit.ToolTip = "End the program; nothing is saved";
 }
 
+/// The rooms below know the menu only: the setup panel is disabled here while they work.
+void WithoutSetupPanel(void (*command)()) {
+    EnableSetupPanel(false);
+    command();
+    EnableSetupPanel(true);
+}
+
 void BindHandlers() {
     FrmMain& f = frmMain;
     f.cmdSingleFile.Click = cmdSingleFile_Click;
@@ -237,9 +244,12 @@ void BindHandlers() {
     f.cmdTypeOfPurge.Click = cmdTypeOfPurge_Click;
     f.cmdConfirmFiles.Click = cmdConfirmFiles_Click;
     f.cmdReportScreen.Click = ShowReportAgain;
-    f.cmdLargePurge[0].Click = TestPurgeSpeedCommand;
-    f.cmdLargePurge[1].Click = PurgeDiskCommand;
-    f.cmdLargePurge[2].Click = PurgeFreeSpaceCommand;
+    f.cmdLargePurge[0].Click = [] { WithoutSetupPanel(TestPurgeSpeedCommand); };
+    f.cmdLargePurge[1].Click = [] {
+        WithoutSetupPanel(PurgeDiskCommand);
+        UpdateSubdirectoriesLabels(); // which the disk purge wrote its exclusions into
+    };
+    f.cmdLargePurge[2].Click = [] { WithoutSetupPanel(PurgeFreeSpaceCommand); };
     f.cmdSetup.Click = cmdSetup_Click;
     f.cmdHelp.Click = cmdHelp_Click;
     f.cmdQuit.Click = cmdQuit_Click;

@@ -216,7 +216,8 @@ TEST_F(DiskPurgeTest, EveryBoxCanEndItBeforeAnythingIsTouched) {
             YesNoCancel(strNoBoxes, ui::AnswerCancel, 2);
         Click();
         EXPECT_TRUE(fake::journal.empty()) << last;
-        EXPECT_EQ("", Label(frmMain.lblSubdirectories2));
+        EXPECT_EQ("(Do not operate on files in lower subfolders.)",
+                  Label(frmMain.lblSubdirectories2));
         ExpectRest();
         fake::user.Finish();
     }

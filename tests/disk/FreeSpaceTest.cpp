@@ -8,9 +8,8 @@ namespace {
 
 const char* const strTitle = "Purge free space";
 const char* const strQuestion = "Purge free space on which drive?";
-const char* const strAdvice =
-    "It is advisable to test the purge speed of Drive D first,\r\nso as to "
-    "get an estimate of the time required.";
+const char* const strAdvice = "It is advisable to test the purge speed of Drive D first, so as to "
+                              "get an estimate of the time required.";
 
 std::string WrittenText(const std::string& strFiles) {
     return strFiles + "\r\nThis has overwritten all the free space with null bytes.\r\n"
@@ -367,7 +366,7 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     for (const int answer : {int{ui::AnswerNo}, int{ui::AnswerYes}}) {
         fake::user.Box("Dummy files found",
                        "A purge of free space was interrupted before its dummy files were deleted."
-                       "\r\nThey still fill the disk, in the folder\r\n" +
+                       "  They still fill the disk, in the folder\r\n" +
                            ours + "\r\n\r\nDo you wish to delete them now?",
                        answer, {ui::Icon::Question, ui::Buttons::YesNo, 1});
         OfferToRemoveLeftoverDummies();

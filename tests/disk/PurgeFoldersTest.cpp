@@ -82,6 +82,10 @@ TEST_F(PurgeFoldersTest, EndsWhereTheUserSaysSo) {
     fake::user.Box(strTitle, "No subolders were selected.", ui::AnswerOK,
                    {ui::Icon::Information, ui::Buttons::OK, 1});
     Click();
+    Choose("D:\\docs\\", {});
+    fake::FailNth(1, platform::Fault::AccessDenied, fake::Call::Enumerate);
+    fake::user.Box("Error", "Cannot access the folder.");
+    Click();
     for (const char* folder : {"WINDOWS", "Program Files"}) {
         fake::PutFile(std::string("D:\\") + folder + "\\x");
         for (const int answer : {int{ui::AnswerNo}, int{ui::AnswerCancel}, int{ui::AnswerYes}}) {
