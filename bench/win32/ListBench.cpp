@@ -1,6 +1,6 @@
 // What a run of the report window costs beyond what the system costs.
 //
-//   nullwright_listbench FOLDER
+//   nullwright_listbench FOLDER [list | purge | hidden]
 //
 // makes, in a folder of its own below FOLDER, (a) 1,000 folders of 100 files, and times in
 // alternation the bare enumeration by the Win32 call that the program uses, and a listing run;
@@ -197,8 +197,9 @@ void ComparePurge(const std::string& top) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2)
-        Give("one argument: the folder to work in");
+    if (argc != 2 && argc != 3)
+        Give("arguments: the folder to work in, and \"list\", \"purge\" or \"hidden\"");
+    const std::string what = argc == 3 ? argv[2] : "";
     const std::string top = std::string(argv[1]) + "\\nullwright_listbench";
     if (!PurgeLibraryReady())
         Give("nwaux6.dll must lie beside this program");
@@ -206,8 +207,11 @@ int main(int argc, char** argv) {
     InitializePurgeOptions();
     frmTypeOfPurge.cboNumberOfPasses[0].ListIndex = 0; // one random pass
     LoadReportForm();
-    ui::Show(frmReport);
-    CompareListing(top);
-    ComparePurge(top);
+    if (what != "hidden") // a purge without the window: what the window's own work is
+        ui::Show(frmReport);
+    if (what.empty() || what == "list")
+        CompareListing(top);
+    if (what != "list")
+        ComparePurge(top);
     return 0;
 }
