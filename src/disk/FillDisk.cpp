@@ -49,14 +49,6 @@ struct FillWork {
     const char* strError = nullptr; ///< instead of the fault's own description
 };
 
-std::int64_t NextNumber(const std::string& strFolder, std::int64_t lngNumber) {
-    // The search of UniqueNumberedFileName, begun where the last one ended: from 1 each time it
-    // would cost a million million queries on a drive of 64 TiB.
-    while (FileExistsFSO(DummyFilePath(strFolder, strDummyFileFolderStub, lngNumber)))
-        ++lngNumber;
-    return lngNumber;
-}
-
 /// After a failed write: keeps whole clusters of what it left, so that purging this file later
 /// needs no space beyond its own.
 void KeepWholeClusters(FillWork& work) {
@@ -214,11 +206,9 @@ void EndWithFault(FillWork& work) {
 }
 
 void WriteFiles(FillWork& work) {
-    std::int64_t lngNumber = 1;
+    const std::string strBase = FillDisk.strDummyFolder + "\\" + strDummyFileFolderStub;
     while (true) {
-        lngNumber = NextNumber(FillDisk.strDummyFolder, lngNumber);
-        const std::string strPath =
-            DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, lngNumber);
+        const std::string strPath = UniqueNumberedFileName(strBase);
         FillDisk.strCurrentDummyFile = platform::LowerCase(strPath);
         FillDisk.lngBytesInCurrentFile = 0;
         work.lngInFile = 0;
@@ -244,11 +234,12 @@ void WriteFiles(FillWork& work) {
             FillDisk.Outcome = FillOutcome::Done;
             if (FillDisk.intTestQuantity > 0)
                 return;
-            if (blnOpened && work.lngInFile == 0 &&
-                DeleteFileClearingAttributes(strPath, true, true, true))
+            const bool blnTaken =
+                blnOpened &&
+                (work.lngInFile > 0 || !DeleteFileClearingAttributes(strPath, true, true, true));
+            if (blnOpened && !blnTaken)
                 --FillDisk.lngFilesWritten;
-            WriteRemnant(work, DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub,
-                                             NextNumber(FillDisk.strDummyFolder, lngNumber)));
+            WriteRemnant(work, blnTaken ? UniqueNumberedFileName(strBase) : strPath);
             return;
         }
         if (Failed(work.Error)) {
@@ -260,7 +251,6 @@ void WriteFiles(FillWork& work) {
             FillDisk.Outcome = FillOutcome::Done;
             return;
         }
-        ++lngNumber;
     }
 }
 

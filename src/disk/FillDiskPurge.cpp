@@ -135,11 +135,17 @@ bool DeleteDummyFiles(const std::string& strFolder) {
             ui::Wait(intMillisecondsBetweenTries);
         std::vector<DummyFile> files;
         (void)ListDummyFiles(strFolder, strDummyFileFolderStub, files);
-        for (const DummyFile& file : files) {
-            (void)DeleteFileClearingAttributes(
-                DummyFilePath(strFolder, strDummyFileFolderStub, file.lngNumber), true, true, true);
-            ui::DoEvents();
-        }
+        std::size_t intNext = 0;
+        ui::RunSteps(
+            ui::Effort::Long,
+            [&] {
+                if (intNext < files.size())
+                    (void)DeleteFileClearingAttributes(
+                        DummyFilePath(strFolder, strDummyFileFolderStub, files[intNext].lngNumber),
+                        true, true, true);
+                return ++intNext < files.size();
+            },
+            [] { return true; });
         const auto fault = RemoveDummyFolder(strFolder, strDummyFileFolderStub);
         blnGone = !Failed(fault) || fault == platform::Fault::NotEmpty;
     }
