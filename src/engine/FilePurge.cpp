@@ -93,13 +93,14 @@ std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t 
         return PurgeDone;
     if (purgeTypeIndex < 0 || purgeTypeIndex > 2)
         return PurgeBadType;
-    if (clusterSize % 512 != 0 || clusterSize < 512 || clusterSize > 65536)
+    // −1 passes this test, deliberately so; it fails where blocks of that size would be made.
+    if (clusterSize != -1 && (clusterSize % 512 != 0 || clusterSize < 512 || clusterSize > 65536))
         return PurgeBadClusterSize;
 
     ReseedRandom();
     intPassesDone = 0;
     blnFirstOverwrite = true;
-    std::int16_t result = PurgeDone;
+    std::int16_t result = clusterSize < 0 ? PurgeWriteFailed : PurgeDone;
     for (std::int16_t pass = 1; pass <= numPasses && result == PurgeDone; ++pass) {
         ui::DoEvents();
         PrepareOverwriteBuffers(clusterSize);

@@ -148,7 +148,7 @@ std::int16_t RunOverwrite(Overwrite& work) {
             [] { return true; });
     if (work.Result != PurgeDone)
         return work.Result;
-    if (blnStopped)
+    if (blnStopped || (blnPurgingFreeSpace && blnStop)) // the last block, too, counts for a stop
         return PurgeStopped;
     if (blnPurgingFreeSpace)
         ShowPurgeFigure(work.BlocksDone, work.Blocks, lngShown);

@@ -101,7 +101,8 @@ bool TakeFolder(std::string_view& strText, std::string& strFolder) {
     return true;
 }
 
-/// "C:\" for the first drive that is a fixed disk; "" when there is none.
+/// "C:\" for the first drive that is a fixed disk; "" when there is none. Not by FirstFixedDrive,
+/// which gives up at the first letter without a drive, and that is A: nearly everywhere.
 std::string FirstFixedRoot() {
     for (const char chrDrive : platform::DriveLetters()) {
         const std::string strRoot = std::string(1, chrDrive) + ":\\";
