@@ -111,21 +111,10 @@ TEST_F(FilePurgeTest, RandomBlocksAreFreshOncePerPassAndCopiedBeyond2048) {
     EXPECT_EQ(runs[8], runs[11]);
     EXPECT_FALSE(runs[2] == runs[8]);
     const std::string block = runs[2].Bytes(0, 65536);
-    std::size_t at = 2048, copies = 0;
-    for (; at < block.size();
-         ++copies) { // the longest piece that was there before, again and again
-        std::size_t best = 0;
-        for (std::size_t from = 0; from < at; ++from) {
-            std::size_t same = 0;
-            while (from + same < at && at + same < block.size() &&
-                   block[from + same] == block[at + same])
-                ++same;
-            best = std::max(best, same);
-        }
-        ASSERT_GE(best, 1u);
-        at += best;
-    }
-    EXPECT_LT(copies, 64u); // each adds a quarter on average
+    int copied = 0;
+    for (std::size_t at = 2048; at + 4 <= block.size(); at += 97) // in a copy, or across its end
+        copied += block.find(block.data() + at, 0, 4) < at ? 1 : 0;
+    EXPECT_GT(copied, 600); // of 654
     int counts[256] = {};
     for (std::size_t i = 0; i < 2048; ++i)
         ++counts[static_cast<unsigned char>(block[i])];
