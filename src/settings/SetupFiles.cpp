@@ -101,6 +101,18 @@ bool TakeFolder(std::string_view& strText, std::string& strFolder) {
     return true;
 }
 
+/// The check boxes of the purge options, up to the first value that is missing or wrong; false
+/// when there is one.
+bool TakeBoxes(std::string_view& strText) {
+    for (ui::CheckBox* box : PurgeOptionBoxes()) {
+        std::int16_t intValue = 0;
+        if (!TakeNumber(strText, intValue) || intValue < 0 || intValue > 1)
+            return false;
+        box->Value = intValue;
+    }
+    return true;
+}
+
 /// "C:\" for the first drive that is a fixed disk; "" when there is none. Not by FirstFixedDrive,
 /// which gives up at the first letter without a drive, and that is A: nearly everywhere.
 std::string FirstFixedRoot() {
@@ -140,13 +152,9 @@ bool ApplySetupText(const std::string& text) {
         !TakeNumber(strRest, intPasses))
         return false;
 
-    // From here on what has been read takes effect, step by step, also when a later step fails.
-    for (ui::CheckBox* box : PurgeOptionBoxes()) {
-        std::int16_t intValue = 0;
-        if (!TakeNumber(strRest, intValue) || intValue < 0 || intValue > 1)
-            return false;
-        box->Value = intValue;
-    }
+    // From here on what has been read takes effect, step by step, also when a later step fails. A
+    // fault among the boxes ends their reading, but what was read before them still takes effect.
+    const bool blnAllBoxes = TakeBoxes(strRest);
 
     if (intSubdirectories < 0 || intSubdirectories > 1)
         return false;
@@ -170,7 +178,7 @@ bool ApplySetupText(const std::string& text) {
     if (intIndex < 0 || intIndex >= static_cast<int>(passes.Items.size()))
         return false;
     passes.ListIndex = intIndex;
-    return true;
+    return blnAllBoxes;
 }
 
 bool ReadSetupFile(const std::string& path) {

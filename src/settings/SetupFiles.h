@@ -4,7 +4,8 @@
 #include <string>
 
 /// Reads a setup into the controls and the session. False on any error; what was read before the
-/// fault keeps its new value.
+/// fault keeps its new value: all of it when the fault is among the boxes, nothing when one of the
+/// seven lines before them cannot be read.
 bool ReadSetupFile(const std::string& path);
 /// Writes the current setup, through a temporary file that replaces the old one. False on any
 /// error; an existing file is then as it was.

@@ -17,7 +17,7 @@ namespace {
 constexpr const char* strOperationFiles = "Operation files (*.nws)";
 constexpr const char* strOperationPattern = "*.nws";
 
-/// The setup as start-up left it, in the form of a setup file.
+/// The setup that was loaded at start, as its file had it; without one, what start-up left.
 std::string strSetupAtStart;
 
 void ShowError(const std::string& strText, const std::string& strTitle = "Error") {
@@ -74,8 +74,11 @@ void RestoreWindowPosition() {
 
 void LoadNextRunSetup() {
     const std::string strPath = NextRunSetupPath();
-    if (!strPath.empty() && platform::FileExists(strPath) && !ReadSetupFile(strPath))
+    if (!strPath.empty() && platform::FileExists(strPath)) {
+        if (ReadTextFile(strPath, strSetupAtStart) && ApplySetupText(strSetupAtStart))
+            return;
         ShowError("Error when attempting to load setup from file " + strPath + "!");
+    }
     strSetupAtStart = SetupText();
 }
 
@@ -84,12 +87,15 @@ void LoadSetupFromFile(const std::string& strPath) {
         ShowError("File " + strPath + " not found!", "Error when attempting to load setup.");
         return;
     }
+    const std::string strBefore = SetupText() + strFilespec;
     const bool blnLoaded = ReadSetupFile(strPath);
-    // After a failed load too: some of the state may be new, and the window must not show a folder
+    // After a failed load too some of the state may be new, and the window must not show a folder
     // other than the one that would be purged.
-    UpdateAllLabels();
-    SetMainLine(MainLine::EstimatedTime, "");
-    SetSetupFilename(blnLoaded ? strPath : "");
+    if (blnLoaded || SetupText() + strFilespec != strBefore) {
+        UpdateAllLabels();
+        SetMainLine(MainLine::EstimatedTime, "");
+        SetSetupFilename(blnLoaded ? strPath : "");
+    }
     if (!blnLoaded)
         ShowError("Error when attempting to load setup from file " + strPath + "!");
 }
@@ -138,7 +144,7 @@ void cmdClearSetup_Click() {
 }
 
 void cmdRestoreSetup_Click() {
-    // The text is what this program has written from a setup that was in force: it applies.
+    // This text has been applied before, or written from a setup in force.
     static_cast<void>(ApplySetupText(strSetupAtStart));
     UpdateAllLabels();
     SetMainLine(MainLine::EstimatedTime, "");

@@ -94,6 +94,7 @@ TEST_F(SetupFiles, AFaultKeepsWhatWasReadBeforeIt) {
     };
     const std::string strStart = SetupText();
     const auto after = [&](const std::string& text) {
+        Initialization();
         EXPECT_TRUE(ApplySetupText(strStart));
         strFilespec = "*.txt";
         EXPECT_FALSE(ApplySetupText(text)) << text;
@@ -108,13 +109,24 @@ TEST_F(SetupFiles, AFaultKeepsWhatWasReadBeforeIt) {
           std::string("1.0,1,1,C:\\") + std::string(10 << 20, 'a')})
         EXPECT_EQ(strStart, after(text));
 
-    // The boxes before the missing or wrong line.
-    std::vector<std::string> cut(lines.begin(), lines.end() - 1);
-    EXPECT_EQ("1.0\r\n0\r\n0\r\n\r\n\r\n0\r\n6\r\n1\r\n0\r\n1\r\n0\r\n1\r\n0\r\n0\r\n",
-              after(Join(cut)));
+    // The boxes before the missing or wrong line, and the seven lines at the head.
+    const std::string strHead = Join({lines.begin(), lines.begin() + 7});
+    for (std::size_t n = 7; n <= 13; ++n) {
+        std::string strKept = strHead;
+        for (std::size_t i = 7; i <= 13; ++i)
+            strKept += i < n ? lines[i] + "\r\n" : "0\r\n";
+        for (const char* value : {"2", "-1", "", "x"})
+            EXPECT_EQ(strKept, after(with(n, value)));
+        EXPECT_EQ(strKept,
+                  after(Join({lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(n)})));
+        EXPECT_EQ("", strFilespec) << "the folder is new";
+    }
+    // With a fault on both sides nothing behind the first wrong one at the head.
+    lines[13] = "x";
+    EXPECT_EQ("1.0\r\n1\r\n0\r\n\r\n\r\n0\r\n6\r\n1\r\n0\r\n1\r\n0\r\n1\r\n0\r\n0\r\n",
+              after(with(2, "2")));
     EXPECT_EQ("*.txt", strFilespec);
-    EXPECT_EQ("1.0\r\n0\r\n0\r\n\r\n\r\n0\r\n6\r\n1\r\n0\r\n1\r\n0\r\n0\r\n0\r\n0\r\n",
-              after(with(11, "2")));
+    lines[13] = "1";
 
     const std::string strBoxes = "1\r\n0\r\n1\r\n0\r\n1\r\n0\r\n1\r\n";
     EXPECT_EQ("1.0\r\n0\r\n0\r\n\r\n\r\n0\r\n6\r\n" + strBoxes, after(with(1, "2")));

@@ -94,17 +94,34 @@ TEST_F(SetupPanel, SaysWhatCouldNotBeLoaded) {
     ExpectClosed();
     EXPECT_EQ(strStart, SetupText());
 
+    const auto fail = [&](const std::string& text) {
+        fake::PutFile(strOperation, text);
+        user.OpenFile("Specify operation file to be loaded", strOperation);
+        user.Box("Error", "Error when attempting to load setup from file " + strOperation + "!",
+                 ui::AnswerOK, {.Icon = ui::Icon::Exclamation});
+        fake::Click(f.cmdSetup);
+        fake::Click(f.cmdLoadSetup);
+        ExpectClosed();
+    };
+    // Nothing of it takes effect: the setup in force keeps its name.
+    f.lblSetupFilename.Caption = "C:\\ops\\other.nws";
+    f.lblEstimatedTime.Caption = "3 minutes";
+    fail("1.0,0,0,C:\\da,ta\\,,1,2,0,0,0,0,0,0,0");
+    EXPECT_EQ(strStart, SetupText());
+    EXPECT_EQ("C:\\ops\\other.nws", f.lblSetupFilename.Caption);
+    EXPECT_EQ("3 minutes", f.lblEstimatedTime.Caption);
+
     // A pass count that the type does not have: folder and type are new, and the labels show it.
-    fake::PutFile(strOperation, "1.0,0,0,C:\\data\\,,1,8,0,0,0,0,0,0,0");
-    user.OpenFile("Specify operation file to be loaded", strOperation);
-    user.Box("Error", "Error when attempting to load setup from file " + strOperation + "!",
-             ui::AnswerOK, {.Icon = ui::Icon::Exclamation});
-    fake::Click(f.cmdSetup);
-    fake::Click(f.cmdLoadSetup);
-    ExpectClosed();
+    fail("1.0,0,0,C:\\data\\,,1,8,0,0,0,0,0,0,0");
     EXPECT_EQ("C:\\data\\", f.lblDirectory.Caption);
     EXPECT_EQ("Alternate bit patterns, 3 times (= 12 overwrites)", f.lblTypeOfPurge.Caption);
-    EXPECT_EQ("", f.lblSetupFilename.Caption);
+    EXPECT_EQ("", f.lblSetupFilename.Caption + f.lblEstimatedTime.Caption);
+    // The last line is missing: all before it is in force.
+    fail("1.0,1,1,C:\\data\\,,1,2,0,1,0,0,0,0");
+    EXPECT_EQ("Yes", f.lblSubdirectories.Caption);
+    EXPECT_EQ("Yes", f.lblConfirmFiles.Caption);
+    EXPECT_EQ("Alternate bit patterns, twice (= 8 overwrites)", f.lblTypeOfPurge.Caption);
+    EXPECT_EQ(1, frmPurgeConfirmation.chkDoNotDeletePurgedFiles.Value);
 }
 
 TEST_F(SetupPanel, SavesForTheNextRunAndFindsItThere) {
@@ -191,6 +208,14 @@ TEST_F(SetupPanel, ClearsAndRestores) {
     EXPECT_EQ("C:\\data\\", f.lblDirectory.Caption);
     EXPECT_EQ("Yes", f.lblConfirmFiles.Caption);
     EXPECT_EQ(strOperation, f.lblSetupFilename.Caption) << "Restore leaves it alone";
+
+    // Edited by hand, in a form that the program does not write.
+    fake::PutFile(strFolder + "nullwright.usr", "1.0,0,0,\"C:\\a,b\",,0,1,0,0,0,0,0,0,0");
+    StartProgram();
+    Load(strOperation);
+    fake::Click(f.cmdSetup);
+    fake::Click(f.cmdRestoreSetup);
+    EXPECT_EQ("C:\\a,b\\", f.lblDirectory.Caption);
 }
 
 } // namespace
