@@ -11,7 +11,7 @@ mkdir -p build
 packages_build=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix)
 packages_wine=(wine wine64 xvfb openbox xdotool imagemagick fonts-liberation)
 packages_test=(googletest clang-14 libclang-rt-14-dev clang-format-14 git
-    e2fsprogs ntfs-3g mount python3-minimal)
+    e2fsprogs ntfs-3g mount)
 
 say() { printf '\n== %s\n' "$*"; }
 die() { printf '\n%s\n' "$*" >&2; exit 1; }
