@@ -25,6 +25,7 @@ make_demo_tree() {
     done
     for size in 1 2 3 4; do
         some_file "$letters/2019/letter-$size.txt" $((size * 1500))
+        some_file "$letters/2020/letter-$size.txt" $((size * 900))
         some_file "$letters/2019/spring/deep/deeper/note-$size.txt" $((size * 700))
     done
     some_file "$letters/2019/spring/deep/stays.doc" 5000
@@ -52,11 +53,12 @@ demo_expected() {
 }
 
 run_demo() {
-    local log=$top/build/demo.log pid name setup status=0
+    local log=$top/build/demo.log pid name place setup status=0
     say "A folder to be purged: all *.txt in it and below it"
     make_demo_tree
     (cd "$demo_root/.." && find nwdemo nwdemo-outside -printf '%10s  %M  %p %l\n' | sort -k 3)
     demo_expected > build/demo-expected.txt
+    : > build/demo-places.txt
     mkdir -p "$WINEPREFIX/drive_c/tests"
     cp -f build/windows/tests/nullwright_demo.exe "$WINEPREFIX/drive_c/tests/"
 
@@ -74,7 +76,8 @@ run_demo() {
     pid=$!
     while kill -0 "$pid" 2> /dev/null; do
         if [ -s "$demo_root/picture" ]; then
-            name=$(cat "$demo_root/picture")
+            read -r name place < "$demo_root/picture"
+            echo "$name $place" >> build/demo-places.txt
             sleep 0.3 # what was just shown is painted in the next moment
             mkdir -p "$screenshots"
             import -window root "$screenshots/demo-$name.png" || true

@@ -119,6 +119,8 @@ std::string PurgeQuestion(std::int64_t lngCount) {
             text += "all " + GroupedDigits(lngCount) + " files in ";
         text += strDirPath;
     } else {
+        // The path stands once, with its pattern, as in the header of the report: "Purging files
+        // C:\docs\*.txt". A user who reads the folder alone could not tell which file is meant.
         if (lngCount > 1)
             text += "the " + GroupedDigits(lngCount) + " files ";
         else
@@ -130,7 +132,7 @@ std::string PurgeQuestion(std::int64_t lngCount) {
                 (strFilespec == "*.*" ? "" : "of the form \"" + strFilespec + "\" ") +
                 "in all subfolders?";
     else
-        text += " ?";
+        text += " ?"; // with a blank: deliberately so
 
     text += "\r\nThis will permanently destroy all data in ";
     if (!blnMultipleFiles && lngCount == 1)

@@ -255,23 +255,27 @@ TEST_F(PurgeCommandsTest, ListingAsksAndNamesTheReport) {
 TEST_F(PurgeCommandsTest, PurgeQuestionsByCount) {
     const struct {
         int Count;
-        const char* Files;
+        const char* AllFiles;
+        const char* Texts;
         const char* Destroyed;
     } cases[] = {
-        {1, "the single file in ", "this file.)"},
-        {2, "both files in ", "these two files."},
-        {3, "all 3 files in ", "these three files."},
-        {20, "all 20 files in ", "these twenty files."},
-        {21, "all 21 files in ", "these 21 files."},
-        {1000, "all 1,000 files in ", "these 1,000 files."},
-        {1001, "all files in ", "these (more than 1000) files."},
+        {1, "the single file in ", "the file ", "this file.)"},
+        {2, "both files in ", "the 2 files ", "these two files."},
+        {3, "all 3 files in ", "the 3 files ", "these three files."},
+        {20, "all 20 files in ", "the 20 files ", "these twenty files."},
+        {21, "all 21 files in ", "the 21 files ", "these 21 files."},
+        {1000, "all 1,000 files in ", "the 1,000 files ", "these 1,000 files."},
+        {1001, "all files in ", "the files ", "these (more than 1000) files."},
     };
     for (const auto& c : cases) {
         PutFiles("C:\\docs", c.Count);
         ChooseFolder("C:\\docs", ui::AnswerYes);
-        Accept(std::string("Are you sure that you want to purge ") + c.Files +
-                   "C:\\docs\\ ?\r\nThis will permanently destroy all data in " + c.Destroyed,
-               ui::AnswerNo);
+        const std::string start = "Are you sure that you want to purge ",
+                          end = std::string(" ?\r\nThis will permanently destroy all data in ") +
+                                c.Destroyed;
+        Accept(start + c.AllFiles + "C:\\docs\\" + end, ui::AnswerNo);
+        Specify("*.txt");
+        Accept(start + c.Texts + "C:\\docs\\*.txt" + end, ui::AnswerNo);
         fake::TakeAway("C:\\docs");
     }
     EXPECT_TRUE(fake::journal.empty());

@@ -27,9 +27,14 @@ struct Demo : testing::Test {
     }
     void TearDown() override { KillProgram(); }
 
-    /// Has a picture of the screen taken: the script sees the file and takes it away.
-    static void Picture(const std::string& name) {
-        Put("picture", name);
+    /// Has a picture of the screen taken, and the window's place in it noted: the script sees the
+    /// file and takes it away.
+    static void Picture(const std::string& name, HWND window) {
+        RECT place{};
+        GetWindowRect(window, &place);
+        Put("picture", name + " " + std::to_string(place.right - place.left) + "x" +
+                           std::to_string(place.bottom - place.top) + "+" +
+                           std::to_string(place.left) + "+" + std::to_string(place.top) + "\n");
         EXPECT_TRUE(WaitUntil([] { return !Exists("picture"); })) << "no picture of " << name;
     }
     void WaitForLabel(const std::string& name, const std::string& text) const {
@@ -43,7 +48,7 @@ struct Demo : testing::Test {
             return {};
         EXPECT_TRUE(WaitUntil([&] { return TextOf(Named(report, "lblPausedDone")) == "Done"; }))
             << Describe();
-        Picture(picture);
+        Picture(picture, report);
         const std::string text = TextOf(Named(report, "txbText"));
         std::cout << "---- " << caption << " ----\n" << text << "\n" << std::flush;
         Click(report, "cmdClose");
@@ -58,7 +63,7 @@ struct Demo : testing::Test {
                 Click(options, box);
             EXPECT_TRUE(WaitUntil([&] { return IsChecked(Named(options, box)); })) << box;
         }
-        Picture(picture);
+        Picture(picture, options);
         Click(options, "cmdDoPurge");
     }
 };
@@ -83,7 +88,7 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
             ++files;
     }
     ASSERT_GT(files, 20); // the question then has digits
-    Picture("1-main");
+    Picture("1-main", main);
 
     // One pass of the bit patterns: its last byte can be recognised afterwards.
     Click(main, "cmdTypeOfPurge");
@@ -92,7 +97,7 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
     Click(type, "optPurgeType(1)");
     ASSERT_TRUE(WaitUntil([&] { return IsUsable(Named(type, "cboNumberOfPasses(1)")); }));
     Choose(Named(type, "cboNumberOfPasses(1)"), "1");
-    Picture("2-type");
+    Picture("2-type", type);
     Click(type, "cmdAccept");
     AnswerBox(
         "Nullwright",
@@ -114,55 +119,81 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
         return TextOf(Named(specify, "lblMatches")).find(" files in this folder match.") !=
                std::string::npos;
     })) << TextOf(Named(specify, "lblMatches"));
-    Picture("3-files");
+    Picture("3-files", specify);
     Click(specify, "cmdOK");
     WaitForLabel("lblFiles2", "(All files with extension txt.)");
     Click(main, "cmdSubdirectories");
     WaitForLabel("lblSubdirectories", "Yes");
-    Picture("4-specified");
+    Picture("4-specified", main);
+
+    // Whole folders could be purged as well. Cancelled: these are for later.
+    Click(main, "cmdSpecifyDirectory(1)");
+    AnswerBox("Purge folders", "", IDYES);
+    AnswerDialog("Specify folder containing subfolders to be purged", scratch + "\\letters");
+    HWND chooser = Window("Select subfolders of " + letters + " to be purged.");
+    ASSERT_NE(nullptr, chooser);
+    Choose(Named(chooser, "lstSubfolders"), "2019  (4 files, 1 subfolder)");
+    EXPECT_TRUE(WaitUntil(
+        [&] { return TextOf(Named(chooser, "lblChosen")) == "One subfolder is chosen."; }));
+    Picture("5-subfolders", chooser);
+    Click(chooser, "cmdCancel");
+    AnswerBox("Purge folders", "No subolders were selected.", IDOK);
 
     Click(main, "cmdProcessFiles(0)");
     AnswerBox("List files", "Display folder names?", IDYES);
-    const std::string listing = Report("List files", "5-listing");
+    const std::string listing = Report("List files", "6-listing");
     EXPECT_EQ(files, CountOf(listing, " bytes)"));
     EXPECT_NE(std::string::npos,
               listing.find("Number of files *.txt: " + std::to_string(files) + "\r\n"));
     Click(main, "cmdProcessFiles(0)");
     AnswerBox("List files", "Display folder names?", IDNO);
-    const std::string estimate = Report("Estimate purge time", "6-estimate");
+    const std::string estimate = Report("Estimate purge time", "7-estimate");
     EXPECT_NE(std::string::npos, estimate.find("For an estimate of the purge time test the purge "
                                                "speed for Drive C\r\nthen relist the files."));
 
     Click(main, "cmdProcessFiles(1)");
-    AcceptOptions({"chkOKToPurgeReadOnlyFiles", "chkDeleteEmptyFolders"}, "7-options");
+    AcceptOptions({"chkOKToPurgeReadOnlyFiles", "chkDeleteEmptyFolders"}, "8-options");
+    Picture("9-question", Window("Purge files"));
     AnswerBox("Purge files",
               "Are you sure that you want to purge the " + std::to_string(files) + " files " +
                   letters + "*.txt\r\nand all files of the form \"*.txt\" in all subfolders?\r\n" +
                   "This will permanently destroy all data in these " + std::to_string(files) +
                   " files.",
               IDYES);
-    const std::string purge = Report("Purge files", "8-purged");
+    const std::string purge = Report("Purge files", "10-purged");
     EXPECT_EQ(files, CountOf(purge, " bytes) purged\r\n"));
     EXPECT_NE(std::string::npos,
               purge.find("Number of files purged: " + std::to_string(files) + "\r\n"));
 
-    // A file that is kept shows what the last overwrite wrote.
+    // A file that is kept shows what the last overwrite wrote. It is confirmed by itself.
     const std::string before = ContentOf("kept.dat");
     Click(main, "cmdSingleFile");
     AnswerDialog("Specify file to be purged.", scratch + "\\kept.dat");
     WaitForLabel("lblFiles", "kept.dat");
+    Click(main, "cmdConfirmFiles");
+    WaitForLabel("lblConfirmFiles", "Yes");
     Click(main, "cmdProcessFiles(1)");
-    AcceptOptions({"chkDoNotDeletePurgedFiles"}, "9-options-kept");
+    AcceptOptions({"chkDoNotDeletePurgedFiles"}, "11-options-kept");
     AnswerBox("Purge files",
               "Are you sure that you want to purge the file " + scratch +
                   "\\kept.dat ?\r\nThis will permanently destroy all data in this file.",
               IDYES);
+    HWND confirm = Window("Confirm purging of this file");
+    ASSERT_NE(nullptr, confirm);
+    Picture("12-confirm", confirm);
+    Click(confirm, "cmdYes");
     EXPECT_NE(std::string::npos,
-              Report("Purge files", "10-kept").find("Purged files not deleted."));
+              Report("Purge files", "13-kept").find("Purged files not deleted."));
     const std::string after = ContentOf("kept.dat");
     EXPECT_EQ(before.size(), after.size());
     EXPECT_EQ(std::string::npos, after.find_first_not_of('\xF5')) << "not the last pattern";
     std::cout << "kept.dat holds " << after.size() << " bytes, all F5: the last bit pattern.\n";
+
+    Click(main, "cmdSetup");
+    EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(main, "cmdKeepSetup")); }));
+    Picture("14-setup", main);
+    Click(main, "cmdKeepSetup");
+    EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); }));
 
     Sleep(1100); // the second in which "Quit" is deaf, after the file dialog
     Click(main, "cmdQuit");
