@@ -47,6 +47,15 @@ TEST_F(KeysTest, AltLetterEnterAndEscape) {
     EXPECT_TRUE(HasFocus(main, "cmdTypeOfPurge"));
     PressKey(main, VK_SPACE);
     ASSERT_TRUE(WaitUntil([&] { return IsWindowVisible(dialog); }));
+    // The letter of a label leads to the list behind it, whichever list is shown.
+    PressKey(dialog, 'N', true);
+    EXPECT_TRUE(HasFocus(dialog, "cboNumberOfPasses(0)"));
+    PressKey(dialog, '2', true);
+    EXPECT_TRUE(HasFocus(dialog, "cmdAccept"));
+    PressKey(dialog, 'N', true);
+    EXPECT_TRUE(HasFocus(dialog, "cboNumberOfPasses(1)"));
+    PressKey(dialog, '1', true);
+    EXPECT_TRUE(HasFocus(dialog, "cmdAccept"));
     PressKey(dialog, VK_RETURN);
     AnswerBox("Nullwright",
               "In the type of purge specified each file will be overwritten 6 times.\r\n"
@@ -55,8 +64,8 @@ TEST_F(KeysTest, AltLetterEnterAndEscape) {
     EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
 }
 
-/// F10 while a control of the subfolder chooser has the focus: the purge that follows ends before
-/// it has touched anything.
+/// F10 while a control of the subfolder chooser or a box has the focus: the purge that follows ends
+/// before it has touched anything.
 struct F10Test : KeysTest, testing::WithParamInterface<const char*> {};
 
 TEST_P(F10Test, IsSeen) {
@@ -68,18 +77,26 @@ TEST_P(F10Test, IsSeen) {
     AnswerDialog("Specify folder containing subfolders to be purged", scratch + "\\tree");
     HWND chooser = Window("Select subfolders of " + scratch + "\\tree\\ to be purged.");
     ASSERT_NE(nullptr, chooser);
-    for (int i = 0; i < 6 && Focused(chooser) != Named(chooser, GetParam()); ++i) {
+    const std::string place = GetParam();
+    for (int i = 0; place != "box" && i < 6 && Focused(chooser) != Named(chooser, place); ++i) {
         HWND previous = Focused(chooser);
         PressKey(chooser, VK_TAB);
         WaitUntil([&] { return Focused(chooser) != previous; });
     }
-    ASSERT_TRUE(HasFocus(chooser, GetParam()));
-    HWND before = Focused(chooser);
-    PressKey(chooser, VK_F10);
-    PressKey(chooser, VK_TAB); // once this has been seen, F10 has
-    EXPECT_TRUE(WaitUntil([&] { return Focused(chooser) != before; }));
+    const auto pressF10 = [](HWND form) {
+        HWND before = Focused(form);
+        PressKey(form, VK_F10);
+        PressKey(form, VK_TAB); // once this has been seen, F10 has
+        EXPECT_TRUE(WaitUntil([&] { return Focused(form) != before; }));
+    };
+    if (place != "box") {
+        ASSERT_TRUE(HasFocus(chooser, place));
+        pressF10(chooser);
+    }
     Click(chooser, "cmdChooseAll");
     Click(chooser, "cmdOK");
+    if (place == "box")
+        pressF10(Window(title));
     AnswerBox(title, "", IDOK);
     HWND line = Named(main, "lblLargePurgeMessage");
     EXPECT_TRUE(WaitUntil([&] { return TextOf(line) == "Purge of folders was stopped."; }))
@@ -89,4 +106,4 @@ TEST_P(F10Test, IsSeen) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Focus, F10Test,
-                         testing::Values("lstSubfolders", "cmdChooseNone", "cmdOK", "cmdCancel"));
+                         testing::Values("lstSubfolders", "cmdOK", "cmdCancel", "box"));

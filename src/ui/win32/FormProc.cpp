@@ -199,6 +199,14 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
                 ColourControl(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
         break;
     }
+    case WM_NEXTDLGCTL: {
+        // How some systems go from a label with a mnemonic to the control behind it.
+        const HWND next = LOWORD(lParam) ? reinterpret_cast<HWND>(wParam)
+                                         : GetNextDlgTabItem(window, ::GetFocus(), wParam != 0);
+        if (next)
+            ::SetFocus(next);
+        return 0;
+    }
     case DM_GETDEFID:
         if (native->DefaultShown)
             return MAKELONG(GetDlgCtrlID(NativeOf(*native->DefaultShown)->Window), DC_HASDEFID);
