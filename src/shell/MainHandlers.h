@@ -6,6 +6,8 @@
 void cmdTypeOfPurge_Click();
 void cmdHelp_Click();
 void cmdQuit_Click();
+/// Why Windows must not shut down now, "" when it may.
+std::string ShutdownObjection();
 void lblOnlineDocumentation_Click();
 void lblCorvaneSystems_Click();
 void Clock2_Tick();

@@ -195,6 +195,10 @@ void EnableMenu(bool blnEnabled) {
                 ctlFocusBefore = control;
     }
     frmMain.fraMenu.Enabled = blnEnabled;
+    // Else the focus would go to a link, and a stray Enter would open a browser.
+    for (ui::Label* link :
+         {&frmMain.lblOnlineDocumentation, &frmMain.lblCorvaneSystems, &frmMain.lblCV_URL})
+        link->Enabled = blnEnabled;
     if (blnEnabled && ctlFocusBefore)
         ui::SetFocus(*ctlFocusBefore);
 }
@@ -256,6 +260,10 @@ void StartQuitGuard() {
 void Clock2_Tick() {
     frmMain.blnQuitGuard = false;
     frmMain.Clock2.Enabled = false;
+}
+
+std::string ShutdownObjection() {
+    return IsRunning() ? "An operation is still running." : "";
 }
 
 void cmdQuit_Click() {

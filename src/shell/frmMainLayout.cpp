@@ -275,6 +275,7 @@ void BindHandlers() {
     f.Clock2.Tick = Clock2_Tick;
     f.Timers = {&f.Clock2};
     f.Close = cmdQuit_Click;
+    f.HoldsShutdown = ShutdownObjection;
     f.FilesDropped = FilesDroppedOnMain;
 }
 

@@ -149,6 +149,8 @@ struct Form {
     Handler Activate; ///< called each time the form is shown
     Handler Close;    ///< the user asks to close the window; the handler hides it or does not
     Handler Resize;   ///< Width and Height have changed
+    std::function<std::string()>
+        HoldsShutdown; ///< why Windows must not shut down now, "" if it may
     std::function<void(const std::vector<std::string>&)> FilesDropped;
     std::size_t Native = 0; ///< the back end's own
 };

@@ -171,9 +171,11 @@ TEST_F(MainWindow, ClosingItWhileAnOperationRunsAsksForAStop) {
     fake::CloseForm(f);
     EXPECT_FALSE(user.Ended);
     EXPECT_TRUE(blnStop);
-    ui::SetFocus(f.lblOnlineDocumentation);
+    EXPECT_FALSE(fake::CanReach(f.lblOnlineDocumentation)) << "a stray Enter opens no browser";
+    user.Focus = nullptr;
     EnableMenu(true);
     EXPECT_EQ(&f.cmdProcessFiles[1], user.Focus);
+    EXPECT_TRUE(fake::CanReach(f.lblOnlineDocumentation));
 }
 
 TEST_F(MainWindow, F10AsksForAStop) {

@@ -1,5 +1,5 @@
 // What screen readers say. The text of a window is its name; boxes have none, so they are named
-// by their caption or by the label before them.
+// by their caption, or by the label or option before them.
 #include "ui/win32/Native.h"
 
 #include <objbase.h>
@@ -35,9 +35,12 @@ std::string NameOf(const NativeForm& form, const Control& control) {
     for (const auto& other : form.Controls) {
         if (other->Which == &control)
             break;
-        if (other->Which->Kind == ControlKind::Label &&
-            other->Which->Container == control.Container && !other->Which->Caption.empty())
-            name = other->Which->Caption;
+        const Control& before = *other->Which;
+        const bool names = before.Kind == ControlKind::Label ||
+                           before.Kind == ControlKind::OptionButton ||
+                           before.Kind == ControlKind::CheckBox;
+        if (names && before.Container == control.Container && !before.Caption.empty())
+            name = before.Caption;
     }
     return name;
 }

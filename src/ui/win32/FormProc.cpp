@@ -45,9 +45,15 @@ void SetMinimum(const NativeForm& native, MINMAXINFO& info) {
 void ChangeResolution(NativeForm& native, int dpi, const RECT& place) {
     native.Dpi = dpi;
     native.Scale = TextScale(dpi);
+    SIZE size{place.right - place.left, place.bottom - place.top};
+    // What Windows suggests grows the frame as the inside does, which it does not quite do.
+    if (!IsZoomed(native.Window) && !IsIconic(native.Window))
+        size = OuterSize(native, native.Which->Width, native.Which->Height,
+                         static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_STYLE)),
+                         static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_EXSTYLE)));
     ++native.Moving;
-    SetWindowPos(native.Window, nullptr, place.left, place.top, place.right - place.left,
-                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(native.Window, nullptr, place.left, place.top, size.cx, size.cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
     --native.Moving;
     TakeOverPlace(native);
     SyncForm(native, Thorough::No);
@@ -89,9 +95,10 @@ void PaintBackground(const NativeForm& native, HDC context) {
     GetClientRect(native.Window, &box);
     FillRect(context, &box, GetSysColorBrush(COLOR_BTNFACE));
     for (const auto& control : native.Controls) {
-        if (control->Which->Kind != ControlKind::Frame || !control->Visible || !control->BackColor)
+        const auto colour = BackColorOf(*control->Which);
+        if (control->Which->Kind != ControlKind::Frame || !control->Visible || !colour)
             continue;
-        const HBRUSH brush = CreateSolidBrush(*control->BackColor);
+        const HBRUSH brush = CreateSolidBrush(*colour);
         FillRect(context, &control->Place, brush);
         DeleteObject(brush);
     }
@@ -103,19 +110,22 @@ HBRUSH ColourControl(HDC context, HWND window) {
     const Control* control = ControlOfWindow(window);
     if (!control)
         return nullptr;
-    COLORREF back = control->BackColor ? *control->BackColor : BackgroundBehind(*control);
-    if (control->Kind == ControlKind::TextBox && !control->BackColor &&
+    COLORREF back = BackColorOf(*control).value_or(BackgroundBehind(*control));
+    if (control->Kind == ControlKind::TextBox && !BackColorOf(*control) &&
         EffectivelyEnabled(*control))
         back = GetSysColor(COLOR_WINDOW);
-    COLORREF fore =
+    const COLORREF fore =
         GetSysColor(control->Kind == ControlKind::TextBox ? COLOR_WINDOWTEXT : COLOR_BTNTEXT);
-    if (control->ForeColor)
-        fore = *control->ForeColor;
-    SetTextColor(context, fore);
+    SetTextColor(context, ForeColorOf(*control).value_or(fore));
     SetBkColor(context, back);
     if (brush)
         DeleteObject(brush);
     return brush = CreateSolidBrush(back);
+}
+
+std::string ShutdownObjection(const NativeForm& native) {
+    const auto& why = native.Which->HoldsShutdown;
+    return why && native.Which->Visible ? why() : "";
 }
 
 void RunTimer(NativeForm& native, std::size_t id) {
@@ -174,9 +184,13 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     case WM_SETTINGCHANGE:
     case WM_THEMECHANGED:
     case WM_SYSCOLORCHANGE:
-        // Every form hears of it; the first one answers for all.
-        if (AllForms().front().get() == native)
-            ChangeSettings();
+        // Every form hears of it; the first one that has a window answers for all.
+        for (const auto& form : AllForms())
+            if (form->Window) {
+                if (form.get() == native)
+                    ChangeSettings();
+                break;
+            }
         return 0;
     case WM_DROPFILES:
         TakeDroppedFiles(*native, reinterpret_cast<HDROP>(wParam));
@@ -217,7 +231,18 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
             return 0;
         break;
     case WM_QUERYENDSESSION:
+        // Windows would end the program in the middle of its work: the user is told why not to.
+        if (const std::string reason = ShutdownObjection(*native); !reason.empty()) {
+            ShutdownBlockReasonCreate(window, Widen(reason).c_str());
+            return FALSE;
+        }
         return TRUE;
+    case WM_ENDSESSION:
+        ShutdownBlockReasonDestroy(window);
+        // The user insists: what is left of the time goes into stopping.
+        if (wParam && !ShutdownObjection(*native).empty())
+            Run(native->Which->Close);
+        return 0;
     case WM_NCDESTROY:
         UnnameWindow(window);
         native->Window = nullptr;

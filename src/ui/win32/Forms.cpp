@@ -203,6 +203,8 @@ void BringUp(Form& form, bool modal, HWND owner) {
     SetForegroundWindow(native.Window);
     NoteActive(native);
     SettleFocus(native);
+    // What opened the form may work for a while before it lets messages through.
+    RedrawWindow(native.Window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 void DestroyForms() {

@@ -24,8 +24,8 @@ COLORREF LinkColour(COLORREF back) {
 
 void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
     const auto& label = static_cast<const Label&>(*native.Which);
-    const bool coloured = label.BackColor && !native.Caption.empty();
-    const HBRUSH brush = CreateSolidBrush(coloured ? *label.BackColor : BackgroundBehind(label));
+    const bool coloured = BackColorOf(label) && !native.Caption.empty();
+    const HBRUSH brush = CreateSolidBrush(coloured ? *BackColorOf(label) : BackgroundBehind(label));
     FillRect(context, &box, brush);
     DeleteObject(brush);
     const std::wstring text = WindowCaption(label);
@@ -33,10 +33,10 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
         return;
 
     COLORREF colour = label.Link ? LinkColour(BackgroundBehind(label)) : GetSysColor(COLOR_BTNTEXT);
-    if (label.ForeColor)
-        colour = *label.ForeColor;
-    else if (!native.Enabled)
+    if (!native.Enabled)
         colour = GetSysColor(COLOR_GRAYTEXT);
+    else if (const auto own = ForeColorOf(label))
+        colour = *own;
     SetTextColor(context, colour);
     SetBkMode(context, TRANSPARENT);
     const HGDIOBJ old = SelectObject(context, native.Font);
@@ -74,12 +74,27 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
     }
 }
 
+bool IsHighContrast() {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
 } // namespace
+
+std::optional<COLORREF> BackColorOf(const Control& control) {
+    return control.BackColor && !IsHighContrast() ? control.BackColor : std::nullopt;
+}
+
+std::optional<COLORREF> ForeColorOf(const Control& control) {
+    return control.ForeColor && !IsHighContrast() ? control.ForeColor : std::nullopt;
+}
 
 COLORREF BackgroundBehind(const Control& control) {
     for (const Control* c = control.Container; c; c = c->Container)
-        if (c->BackColor)
-            return *c->BackColor;
+        if (const auto own = BackColorOf(*c))
+            return *own;
     return GetSysColor(COLOR_BTNFACE);
 }
 

@@ -63,6 +63,8 @@ namespace ui {
 using namespace win32;
 
 int RunMessageLoop() {
+    if (!ActiveWindow()) // no window could be made: nobody could end the loop
+        return 1;
     Loop([] { return true; });
     DestroyForms();
     return 0;

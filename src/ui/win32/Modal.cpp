@@ -128,7 +128,8 @@ void ShowModal(Form& form) {
     const std::size_t depth = modals.size();
     BringUp(form, true, owner);
     Run(form.Activate);
-    Loop([&] { return !modals[depth - 1].Ended; });
+    // A form that could not be shown (the system has no more windows) must not be waited for.
+    Loop([&] { return !modals[depth - 1].Ended && form.Visible; });
     modals.resize(depth - 1);
     form.Visible = false;
     UpdateEnabledForms();

@@ -123,6 +123,9 @@ std::wstring WindowCaption(const Control& control);
 void AddToolTip(NativeForm& form, NativeControl& native, const std::string& text);
 
 // ---- Labels.cpp
+/// The colours that the program chose; none where the user has chosen a theme of high contrast.
+std::optional<COLORREF> BackColorOf(const Control& control);
+std::optional<COLORREF> ForeColorOf(const Control& control);
 void PaintLabel(NativeControl& native);
 COLORREF BackgroundBehind(const Control& control);
 
