@@ -128,7 +128,7 @@ void PlaceControls() {
          {&f.lblPurgeFoldersMessage, "lblPurgeFoldersMessage", intLabelLeft, Row(intTopGo, 2) + 30,
           intLabelWidth, 2 * intLineHeight},
          label(f.lblPurgeSpeed, "lblPurgeSpeed", intTopDrives, 0),
-         {&f.lblLargePurgeMessage, "lblLargePurgeMessage", intLabelLeft, Row(intTopDrives, 1),
+         {&f.lblLargePurgeMessage, "lblLargePurgeMessage", intLabelLeft, Row(intTopDrives, 1) - 30,
           intLabelWidth, 5 * intLineHeight},
          label(f.lblSetupFilename, "lblSetupFilename", intTopProgram, 0),
          label(f.lblOnlineDocumentation, "lblOnlineDocumentation", intTopProgram, 1),

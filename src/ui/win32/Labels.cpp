@@ -48,22 +48,26 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
         format |= DT_HIDEPREFIX;
     RECT place = box;
     if (coloured) { // the text must not touch the edge of its colour
-        const int margin = (box.bottom - box.top) / 12 + 2;
+        const int margin = ToPixels(60, FormOfWindow(native.Window)->Scale);
         place.left += margin;
         place.right -= margin;
-        place.top += 1;
     }
     RECT needed = place;
-    const int length = static_cast<int>(text.size());
+    int length = static_cast<int>(text.size());
     if (label.Ellipsis) {
+        DrawTextW(context, text.c_str(), length, &needed, format | DT_SINGLELINE | DT_CALCRECT);
+        // With its last backslash the name of the folder itself would be cut out.
+        if (needed.right > place.right && text.back() == L'\\')
+            --length;
         format |= DT_SINGLELINE | DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
-        DrawTextW(context, text.c_str(), length, &needed, format | DT_CALCRECT);
     } else {
         format |= DT_WORDBREAK;
         DrawTextW(context, text.c_str(), length, &needed, format | DT_CALCRECT);
         if (needed.right > place.right) // one word alone is too long for the line: a path, say
             format |= DT_EDITCONTROL;
     }
+    if (coloured)
+        place.top += std::max(0L, (place.bottom - needed.bottom) / 2);
     DrawTextW(context, text.c_str(), length, &place, format);
     SelectObject(context, old);
     if (label.Link && ::GetFocus() == native.Window) {
