@@ -327,8 +327,7 @@ std::string ContentOf(const std::string& path) {
     const Place place = Find(path, true);
     if (!place.Item || place.Item->Folder)
         return "(missing)";
-    const Content& data =
-        place.Stream.empty() ? place.Item->Data : place.Item->Streams[place.Stream];
+    const Content& data = DataOf(place);
     return data.Read(0, data.Length());
 }
 

