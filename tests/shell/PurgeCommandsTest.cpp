@@ -428,6 +428,13 @@ TEST_F(PurgeCommandsTest, CountingIsShownAndCanBeInterrupted) {
     fake::Click(m.cmdProcessFiles[1]);
     EXPECT_EQ("Now counting files ...", message);
     EXPECT_FALSE(blnStop);
+    // A listing looks for files first, too.
+    frmReport.txbText.Text.clear();
+    message.clear();
+    user.Box("List files", "Display folder names?", ui::AnswerYes);
+    fake::Click(m.cmdProcessFiles[0]);
+    EXPECT_FALSE(frmReport.Visible);
+    EXPECT_EQ("", frmReport.txbText.Text);
     EXPECT_EQ(3u, fake::FilesBelow("C:\\tree").size());
 }
 
