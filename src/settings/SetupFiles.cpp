@@ -82,9 +82,9 @@ bool TakeNumber(std::string_view& strText, std::int16_t& intNumber) {
 /// True for text that can be a path.
 bool IsCleanText(std::string_view strText) {
     for (const char c : strText)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
+        if (static_cast<unsigned char>(c) < 0x20)
             return false;
-    return IsUtf8(std::string(strText));
+    return IsUtf8(std::string(strText), true);
 }
 
 /// A folder: empty, or on a drive with a letter. Anything else would be refused where folders are

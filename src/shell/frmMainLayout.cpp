@@ -222,6 +222,12 @@ void WriteCaptions() {
     f.cmdSetup.ToolTip = "Load, save, clear or restore the setup";
     f.cmdHelp.ToolTip = "Where the user manual is";
     f.cmdQuit.ToolTip = "End the program; nothing is saved";
+    f.cmdLoadSetup.ToolTip = "Load a setup that was saved as an operation file";
+    f.cmdSaveSetup.ToolTip = "Save the setup for the next run, or as an operation file";
+    f.cmdClearSetup.ToolTip = "Forget the folder and the files that were specified";
+    f.cmdRestoreSetup.ToolTip = "Bring back the setup that the program started with";
+    f.cmdSaveSetupForNextRun.ToolTip = "The program starts with this setup from now on";
+    f.cmdSaveSetupAsOperationFile.ToolTip = "Save the setup in a file of your own";
 }
 
 /// The rooms below know the menu only: the setup panel is disabled here while they work.

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-bool IsUtf8(const std::string& text) {
+bool IsUtf8(const std::string& text, bool blnAllowHalves) {
     for (std::size_t i = 0; i < text.size();) {
         const auto lead = static_cast<unsigned char>(text[i]);
         const std::size_t length = lead < 0x80   ? 1
@@ -22,7 +22,7 @@ bool IsUtf8(const std::string& text) {
             code = code << 6 | (next & 0x3F);
         }
         if ((length == 3 && code < 0x800) || (length == 4 && (code < 0x10000 || code > 0x10FFFF)) ||
-            (code >= 0xD800 && code <= 0xDFFF))
+            (!blnAllowHalves && code >= 0xD800 && code <= 0xDFFF))
             return false;
         i += length;
     }

@@ -3,5 +3,6 @@
 
 #include <string>
 
-/// True when the text is well-formed UTF-8: no overlong forms, no halves of surrogate pairs.
-bool IsUtf8(const std::string& text);
+/// True when the text is well-formed UTF-8: no overlong forms, and halves of surrogate pairs only
+/// where they are asked for (the file system allows them in names).
+bool IsUtf8(const std::string& text, bool blnAllowHalves = false);

@@ -78,6 +78,19 @@ TEST_F(SetupFiles, ReadsWhatOtherHandsMayHaveWritten) {
     }
 }
 
+TEST_F(SetupFiles, KeepsEveryFolderNameButThoseWithAComma) {
+    for (const char* folder :
+         {"C:\\ a . b \\", "C:\\'%20&#;=~\x7F\\", "C:\\\xED\xA0\x80\xF0\x9F\x92\xBE\\"}) {
+        strDirPath = strBrowsePath = folder;
+        const std::string strText = SetupText();
+        strDirPath.clear();
+        EXPECT_TRUE(ApplySetupText(strText)) << folder;
+        EXPECT_EQ(folder, strDirPath);
+    }
+    strDirPath = "C:\\a,b\\";
+    EXPECT_FALSE(ApplySetupText(SetupText()));
+}
+
 TEST_F(SetupFiles, ALoadForgetsTheFileSpecification) {
     strFilespec = "*.txt";
     blnMultipleFiles = true;
