@@ -77,6 +77,9 @@ void CreateFormWindow(NativeForm& native) {
     CreateControls(native);
     for (Timer* timer : form.Timers)
         native.Timers.push_back({timer, false, 0});
+    // Started with more rights than the desktop has, the program gets nothing dropped: no message
+    // of a program with fewer rights may choose what is destroyed, so Windows' filter stays as it
+    // is.
     DragAcceptFiles(native.Window, form.FilesDropped ? TRUE : FALSE);
 }
 
