@@ -26,6 +26,7 @@ constexpr std::size_t intLongName = 40; ///< characters; such a name gets a line
 platform::Fault HasSubfolders(const std::string& strFolder, bool& blnFound) {
     blnFound = false;
     return platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
+        ui::DoEvents();
         blnFound = entry.IsFolder && !entry.IsLink;
         return !blnFound;
     });
@@ -42,7 +43,7 @@ std::string SummaryText(const std::vector<std::string>& names) {
         names.size() == 1
             ? std::string("One folder will be purged:")
             : NumberInWords(static_cast<std::int64_t>(names.size())) + " folders will be purged:";
-    strText += "\r\n";
+    // The first name follows the colon at once, without a blank: kept so.
     for (std::size_t i = 0; i < names.size() && i < intMostNamesShown; ++i)
         strText += names[i] + (CharactersOf(names[i]) >= intLongName ? "\r\n" : " ");
     if (names.size() > intMostNamesShown)

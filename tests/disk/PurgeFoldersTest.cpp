@@ -39,7 +39,7 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     fake::PutFile("D:\\work\\b\\keep");
     fake::PutFile("D:\\work\\keep");
     Choose("D:\\work\\", {"a"});
-    Summary("One folder will be purged:\r\na ");
+    Summary("One folder will be purged:a ");
     std::string label;
     fake::OnCall(fake::Call::RemoveFile, [&](const std::string&) {
         label = Label(frmMain.lblSubdirectories2);
@@ -53,11 +53,11 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     ExpectRest();
 
     Choose("D:\\work\\", {"b", "a"});
-    Summary("Two folders will be purged:\r\na b ");
+    Summary("Two folders will be purged:a b ");
     Click();
     EXPECT_EQ("One file in 2 folders has been purged.", Label(frmMain.lblSubdirectories2));
     Choose("D:\\work\\", {"b"});
-    Summary("One folder will be purged:\r\nb ");
+    Summary("One folder will be purged:b ");
     fake::user.Box(strTitle, "There are no files in any of the selected folders.");
     Click();
     EXPECT_EQ("", Label(frmMain.lblSubdirectories2));
@@ -96,8 +96,7 @@ TEST_F(PurgeFoldersTest, EndsWhereTheUserSaysSo) {
                                "Are you sure that you wish to purge all files in that folder?",
                            answer, {ui::Icon::Question, ui::Buttons::YesNoCancel, 1});
             if (answer == ui::AnswerYes)
-                Summary(std::string("One folder will be purged:\r\n") + folder + " ",
-                        ui::AnswerCancel);
+                Summary(std::string("One folder will be purged:") + folder + " ", ui::AnswerCancel);
             Click();
         }
     }
@@ -114,7 +113,7 @@ TEST_F(PurgeFoldersTest, TheSummaryNamesTenAndCountsTheRest) {
     for (const std::string& name : names)
         fake::PutFile("D:\\many\\" + name + "\\f");
     Choose("D:\\many\\", names);
-    Summary("Twelve folders will be purged:\r\n" + names[0] +
+    Summary("Twelve folders will be purged:" + names[0] +
                 "\r\n01 02 03 04 05 06 07 08 09 and\r\n2 more.",
             ui::AnswerCancel);
     Click();
@@ -129,7 +128,7 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
             Begin(60 * MiB);
             PutFiles(3);
             Choose("D:\\work\\", {"a"});
-            Summary("One folder will be purged:\r\na ");
+            Summary("One folder will be purged:a ");
             if (f10)
                 PressF10When([&] { return fake::At(file) == nullptr; });
             else
@@ -156,7 +155,7 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     PutFiles(2);
     fake::At("D:\\work\\a\\f1")->Locked = true;
     Choose("D:\\work\\", {"a"});
-    Summary("One folder will be purged:\r\na ");
+    Summary("One folder will be purged:a ");
     fake::FailNth(1, platform::Fault::WriteFault, fake::Call::Write);
     fake::user.Box(strTitle, "An error (-3) has been reported.\r\n" + file + "\r\n\r\n" + strGoOn);
     fake::user.Box(strTitle, "2 files could not be purged.");
