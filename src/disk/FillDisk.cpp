@@ -6,6 +6,7 @@
 #include "disk/RunProgress.h"
 #include "engine/EngineNeeds.h"
 #include "engine/FileProc.h"
+#include "platform/Drives.h"
 #include "platform/System.h"
 #include "shell/Session.h"
 #include "support/MainWindow.h"
@@ -143,6 +144,19 @@ void WriteRemnant(FillWork& work, const std::string& strPath) {
     }
 }
 
+/// The folder's and the files' own records lie in clusters, too. The file system may keep what it
+/// wrote there back until they are given up again: what those clusters held before would outlast
+/// the purge.
+void FlushFolderRecords() {
+    ui::RunSteps(
+        ui::Effort::Long,
+        [] {
+            (void)platform::FlushRecords(FillDisk.strDummyFolder);
+            return false;
+        },
+        [] { return true; });
+}
+
 /// Flushes and closes the file in hand. A disk-full fault here comes from a file system that
 /// allocates late.
 Fault FinishFile(FillWork& work) {
@@ -240,6 +254,7 @@ void WriteFiles(FillWork& work) {
             if (blnOpened && !blnTaken)
                 --FillDisk.lngFilesWritten;
             WriteRemnant(work, blnTaken ? UniqueNumberedFileName(strBase) : strPath);
+            FlushFolderRecords();
             return;
         }
         if (Failed(work.Error)) {

@@ -40,5 +40,9 @@ Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts);
 /// Bytes that this user may still use, and the size of the volume.
 Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes);
 Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts);
+/// Has the file system write its own records to their places on the disk: those of one folder, and
+/// where this user may ask for it those of the whole drive, with all data. May take long. None when
+/// one of the two was done.
+Fault FlushRecords(const std::string& folder);
 
 } // namespace platform

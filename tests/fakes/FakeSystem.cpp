@@ -154,6 +154,13 @@ Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
     return fault;
 }
 
+Fault FlushRecords(const std::string& folder) {
+    const Fault fault = Begin(Call::Flush, folder);
+    if (!Failed(fault))
+        Journal(Did::Flush, folder);
+    return fault;
+}
+
 // ---- System ------------------------------------------------------------------------------------
 
 Fault ReadApplicationDataFolder(std::string& folder) {

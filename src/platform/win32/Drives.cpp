@@ -21,6 +21,18 @@ std::wstring RootOf(const std::string& text) {
     return {static_cast<wchar_t>(letter), L':', L'\\'};
 }
 
+/// Opens a folder or a drive and flushes what the system holds back of it.
+Fault FlushOpened(const std::wstring& path) {
+    HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return LastFault();
+    const Fault fault = FlushFileBuffers(handle) ? Fault::None : LastFault();
+    CloseHandle(handle);
+    return fault;
+}
+
 } // namespace
 
 std::string DriveLetters() {
@@ -87,6 +99,16 @@ Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
         return LastFault();
     facts = {Narrow(label), Narrow(system), (flags & FILE_READ_ONLY_VOLUME) != 0};
     return Fault::None;
+}
+
+Fault FlushRecords(const std::string& folder) {
+    const std::wstring root = RootOf(folder);
+    if (root.empty())
+        return Fault::InvalidName;
+    const Fault fault = FlushOpened(WidePath(folder));
+    // Only an administrator may open the drive itself; nothing is written through the handle.
+    const bool blnDrive = !Failed(FlushOpened(L"\\\\.\\" + root.substr(0, 2)));
+    return blnDrive ? Fault::None : fault;
 }
 
 } // namespace platform
