@@ -26,6 +26,7 @@ void Message(const std::string& strText) {
 bool LookAtRoot(DiskPurgeState& state) {
     const auto fault =
         platform::EnumerateFolder(state.strRoot, [&](const platform::FolderEntry& entry) {
+            ui::DoEvents();
             if (entry.IsFolder && !entry.IsLink)
                 state.subfolders.push_back(entry.Name);
             else if (!entry.IsFolder)
@@ -47,7 +48,8 @@ bool WalkDisk(FileLoop& loop, const DiskPurgeState& state) {
     return true;
 }
 
-void PurgeFilesOfDisk(const DiskPurgeState& state) {
+/// strUndoneBefore: what the purge of the free space left undone.
+void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneBefore) {
     FileLoop loop;
     loop.strTitle = strTitle;
     loop.blnErrorBoxes = blnDisplayDialogBoxesDuringRemainderOfPurgeDrive;
@@ -76,7 +78,10 @@ void PurgeFilesOfDisk(const DiskPurgeState& state) {
     SetMainLine(MainLine::Subdirectories2, "");
     Message(blnFinished ? "The disk has been purged (except for excluded files)."
                         : "\r\nPurge disk was stopped.");
-    if (const std::string strUndone = UndoneText(loop); !strUndone.empty())
+    std::string strUndone = UndoneText(loop);
+    if (!strUndone.empty() && !strUndoneBefore.empty())
+        strUndone = "\r\n" + strUndone;
+    if (strUndone = strUndoneBefore + strUndone; !strUndone.empty())
         ui::MsgBox(strUndone, ui::Buttons::OK, ui::Icon::Information, strTitle);
 }
 
@@ -104,7 +109,7 @@ void PurgeDisk() {
         return;
     }
     blnStop = false;
-    PurgeFilesOfDisk(state);
+    PurgeFilesOfDisk(state, UnpurgedText(result));
 }
 
 } // namespace

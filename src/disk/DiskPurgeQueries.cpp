@@ -3,6 +3,7 @@
 
 #include "disk/DiskProc.h"
 #include "disk/DriveChoice.h"
+#include "disk/FillDisk.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/SpeedTest.h"
 #include "disk/SystemFolders.h"
@@ -112,7 +113,8 @@ bool MeasureSpeed(const DiskPurgeState& state, float& sngSpeed) {
                   "an estimate of the time required for this operation."))
         return false;
     for (int i = 0; i < intSpeedTests; ++i)
-        if (TestPurgeSpeed(state.chrDrive, false, sngSpeed))
+        if (TestPurgeSpeed(state.chrDrive, false, sngSpeed) ||
+            FillDisk.Outcome == FillOutcome::Stopped) // the user wants no further test
             break;
     return true;
 }

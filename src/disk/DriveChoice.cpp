@@ -88,6 +88,7 @@ void RunDriveCommand(const std::function<void()>& command) {
     blnPurgingFreeSpace = false;
     blnPurgingDrive = false;
     blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
+    dblMaxSizeDummyFile = dblStandardDummySize;
     SetMainLine(MainLine::Status, "");
     ShowMainProgress(-1);
     EnableMenu(true);

@@ -292,7 +292,7 @@ void WriteDummyFiles() {
     FillDisk.Outcome = FillOutcome::NothingWritten;
     FillDisk.strDummyFolder.clear();
     FillDisk.strCurrentDummyFile.clear();
-    FillDisk.lngFilesWritten = FillDisk.lngFilesPurged = FillDisk.lngFilesFailed = 0;
+    FillDisk.lngFilesWritten = FillDisk.lngFilesPurged = 0;
     FillDisk.lngBytesInCurrentFile = 0;
     FillDisk.dblBytesInFinishedFiles = 0;
     if (dblSpaceInFreeClusters <= 0) {

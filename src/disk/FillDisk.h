@@ -32,10 +32,12 @@ struct FillDiskState {
     FillOutcome Outcome = FillOutcome::NothingWritten;
     std::int64_t lngFilesWritten = 0;
     std::int64_t lngFilesPurged = 0;
-    std::int64_t lngFilesFailed = 0; ///< dummy files that could not be purged
-    platform::File Marker;           ///< keeps the folder marked as in use
+    platform::File Marker; ///< keeps the folder marked as in use
 };
 extern FillDiskState FillDisk;
+
+/// Bytes; what dblMaxSizeDummyFile is at rest.
+constexpr double dblStandardDummySize = 52428800;
 
 /// "A" and "B" are floppy drives, whatever the system calls them.
 bool IsFloppyLetter(char chrDrive);

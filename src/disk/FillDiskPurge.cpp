@@ -70,17 +70,14 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
 
 /// The dummy files, those that do not end with a cluster last: purging writes whole clusters, and
 /// the disk has room for what they lack only when others are purged and deleted.
-bool DummyFilesInOrder(std::int32_t lngCluster, std::vector<DummyFile>& files) {
-    auto fault = platform::Fault::None;
+void ListDummyFilesInOrder(std::int32_t lngCluster, std::vector<DummyFile>& files) {
     for (int intTry = 0; intTry < intDeletionTries; ++intTry) {
-        fault = ListDummyFiles(FillDisk.strDummyFolder, strDummyFileFolderStub, files);
-        if (!Failed(fault))
+        if (!Failed(ListDummyFiles(FillDisk.strDummyFolder, strDummyFileFolderStub, files)))
             break;
         ui::Wait(intMillisecondsBetweenTries);
     }
     std::stable_partition(files.begin(), files.end(),
                           [&](const DummyFile& file) { return file.lngLength % lngCluster == 0; });
-    return !Failed(fault);
 }
 
 } // namespace
@@ -91,8 +88,7 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     const std::int16_t intPurgeType = GetPurgeType();
     const std::int16_t intNumberOfPasses = GetNumberOfPasses();
     std::vector<DummyFile> files;
-    if (!DummyFilesInOrder(lngCluster, files))
-        FillDisk.lngFilesFailed = lngNumDummyFiles;
+    ListDummyFilesInOrder(lngCluster, files);
     if (blnInteractive)
         BeginRunProgress();
     std::int64_t lngDone = 0;
@@ -104,8 +100,6 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
                                   lngCluster, intResult);
         if (intResult == PurgeDone)
             ++FillDisk.lngFilesPurged;
-        else if (intResult != PurgeStopped)
-            ++FillDisk.lngFilesFailed;
         ui::DoEvents();
         if (!blnInteractive) {
             if (blnStop)
@@ -119,7 +113,9 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     }
     if (blnInteractive)
         EndRunProgress();
+    const bool blnStopped = blnStop;
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);
+    blnStop = blnStopped; // F10 while they are deleted stops nothing any more
     return true;
 }
 

@@ -19,13 +19,12 @@
 
 namespace {
 
-constexpr double dblStandardDummySize = 52428800;
 /// A FAT32 folder holds 65,536 entries, of which a name of ours takes two. Where standard dummies
 /// would come near that, larger ones are used, well below the file system's limit of 4 GiB.
 constexpr std::int64_t lngMostFilesOnFat = 16000;
 constexpr double dblDummySizeOnFat = 1073741824;
 
-const char* const strPurged = "The free space has been purged.";
+const std::string strPurged = "The free space has been purged.";
 const char* const strStopped = "Purging of free space was stopped.";
 
 double BytesPerDummy() {
@@ -99,16 +98,20 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
 std::string ResultText(FreeSpaceResult result) {
     if (result != FreeSpaceResult::Purged)
         return strStopped;
-    if (FillDisk.lngFilesFailed == 0)
-        return strPurged;
-    return std::string(strPurged) + "\r\n" +
-           (FillDisk.lngFilesFailed == 1
-                ? std::string("But one dummy file")
-                : "But " + GroupedDigits(FillDisk.lngFilesFailed) + " dummy files") +
-           " could not be purged:\r\nthat space was overwritten with null bytes only.";
+    const std::string strUnpurged = UnpurgedText(result);
+    return strPurged + (strUnpurged.empty() ? "" : "\r\n" + strUnpurged);
 }
 
 } // namespace
+
+std::string UnpurgedText(FreeSpaceResult result) {
+    const std::int64_t lngUnpurged = FillDisk.lngFilesWritten - FillDisk.lngFilesPurged;
+    if (result != FreeSpaceResult::Purged || lngUnpurged <= 0)
+        return {};
+    return (lngUnpurged == 1 ? std::string("One dummy file was")
+                             : GroupedDigits(lngUnpurged) + " dummy files were") +
+           " not purged to the end:\r\nthat space was overwritten with null bytes.";
+}
 
 bool ReadFreeSpace(char chrDrive) {
     const std::string strRoot = std::string(1, chrDrive) + ":\\";
@@ -169,7 +172,6 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     blnPurgingFreeSpace = true;
     const auto result = FillAndPurge(strTitle);
     blnPurgingFreeSpace = false;
-    dblMaxSizeDummyFile = dblStandardDummySize;
     SetMainLine(MainLine::Status, "");
     SetMainLine(MainLine::LargePurgeMessage, ResultText(result));
     RepaintMain();

@@ -22,3 +22,6 @@ double SecondsToFill(char chrDrive);
 /// Fills the free space, purges it and removes every trace; sets and clears blnPurgingFreeSpace.
 /// Questions are asked unless blnDisplayDialogBoxesDuringRemainderOfPurgeDrive is false.
 FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle);
+/// Tells how many dummy files of the purge just done failed, or were ended by F10 while the user
+/// went on with the next; "" when all were purged.
+std::string UnpurgedText(FreeSpaceResult result);

@@ -86,6 +86,7 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
     const std::string strDrive(1, chrDrive);
     const bool blnFloppy = IsFloppyLetter(chrDrive);
     double dblFree = 0, dblTotal = 0;
+    FillDisk.Outcome = FillOutcome::NothingWritten;
     if (GetDiskSpaceEx(strDrive + ":\\", dblFree, dblTotal) != 0 || !ReadFreeSpace(chrDrive))
         return Fail("An error occurred when attempting to ascertain\r\n"
                     "information about the disk in Drive " +

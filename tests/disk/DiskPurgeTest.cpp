@@ -262,8 +262,18 @@ TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {
         });
     };
     Start();
-    fake::user.Box(strTitle, "2 files could not be purged.", ui::AnswerOK,
-                   {ui::Icon::Information, ui::Buttons::OK, 1});
+    bool failed = false;
+    fake::OnCall(fake::Call::Write, [&failed](const std::string&) {
+        const bool first =
+            !failed &&
+            Label(frmMain.lblLargePurgeMessage).starts_with("2 dummy files are being purged");
+        failed = failed || first;
+        return first ? platform::Fault::WriteFault : platform::Fault::None;
+    });
+    fake::user.Box(strTitle,
+                   "One dummy file was not purged to the end:\r\n"
+                   "that space was overwritten with null bytes.\r\n2 files could not be purged.",
+                   ui::AnswerOK, {ui::Icon::Information, ui::Buttons::OK, 1});
     Click();
     EXPECT_EQ((Paths{"D:\\pagefile.sys", "D:\\docs\\letter.txt", "D:\\WINDOWS\\WIN386.SWP",
                      "D:\\games\\score"}),
@@ -325,6 +335,17 @@ TEST_F(DiskPurgeTest, ADriveWithoutFoldersAndWithoutAMeasuredSpeed) {
     YesNoCancel(strNoBoxes, ui::AnswerYes, 2);
     fake::user.Box(strTitle,
                    "There are no non-excluded files,\r\nthus there are no files to purge.");
+    Click();
+    ExpectRest();
+
+    // F10 ends the tests, not only one of them.
+    Begin(30 * MiB);
+    ChooseDriveD("Purge (wipe) which drive?");
+    OkCancel("The purge speed for Drive D will now be tested so as to get\r\n"
+             "an estimate of the time required for this operation.");
+    PressF10When([] { return FillDisk.lngBytesInCurrentFile > 0; });
+    fake::user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerYes);
+    fake::user.BoxLike(strTitle, fake::Contains("It is not possible to obtain"), ui::AnswerCancel);
     Click();
     ExpectRest();
 }

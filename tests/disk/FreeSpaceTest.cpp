@@ -74,6 +74,9 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
             first = event.Path;
     EXPECT_EQ("create\nwrite 0+52428800 00\nflush\nwrite 0+52428800 *\nflush\nremove\n",
               fake::JournalText(first));
+    // The folder's own records reach the disk before it goes.
+    EXPECT_EQ("make folder\nflush\nremove folder\n",
+              fake::JournalText(first.substr(0, first.rfind('\\'))));
 }
 
 TEST_F(FreeSpaceTest, EstimatesByTheMeasuredSpeed) {
@@ -160,6 +163,10 @@ TEST_F(FreeSpaceTest, CountsAreRightOnADriveOf64TiB) {
     PlanDummyFiles('D');
     EXPECT_EQ(65536, intNumDummyFiles);
     EXPECT_EQ(1073741824, dblMaxSizeDummyFile);
+    ChooseDriveD(strQuestion);
+    fake::user.BoxLike(strTitle, fake::Contains("65,536 dummy files"), ui::AnswerCancel);
+    Click();
+    ExpectRest();
 }
 
 TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
@@ -257,12 +264,26 @@ TEST_F(FreeSpaceTest, F10WhilePurgingAsksBetweenTwoFiles) {
             fake::user.Box(strTitle,
                            "Dummy files purged: 1\r\nDummy files not purged: 2\r\n\r\n" + next);
         }
-        fake::user.Box(strTitle, goOn ? "The free space has been purged."
+        fake::user.Box(strTitle, goOn ? "The free space has been purged.\r\n"
+                                        "2 dummy files were not purged to the end:\r\n"
+                                        "that space was overwritten with null bytes."
                                       : "Purging of free space was stopped.");
         Click();
         ExpectRest();
         fake::user.Finish();
     }
+    // While the last files are deleted it is too late.
+    Begin(20 * MiB);
+    ChooseDriveD(strQuestion);
+    fake::user.BoxLike(strTitle, fake::Contains("A dummy file will now be written"));
+    fake::user.BoxLike(strTitle, fake::Contains("One dummy file has been written."));
+    fake::OnCall(fake::Call::RemoveFolder, [](const std::string&) {
+        fake::PressF10();
+        return platform::Fault::None;
+    });
+    fake::user.Box(strTitle, "The free space has been purged.");
+    Click();
+    ExpectRest();
     // With one file there is no next one.
     Begin(20 * MiB);
     ChooseDriveD(strQuestion);
@@ -293,8 +314,8 @@ TEST_F(FreeSpaceTest, AFileThatCannotBePurgedIsAskedAbout) {
                        answer, {ui::Icon::Question, ui::Buttons::YesNo, 1});
         fake::user.Box(strTitle, answer == ui::AnswerYes
                                      ? "The free space has been purged.\r\n"
-                                       "But one dummy file could not be purged:\r\n"
-                                       "that space was overwritten with null bytes only."
+                                       "One dummy file was not purged to the end:\r\n"
+                                       "that space was overwritten with null bytes."
                                      : "Purging of free space was stopped.");
         Click();
         ExpectRest();
@@ -351,7 +372,7 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
                        ui::AnswerYes);
     fake::user.BoxLike(strTitle, fake::Contains("The unpurged dummy file will now be deleted."));
     fake::user.BoxLike("Error", fake::Contains("Not all dummy files could be deleted."));
-    fake::user.BoxLike(strTitle, fake::Contains("But one dummy file could not be purged"));
+    fake::user.BoxLike(strTitle, fake::Contains("One dummy file was not purged to the end"));
     Click();
     ASSERT_EQ(1u, Dummies().size());
     EXPECT_TRUE(frmMain.fraMenu.Enabled);
