@@ -13,6 +13,10 @@
 #include <string>
 #include <vector>
 
+using fake::user;
+using platform::Fault;
+using Paths = std::vector<std::string>;
+
 constexpr std::uint64_t MiB = 1048576;
 
 inline const char* const strTrailer =
@@ -37,17 +41,17 @@ struct DriveTest : ProgramTest {
         fake::Drive& drive = fake::drives['D'];
         drive.Occupied += drive.Free() - bytes;
     }
-    static void ChooseDriveD(const std::string& title) {
-        fake::user.Modal(frmDrives, [title] {
+    static void ChooseDrive(const std::string& title, char letter = 'D') {
+        user.Modal(frmDrives, [title, letter] {
             EXPECT_EQ(title, frmDrives.Caption);
-            for (const ui::ListItem& item : frmDrives.lstDrives.Items)
-                if (item.Data == 'D')
-                    fake::Choose(frmDrives.lstDrives, std::string(item.Text));
+            for (const ui::ListItem& item : std::vector(frmDrives.lstDrives.Items))
+                if (item.Data == letter)
+                    fake::Choose(frmDrives.lstDrives, item.Text);
             fake::Click(frmDrives.cmdOK);
         });
     }
-    static void ChooseSubfolders(const std::string& title, const std::vector<std::string>& names) {
-        fake::user.Modal(frmSubfolders, [title, names] {
+    static void ChooseSubfolders(const std::string& title, const Paths& names) {
+        user.Modal(frmSubfolders, [title, names] {
             EXPECT_EQ(title, frmSubfolders.Caption);
             for (const std::string& name : names)
                 for (const ui::ListItem& item : std::vector(frmSubfolders.lstSubfolders.Items))
@@ -57,18 +61,22 @@ struct DriveTest : ProgramTest {
         });
     }
     static void PressF10When(std::function<bool()> when) {
-        fake::user.During(std::move(when), [] { fake::PressF10(); });
+        user.During(std::move(when), [] { fake::PressF10(); });
     }
-    static std::string Label(const ui::Label& label) { return label.Caption; }
     /// Our folders and dummy files on a drive.
-    static std::vector<std::string> Dummies(char letter = 'D') {
-        std::vector<std::string> found;
-        if (!fake::drives.contains(letter))
-            return found;
-        for (const auto& child : fake::drives[letter].Root->Children)
-            if (child->Name.starts_with("_nw_dummy"))
-                found.push_back(child->Name);
+    static Paths Dummies() {
+        Paths found;
+        for (const auto& [letter, drive] : fake::drives)
+            for (const auto& child : drive.Root->Children)
+                if (child->Name.starts_with("_nw_dummy"))
+                    found.push_back(child->Name);
         return found;
+    }
+    /// Clicks, and lets the script come to its end.
+    static void Run(ui::Button& command) {
+        fake::Click(command);
+        ExpectRest();
+        user.Finish();
     }
     /// Nothing of ours is left, nothing runs, the menu is there.
     static void ExpectRest() {
@@ -77,7 +85,7 @@ struct DriveTest : ProgramTest {
         EXPECT_FALSE(blnPurgingFreeSpace || blnPurgingDrive || blnStop);
         EXPECT_TRUE(blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
         EXPECT_EQ("", frmMain.lblStatus.Caption);
-        EXPECT_EQ(-1, fake::user.TaskbarFraction);
+        EXPECT_EQ(-1, user.TaskbarFraction);
         EXPECT_EQ(52428800, dblMaxSizeDummyFile);
         EXPECT_EQ(0, FillDisk.intTestQuantity);
         EXPECT_EQ(0, fake::OpenHandles());

@@ -4,12 +4,16 @@
 #include "disk/DriveCommands.h"
 #include "disk/FreeSpacePurge.h"
 
+using fake::Call;
+
 namespace {
 
 const char* const strTitle = "Purge free space";
 const char* const strQuestion = "Purge free space on which drive?";
-const char* const strAdvice = "It is advisable to test the purge speed of Drive D first, so as to "
-                              "get an estimate of the time required.";
+const char* const strStopped = "Purging of free space was stopped.";
+const char* const strPurged = "The free space has been purged.";
+const char* const strOne = "One dummy file has been written.";
+const char* const strThree = "3 dummy files have been written.";
 
 std::string WrittenText(const std::string& strFiles) {
     return strFiles + "\r\nThis has overwritten all the free space with null bytes.\r\n"
@@ -17,48 +21,53 @@ std::string WrittenText(const std::string& strFiles) {
                       "Do you wish to continue with the purge?";
 }
 
+/// With one or more dummy files unpurged, of `all`.
+std::string PurgedText(int purged, int all, const std::string& next) {
+    return "Dummy files purged: " + std::to_string(purged) +
+           "\r\nDummy files not purged: " + std::to_string(all - purged) + "\r\n\r\n" + next;
+}
+
 struct FreeSpaceTest : DriveTest {
-    void Announce(const std::string& text) {
-        ChooseDriveD(strQuestion);
-        fake::user.Box(strTitle, text + strTrailer, ui::AnswerOK,
-                       {ui::Icon::Information, ui::Buttons::OKCancel, 1});
+    static void Announce(const std::string& free = "120.00 MB",
+                         const std::string& files = "3 dummy files") {
+        ChooseDrive(strQuestion);
+        user.Box(strTitle,
+                 "Drive D has " + free + " free.\r\n\r\n" + files +
+                     " will now be written to fill this space.\r\n\r\nIt is advisable to test the "
+                     "purge speed of Drive D first, so as to get an estimate of the time "
+                     "required." +
+                     strTrailer,
+                 ui::AnswerOK, {ui::Icon::Information, ui::Buttons::OKCancel, 1});
     }
-    void AnnounceThree() {
-        Announce("Drive D has 120.00 MB free.\r\n\r\n"
-                 "3 dummy files will now be written to fill this space.\r\n\r\n" +
-                 std::string(strAdvice));
+    static void Written(const std::string& files, int answer = ui::AnswerOK) {
+        user.Box(strTitle, WrittenText(files), answer);
     }
-    /// 120 MiB less a cluster for the letter.
-    static void Click() { fake::Click(frmMain.cmdLargePurge[2]); }
+    static void Click() { Run(frmMain.cmdLargePurge[2]); }
 };
 
 TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
-    std::uint64_t freeBefore = fake::drives['D'].Free(), freeThen = 1;
-    std::vector<std::string> filesThen;
-    AnnounceThree();
-    fake::user.BoxLike(strTitle, [&](const std::string& text) {
+    const std::uint64_t freeBefore = fake::drives['D'].Free();
+    std::uint64_t freeThen = 1;
+    Paths filesThen, lines;
+    Announce();
+    user.BoxLike(strTitle, [&](const std::string& text) {
         freeThen = fake::drives['D'].Free();
         filesThen = fake::FilesBelow("D:\\" + Dummies()[0]);
-        return text == WrittenText("3 dummy files have been written.");
+        return text == WrittenText(strThree);
     });
-    fake::user.Box(strTitle, "The free space has been purged.", ui::AnswerOK,
-                   {ui::Icon::Information, ui::Buttons::OK, 1});
+    user.Box(strTitle, strPurged, fake::Informs);
     // What the labels say in between.
-    std::vector<std::string> lines;
-    fake::OnCall(fake::Call::Write, [&](const std::string&) {
-        for (const ui::Label* label : {&frmMain.lblLargePurgeMessage, &frmMain.lblStatus})
-            if (lines.empty() ||
-                std::find(lines.begin(), lines.end(), label->Caption) == lines.end())
-                lines.push_back(label->Caption);
-        return platform::Fault::None;
+    fake::OnCall(Call::Write, [&](const std::string&) {
+        lines.push_back(frmMain.lblLargePurgeMessage.Caption);
+        lines.push_back(frmMain.lblStatus.Caption);
+        return Fault::None;
     });
     Click();
     EXPECT_EQ(0u, freeThen);
     EXPECT_EQ(4u, filesThen.size()); // with the marker
     EXPECT_EQ(freeBefore, fake::drives['D'].Free());
     EXPECT_EQ("somebody's", fake::ContentOf("D:\\docs\\letter.txt"));
-    EXPECT_EQ("The free space has been purged.", Label(frmMain.lblLargePurgeMessage));
-    ExpectRest();
+    EXPECT_EQ(strPurged, frmMain.lblLargePurgeMessage.Caption);
     for (const char* line :
          {"3 dummy files are being written to fill the disk in Drive D.\r\nTo interrupt this "
           "operation press the F10 key twice\r\nand wait for the 'Cancel' query.\r\n",
@@ -69,9 +78,9 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
         EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(), line)) << line;
     // Null bytes, flushed, then the purge's bytes over all of each, flushed; then it goes.
     std::string first;
-    for (const fake::Event& event : fake::journal)
-        if (event.What == fake::Did::Create && event.Path.ends_with("_nw_dummy1"))
-            first = event.Path;
+    for (const std::string& file : filesThen)
+        if (file.ends_with("_nw_dummy1"))
+            first = file;
     EXPECT_EQ("create\nwrite 0+52428800 00\nflush\nwrite 0+52428800 *\nflush\nremove\n",
               fake::JournalText(first));
     // The folder's own records reach the disk before it goes.
@@ -82,343 +91,272 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
 TEST_F(FreeSpaceTest, EstimatesByTheMeasuredSpeed) {
     sngPurgeSpeeds['D' - 'A'] = 0.5F;
     SetPasses(3);
-    ChooseDriveD(strQuestion);
-    fake::user.BoxLike(
-        strTitle,
-        [](const std::string& text) {
-            EXPECT_NE(std::string::npos,
-                      text.find("Assuming a disk write speed (as measured) of 0.50 MB/sec\r\n"
-                                "and using an adjustment factor of "));
-            EXPECT_NE(std::string::npos, text.find("\r\nthis will take about "));
-            EXPECT_NE(std::string::npos,
-                      text.find("Purging the dummy files will then take about 3 times as long."));
-            return true;
-        },
-        ui::AnswerCancel);
+    ChooseDrive(strQuestion);
+    user.BoxLike(strTitle,
+                 "Assuming a disk write speed (as measured) of 0.50 MB/sec\r\n"
+                 "and using an adjustment factor of 0.22\r\nthis will take about 9 "
+                 "minutes.",
+                 ui::AnswerCancel);
     Click();
-    ExpectRest();
     EXPECT_TRUE(fake::journal.empty());
+    EXPECT_TRUE(user.Boxes.back().Text.find("Purging the dummy files will then take about 3 times "
+                                            "as long.") != std::string::npos);
 }
 
-// Free bytes, where the last clusters go, and how many files they make.
 TEST_F(FreeSpaceTest, FillsWhatIsLeftInClusters) {
     LeaveFree(100 * 1024);
-    Announce("Drive D has 100.00 KB free.\r\n\r\n"
-             "A dummy file will now be written to fill this space.\r\n\r\n" +
-             std::string(strAdvice));
+    Announce("100.00 KB", "A dummy file");
     std::int64_t writes = 0;
-    fake::user.BoxLike(strTitle, [&](const std::string& text) {
-        writes = fake::CallsMade(fake::Call::Write);
+    user.BoxLike(strTitle, [&](const std::string& text) {
+        writes = fake::CallsMade(Call::Write);
         EXPECT_EQ(0u, fake::drives['D'].Free());
-        return text == WrittenText("One dummy file has been written.");
+        return text == WrittenText(strOne);
     });
-    fake::user.Box(strTitle, "The free space has been purged.");
+    user.Box(strTitle, strPurged);
     Click();
     EXPECT_GE(writes, 25);
-    ExpectRest();
 }
 
 TEST_F(FreeSpaceTest, AFloppyDriveShowsNoHintAndNoProgressBeforeAFileIsClosed) {
     fake::AddDrive('A', 3 * MiB / 2, 512, platform::DriveType::Removable);
-    fake::user.Modal(frmDrives, [] {
-        fake::Choose(frmDrives.lstDrives, std::string(frmDrives.lstDrives.Items[0].Text));
-        fake::Click(frmDrives.cmdOK);
-    });
-    fake::user.BoxLike(strTitle, fake::Contains("Drive A has 1.50 MB free."));
-    fake::user.BoxLike(strTitle, fake::Contains("One dummy file has been written."));
-    fake::user.Box(strTitle, "The free space has been purged.");
-    bool closed = false;
-    fake::OnCall(fake::Call::Close, [&](const std::string&) {
-        closed = true;
-        return platform::Fault::None;
-    });
-    fake::OnCall(fake::Call::Write, [&](const std::string&) {
-        if (!closed) {
-            EXPECT_EQ("", Label(frmMain.lblStatus));
+    ChooseDrive(strQuestion, 'A');
+    user.BoxLike(strTitle, "Drive A has 1.50 MB free.");
+    Written(strOne);
+    user.Box(strTitle, strPurged);
+    fake::OnCall(Call::Write, [](const std::string&) {
+        if (fake::CallsMade(Call::Close) == 0) {
+            EXPECT_EQ("", frmMain.lblStatus.Caption);
             EXPECT_EQ("One dummy file is being written to fill the disk in Drive A.",
-                      Label(frmMain.lblLargePurgeMessage));
+                      frmMain.lblLargePurgeMessage.Caption);
         }
-        return platform::Fault::None;
+        return Fault::None;
     });
     Click();
-    EXPECT_TRUE(Dummies('A').empty());
-    ExpectRest();
 }
 
 TEST_F(FreeSpaceTest, CountsAreRightOnADriveOf64TiB) {
     Begin(std::uint64_t{64} << 40);
     fake::TakeAway("D:\\docs");
-    Announce("Drive D has 65,536.00 GB free.\r\n\r\n"
-             "1,342,178 dummy files will now be written to fill this space.\r\n\r\n" +
-             std::string(strAdvice));
+    Announce("65,536.00 GB", "1,342,178 dummy files");
     int writes = 0;
     PressF10When([&] { return ++writes > 3 && FillDisk.lngFilesWritten > 1; });
-    fake::user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerYes);
-    fake::user.Box(strTitle, "Purging of free space was stopped.");
+    user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerYes);
+    user.Box(strTitle, strStopped);
     Click();
-    ExpectRest();
     // So many that FAT32 could not hold their names in one folder: larger ones there.
     fake::drives['D'].FileSystem = "FAT32";
     ASSERT_TRUE(ReadFreeSpace('D'));
     PlanDummyFiles('D');
     EXPECT_EQ(65536, intNumDummyFiles);
     EXPECT_EQ(1073741824, dblMaxSizeDummyFile);
-    ChooseDriveD(strQuestion);
-    fake::user.BoxLike(strTitle, fake::Contains("65,536 dummy files"), ui::AnswerCancel);
+    Announce("65,536.00 GB", "65,536 dummy files", strAdvice, ui::AnswerCancel);
     Click();
-    ExpectRest();
 }
 
 TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
-    struct Case {
-        const char* title;
-        const char* text;
-        std::function<void(fake::Drive&)> prepare;
-    };
-    const Case cases[] = {
-        {strTitle, "There is no disk in Drive D.",
-         [](fake::Drive& d) {
-             d.Type = platform::DriveType::Removable;
-             d.MediaPresent = false;
-         }},
-        {strTitle, "There is no CD-ROM in Drive D.",
-         [](fake::Drive& d) {
-             d.Type = platform::DriveType::CdRom;
-             d.MediaPresent = false;
-         }},
-        {strTitle,
-         "Drive D is a network drive.\r\n"
-         "Only the drives of this computer itself can be purged.",
-         [](fake::Drive& d) { d.Type = platform::DriveType::Remote; }},
-        {strTitle, "The disk in Drive D is read-only.\r\nNothing on it can be purged.",
-         [](fake::Drive& d) { d.ReadOnly = true; }},
-        {strTitle, "There is no free space on the disk in Drive D.",
-         [](fake::Drive& d) { d.Occupied += d.Free(); }},
-    };
-    for (const Case& c : cases) {
+    using platform::DriveType;
+    const auto refuses = [this](const std::string& text, DriveType type, bool medium = true,
+                                bool readOnly = false, std::uint64_t free = MiB) {
         Begin(120 * MiB);
-        c.prepare(fake::drives['D']);
-        ChooseDriveD(strQuestion);
-        fake::user.Box(c.title, c.text, ui::AnswerOK, {ui::Icon::Exclamation, ui::Buttons::OK, 1});
+        LeaveFree(free);
+        fake::Drive& drive = fake::drives['D'];
+        drive.Type = type;
+        drive.MediaPresent = medium;
+        drive.ReadOnly = readOnly;
+        ChooseDrive(strQuestion);
+        user.Box(strTitle, text, fake::Warns);
         Click();
         EXPECT_TRUE(fake::journal.empty());
-        ExpectRest();
-        fake::user.Finish();
-    }
-    // The chooser's Cancel, and no library.
-    fake::user.Modal(frmDrives, [] { fake::Click(frmDrives.cmdCancel); });
+    };
+    refuses("There is no disk in Drive D.", DriveType::Removable, false);
+    refuses("There is no CD-ROM in Drive D.", DriveType::CdRom, false);
+    refuses("Drive D is a network drive.\r\n"
+            "Only the drives of this computer itself can be purged.",
+            DriveType::Remote);
+    refuses("The disk in Drive D is read-only.\r\nNothing on it can be purged.", DriveType::Fixed,
+            true, true);
+    refuses("There is no free space on the disk in Drive D.", DriveType::Fixed, true, false, 0);
+    // The chooser's Cancel, the warning about the system's drive, and no library.
+    user.Modal(frmDrives, [] { fake::Click(frmDrives.cmdCancel); });
+    Click();
+    ChooseDrive(strQuestion, 'C');
+    user.BoxLike(strTitle, "Windows runs from Drive C.", ui::AnswerCancel);
     Click();
     Begin(120 * MiB);
-    fake::auxiliaryLibrary = platform::Fault::NotFound;
-    fake::user.BoxLike("Error", fake::Contains("nwaux6.dll"));
-    Click();
-    ExpectRest();
-}
-
-TEST_F(FreeSpaceTest, WarnsBeforeFillingTheSystemDrive) {
-    fake::user.Modal(frmDrives, [] {
-        fake::Choose(frmDrives.lstDrives, std::string(frmDrives.lstDrives.Items[0].Text));
-        fake::Click(frmDrives.cmdOK);
-    });
-    fake::user.BoxLike(strTitle, fake::Contains("Windows runs from Drive C."), ui::AnswerCancel);
+    fake::auxiliaryLibrary = Fault::NotFound;
+    user.BoxLike("Error", "nwaux6.dll");
     Click();
     EXPECT_TRUE(fake::journal.empty());
-    ExpectRest();
 }
 
 TEST_F(FreeSpaceTest, F10WhileWritingAsksAndGoesOnOrEnds) {
+    const std::string query = "Do you wish to cancel this operation?";
     for (const bool goOn : {false, true}) {
         Begin(120 * MiB);
-        AnnounceThree();
+        Announce();
         PressF10When([] { return FillDisk.lngBytesInCurrentFile > static_cast<int>(5 * MiB); });
-        fake::user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerNo,
-                       {ui::Icon::Question, ui::Buttons::YesNo, 1});
+        user.Box("Cancel?", query, ui::AnswerNo, fake::AsksYesNo);
         PressF10When([] { return FillDisk.lngFilesWritten == 1; });
-        fake::user.Box("Cancel?", "Do you wish to cancel this operation?",
-                       goOn ? ui::AnswerNo : ui::AnswerYes);
+        user.Box("Cancel?", query, goOn ? ui::AnswerNo : ui::AnswerYes);
         if (goOn)
-            fake::user.Box(strTitle, WrittenText("3 dummy files have been written."),
-                           ui::AnswerCancel);
-        fake::user.Box(strTitle, "Purging of free space was stopped.");
+            Written(strThree, ui::AnswerCancel);
+        user.Box(strTitle, strStopped);
         Click();
-        EXPECT_EQ("Purging of free space was stopped.", Label(frmMain.lblLargePurgeMessage));
-        ExpectRest();
-        fake::user.Finish();
+        EXPECT_EQ(strStopped, frmMain.lblLargePurgeMessage.Caption);
     }
 }
 
 TEST_F(FreeSpaceTest, F10WhilePurgingAsksBetweenTwoFiles) {
-    const std::string counts = "Dummy files purged: 0\r\nDummy files not purged: 3\r\n\r\n";
     const std::string next = "Click 'OK' to continue with the next file\r\n"
                              "or click 'Cancel' to terminate this operation.";
-    const auto Purging = [] { return Label(frmMain.lblStatus).ends_with("% of purge done."); };
+    const auto purging = [] { return frmMain.lblStatus.Caption.ends_with("% of purge done."); };
     for (const bool goOn : {false, true}) {
         Begin(120 * MiB);
-        AnnounceThree();
-        fake::user.Box(strTitle, WrittenText("3 dummy files have been written."));
-        PressF10When(Purging);
-        fake::user.Box(strTitle, counts + next, goOn ? ui::AnswerOK : ui::AnswerCancel,
-                       {ui::Icon::Question, ui::Buttons::OKCancel, 1});
+        Announce();
+        Written(strThree);
+        PressF10When(purging);
+        user.Box(strTitle, PurgedText(0, 3, next), goOn ? ui::AnswerOK : ui::AnswerCancel,
+                 fake::AsksOKCancel);
         if (goOn) { // during the last file: the first, stopped one, and this one are unpurged
-            PressF10When([&] { return FillDisk.lngFilesPurged == 1 && Purging(); });
-            fake::user.Box(strTitle,
-                           "Dummy files purged: 1\r\nDummy files not purged: 2\r\n\r\n" + next);
+            PressF10When([&] { return FillDisk.lngFilesPurged == 1 && purging(); });
+            user.Box(strTitle, PurgedText(1, 3, next));
         }
-        fake::user.Box(strTitle, goOn ? "The free space has been purged.\r\n"
-                                        "2 dummy files were not purged to the end:\r\n"
-                                        "that space was overwritten with null bytes."
-                                      : "Purging of free space was stopped.");
+        user.Box(strTitle, goOn ? std::string(strPurged) +
+                                      "\r\n2 dummy files were not purged to the end:\r\n"
+                                      "that space was overwritten with null bytes."
+                                : strStopped);
         Click();
-        ExpectRest();
-        fake::user.Finish();
     }
     // While the last files are deleted it is too late.
     Begin(20 * MiB);
-    ChooseDriveD(strQuestion);
-    fake::user.BoxLike(strTitle, fake::Contains("A dummy file will now be written"));
-    fake::user.BoxLike(strTitle, fake::Contains("One dummy file has been written."));
-    fake::OnCall(fake::Call::RemoveFolder, [](const std::string&) {
+    Announce("20.00 MB", "A dummy file");
+    Written(strOne);
+    fake::OnCall(Call::RemoveFolder, [](const std::string&) {
         fake::PressF10();
-        return platform::Fault::None;
+        return Fault::None;
     });
-    fake::user.Box(strTitle, "The free space has been purged.");
+    user.Box(strTitle, strPurged);
     Click();
-    ExpectRest();
     // With one file there is no next one.
     Begin(20 * MiB);
-    ChooseDriveD(strQuestion);
-    fake::user.BoxLike(strTitle, fake::Contains("A dummy file will now be written"));
-    fake::user.Box(strTitle, WrittenText("One dummy file has been written."));
-    PressF10When(Purging);
-    fake::user.Box(strTitle,
-                   "Dummy files purged: 0\r\nDummy files not purged: 1\r\n\r\n"
-                   "The unpurged dummy file will now be deleted.",
-                   ui::AnswerOK, {ui::Icon::Information, ui::Buttons::OK, 1});
-    fake::user.Box(strTitle, "Purging of free space was stopped.");
+    Announce("20.00 MB", "A dummy file");
+    Written(strOne);
+    PressF10When(purging);
+    user.Box(strTitle, PurgedText(0, 1, "The unpurged dummy file will now be deleted."),
+             fake::Informs);
+    user.Box(strTitle, strStopped);
     Click();
-    ExpectRest();
 }
 
 TEST_F(FreeSpaceTest, AFileThatCannotBePurgedIsAskedAbout) {
     for (const int answer : {int{ui::AnswerYes}, int{ui::AnswerNo}}) {
         Begin(120 * MiB);
-        AnnounceThree();
-        fake::user.BoxLike(strTitle, [](const std::string& text) {
-            fake::FailNth(3, platform::Fault::WriteFault, fake::Call::Write);
-            return text == WrittenText("3 dummy files have been written.");
+        Announce();
+        user.BoxLike(strTitle, [](const std::string& text) {
+            fake::FailNth(3, Fault::WriteFault, Call::Write);
+            return text == WrittenText(strThree);
         });
-        fake::user.Box(strTitle,
-                       "Dummy files purged: 0\r\nDummy files not purged: 3\r\n\r\n"
-                       "Error -3 when purging _nw_dummy1.\r\n"
-                       "Do you wish to continue with this operation?",
-                       answer, {ui::Icon::Question, ui::Buttons::YesNo, 1});
-        fake::user.Box(strTitle, answer == ui::AnswerYes
-                                     ? "The free space has been purged.\r\n"
-                                       "One dummy file was not purged to the end:\r\n"
-                                       "that space was overwritten with null bytes."
-                                     : "Purging of free space was stopped.");
+        user.Box(strTitle,
+                 PurgedText(0, 3,
+                            "Error -3 when purging _nw_dummy1.\r\n"
+                            "Do you wish to continue with this operation?"),
+                 answer, fake::AsksYesNo);
+        user.Box(strTitle, answer == ui::AnswerNo
+                               ? strStopped
+                               : std::string(strPurged) +
+                                     "\r\nOne dummy file was not purged to the end:\r\n"
+                                     "that space was overwritten with null bytes.");
         Click();
-        ExpectRest();
-        fake::user.Finish();
     }
 }
 
 TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
-    struct Case {
-        fake::Call call;
-        platform::Fault fault;
-        const char* title;
-        std::string text;
-    };
-    const Case cases[] = {
-        {fake::Call::Write, platform::Fault::WriteFault, "Error",
-         "Error: " + platform::FaultText(platform::Fault::WriteFault)},
-        {fake::Call::Flush, platform::Fault::NotReady, "Error",
-         "Error: " + platform::FaultText(platform::Fault::NotReady)},
-        {fake::Call::MakeFolder, platform::Fault::DiskFull, "Disk full",
+    const struct {
+        Call Kind;
+        Fault What;
+        const char* Title;
+        std::string Text;
+    } cases[] = {
+        {Call::Write, Fault::WriteFault, "Error",
+         "Error: " + platform::FaultText(Fault::WriteFault)},
+        {Call::Flush, Fault::NotReady, "Error", "Error: " + platform::FaultText(Fault::NotReady)},
+        {Call::MakeFolder, Fault::DiskFull, "Disk full",
          "Unable to create a temporary folder on the disk in Drive D."},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         Begin(120 * MiB);
-        AnnounceThree();
-        fake::user.Box(c.title, c.text, ui::AnswerOK, {ui::Icon::Exclamation, ui::Buttons::OK, 1});
-        fake::FailNth(1, c.fault, c.call);
+        Announce();
+        user.Box(c.Title, c.Text, fake::Warns);
+        fake::FailNth(1, c.What, c.Kind);
         Click();
-        EXPECT_EQ("Purging of free space was stopped.", Label(frmMain.lblLargePurgeMessage));
-        ExpectRest();
-        fake::user.Finish();
+        EXPECT_EQ(strStopped, frmMain.lblLargePurgeMessage.Caption);
     }
     // New files are compressed there: null bytes would never fill it.
     Begin(120 * MiB);
-    AnnounceThree();
-    fake::OnCall(fake::Call::ReadAttributes, [](const std::string& path) {
+    Announce();
+    fake::OnCall(Call::ReadAttributes, [](const std::string& path) {
         fake::At(path)->Attributes |= platform::AttributeCompressed;
-        return platform::Fault::None;
+        return Fault::None;
     });
-    fake::user.BoxLike("Error", fake::Contains("compresses"));
+    user.BoxLike("Error", "compresses");
     Click();
-    ExpectRest();
 }
 
 TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     Begin(20 * MiB);
-    ChooseDriveD(strQuestion);
-    fake::user.BoxLike(strTitle, fake::Contains("A dummy file"));
-    fake::user.BoxLike(strTitle, [](const std::string&) {
-        fake::FailFrom(1, platform::Fault::AccessDenied, fake::Call::RemoveFile);
-        return true;
+    Announce("20.00 MB", "A dummy file");
+    user.BoxLike(strTitle, [](const std::string& text) {
+        fake::FailFrom(1, Fault::AccessDenied, Call::RemoveFile);
+        return text == WrittenText(strOne);
     });
-    fake::user.BoxLike(strTitle, fake::Contains("Error -4 when purging _nw_dummy1."),
-                       ui::AnswerYes);
-    fake::user.BoxLike(strTitle, fake::Contains("The unpurged dummy file will now be deleted."));
-    fake::user.BoxLike("Error", fake::Contains("Not all dummy files could be deleted."));
-    fake::user.BoxLike(strTitle, fake::Contains("One dummy file was not purged to the end"));
-    Click();
+    user.BoxLike(strTitle, "Error -4 when purging _nw_dummy1.", ui::AnswerYes);
+    user.BoxLike(strTitle, "The unpurged dummy file will now be deleted.");
+    user.BoxLike("Error", "Not all dummy files could be deleted.");
+    user.BoxLike(strTitle, "One dummy file was not purged to the end");
+    fake::Click(frmMain.cmdLargePurge[2]);
     ASSERT_EQ(1u, Dummies().size());
     EXPECT_TRUE(frmMain.fraMenu.Enabled);
-    fake::FailFrom(0, platform::Fault::None, fake::Call::RemoveFile);
+    fake::FailFrom(0, Fault::None, Call::RemoveFile);
 
     // What only looks like ours stays, whatever the answer; so does what is not ours inside.
     const std::string ours = "D:\\" + Dummies()[0];
-    fake::PutFile("D:\\_nw_dummy\\_nw_dummy1");
-    fake::PutFile("D:\\_nw_dummy_0123456789abcdef\\_nw_dummy1");
-    fake::PutFile("D:\\_nw_dummy_notes\\x");
+    for (const char* path : {"D:\\_nw_dummy\\_nw_dummy1", "D:\\_nw_dummy_notes\\x",
+                             "D:\\_nw_dummy_0123456789abcdef\\_nw_dummy1"})
+        fake::PutFile(path);
     fake::PutFile(ours + "\\_nw_dummy_notes.txt");
     for (const int answer : {int{ui::AnswerNo}, int{ui::AnswerYes}}) {
-        fake::user.Box("Dummy files found",
-                       "A purge of free space was interrupted before its dummy files were deleted."
-                       "  They still fill the disk, in the folder\r\n" +
-                           ours + "\r\n\r\nDo you wish to delete them now?",
-                       answer, {ui::Icon::Question, ui::Buttons::YesNo, 1});
+        user.Box("Dummy files found",
+                 "A purge of free space was interrupted before its dummy files were deleted."
+                 "  They still fill the disk, in the folder\r\n" +
+                     ours + "\r\n\r\nDo you wish to delete them now?",
+                 answer, fake::AsksYesNo);
         OfferToRemoveLeftoverDummies();
         EXPECT_EQ(answer == ui::AnswerNo, fake::At(ours + "\\_nw_dummy1") != nullptr);
     }
     OfferToRemoveLeftoverDummies(); // nothing of ours any more
     EXPECT_EQ(4u, Dummies().size());
-    EXPECT_EQ((std::vector<std::string>{ours + "\\_nw_dummy_notes.txt"}), fake::FilesBelow(ours));
+    EXPECT_EQ((Paths{ours + "\\_nw_dummy_notes.txt"}), fake::FilesBelow(ours));
 }
 
 TEST_F(FreeSpaceTest, NoCallThatFailsLeavesADummy) {
-    for (const auto fault : {platform::Fault::AccessDenied, platform::Fault::DiskFull}) {
+    for (const auto fault : {Fault::AccessDenied, Fault::DiskFull}) {
         bool failed = true;
-        for (int n = 1; failed; ++n) {
+        for (int n = 1; failed && !HasFailure(); ++n) {
+            SCOPED_TRACE(n);
             Begin(2 * MiB);
-            fake::user.AnswerOthers = [](const fake::BoxSeen& box) {
+            user.AnswerOthers = [](const fake::BoxSeen& box) {
                 return box.Buttons == ui::Buttons::YesNo ? ui::AnswerYes : ui::AnswerOK;
             };
-            ChooseDriveD(strQuestion);
+            ChooseDrive(strQuestion);
             fake::FailNth(n, fault);
-            Click();
+            fake::Click(frmMain.cmdLargePurge[2]);
             failed = fake::HasFailed();
             fake::FailNth(0, fault);
-            SCOPED_TRACE("call " + std::to_string(n));
             ExpectRest();
             EXPECT_EQ("somebody's", fake::ContentOf("D:\\docs\\letter.txt"));
-            if (HasFailure())
-                break;
             ASSERT_LT(n, 3000);
         }
-        fake::user.Reset();
+        user.Reset();
     }
 }
 

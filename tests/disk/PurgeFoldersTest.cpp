@@ -12,20 +12,16 @@ const char* const strBegin = "\r\n\r\nClick 'OK' to begin purging these files\r\
                              "or 'Cancel' to terminate this operation.";
 const char* const strGoOn = "Click 'OK' to continue, or 'Cancel' to terminate this operation.";
 
-using Paths = std::vector<std::string>;
-
 struct PurgeFoldersTest : DriveTest {
-    static void Click() { fake::Click(frmMain.cmdSpecifyDirectory[1]); }
+    static void Click() { Run(frmMain.cmdSpecifyDirectory[1]); }
     static void Choose(const std::string& folder, const Paths& names) {
-        fake::user.Box(strTitle, strFirst, ui::AnswerYes,
-                       {ui::Icon::Question, ui::Buttons::YesNo, 1});
-        fake::user.Folder("Specify folder containing subfolders to be purged", folder);
+        user.Box(strTitle, strFirst, ui::AnswerYes, fake::AsksYesNo);
+        user.Folder("Specify folder containing subfolders to be purged", folder);
         if (!names.empty())
             ChooseSubfolders("Select subfolders of " + folder + " to be purged.", names);
     }
     static void Summary(const std::string& text, int answer = ui::AnswerOK) {
-        fake::user.Box(strTitle, text + strBegin, answer,
-                       {ui::Icon::Question, ui::Buttons::OKCancel, 2});
+        user.Box(strTitle, text + strBegin, answer, {ui::Icon::Question, ui::Buttons::OKCancel, 2});
     }
     static void PutFiles(int count) {
         for (int i = 1; i <= count; ++i)
@@ -42,66 +38,62 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     Summary("One folder will be purged:a ");
     std::string label;
     fake::OnCall(fake::Call::RemoveFile, [&](const std::string&) {
-        label = Label(frmMain.lblSubdirectories2);
-        return platform::Fault::None;
+        label = frmMain.lblSubdirectories2.Caption;
+        return Fault::None;
     });
     Click();
     EXPECT_EQ("3 files in one folder are being purged.", label);
-    EXPECT_EQ("3 files in one folder have been purged.", Label(frmMain.lblSubdirectories2));
+    EXPECT_EQ("3 files in one folder have been purged.", frmMain.lblSubdirectories2.Caption);
     EXPECT_EQ((Paths{"D:\\docs\\letter.txt", "D:\\work\\b\\keep", "D:\\work\\keep"}),
               fake::FilesBelow("D:\\"));
-    ExpectRest();
 
     Choose("D:\\work\\", {"b", "a"});
     Summary("Two folders will be purged:a b ");
     Click();
-    EXPECT_EQ("One file in 2 folders has been purged.", Label(frmMain.lblSubdirectories2));
+    EXPECT_EQ("One file in 2 folders has been purged.", frmMain.lblSubdirectories2.Caption);
     Choose("D:\\work\\", {"b"});
     Summary("One folder will be purged:b ");
-    fake::user.Box(strTitle, "There are no files in any of the selected folders.");
+    user.Box(strTitle, "There are no files in any of the selected folders.");
     Click();
-    EXPECT_EQ("", Label(frmMain.lblSubdirectories2));
-    ExpectRest();
+    EXPECT_EQ("", frmMain.lblSubdirectories2.Caption);
 }
 
 TEST_F(PurgeFoldersTest, EndsWhereTheUserSaysSo) {
-    fake::user.Box(strTitle, strFirst, ui::AnswerNo);
+    user.Box(strTitle, strFirst, ui::AnswerNo);
     Click();
     Choose("", {});
     Click();
     Choose("D:\\docs\\", {});
-    fake::user.Box(strTitle,
-                   "D:\\docs\\ has no subfolders.\r\n\r\n"
-                   "If you wish to purge just the files in this folder\r\n"
-                   "then click on 'Specify folder' to select this folder\r\n"
-                   "and click on 'Specify files' to select all files.",
-                   ui::AnswerOK, {ui::Icon::Information, ui::Buttons::OK, 1});
+    user.Box(strTitle,
+             "D:\\docs\\ has no subfolders.\r\n\r\n"
+             "If you wish to purge just the files in this folder\r\n"
+             "then click on 'Specify folder' to select this folder\r\n"
+             "and click on 'Specify files' to select all files.",
+             fake::Informs);
     Click();
     Choose("D:\\", {});
     ChooseSubfolders("Select subfolders of D:\\ to be purged.", {});
-    fake::user.Box(strTitle, "No subolders were selected.", ui::AnswerOK,
-                   {ui::Icon::Information, ui::Buttons::OK, 1});
+    user.Box(strTitle, "No subolders were selected.", fake::Informs);
     Click();
     Choose("D:\\docs\\", {});
-    fake::FailNth(1, platform::Fault::AccessDenied, fake::Call::Enumerate);
-    fake::user.Box("Error", "Cannot access the folder.");
+    fake::FailNth(1, Fault::AccessDenied, fake::Call::Enumerate);
+    user.Box("Error", "Cannot access the folder.");
     Click();
     for (const char* folder : {"WINDOWS", "Program Files"}) {
         fake::PutFile(std::string("D:\\") + folder + "\\x");
         for (const int answer : {int{ui::AnswerNo}, int{ui::AnswerCancel}, int{ui::AnswerYes}}) {
             Choose("D:\\", {folder});
-            fake::user.Box(strTitle,
-                           std::string("You have included the D:\\") + folder +
-                               " folder.\r\n"
-                               "Are you sure that you wish to purge all files in that folder?",
-                           answer, {ui::Icon::Question, ui::Buttons::YesNoCancel, 1});
+            user.Box(strTitle,
+                     std::string("You have included the D:\\") + folder +
+                         " folder.\r\n"
+                         "Are you sure that you wish to purge all files in that folder?",
+                     answer, fake::AsksYesNoCancel);
             if (answer == ui::AnswerYes)
                 Summary(std::string("One folder will be purged:") + folder + " ", ui::AnswerCancel);
             Click();
         }
     }
     EXPECT_TRUE(fake::journal.empty());
-    ExpectRest();
 }
 
 TEST_F(PurgeFoldersTest, TheSummaryNamesTenAndCountsTheRest) {
@@ -117,7 +109,6 @@ TEST_F(PurgeFoldersTest, TheSummaryNamesTenAndCountsTheRest) {
                 "\r\n01 02 03 04 05 06 07 08 09 and\r\n2 more.",
             ui::AnswerCancel);
     Click();
-    ExpectRest();
 }
 
 TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
@@ -133,22 +124,20 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
                 PressF10When([&] { return fake::At(file) == nullptr; });
             else
                 fake::OnCall(fake::Call::RemoveFile, [&](const std::string& path) {
-                    return path == file ? platform::Fault::AccessDenied : platform::Fault::None;
+                    return path == file ? Fault::AccessDenied : Fault::None;
                 });
-            fake::user.Box(strTitle,
-                           f10 ? file + "\r\n" + strGoOn
-                               : "File deletion error.  File (shown below) may be hidden.\r\n" +
-                                     file + "\r\n\r\n" + strGoOn,
-                           goOn ? ui::AnswerOK : ui::AnswerCancel, {{}, ui::Buttons::OKCancel, 1});
+            user.Box(strTitle,
+                     f10 ? file + "\r\n" + strGoOn
+                         : "File deletion error.  File (shown below) may be hidden.\r\n" + file +
+                               "\r\n\r\n" + strGoOn,
+                     goOn ? ui::AnswerOK : ui::AnswerCancel, {{}, ui::Buttons::OKCancel, 1});
             if (!f10)
-                fake::user.Box(strTitle, "One file could not be purged.");
+                user.Box(strTitle, "One file could not be purged.");
             Click();
             EXPECT_EQ(goOn, fake::At("D:\\work\\a\\f3") == nullptr);
             EXPECT_EQ(goOn ? "" : "Purge of folders was stopped.",
-                      Label(frmMain.lblLargePurgeMessage));
-            EXPECT_EQ("", Label(frmMain.lblPurgeFoldersMessage));
-            ExpectRest();
-            fake::user.Finish();
+                      frmMain.lblLargePurgeMessage.Caption);
+            EXPECT_EQ("", frmMain.lblPurgeFoldersMessage.Caption);
         }
     // Any other failure shows its code; one that another program holds is passed over.
     Begin(60 * MiB);
@@ -156,11 +145,10 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     fake::At("D:\\work\\a\\f1")->Locked = true;
     Choose("D:\\work\\", {"a"});
     Summary("One folder will be purged:a ");
-    fake::FailNth(1, platform::Fault::WriteFault, fake::Call::Write);
-    fake::user.Box(strTitle, "An error (-3) has been reported.\r\n" + file + "\r\n\r\n" + strGoOn);
-    fake::user.Box(strTitle, "2 files could not be purged.");
+    fake::FailNth(1, Fault::WriteFault, fake::Call::Write);
+    user.Box(strTitle, "An error (-3) has been reported.\r\n" + file + "\r\n\r\n" + strGoOn);
+    user.Box(strTitle, "2 files could not be purged.");
     Click();
-    ExpectRest();
 }
 
 } // namespace

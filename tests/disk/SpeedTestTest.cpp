@@ -13,11 +13,10 @@ const char* const strQuestion =
 
 struct SpeedTestTest : DriveTest {
     static void Accept() {
-        fake::user.Box(strTitle, strQuestion, ui::AnswerYes,
-                       {ui::Icon::Question, ui::Buttons::YesNo, 1});
-        ChooseDriveD("Test purge speed on which drive?");
+        user.Box(strTitle, strQuestion, ui::AnswerYes, fake::AsksYesNo);
+        ChooseDrive("Test purge speed on which drive?");
     }
-    static void Click() { fake::Click(frmMain.cmdLargePurge[0]); }
+    static void Click() { Run(frmMain.cmdLargePurge[0]); }
 };
 
 TEST_F(SpeedTestTest, MeasuresOneOverwriteAlsoPastMidnight) {
@@ -25,21 +24,20 @@ TEST_F(SpeedTestTest, MeasuresOneOverwriteAlsoPastMidnight) {
     fake::drives['D'].BytesPerSecond = MiB;
     fake::secondsSinceMidnight = 86395;
     Accept();
-    fake::user.Box(strTitle,
-                   "The purge speed is approximately 0.500 MB/sec. for a single overwrite.\r\n\r\n"
-                   "It thus requires, using the type of purge currently specified "
-                   "(1 pass = 1 overwrite), approximately\r\n"
-                   "20 seconds to purge 10 MB, 3 minutes and 20 seconds to purge 100 MB,\r\n"
-                   "34 minutes and 8 seconds to purge 1 GB, 5 hours and 41 minutes to purge 10 GB,"
-                   "\r\nand 2 days and 8 hours to purge 100 GB.",
-                   ui::AnswerOK, {ui::Icon::Information, ui::Buttons::OK, 1});
+    user.Box(strTitle,
+             "The purge speed is approximately 0.500 MB/sec. for a single overwrite.\r\n\r\n"
+             "It thus requires, using the type of purge currently specified "
+             "(1 pass = 1 overwrite), approximately\r\n"
+             "20 seconds to purge 10 MB, 3 minutes and 20 seconds to purge 100 MB,\r\n"
+             "34 minutes and 8 seconds to purge 1 GB, 5 hours and 41 minutes to purge 10 GB,"
+             "\r\nand 2 days and 8 hours to purge 100 GB.",
+             fake::Informs);
     Click();
     EXPECT_NEAR(0.5, sngPurgeSpeeds[3], 0.0001);
     EXPECT_EQ(sngPurgeSpeed, sngPurgeSpeeds[3]);
     EXPECT_EQ(5.0 * MiB, dblBytesMeasured[3]);
-    EXPECT_EQ("0.500 MB/sec. (1 overwrite) for Drive D.", Label(frmMain.lblPurgeSpeed));
+    EXPECT_EQ("0.500 MB/sec. (1 overwrite) for Drive D.", frmMain.lblPurgeSpeed.Caption);
     EXPECT_TRUE(frmMain.lblPurgeSpeed.Bold);
-    ExpectRest();
 }
 
 TEST_F(SpeedTestTest, AFloppyDriveHasItsOwnQuantityAndText) {
@@ -47,23 +45,22 @@ TEST_F(SpeedTestTest, AFloppyDriveHasItsOwnQuantityAndText) {
     fake::drives.erase('D');
     fake::AddDrive('A', 1474560, 512, platform::DriveType::Removable).BytesPerSecond = MiB;
     SetPasses(3);
-    fake::user.Box(strTitle,
-                   "This writes a test file to Drive A and then purges it to test the purge speed "
-                   "so as to get an approximate estimate of purge time required for other files."
-                   "\r\n\r\nDo you wish to proceed with this test?",
-                   ui::AnswerYes);
-    fake::user.Box(strTitle,
-                   "The purge speed is approximately 0.750 MB/sec. for a single overwrite.\r\n\r\n"
-                   "It thus requires, using the type of purge currently specified "
-                   "(3 passes = 3 overwrites), approximately\r\n"
-                   "6 seconds to purge a full floppy disk.\r\n\r\n"
-                   "To decrease the time required change the type of purge so as to decrease the "
-                   "number of overwrites.");
+    user.Box(strTitle,
+             "This writes a test file to Drive A and then purges it to test the purge speed "
+             "so as to get an approximate estimate of purge time required for other files."
+             "\r\n\r\nDo you wish to proceed with this test?",
+             ui::AnswerYes);
+    user.Box(strTitle,
+             "The purge speed is approximately 0.750 MB/sec. for a single overwrite.\r\n\r\n"
+             "It thus requires, using the type of purge currently specified "
+             "(3 passes = 3 overwrites), approximately\r\n"
+             "6 seconds to purge a full floppy disk.\r\n\r\n"
+             "To decrease the time required change the type of purge so as to decrease the "
+             "number of overwrites.");
     Click();
     EXPECT_EQ(1.0 * MiB, dblBytesMeasured[0]);
-    EXPECT_TRUE(Dummies('A').empty());
     fake::drives.clear();
-    fake::user.Box(strTitle, "Cannot find any disk drive.");
+    user.Box(strTitle, "Cannot find any disk drive.");
     Click();
 }
 
@@ -76,11 +73,10 @@ TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
         std::uint64_t free;
         fake::Call call;
         int n;
-        platform::Fault fault;
+        Fault fault;
         std::string text;
     };
     using fake::Call;
-    using platform::Fault;
     const Case cases[] = {
         {0, Call::Any, 0, Fault::None,
          "There is no free space on the disk in Drive D.\r\n"
@@ -98,26 +94,23 @@ TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
         LeaveFree(c.free);
         sngPurgeSpeeds[3] = 7;
         Accept();
-        fake::user.Box(strTitle, c.text, ui::AnswerOK, {ui::Icon::Exclamation, ui::Buttons::OK, 1});
+        user.Box(strTitle, c.text, fake::Warns);
         fake::FailNth(c.n, c.fault, c.call);
         Click();
         EXPECT_EQ(7, sngPurgeSpeeds[3]) << c.text;
-        ExpectRest();
-        fake::user.Finish();
     }
     // A floppy disk nearly full; F10 ends the test without a further box.
     fake::Drive& floppy = fake::AddDrive('B', 1474560, 512, platform::DriveType::Removable);
     floppy.Occupied = floppy.Free() - 100352;
     float sngSpeed = 0;
-    fake::user.Box(strTitle, "Drive B has only 100,352 bytes free.\r\n"
-                             "At least 128 KB of free space is required for this test.");
+    user.Box(strTitle, "Drive B has only 100,352 bytes free.\r\n"
+                       "At least 128 KB of free space is required for this test.");
     EXPECT_FALSE(TestPurgeSpeed('B', true, sngSpeed));
     Begin(120 * MiB);
     Accept();
     PressF10When([] { return FillDisk.lngBytesInCurrentFile > 0; });
-    fake::user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerYes);
+    user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerYes);
     Click();
-    ExpectRest();
 }
 
 TEST_F(SpeedTestTest, WritesMoreOnALargeDriveAndWhatFitsOnASmallOne) {

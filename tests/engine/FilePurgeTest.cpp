@@ -10,7 +10,6 @@
 #include <algorithm>
 
 using fake::Call;
-using fake::Did;
 using platform::Fault;
 
 namespace {
@@ -37,7 +36,7 @@ struct FilePurgeTest : ProgramTest {
 std::vector<fake::Run> Written(const std::string& file) {
     std::vector<fake::Run> runs;
     for (const fake::Event& event : fake::journal)
-        if (event.What == Did::Write && event.Path == file)
+        if (event.What == "write" && event.Path == file)
             runs.push_back(event.Data);
     return runs;
 }
@@ -269,7 +268,7 @@ TEST_F(FilePurgeTest, AnyCallMayFail) {
             const auto overwrites = [] {
                 std::string text;
                 for (const fake::Event& event : fake::journal)
-                    if (event.What == Did::Write)
+                    if (event.What == "write")
                         text += event.Path + " " + std::to_string(event.Data.Length) +
                                 event.Data.Pattern.substr(0, 1) + "\n";
                 return text;

@@ -310,6 +310,11 @@ void TakeAway(const std::string& path) {
     const Place place = Find(path, false);
     if (!place.Item || !place.Folder)
         return;
+    if (!place.Stream.empty()) {
+        Account(*place.Disk, place.Data().Length(), 0);
+        place.Item->Streams.erase(place.Stream);
+        return;
+    }
     if (place.Item->Folder && place.Item->LinkTarget.empty())
         for (const std::string& file : FilesBelow(path))
             TakeAway(file);
@@ -327,8 +332,7 @@ std::string ContentOf(const std::string& path) {
     const Place place = Find(path, true);
     if (!place.Item || place.Item->Folder)
         return "(missing)";
-    const Content& data = DataOf(place);
-    return data.Read(0, data.Length());
+    return place.Data().Read(0, place.Data().Length());
 }
 
 std::vector<std::string> FilesBelow(const std::string& folder) {
@@ -341,11 +345,11 @@ std::vector<std::string> FilesBelow(const std::string& folder) {
 
 // ---- The journal -------------------------------------------------------------------------------
 
-void Journal(Did what, const std::string& path, std::uint64_t offset, const Run& run,
+void Journal(const char* what, const std::string& path, std::uint64_t offset, const Run& run,
              const std::string& newPath) {
-    if (what == Did::Write && !journal.empty()) {
+    if (!journal.empty()) {
         Event& last = journal.back();
-        if (last.What == Did::Write && last.Path == path &&
+        if (last.What == "write" && last.What == what && last.Path == path &&
             last.Offset + last.Data.Length == offset && Join(last.Data, run))
             return;
     }
@@ -353,28 +357,23 @@ void Journal(Did what, const std::string& path, std::uint64_t offset, const Run&
 }
 
 std::string JournalText(const std::string& path) {
-    static const char* const names[] = {"create",      "write",         "length",
-                                        "flush",       "remove",        "rename",
-                                        "make folder", "remove folder", "attributes"};
     std::string text;
-    char line[80];
+    char byte[3];
     for (const Event& event : journal) {
         if (!path.empty() && platform::LowerCase(event.Path) != platform::LowerCase(path))
             continue;
         if (path.empty())
             text += event.Path + ": ";
-        text += names[static_cast<int>(event.What)];
-        const auto offset = static_cast<unsigned long long>(event.Offset);
-        if (event.What == Did::Write) {
-            std::snprintf(line, sizeof line, " %llu+%llu ", offset,
-                          static_cast<unsigned long long>(event.Data.Length));
-            text += line;
-            std::snprintf(line, sizeof line, "%02X",
+        text += event.What;
+        const std::string offset = std::to_string(event.Offset);
+        if (event.What == "write") {
+            text += " " + offset + "+" + std::to_string(event.Data.Length) + " ";
+            std::snprintf(byte, sizeof byte, "%02X",
                           static_cast<unsigned char>(event.Data.Pattern[0]));
-            text += event.Data.Pattern.size() == 1 ? line : "*";
-        } else if (event.What == Did::Length || event.What == Did::Attributes) {
-            text += " " + std::to_string(offset);
-        } else if (event.What == Did::Rename) {
+            text += event.Data.Pattern.size() == 1 ? byte : "*";
+        } else if (event.What == "length" || event.What == "attributes") {
+            text += " " + offset;
+        } else if (event.What == "rename") {
             text += " " + event.NewPath;
         }
         text += "\n";

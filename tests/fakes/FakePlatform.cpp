@@ -16,7 +16,7 @@ namespace fake {
 
 using platform::Fault;
 
-double millisecondsPerCall, secondsSinceMidnight;
+double secondsSinceMidnight;
 std::string programFolder, applicationData, currentFolder;
 platform::NumberFormat numberFormat;
 std::vector<std::string> commandLine, linksOpened;
@@ -54,43 +54,23 @@ Handle* HandleOf(platform::File file) {
     return &found->second;
 }
 
-/// NotReady when the medium under an open file is gone.
-Fault Ready(const Handle& handle) {
-    const auto drive = drives.find(handle.Letter);
-    return drive == drives.end() || !drive->second.MediaPresent ? Fault::NotReady : Fault::None;
-}
-
-Fault Ask(Call kind, const Handle& handle) {
-    const Fault fault = Begin(kind, handle.Path);
-    return Failed(fault) ? fault : Ready(handle);
-}
-
-void Spend(const Drive& drive, std::uint64_t bytes) {
-    if (drive.BytesPerSecond > 0)
-        Advance(static_cast<double>(bytes) * 1000 / drive.BytesPerSecond);
-}
-
 } // namespace
 
 double tick;
 bool libraryLoaded;
 
-/// Counts a call, lets its time pass, and tells the fault it is to have.
 Fault Begin(Call kind, const std::string& path) {
     ++made[0];
     ++made[static_cast<std::size_t>(kind)];
-    Advance(millisecondsPerCall);
     for (std::size_t i = 0; i < hooks.size(); ++i)
         if (hooks[i].first == kind || hooks[i].first == Call::Any) {
-            const auto hook = hooks[i].second;
-            const Fault fault = hook(path);
-            if (Failed(fault))
+            const auto hook = hooks[i].second; // which may add others
+            if (const Fault fault = hook(path); Failed(fault))
                 return fault;
         }
     if (order.Left > 0 && (order.Kind == Call::Any || order.Kind == kind) && --order.Left == 0) {
         order.Done = true;
-        if (order.ForEver)
-            order.Left = 1;
+        order.Left = order.ForEver ? 1 : 0;
         return order.What;
     }
     return Fault::None;
@@ -115,15 +95,16 @@ Fault MayChange(const Place& place, bool exclusively) {
     return Fault::None;
 }
 
-Fault SetLength(Drive& drive, Content& data, const std::string& path, std::uint64_t length) {
-    const std::uint64_t cluster = drive.Cluster(), now = data.Length();
+Fault SetLength(const Place& place, std::uint64_t length) {
+    Drive& drive = *place.Disk;
+    const std::uint64_t cluster = drive.Cluster(), now = place.Data().Length();
     const std::uint64_t allocated = (now + cluster - 1) / cluster * cluster;
     if (length > allocated && length - allocated > drive.Free())
         return Fault::DiskFull;
     if (length != now)
-        Journal(Did::Length, path, length);
+        Journal("length", place.FullPath(), length);
     Account(drive, now, length);
-    data.Resize(length);
+    place.Data().Resize(length);
     return Fault::None;
 }
 
@@ -137,19 +118,22 @@ Place FindItem(const std::string& path, bool followLast) {
     return place;
 }
 
-Content& DataOf(const Place& place) {
-    return place.Stream.empty() ? place.Item->Data : place.Item->Streams[place.Stream];
+Place BeginAt(Call kind, const std::string& path, bool followLast) {
+    const Fault fault = Begin(kind, path);
+    Place place = FindItem(path, followLast);
+    if (Failed(fault))
+        place.Trouble = fault;
+    return place;
 }
 
-std::string PathOf(const Place& place) {
-    return place.Path + (place.Stream.empty() ? "" : ":" + place.Stream);
+namespace {
+/// A call on an open file: NotReady when the medium under it is gone.
+Fault Begin(Call kind, const Handle& handle) {
+    const Fault fault = Begin(kind, handle.Path);
+    const auto drive = drives.find(handle.Letter);
+    return drive == drives.end() || !drive->second.MediaPresent ? Fault::NotReady : fault;
 }
-
-Place Ask(Call kind, const std::string& path, bool followLast) {
-    Place place;
-    place.Trouble = Begin(kind, path);
-    return Failed(place.Trouble) ? place : FindItem(path, followLast);
-}
+} // namespace
 
 void Reset() {
     drives.clear();
@@ -163,7 +147,6 @@ void Reset() {
     nextHandle = 1;
     libraryLoaded = false;
     auxiliaryLibrary = Fault::None;
-    millisecondsPerCall = 0;
     tick = 1'000'000;
     secondsSinceMidnight = 43200;
     numberFormat = {};
@@ -217,23 +200,18 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
     if (Failed(place.Trouble))
         return place.Trouble;
     const bool changes = access != Access::Read;
-    const bool makes = access == Access::CreateNew || access == Access::Replace;
     if (place.Item && (place.Item->Folder || place.Item->Denied))
         return place.Item->Folder && access == Access::CreateNew ? Fault::AlreadyExists
                                                                  : Fault::AccessDenied;
     if (!place.Item || (!place.Stream.empty() && place.Item->Streams.count(place.Stream) == 0)) {
-        if (!makes)
+        if (access != Access::CreateNew && access != Access::Replace)
             return Fault::NotFound;
-        if (place.Disk->ReadOnly)
-            return Fault::WriteProtected;
-        if (place.Folder->Denied)
-            return Fault::AccessDenied;
+        if (place.Disk->ReadOnly || place.Folder->Denied)
+            return place.Disk->ReadOnly ? Fault::WriteProtected : Fault::AccessDenied;
         if (!place.Item)
             place.Item = Add(*place.Folder, place.Name, false);
         place.Item->Attributes |= AttributeArchive;
-        if (!place.Stream.empty())
-            place.Item->Streams[place.Stream];
-        Journal(Did::Create, place.Path);
+        Journal("create", place.Path);
     } else if (access == Access::CreateNew) {
         return Fault::AlreadyExists;
     } else if (changes) {
@@ -242,20 +220,18 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
     } else if (place.Item->Locked) {
         return Fault::SharingViolation;
     }
-    Node& item = *place.Item;
-    Content& data = DataOf(place);
-    if (access == Access::Replace && SetLength(*place.Disk, data, place.Path, 0) != Fault::None)
+    if (access == Access::Replace && Failed(SetLength(place, 0)))
         return Fault::Other;
-    ++item.Handles;
-    item.Open = item.Open || changes;
+    ++place.Item->Handles;
+    place.Item->Open = place.Item->Open || changes;
     file.Handle = nextHandle++;
-    handles[file.Handle] = {place.Item, &data, PathOf(place), place.Letter, 0, access};
+    handles[file.Handle] = {place.Item, &place.Data(), place.FullPath(), place.Letter, 0, access};
     return Fault::None;
 }
 
 Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
     Handle& handle = *HandleOf(file);
-    if (const Fault fault = Ask(Call::Read, handle); Failed(fault))
+    if (const Fault fault = Begin(Call::Read, handle); Failed(fault))
         return fault;
     const std::string bytes = handle.Data->Read(handle.Position, size);
     std::memcpy(data, bytes.data(), bytes.size());
@@ -266,12 +242,10 @@ Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
 
 Fault WriteBytes(File file, const void* data, std::size_t size) {
     Handle& handle = *HandleOf(file);
-    Fault fault = Begin(Call::Write, handle.Path);
+    Fault fault = Begin(Call::Write, handle);
+    if (fault == Fault::NotReady || handle.Mode == Access::Read)
+        return Failed(fault) ? fault : Fault::AccessDenied;
     std::uint64_t count = Failed(fault) ? size / 2 : size;
-    if (const Fault gone = Ready(handle); Failed(gone))
-        return gone;
-    if (handle.Mode == Access::Read)
-        return Fault::AccessDenied;
     Drive& drive = drives.at(handle.Letter);
     const std::uint64_t cluster = drive.Cluster(), length = handle.Data->Length();
     const std::uint64_t room = (length + cluster - 1) / cluster * cluster + drive.Free();
@@ -281,18 +255,19 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
     }
     if (count > 0) {
         const Run run = MakeRun(data, count);
-        Journal(Did::Write, handle.Path, handle.Position, run);
+        Journal("write", handle.Path, handle.Position, run);
         handle.Data->Write(handle.Position, run);
         handle.Position += count;
         Account(drive, length, handle.Data->Length());
-        Spend(drive, count);
+        if (drive.BytesPerSecond > 0)
+            Advance(static_cast<double>(count) * 1000 / drive.BytesPerSecond);
     }
     return fault;
 }
 
 Fault SeekTo(File file, std::uint64_t position) {
     Handle& handle = *HandleOf(file);
-    const Fault fault = Begin(Call::Seek, handle.Path);
+    const Fault fault = Begin(Call::Seek, handle);
     if (!Failed(fault))
         handle.Position = position;
     return fault;
@@ -300,7 +275,7 @@ Fault SeekTo(File file, std::uint64_t position) {
 
 Fault ReadLength(File file, std::uint64_t& length) {
     const Handle& handle = *HandleOf(file);
-    const Fault fault = Begin(Call::ReadLength, handle.Path);
+    const Fault fault = Begin(Call::ReadLength, handle);
     if (!Failed(fault))
         length = handle.Data->Length();
     return fault;
@@ -308,7 +283,7 @@ Fault ReadLength(File file, std::uint64_t& length) {
 
 Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
     const Handle& handle = *HandleOf(file);
-    const Fault fault = Begin(Call::ReadFileFacts, handle.Path);
+    const Fault fault = Begin(Call::ReadFileFacts, handle);
     if (!Failed(fault))
         hardLinks = handle.Item->HardLinks;
     return fault;
@@ -316,67 +291,59 @@ Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
 
 Fault ChangeLength(File file, std::uint64_t length) {
     const Handle& handle = *HandleOf(file);
-    if (const Fault fault = Ask(Call::ChangeLength, handle); Failed(fault))
+    if (const Fault fault = Begin(Call::ChangeLength, handle); Failed(fault))
         return fault;
-    if (handle.Mode == Access::Read)
-        return Fault::AccessDenied;
-    return SetLength(drives.at(handle.Letter), *handle.Data, handle.Path, length);
+    return handle.Mode == Access::Read ? Fault::AccessDenied
+                                       : SetLength(Find(handle.Path, true), length);
 }
 
 Fault FlushBytes(File file) {
     const Handle& handle = *HandleOf(file);
-    if (const Fault fault = Ask(Call::Flush, handle); Failed(fault))
-        return fault;
-    Journal(Did::Flush, handle.Path);
-    return Fault::None;
+    const Fault fault = Begin(Call::Flush, handle);
+    if (!Failed(fault))
+        Journal("flush", handle.Path);
+    return fault;
 }
 
 Fault CloseFile(File& file) {
-    Handle& handle = *HandleOf(file);
-    const std::shared_ptr<Node> item = handle.Item;
-    const std::string path = handle.Path;
-    if (handle.Mode != Access::Read)
-        item->Open = false;
-    --item->Handles;
+    const Handle handle = *HandleOf(file);
+    handle.Item->Open = handle.Item->Open && handle.Mode == Access::Read;
+    --handle.Item->Handles;
     handles.erase(file.Handle);
     file.Handle = 0;
-    return Begin(Call::Close, path);
+    return Begin(Call::Close, handle.Path);
 }
 
 Fault ReadAttributes(const std::string& path, std::uint32_t& attributes) {
-    const Place place = Ask(Call::ReadAttributes, path, false);
+    const Place place = BeginAt(Call::ReadAttributes, path, false);
     if (!Failed(place.Trouble))
         attributes = AttributesOf(*place.Item);
     return place.Trouble;
 }
 
 Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
-    const Place place = Ask(Call::WriteAttributes, path, false);
+    const Place place = BeginAt(Call::WriteAttributes, path, false);
     if (Failed(place.Trouble))
         return place.Trouble;
-    if (place.Disk->ReadOnly)
-        return Fault::WriteProtected;
-    if (place.Item->Denied)
-        return Fault::AccessDenied;
+    if (place.Disk->ReadOnly || place.Item->Denied)
+        return place.Disk->ReadOnly ? Fault::WriteProtected : Fault::AccessDenied;
     constexpr std::uint32_t settable =
         AttributeReadOnly | AttributeHidden | AttributeSystem | AttributeArchive | AttributeOffline;
     place.Item->Attributes = (place.Item->Attributes & ~settable) | (attributes & settable);
-    Journal(Did::Attributes, place.Path, place.Item->Attributes);
+    Journal("attributes", place.Path, place.Item->Attributes);
     return Fault::None;
 }
 
 Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
-    const Place place = Ask(Call::ReadFileLength, path, false);
-    if (Failed(place.Trouble))
-        return place.Trouble;
-    if (place.Item->Folder)
-        return Fault::AccessDenied;
-    length = DataOf(place).Length();
+    const Place place = BeginAt(Call::ReadFileLength, path, false);
+    if (Failed(place.Trouble) || place.Item->Folder)
+        return Failed(place.Trouble) ? place.Trouble : Fault::AccessDenied;
+    length = place.Data().Length();
     return Fault::None;
 }
 
 Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
-    const Place place = Ask(Call::ReadFileFacts, path, false);
+    const Place place = BeginAt(Call::ReadFileFacts, path, false);
     if (!Failed(place.Trouble))
         facts = {AttributesOf(*place.Item), place.Item->Data.Length(), place.Item->HardLinks,
                  !place.Item->LinkTarget.empty()};
@@ -384,7 +351,7 @@ Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
 }
 
 Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
-    const Place place = Ask(Call::ListStreams, path, true);
+    const Place place = BeginAt(Call::ListStreams, path, true);
     if (Failed(place.Trouble))
         return place.Trouble;
     streams.clear();
@@ -394,28 +361,19 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
 }
 
 Fault RemoveFile(const std::string& path) {
-    const Place place = Ask(Call::RemoveFile, path, false);
-    if (Failed(place.Trouble))
-        return place.Trouble;
-    if (const Fault fault = MayChange(place, true); Failed(fault))
+    const Place place = BeginAt(Call::RemoveFile, path, false);
+    const Fault fault = Failed(place.Trouble) ? place.Trouble : MayChange(place, true);
+    if (Failed(fault))
         return fault;
-    if (!place.Stream.empty()) {
-        Account(*place.Disk, DataOf(place).Length(), 0);
-        place.Item->Streams.erase(place.Stream);
-    } else {
-        TakeAway(path);
-    }
-    Journal(Did::Remove, PathOf(place));
+    TakeAway(path);
+    Journal("remove", place.FullPath());
     return Fault::None;
 }
 
 Fault RenameReplacing(const std::string& from, const std::string& to) {
-    if (const Fault fault = Begin(Call::Rename, from); Failed(fault))
-        return fault;
-    const Place source = FindItem(from, false), target = Find(to, false);
-    for (const Fault fault : {source.Trouble, target.Trouble})
-        if (Failed(fault))
-            return fault;
+    const Place source = BeginAt(Call::Rename, from, false), target = Find(to, false);
+    if (Failed(source.Trouble) || Failed(target.Trouble))
+        return Failed(source.Trouble) ? source.Trouble : target.Trouble;
     if (source.Disk != target.Disk)
         return Fault::Other;
     if (source.Disk->ReadOnly)
@@ -431,7 +389,7 @@ Fault RenameReplacing(const std::string& from, const std::string& to) {
     source.Item->Name = target.Name;
     target.Folder->ByName[LowerCase(target.Name)] = source.Item;
     target.Folder->Children.push_back(source.Item);
-    Journal(Did::Rename, source.Path, 0, {}, target.Path);
+    Journal("rename", source.Path, 0, {}, target.Path);
     return Fault::None;
 }
 

@@ -104,19 +104,8 @@ enum class Call {
 
 /// What was done to the disk, in order. Writes that continue one another are one event, however
 /// many calls they took. Paths are the real ones, behind links.
-enum class Did {
-    Create,
-    Write,
-    Length,
-    Flush,
-    Remove,
-    Rename,
-    MakeFolder,
-    RemoveFolder,
-    Attributes
-};
 struct Event {
-    Did What;
+    std::string What; ///< as in JournalText: "create", "write"
     std::string Path;
     std::uint64_t Offset = 0; ///< of a write; the new length of Length, the new attributes
     Run Data;                 ///< of a write
@@ -181,7 +170,6 @@ void OnCall(Call kind, std::function<platform::Fault(const std::string& path)> h
 
 /// Moves the clock on.
 void Advance(double milliseconds);
-extern double millisecondsPerCall;  ///< that each platform call takes; 0
 extern double secondsSinceMidnight; ///< 43200; wraps at midnight
 extern platform::NumberFormat numberFormat;
 extern std::string programFolder;   ///< "C:\Program Files\Nullwright"

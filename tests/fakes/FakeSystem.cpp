@@ -3,7 +3,9 @@
 #include "fakes/FakePlatform.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdio>
+#include <cwchar>
 #include <locale.h>
 #include <wctype.h>
 
@@ -36,25 +38,19 @@ Fault MakeFolder(const std::string& path) {
     if (const Fault fault = Begin(Call::MakeFolder, path); Failed(fault))
         return fault;
     const Place place = Find(path, false);
-    if (Failed(place.Trouble))
-        return place.Trouble;
-    if (place.Item)
-        return Fault::AlreadyExists;
-    if (place.Disk->ReadOnly)
-        return Fault::WriteProtected;
-    if (place.Folder->Denied)
-        return Fault::AccessDenied;
+    if (Failed(place.Trouble) || place.Item)
+        return Failed(place.Trouble) ? place.Trouble : Fault::AlreadyExists;
+    if (place.Disk->ReadOnly || place.Folder->Denied)
+        return place.Disk->ReadOnly ? Fault::WriteProtected : Fault::AccessDenied;
     Add(*place.Folder, place.Name, true);
-    Journal(Did::MakeFolder, place.Path);
+    Journal("make folder", place.Path);
     return Fault::None;
 }
 
 Fault RemoveFolder(const std::string& path) {
-    const Place place = Ask(Call::RemoveFolder, path, false);
-    if (Failed(place.Trouble))
-        return place.Trouble;
-    if (!place.Item->Folder)
-        return Fault::NotFound;
+    const Place place = BeginAt(Call::RemoveFolder, path, false);
+    if (Failed(place.Trouble) || !place.Item->Folder)
+        return Failed(place.Trouble) ? place.Trouble : Fault::NotFound;
     if (place.Disk->ReadOnly)
         return Fault::WriteProtected;
     if (!place.Folder || place.Item->Denied || IsReadOnly(*place.Item))
@@ -62,7 +58,7 @@ Fault RemoveFolder(const std::string& path) {
     if (place.Item->LinkTarget.empty() && !place.Item->Children.empty())
         return Fault::NotEmpty;
     Drop(*place.Folder, *place.Item);
-    Journal(Did::RemoveFolder, place.Path);
+    Journal("remove folder", place.Path);
     return Fault::None;
 }
 
@@ -89,28 +85,22 @@ Fault ReadyDrive(Call kind, const std::string& root, Drive*& drive) {
 
 std::string CaseOf(const std::string& text, wint_t (*change)(wint_t, locale_t)) {
     static const locale_t unicode = newlocale(LC_ALL_MASK, "C.UTF-8", nullptr);
+    const locale_t before = uselocale(unicode);
     std::string result;
     for (std::size_t i = 0; i < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        const std::size_t size = lead < 0x80 ? 1u : lead < 0xE0 ? 2u : lead < 0xF0 ? 3u : 4u;
-        char32_t point = size == 1 ? lead : lead & (0x7Fu >> size);
-        if (lead >= 0x80 && (lead < 0xC0 || i + size > text.size())) { // not UTF-8: as it is
+        wchar_t point = 0;
+        std::mbstate_t reading{}, writing{};
+        const std::size_t size = std::mbrtowc(&point, &text[i], text.size() - i, &reading);
+        char bytes[MB_LEN_MAX];
+        if (size == 0 || size > text.size()) // a zero, or not UTF-8: as it is
             result += text[i++];
-            continue;
+        else {
+            const auto changed = static_cast<wchar_t>(change(static_cast<wint_t>(point), unicode));
+            result.append(bytes, std::wcrtomb(bytes, changed, &writing));
+            i += size;
         }
-        for (std::size_t k = 1; k < size; ++k)
-            point = point << 6 | (static_cast<unsigned char>(text[i + k]) & 0x3Fu);
-        i += size;
-        point = static_cast<char32_t>(change(static_cast<wint_t>(point), unicode));
-        if (point < 0x80) {
-            result += static_cast<char>(point);
-            continue;
-        }
-        const unsigned more = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
-        result += static_cast<char>((0xFF00u >> (more + 1) & 0xFFu) | point >> 6 * more);
-        for (unsigned k = more; k-- > 0;)
-            result += static_cast<char>(0x80u | (point >> 6 * k & 0x3Fu));
     }
+    uselocale(before);
     return result;
 }
 } // namespace
@@ -157,7 +147,7 @@ Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
 Fault FlushRecords(const std::string& folder) {
     const Fault fault = Begin(Call::Flush, folder);
     if (!Failed(fault))
-        Journal(Did::Flush, folder);
+        Journal("flush", folder);
     return fault;
 }
 
@@ -247,21 +237,20 @@ Fault LoadAuxiliaryLibrary() {
 }
 
 std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength) {
-    const Place place = Ask(Call::AuxiliaryChange, path, true);
-    if (Failed(place.Trouble) || Failed(MayChange(place, false)) || !libraryLoaded ||
-        newLength < -1)
-        return -1;
+    const Place place = BeginAt(Call::AuxiliaryChange, path, true);
     const auto length = static_cast<std::uint64_t>(newLength);
-    return newLength < 0 || !Failed(SetLength(*place.Disk, DataOf(place), PathOf(place), length))
-               ? 0
-               : -1;
+    return Failed(place.Trouble) || !libraryLoaded || newLength < -1 ||
+                   Failed(MayChange(place, false)) ||
+                   (newLength >= 0 && Failed(SetLength(place, length)))
+               ? -1
+               : 0;
 }
 
 std::int32_t AuxiliaryFlushFile(const std::string& path) {
-    const Place place = Ask(Call::AuxiliaryFlush, path, true);
-    if (Failed(place.Trouble) || Failed(MayChange(place, false)) || !libraryLoaded)
+    const Place place = BeginAt(Call::AuxiliaryFlush, path, true);
+    if (Failed(place.Trouble) || !libraryLoaded || Failed(MayChange(place, false)))
         return -1;
-    Journal(Did::Flush, PathOf(place));
+    Journal("flush", place.FullPath());
     return 0;
 }
 

@@ -204,6 +204,10 @@ void ScriptedUser::Box(const std::string& title, const std::string& text, int an
     Expect({Kind::Box, title, text, {}, answer, look, nullptr, {}});
 }
 
+void ScriptedUser::BoxLike(const std::string& title, const std::string& part, int answer) {
+    BoxLike(title, Contains(part), answer);
+}
+
 void ScriptedUser::BoxLike(const std::string& title, Matcher text, int answer, Look look) {
     Expect({Kind::Box, title, "(by condition)", std::move(text), answer, look, nullptr, {}});
 }

@@ -30,13 +30,23 @@ struct Look {
     std::optional<int> DefaultButton = std::nullopt;
 };
 
+constexpr Look Informs{ui::Icon::Information, ui::Buttons::OK, 1};
+constexpr Look Warns{ui::Icon::Exclamation, ui::Buttons::OK, 1};
+constexpr Look AsksOKCancel{ui::Icon::Question, ui::Buttons::OKCancel, 1};
+constexpr Look AsksYesNo{ui::Icon::Question, ui::Buttons::YesNo, 1};
+constexpr Look AsksYesNoCancel{ui::Icon::Question, ui::Buttons::YesNoCancel, 1};
+
 /// Steps are expected in the order in which they were added. Steps that are added inside an action
 /// come before those that were waiting.
 struct ScriptedUser {
     /// A message box with this title and text, letter by letter, gets this answer.
     void Box(const std::string& title, const std::string& text, int answer = ui::AnswerOK,
              Look look = {});
-    /// The same with a text that only has to satisfy a condition: see Contains.
+    void Box(const std::string& title, const std::string& text, Look look) {
+        Box(title, text, ui::AnswerOK, look);
+    }
+    /// The same with a text that only has to contain a part, or to satisfy a condition.
+    void BoxLike(const std::string& title, const std::string& part, int answer = ui::AnswerOK);
     void BoxLike(const std::string& title, Matcher text, int answer = ui::AnswerOK, Look look = {});
     /// A form is shown by ShowModal. Its Activate runs first, then the action, which must get the
     /// form hidden (or Activate has done so: then the action runs none the less).

@@ -54,19 +54,19 @@ Sum of file sizes: 1.21 KB
 TEST_F(RunTest, DotsPauseAndStop) {
     PutTree();
     blnSubdirectories = true;
-    user.During([] { return frmReport.txbText.Text == " ."; },
-                [] {
-                    EXPECT_TRUE(frmReport.lblDots.Visible);
-                    fake::Click(frmReport.cmdPauseContinue);
-                    EXPECT_FALSE(frmReport.lblDots.Visible);
-                    user.During([] { return user.TaskbarPaused; },
-                                [] {
-                                    fake::Click(frmReport.cmdPauseContinue);
-                                    EXPECT_TRUE(frmReport.lblDots.Visible);
-                                    EXPECT_EQ(frmReport.cmdPauseContinue.Caption, "Pause");
-                                    fake::Click(frmReport.cmdStop);
-                                });
-                });
+    const auto goOnAndStop = [] {
+        fake::Click(frmReport.cmdPauseContinue);
+        EXPECT_TRUE(frmReport.lblDots.Visible);
+        EXPECT_EQ(frmReport.cmdPauseContinue.Caption, "Pause");
+        fake::Click(frmReport.cmdStop);
+    };
+    const auto pause = [&] {
+        EXPECT_TRUE(frmReport.lblDots.Visible);
+        fake::Click(frmReport.cmdPauseContinue);
+        EXPECT_FALSE(frmReport.lblDots.Visible);
+        user.During([] { return user.TaskbarPaused; }, goOnAndStop);
+    };
+    user.During([] { return frmReport.txbText.Text == " ."; }, pause);
     EXPECT_EQ(List(false, false), "\nFile listing was stopped.\n");
     EXPECT_TRUE(blnStop);
 }

@@ -48,6 +48,10 @@ struct RunTest : ProgramTest {
         EXPECT_EQ(fake::user.TaskbarFraction, -1);
         return Plain(frmReport.txbText.Text);
     }
+    static void PutFiles(std::initializer_list<const char*> names) {
+        for (const std::string name : names)
+            fake::PutFile("C:\\d\\" + name);
+    }
     static std::string Purge(const std::string& spec = "*.*") { return Run(true, spec); }
     static std::string List(bool blnFolders, bool blnFiles, const std::string& spec = "*.*") {
         frmReport.blnDisplayFolderNames = blnFolders;

@@ -106,7 +106,6 @@ TEST_F(SelectionTest, FileSpecificationRemembersAndLetsChoose) {
                   fake::CloseForm(spec);
               }));
     // A folder that is slow or gone is said, and stops nobody.
-    fake::millisecondsPerCall = 0;
     fake::OnCall(fake::Call::Enumerate,
                  [](const std::string&) { return platform::Fault::NotReady; });
     EXPECT_EQ("a?c.*", Ask([&] {

@@ -18,18 +18,14 @@ TEST_F(ChooserTest, SubfoldersComeWithTheirCounts) {
     EXPECT_EQ((std::vector<std::string>{"c (1)  (no files, 1 subfolder)",
                                         "Program Files (x86)  (2 files, no subfolders)"}),
               ItemsOf(list));
-    const auto expectChosen = [&](const std::string& text) {
-        EXPECT_TRUE(WaitUntil([&] { return TextOf(Named(chooser, "lblChosen")) == text; }))
-            << TextOf(Named(chooser, "lblChosen"));
-    };
     EXPECT_TRUE(WaitUntil([&] { return Focused(chooser) == list; })) << Describe();
     PressKey(chooser, VK_SPACE);
-    expectChosen("One subfolder is chosen.");
+    Expect(chooser, "lblChosen", "One subfolder is chosen.");
     PressKey(chooser, VK_DOWN);
     PressKey(chooser, VK_SPACE);
-    expectChosen("Two subfolders are chosen.");
+    Expect(chooser, "lblChosen", "Two subfolders are chosen.");
     Choose(list, "Program Files (x86)  (2 files, no subfolders)"); // lets it go
-    expectChosen("One subfolder is chosen.");
+    Expect(chooser, "lblChosen", "One subfolder is chosen.");
     PressKey(chooser, VK_ESCAPE);
     AnswerBox("Purge folders", "No subolders were selected.", IDOK);
     EXPECT_EQ("a", ContentOf("data\\Program Files (x86)\\a.txt"));
@@ -39,9 +35,7 @@ TEST_F(ChooserTest, SubfoldersComeWithTheirCounts) {
 TEST_F(ChooserTest, FilesAreSpecifiedByKeys) {
     Put("data\\a.txt", "a");
     Put("data\\b.doc", "b");
-    Click(main, "cmdSpecifyDirectory(0)");
-    AnswerDialog("Specify folder containing files to be purged", scratch + "\\data");
-    AnswerBox("Specify folder", "Do you wish to purge ALL files in " + scratch + "\\data\\?", IDNO);
+    SpecifyData(IDNO);
     const auto open = [&] {
         Click(main, "cmdSpecifyFiles");
         return Window("Specify files");
@@ -55,14 +49,12 @@ TEST_F(ChooserTest, FilesAreSpecifiedByKeys) {
     PressKey(specify, VK_RETURN);
     AnswerBox("Error", "Extension must not contain \".\"", IDOK);
     Type(Named(specify, "txbExtension"), "*.txt");
-    EXPECT_TRUE(WaitUntil([&] {
-        return TextOf(Named(specify, "lblMatches")) == "One file in this folder matches.";
-    })) << TextOf(Named(specify, "lblMatches"));
+    Expect(specify, "lblMatches", "One file in this folder matches.");
     PressKey(specify, VK_RETURN);
-    EXPECT_TRUE(WaitUntil([&] { return TextOf(Named(main, "lblFiles")) == "*.txt"; }));
+    Expect(main, "lblFiles", "*.txt");
     specify = open();
     EXPECT_EQ("txt", TextOf(Named(specify, "txbExtension")));
     PressKey(specify, VK_ESCAPE);
-    EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); }));
-    EXPECT_EQ("*.txt", TextOf(Named(main, "lblFiles")));
+    ExpectReady();
+    Expect(main, "lblFiles", "*.txt");
 }

@@ -38,19 +38,6 @@ std::string ClassOf(HWND window) {
     return Narrow({name, static_cast<std::size_t>(std::max(GetClassNameW(window, name, 100), 0))});
 }
 
-std::vector<HWND> TopWindows() {
-    std::vector<HWND> windows;
-    const auto collect = [](HWND window, LPARAM list) -> BOOL {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        if (process == program.dwProcessId && IsWindowVisible(window))
-            reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-        return TRUE;
-    };
-    EnumWindows(collect, reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
-
 std::vector<HWND> Children(HWND form) {
     std::vector<HWND> windows;
     const auto collect = [](HWND window, LPARAM list) -> BOOL {
@@ -59,6 +46,21 @@ std::vector<HWND> Children(HWND form) {
     };
     EnumChildWindows(form, collect, reinterpret_cast<LPARAM>(&windows));
     return windows;
+}
+
+std::vector<HWND> TopWindows() {
+    std::vector<HWND> windows = Children(nullptr); // of the desktop, and what is in them
+    std::erase_if(windows, [](HWND window) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        return process != program.dwProcessId || !IsWindowVisible(window) ||
+               GetAncestor(window, GA_ROOT) != window;
+    });
+    return windows;
+}
+
+void Fail(const std::string& what) {
+    ADD_FAILURE() << what << "\n" << Describe();
 }
 
 std::string NameOf(HWND control) {
@@ -112,33 +114,25 @@ HWND WaitForDialog(const std::string& title, const std::function<bool(HWND)>& fi
     // Wine gives its folder dialog this title, whatever was asked for.
     const std::string wines = "Select Folder";
     HWND found = nullptr;
-    const bool came = WaitUntil([&] {
+    WaitUntil([&] {
         for (HWND window : TopWindows())
             if (ClassOf(window) == "#32770" && IsWindowEnabled(window) && fits(window) &&
-                (TextOf(window) == title || TextOf(window) == wines)) {
+                (TextOf(window) == title || TextOf(window) == wines))
                 found = window;
-                return true;
-            }
-        return !IsRunning();
+        return found != nullptr || !IsRunning();
     });
-    if (!came || found == nullptr) {
-        ADD_FAILURE() << "No box or dialog \"" << title << "\" came.\n" << Describe();
-        return nullptr;
-    }
+    if (found == nullptr)
+        Fail("No box or dialog \"" + title + "\" came.");
     return found;
 }
 
 void PressAndWait(HWND dialog, int button) {
     HWND control = GetDlgItem(dialog, button);
-    if (control == nullptr) {
-        ADD_FAILURE() << "\"" << TextOf(dialog) << "\" has no button " << button << "\n"
-                      << Describe();
-        return;
-    }
+    if (control == nullptr)
+        return Fail("\"" + TextOf(dialog) + "\" has no button " + std::to_string(button));
     PostMessageW(control, BM_CLICK, 0, 0);
-    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(dialog) || !IsWindowVisible(dialog); }))
-        << "The box stays.\n"
-        << Describe();
+    if (!WaitUntil([&] { return !IsWindow(dialog) || !IsWindowVisible(dialog); }))
+        Fail("The box stays.");
 }
 
 INPUT KeyStroke(WORD virtualKey, bool released) {
@@ -185,7 +179,7 @@ int WaitForEnd() {
     DWORD code = 0;
     if (WaitForSingleObject(program.hProcess, patience) != WAIT_OBJECT_0 ||
         !GetExitCodeProcess(program.hProcess, &code)) {
-        ADD_FAILURE() << "The program does not end.\n" << Describe();
+        Fail("The program does not end.");
         return -1;
     }
     return static_cast<int>(code);
@@ -205,36 +199,24 @@ void KillProgram() {
 
 // ---- Windows and controls ----------------------------------------------------------------------
 
-HWND FindWindowNow(const std::string& caption) {
-    for (HWND window : TopWindows())
-        if (TextOf(window) == caption)
-            return window;
-    return nullptr;
-}
-
 HWND Window(const std::string& caption) {
-    HWND window = nullptr;
-    WaitUntil([&] { return (window = FindWindowNow(caption)) != nullptr || !IsRunning(); });
-    if (window == nullptr)
-        ADD_FAILURE() << "No window \"" << caption << "\" came.\n" << Describe();
-    return window;
+    HWND found = nullptr;
+    WaitUntil([&] {
+        for (HWND window : TopWindows())
+            if (TextOf(window) == caption)
+                found = window;
+        return found != nullptr || !IsRunning();
+    });
+    if (found == nullptr)
+        Fail("No window \"" + caption + "\" came.");
+    return found;
 }
 
 HWND Named(HWND form, const std::string& name) {
     for (HWND child : Children(form))
         if (NameOf(child) == name)
             return child;
-    ADD_FAILURE() << "\"" << TextOf(form) << "\" has no control " << name << "\n" << Describe();
-    return nullptr;
-}
-
-HWND Captioned(HWND form, const std::string& caption) {
-    for (HWND child : Children(form))
-        if (IsWindowVisible(child) && CaptionOf(child) == caption)
-            return child;
-    ADD_FAILURE() << "\"" << TextOf(form) << "\" has no control with the caption \"" << caption
-                  << "\"\n"
-                  << Describe();
+    Fail("\"" + TextOf(form) + "\" has no control " + name);
     return nullptr;
 }
 
@@ -248,26 +230,27 @@ std::string TextOf(HWND window) {
 }
 
 std::string CaptionOf(HWND window) {
-    const std::string text = TextOf(window);
-    std::string caption;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if (text[i] != '&')
-            caption += text[i];
-        else if (i + 1 < text.size() && text[i + 1] == '&')
-            caption += text[i++];
-    return caption;
+    std::string text = TextOf(window);
+    std::erase(text, '&');
+    return text;
 }
 
 bool IsUsable(HWND control) {
-    if (!IsWindow(control) || !IsWindowVisible(control))
-        return false;
-    for (HWND window = control; window != nullptr; window = GetAncestor(window, GA_PARENT)) {
-        if (window == GetDesktopWindow())
-            break;
-        if (!IsWindowEnabled(window))
-            return false;
-    }
-    return true;
+    HWND window = control;
+    while (window != GetAncestor(control, GA_ROOT) && IsWindowEnabled(window))
+        window = GetAncestor(window, GA_PARENT);
+    return IsWindowVisible(control) && IsWindowEnabled(window);
+}
+
+void Expect(HWND form, const std::string& name, const std::string& text) {
+    HWND control = Named(form, name);
+    WaitUntil([&] { return TextOf(control) == text; });
+    EXPECT_EQ(text, TextOf(control)) << name;
+}
+
+void ExpectGone(HWND form) {
+    if (!WaitUntil([&] { return !IsWindowVisible(form); }))
+        Fail("The window stays.");
 }
 
 bool IsChecked(HWND button) {
@@ -316,16 +299,13 @@ bool IsHarmless(HWND control) {
 
 void Click(HWND control) {
     if (NameOf(control).rfind("cmd", 0) == 0 && GetAncestor(control, GA_ROOT) == mainWindow &&
-        !IsHarmless(control)) {
-        ADD_FAILURE() << NameOf(control) << " would touch what is not the test's own.";
-        return;
-    }
+        !IsHarmless(control))
+        return Fail(NameOf(control) + " would touch what is not the test's own.");
     // What was just done may still be on its way to enabling it.
     if (WaitUntil([&] { return IsUsable(control); }))
         PostMessageW(control, BM_CLICK, 0, 0);
     else
-        ADD_FAILURE() << NameOf(control) << " \"" << CaptionOf(control) << "\" cannot be clicked.\n"
-                      << Describe();
+        Fail(NameOf(control) + " \"" + CaptionOf(control) + "\" cannot be clicked.");
 }
 
 void Click(HWND form, const std::string& name) {
@@ -334,10 +314,8 @@ void Click(HWND form, const std::string& name) {
 }
 
 void Type(HWND edit, const std::string& text) {
-    if (!IsUsable(edit) || (GetWindowLongW(edit, GWL_STYLE) & ES_READONLY) != 0) {
-        ADD_FAILURE() << NameOf(edit) << " cannot be typed into.\n" << Describe();
-        return;
-    }
+    if (!IsUsable(edit) || (GetWindowLongW(edit, GWL_STYLE) & ES_READONLY) != 0)
+        return Fail(NameOf(edit) + " cannot be typed into.");
     Ask(edit, EM_SETSEL, 0, -1);
     Ask(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(Widen(text).c_str()));
 }
@@ -345,19 +323,14 @@ void Type(HWND edit, const std::string& text) {
 void Choose(HWND comboOrList, const std::string& item) {
     const char* drive = std::getenv("NW_SMALL_DRIVE");
     if (NameOf(comboOrList) == "lstDrives" &&
-        (drive == nullptr || item.substr(0, 2) != std::string(drive).substr(0, 2))) {
-        ADD_FAILURE() << item << " is not the drive that may be destroyed.";
-        return;
-    }
+        (drive == nullptr || item.substr(0, 2) != std::string(drive).substr(0, 2)))
+        return Fail(item + " is not the drive that may be destroyed.");
     const ListMessages messages = MessagesOf(comboOrList);
     const std::wstring wide = Widen(item);
     const LRESULT index = Ask(comboOrList, messages.Find, static_cast<WPARAM>(-1),
                               reinterpret_cast<LPARAM>(wide.c_str()));
-    if (!IsUsable(comboOrList) || index < 0) {
-        ADD_FAILURE() << "\"" << item << "\" cannot be chosen in " << NameOf(comboOrList) << ".\n"
-                      << Describe();
-        return;
-    }
+    if (!IsUsable(comboOrList) || index < 0)
+        return Fail("\"" + item + "\" cannot be chosen in " + NameOf(comboOrList));
     const bool isMultiple = !IsCombo(comboOrList) && (GetWindowLongW(comboOrList, GWL_STYLE) &
                                                       (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0;
     if (isMultiple)
@@ -373,10 +346,8 @@ void Choose(HWND comboOrList, const std::string& item) {
 
 void PressKey(HWND form, WORD virtualKey, bool alt, bool shift) {
     SetForegroundWindow(form);
-    if (!WaitUntil([&] { return GetForegroundWindow() == form; })) {
-        ADD_FAILURE() << "\"" << TextOf(form) << "\" does not come to the front.\n" << Describe();
-        return;
-    }
+    if (!WaitUntil([&] { return GetForegroundWindow() == form; }))
+        return Fail("\"" + TextOf(form) + "\" does not come to the front.");
     std::vector<INPUT> keys = {KeyStroke(virtualKey, false), KeyStroke(virtualKey, true)};
     for (const auto& [held, key] : {std::pair{shift, VK_SHIFT}, std::pair{alt, VK_MENU}})
         if (held) {
@@ -397,7 +368,7 @@ void CloseByCross(HWND form) {
     if (IsUsable(form))
         PostMessageW(form, WM_SYSCOMMAND, SC_CLOSE, 0);
     else
-        ADD_FAILURE() << "\"" << TextOf(form) << "\" cannot be closed.\n" << Describe();
+        Fail("\"" + TextOf(form) + "\" cannot be closed.");
 }
 
 // ---- Boxes and dialogs -------------------------------------------------------------------------
@@ -419,7 +390,7 @@ void AnswerDialog(const std::string& title, const std::string& path) {
     if (dialog == nullptr)
         return;
     if (!path.empty() && !IsInScratch(path)) {
-        ADD_FAILURE() << path << " is outside the scratch folder.";
+        Fail(path + " is outside the scratch folder.");
         PressAndWait(dialog, IDCANCEL);
         return;
     }
@@ -490,6 +461,18 @@ void WindowTest::SetUp() {
     isSetupAside = true;
     main = StartProgram();
     ASSERT_NE(nullptr, main);
+}
+
+void WindowTest::SpecifyData(int all) {
+    Click(main, "cmdSpecifyDirectory(0)");
+    AnswerDialog("Specify folder containing files to be purged", scratch + "\\data");
+    AnswerBox("Specify folder", "Do you wish to purge ALL files in " + scratch + "\\data\\?", all);
+    Expect(main, "lblFiles", all == IDYES ? "*.*" : "Not specified");
+}
+
+void WindowTest::ExpectReady() {
+    if (!WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); }))
+        Fail("The menu cannot be used again.");
 }
 
 void WindowTest::TearDown() {

@@ -36,17 +36,16 @@ void KillProgram();
 /// A visible top-level window of the program with this caption; waits for it. nullptr: none came,
 /// and the test has failed.
 HWND Window(const std::string& caption);
-/// The same at once, without waiting or failing.
-HWND FindWindowNow(const std::string& caption);
 /// A control by the name that it has in the code ("cmdQuit", "cmdLargePurge(1)"), visible or not.
 HWND Named(HWND form, const std::string& name);
-/// A visible control by its caption, without mnemonics.
-HWND Captioned(HWND form, const std::string& caption);
 std::string TextOf(HWND window);
 /// Text without the marks of mnemonics.
 std::string CaptionOf(HWND window);
 /// Visible and enabled, as are all windows around it.
 bool IsUsable(HWND control);
+/// Waits for a control to have this text, for a window to go.
+void Expect(HWND form, const std::string& name, const std::string& text);
+void ExpectGone(HWND form);
 bool IsChecked(HWND button);
 std::vector<std::string> ItemsOf(HWND comboOrList);
 std::string ChosenItem(HWND comboOrList);
@@ -89,6 +88,10 @@ std::string ContentOf(const std::string& name);
 struct WindowTest : testing::Test {
     void SetUp() override;
     void TearDown() override;
+    /// Chooses the folder "data" in the scratch folder; IDYES: all files in it.
+    void SpecifyData(int all);
+    /// Waits until the menu can be used (again).
+    void ExpectReady();
     HWND main = nullptr;
 };
 

@@ -2,11 +2,10 @@
 // NW_SMALL_DRIVE names it ("T:\"); everything on it is destroyed.
 #include "windows/Driver.h"
 
-#include "platform/Drives.h"
-#include "platform/Files.h"
-#include "platform/Folders.h"
-
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
 
 using namespace driver;
 
@@ -28,25 +27,13 @@ struct DrivesTest : WindowTest {
         if (!root.empty())
             WindowTest::TearDown();
     }
-    std::uint64_t FreeBytes() const {
-        std::uint64_t free = 0, total = 0;
-        EXPECT_FALSE(Failed(platform::ReadDriveSpace(root, free, total)));
-        return free;
-    }
-    std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        (void)platform::EnumerateFolder(root, [&](const platform::FolderEntry& entry) {
-            if (entry.Name != "lost+found")
-                names.push_back(entry.Name);
-            return true;
-        });
+    std::uint64_t FreeBytes() const { return std::filesystem::space(root).available; }
+    std::set<std::string> Names() const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(root))
+            names.insert(entry.path().filename().string());
+        names.erase("lost+found");
         return names;
-    }
-    static void PutFileAt(const std::string& path, const std::string& content) {
-        platform::File file;
-        ASSERT_FALSE(Failed(platform::OpenFile(path, platform::Access::Replace, file)));
-        EXPECT_FALSE(Failed(platform::WriteBytes(file, content.data(), content.size())));
-        EXPECT_FALSE(Failed(platform::CloseFile(file)));
     }
     void ChooseDrive(const std::string& title) const {
         HWND chooser = Window(title);
@@ -57,11 +44,9 @@ struct DrivesTest : WindowTest {
         EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(chooser, "cmdOK")); }));
         Click(chooser, "cmdOK");
     }
-    bool MessageIs(const std::string& text) const {
-        return WaitUntil([&] { return TextOf(Named(main, "lblLargePurgeMessage")) == text; });
-    }
-    void ExpectRest() const {
-        EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); })) << Describe();
+    void ExpectEnd(const std::string& message) {
+        Expect(main, "lblLargePurgeMessage", message);
+        ExpectReady();
         for (const std::string& name : Names())
             EXPECT_FALSE(name.starts_with("_nw_dummy")) << name;
     }
@@ -72,9 +57,9 @@ TEST_F(DrivesTest, SpeedIsMeasuredAndFreeSpacePurged) {
     AnswerBox("Test purge speed", "", IDYES);
     ChooseDrive("Test purge speed on which drive?");
     AnswerBox("Test purge speed", "", IDOK);
+    ExpectEnd("");
     EXPECT_TRUE(TextOf(Named(main, "lblPurgeSpeed"))
                     .ends_with(" MB/sec. (1 overwrite) for Drive " + root.substr(0, 1) + "."));
-    ExpectRest();
     EXPECT_EQ(freeBefore, FreeBytes());
 
     Click(main, "cmdLargePurge(2)");
@@ -83,26 +68,21 @@ TEST_F(DrivesTest, SpeedIsMeasuredAndFreeSpacePurged) {
     EXPECT_TRUE(WaitUntil([&] { return FreeBytes() == 0; })) << FreeBytes();
     AnswerBox("Purge free space", "", IDOK);
     AnswerBox("Purge free space", "The free space has been purged.", IDOK);
-    EXPECT_TRUE(MessageIs("The free space has been purged."));
-    ExpectRest();
+    ExpectEnd("The free space has been purged.");
     EXPECT_EQ(freeBefore, FreeBytes());
 }
 
 TEST_F(DrivesTest, ADiskIsPurged) {
-    const auto made = platform::MakeFolder(root + "folder");
-    ASSERT_TRUE(!Failed(made) || made == platform::Fault::AlreadyExists);
+    std::filesystem::create_directory(root + "folder");
     for (const char* name : {"top.txt", "second.txt", "folder\\below.txt", "pagefile.sys"})
-        PutFileAt(root + name, std::string(5000, 's'));
+        std::ofstream(root + name) << std::string(5000, 's');
     Click(main, "cmdLargePurge(1)");
     ChooseDrive("Purge (wipe) which drive?");
     for (const int answer : {IDOK, IDOK, IDOK, IDNO, IDNO, IDYES}) // speed, estimate, plan,
         AnswerBox("Purge disk", "", answer);                       // files, folders, no boxes
-    EXPECT_TRUE(MessageIs("The disk has been purged (except for excluded files).")) << Describe();
-    ExpectRest();
-    EXPECT_FALSE(platform::FileExists(root + "folder\\below.txt"));
-    for (const std::string& name : Names())
-        EXPECT_TRUE(name == "folder" || name == "pagefile.sys") << name;
-    EXPECT_FALSE(Failed(platform::RemoveFile(root + "pagefile.sys")));
-    EXPECT_FALSE(Failed(platform::RemoveFolder(root + "folder")));
+    ExpectEnd("The disk has been purged (except for excluded files).");
+    EXPECT_EQ((std::set<std::string>{"folder", "pagefile.sys"}), Names());
+    EXPECT_TRUE(std::filesystem::remove(root + "pagefile.sys"));
+    EXPECT_TRUE(std::filesystem::remove(root + "folder")) << "it is not empty";
     EXPECT_EQ(freeBefore, FreeBytes());
 }

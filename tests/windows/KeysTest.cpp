@@ -17,8 +17,7 @@ struct KeysTest : WindowTest {
 TEST_F(KeysTest, TabGoesRoundAllButtons) {
     std::set<std::string> reached;
     EXPECT_TRUE(HasFocus(main, "cmdSpecifyDirectory(0)"));
-    HWND first = Focused(main);
-    HWND now = first;
+    HWND first = Focused(main), now = first;
     do {
         reached.insert(CaptionOf(now));
         HWND before = now;
@@ -42,7 +41,7 @@ TEST_F(KeysTest, AltLetterEnterAndEscape) {
     EXPECT_TRUE(HasFocus(dialog, "cmdAccept"));
     EXPECT_FALSE(IsUsable(Named(main, "cmdQuit")));
     PressKey(dialog, VK_ESCAPE);
-    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
+    ExpectGone(dialog);
     // The focus is where it was before the dialog.
     EXPECT_TRUE(HasFocus(main, "cmdTypeOfPurge"));
     PressKey(main, VK_SPACE);
@@ -61,7 +60,9 @@ TEST_F(KeysTest, AltLetterEnterAndEscape) {
               "In the type of purge specified each file will be overwritten 6 times.\r\n"
               "Is this OK?",
               IDYES);
-    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
+    ExpectGone(dialog);
+    CloseByCross(main);
+    EXPECT_EQ(0, WaitForEnd());
 }
 
 /// F10 while a control of the subfolder chooser or a box has the focus: the purge that follows ends
@@ -98,9 +99,7 @@ TEST_P(F10Test, IsSeen) {
     if (place == "box")
         pressF10(Window(title));
     AnswerBox(title, "", IDOK);
-    HWND line = Named(main, "lblLargePurgeMessage");
-    EXPECT_TRUE(WaitUntil([&] { return TextOf(line) == "Purge of folders was stopped."; }))
-        << Describe();
+    Expect(main, "lblLargePurgeMessage", "Purge of folders was stopped.");
     EXPECT_EQ("a", ContentOf("tree\\one\\a.txt"));
     EXPECT_EQ("b", ContentOf("tree\\two\\b.txt"));
 }

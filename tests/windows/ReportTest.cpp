@@ -1,49 +1,45 @@
-// A run of some length in the real report window: paused, continued, stopped, interrupted.
+// Purges in the real report window: to the end, paused, continued, stopped, interrupted.
 #include "windows/Driver.h"
+
+#include "support/StrProc.h"
+
+#include <algorithm>
 
 using namespace driver;
 
 struct ReportTest : WindowTest {
-    static constexpr int files = 40;
+    std::vector<std::string> files;
+    std::string size = "2,097,152";
+    int filesBefore = 0; ///< a run
 
     void SetUp() override {
         WindowTest::SetUp();
-        const std::string content(2 << 20, 's');
-        for (int i = 0; i < files; ++i) {
-            const char* folder = i < 14   ? "data\\"
-                                 : i < 27 ? "data\\below\\"
-                                          : "data\\below\\deep\\";
-            Put(folder + std::to_string(100 + i) + ".txt", content);
-        }
-        Click(main, "cmdSpecifyDirectory(0)");
-        AnswerDialog("Specify folder containing files to be purged", scratch + "\\data");
-        AnswerBox("Specify folder", "", IDYES);
-        EXPECT_TRUE(Shows(main, "lblFiles", "*.*"));
+        if (IsSkipped())
+            return;
+        for (const char* folder : {"data\\\xE6\x96\x87", "data\\below\\", "data\\below\\deep\\"})
+            for (int i = 10; i < 24; ++i) {
+                files.push_back(folder + std::to_string(i) + ".txt");
+                Put(files.back(), std::string(2 << 20, 's'));
+            }
+        SpecifyData(IDYES);
         Click(main, "cmdSubdirectories");
-        EXPECT_TRUE(Shows(main, "lblSubdirectories", "Yes"));
+        Expect(main, "lblSubdirectories", "Yes");
     }
-    static bool Shows(HWND form, const std::string& control, const std::string& text) {
-        return WaitUntil([&] { return TextOf(Named(form, control)) == text; });
-    }
-    int filesBefore = 0; ///< a run
-    HWND StartPurge() {
+    void StartPurge() {
         filesBefore = FilesLeft();
         Click(main, "cmdProcessFiles(1)");
         Click(Window("Purge options"), "cmdDoPurge");
         AnswerBox("Purge files", "", IDYES);
+    }
+    HWND StartRun() {
+        StartPurge();
         Click(Window("File-monitoring software query"), "cmdNo");
         return Window("Purge files");
     }
-    static int FilesLeft() {
-        int left = 0;
-        for (int i = 0; i < files; ++i)
-            for (const char* folder : {"data\\", "data\\below\\", "data\\below\\deep\\"})
-                left += Exists(folder + std::to_string(100 + i) + ".txt") ? 1 : 0;
-        return left;
-    }
-    void ExpectStopped(HWND report) {
-        EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); })) << Describe();
-        EXPECT_EQ("Stopped", TextOf(Named(report, "lblPausedDone")));
+    int FilesLeft() { return static_cast<int>(std::count_if(files.begin(), files.end(), Exists)); }
+    void ExpectEnd(HWND report, const std::string& state) {
+        ExpectReady();
+        EXPECT_EQ(state, TextOf(Named(report, "lblPausedDone")));
         const std::string text = TextOf(Named(report, "txbText"));
         const int purged = filesBefore - FilesLeft();
         if (purged != 1) { // the count of one file alone is not written
@@ -51,53 +47,68 @@ struct ReportTest : WindowTest {
                       text.find("Number of files purged: " + std::to_string(purged) + "\r\n"))
                 << text;
         }
-        EXPECT_NE(std::string::npos, text.find("Purge operation was stopped.")) << text;
+        EXPECT_EQ(state == "Stopped", text.find("Purge operation was stopped.") != text.npos);
         // The lines in the window changed at their ends, again and again, and are right.
-        int lines = 0;
-        for (std::size_t at = 0; (at = text.find(" bytes) purged\r\n", at)) != std::string::npos;
-             ++at)
-            ++lines;
-        EXPECT_EQ(purged, lines) << text;
+        EXPECT_EQ(purged, CountOccurrences(text, " (" + size + " bytes) purged\r\n")) << text;
     }
 };
 
 TEST_F(ReportTest, PauseContinueStop) {
-    HWND report = StartPurge();
+    HWND report = StartRun();
     ASSERT_NE(nullptr, report);
     EXPECT_FALSE(IsUsable(Named(report, "cmdStop")));
     Click(report, "cmdPauseContinue");
-    EXPECT_TRUE(Shows(report, "lblPausedDone", "Paused"));
+    Expect(report, "lblPausedDone", "Paused");
     EXPECT_EQ("Continue", CaptionOf(Named(report, "cmdPauseContinue")));
-    ASSERT_TRUE(WaitUntil([&] { return IsUsable(Named(report, "cmdStop")); }));
     const int left = FilesLeft();
     EXPECT_GT(left, 0);
     EXPECT_FALSE(SendMessageW(main, WM_QUERYENDSESSION, 0, 0)) << "Windows must not shut down now";
     SendMessageW(main, WM_ENDSESSION, FALSE, 0);
-
     Click(report, "cmdPauseContinue");
     ASSERT_TRUE(WaitUntil([&] { return FilesLeft() < left; })) << Describe();
     Click(report, "cmdPauseContinue");
-    ASSERT_TRUE(WaitUntil([&] { return IsUsable(Named(report, "cmdStop")); })) << Describe();
     Click(report, "cmdStop");
-    ExpectStopped(report);
+    ExpectEnd(report, "Stopped");
     EXPECT_GT(FilesLeft(), 0);
     EXPECT_TRUE(SendMessageW(main, WM_QUERYENDSESSION, 0, 0));
 }
 
 TEST_F(ReportTest, F10AndClosingInterrupt) {
-    HWND report = StartPurge();
+    HWND report = StartRun();
     ASSERT_NE(nullptr, report);
     PressKey(report, VK_F10);
-    ExpectStopped(report);
+    ExpectEnd(report, "Stopped");
     Click(report, "cmdClose");
-    ASSERT_TRUE(WaitUntil([&] { return !IsWindowVisible(report); }));
+    ExpectGone(report);
 
-    report = StartPurge();
+    report = StartRun();
     ASSERT_NE(nullptr, report);
     CloseByCross(report);
-    EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); })) << Describe();
+    ExpectReady();
     EXPECT_FALSE(IsWindowVisible(report));
     Click(main, "cmdReportScreen");
     EXPECT_EQ(report, Window("Purge files"));
-    ExpectStopped(report);
+    ExpectEnd(report, "Stopped");
+}
+
+TEST_F(ReportTest, F10InTheConfirmationThenToTheEnd) {
+    Click(main, "cmdConfirmFiles");
+    StartPurge();
+    HWND confirmation = Window("Confirm purging of this file");
+    ASSERT_NE(nullptr, confirmation);
+    PressKey(confirmation, VK_F10);
+    Click(confirmation, "cmdNo");
+    HWND report = Window("Purge files");
+    ExpectEnd(report, "Stopped");
+    EXPECT_EQ(files.size(), static_cast<std::size_t>(FilesLeft()));
+    Click(report, "cmdClose");
+    ExpectGone(report);
+    Click(main, "cmdConfirmFiles");
+    for (const std::string& file : files)
+        Put(file, "s");
+    size = "1";
+    report = StartRun();
+    Expect(report, "lblPausedDone", "Done");
+    ExpectEnd(report, "Done");
+    EXPECT_EQ(0, FilesLeft());
 }

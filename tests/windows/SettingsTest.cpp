@@ -4,13 +4,11 @@
 using namespace driver;
 
 struct SettingsTest : WindowTest {
+    const std::string changed =
+        "Alternate bit patterns plus random bytes, 5 times (= 30 overwrites)";
     HWND OpenTypeOfPurge() {
         Click(main, "cmdTypeOfPurge");
         return Window("What type of purge should be used?");
-    }
-    std::string TypeOfPurge() { return TextOf(Named(main, "lblTypeOfPurge")); }
-    bool TypeBecomes(const std::string& text) {
-        return WaitUntil([&] { return TypeOfPurge() == text; });
     }
     /// To type 3 with 5 passes.
     void ChangeType() {
@@ -27,15 +25,12 @@ struct SettingsTest : WindowTest {
                   "This is a rather large number of overwrites.  "
                   "Are you sure you want to do this?",
                   IDYES);
-        EXPECT_TRUE(TypeBecomes(changed)) << TypeOfPurge();
+        Expect(main, "lblTypeOfPurge", changed);
     }
-    void SpecifyScratchFolder() {
-        Put("data\\a.txt", "secret");
-        Click(main, "cmdSpecifyDirectory(0)");
-        AnswerDialog("Specify folder containing files to be purged", scratch + "\\data");
-        AnswerBox("Specify folder", "Do you wish to purge ALL files in " + scratch + "\\data\\?",
-                  IDYES);
-        EXPECT_TRUE(WaitUntil([&] { return TextOf(Named(main, "lblFiles")) == "*.*"; }));
+    void SaveSetup(const std::string& how) {
+        for (const std::string& button :
+             {std::string("cmdSetup"), std::string("cmdSaveSetup"), how})
+            Click(main, button);
     }
     void Restart() {
         Click(main, "cmdQuit");
@@ -44,9 +39,6 @@ struct SettingsTest : WindowTest {
         main = StartProgram();
         ASSERT_NE(nullptr, main);
     }
-    const std::string changed =
-        "Alternate bit patterns plus random bytes, 5 times (= 30 overwrites)";
-    const std::string initial = "Random bytes, 6 times (= 6 overwrites)";
 };
 
 TEST_F(SettingsTest, TypeOfPurgeIsAcceptedOrCancelled) {
@@ -60,10 +52,9 @@ TEST_F(SettingsTest, TypeOfPurgeIsAcceptedOrCancelled) {
     EXPECT_FALSE(IsWindowVisible(Named(dialog, "cboNumberOfPasses(2)")));
     Choose(passes, "1");
     Click(dialog, "cmdCancel");
-    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
-    EXPECT_EQ(changed, TypeOfPurge());
+    ExpectGone(dialog);
+    Expect(main, "lblTypeOfPurge", changed);
     OpenTypeOfPurge();
-    EXPECT_TRUE(WaitUntil([&] { return IsWindowVisible(dialog); }));
     EXPECT_TRUE(IsChecked(Named(dialog, "optPurgeType(2)")));
     EXPECT_EQ("1", ChosenItem(passes));
     // "No" leaves the dialog open.
@@ -72,42 +63,32 @@ TEST_F(SettingsTest, TypeOfPurgeIsAcceptedOrCancelled) {
     EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(dialog, "cmdCancel")); }));
 }
 
-TEST_F(SettingsTest, SetupIsSavedForTheNextRun) {
+TEST_F(SettingsTest, SetupIsSavedAndLoaded) {
+    Expect(main, "lblTypeOfPurge", "Random bytes, 6 times (= 6 overwrites)");
+    const std::string path = scratch + "\\my operation.nws", data = scratch + "\\data\\";
+    SaveSetup("cmdSaveSetupAsOperationFile");
+    AnswerDialog("Specify operation file to be saved", scratch + "\\my operation"); // gets .nws
+    ExpectReady();
     ChangeType();
-    SpecifyScratchFolder();
-    Click(main, "cmdSetup");
-    Click(main, "cmdSaveSetup");
-    Click(main, "cmdSaveSetupForNextRun");
-    EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); })) << Describe();
-    Restart();
-    EXPECT_TRUE(TypeBecomes(changed)) << TypeOfPurge();
-    EXPECT_EQ(scratch + "\\data\\", TextOf(Named(main, "lblDirectory")));
-    EXPECT_EQ("Not specified", TextOf(Named(main, "lblFiles"))); // no part of a setup
-}
-
-TEST_F(SettingsTest, OperationFileIsSavedAndLoaded) {
-    ChangeType();
-    SpecifyScratchFolder();
-    const std::string path = scratch + "\\my operation.nws";
-    for (const int overwrite : {0, IDNO}) {
-        Click(main, "cmdSetup");
-        Click(main, "cmdSaveSetup");
-        Click(main, "cmdSaveSetupAsOperationFile");
-        // The second time without its extension, which is added.
-        AnswerDialog("Specify operation file to be saved",
-                     overwrite == 0 ? path : scratch + "\\my operation");
-        if (overwrite != 0)
-            AnswerBox("File exists", "Overwrite existing file " + path + "?", overwrite);
-        EXPECT_TRUE(WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); })) << Describe();
+    Put("data\\a.txt", "secret");
+    SpecifyData(IDYES);
+    for (const int overwrite : {IDNO, IDYES}) {
+        SaveSetup("cmdSaveSetupAsOperationFile");
+        AnswerDialog("Specify operation file to be saved", path);
+        AnswerBox("File exists", "Overwrite existing file " + path + "?", overwrite);
+        ExpectReady();
     }
-    EXPECT_TRUE(Exists("my operation.nws"));
     Restart();
-    EXPECT_EQ(initial, TypeOfPurge());
-    EXPECT_EQ("Not specified", TextOf(Named(main, "lblDirectory")));
+    Expect(main, "lblDirectory", "Not specified");
     Click(main, "cmdSetup");
     Click(main, "cmdLoadSetup");
     AnswerDialog("Specify operation file to be loaded", path);
-    EXPECT_TRUE(TypeBecomes(changed)) << TypeOfPurge();
-    EXPECT_EQ(scratch + "\\data\\", TextOf(Named(main, "lblDirectory")));
-    EXPECT_EQ(path, TextOf(Named(main, "lblSetupFilename")));
+    Expect(main, "lblTypeOfPurge", changed);
+    Expect(main, "lblSetupFilename", path);
+    SaveSetup("cmdSaveSetupForNextRun");
+    ExpectReady();
+    Restart();
+    Expect(main, "lblTypeOfPurge", changed);
+    Expect(main, "lblDirectory", data);
+    Expect(main, "lblFiles", "Not specified"); // no part of a setup
 }
