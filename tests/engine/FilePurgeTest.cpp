@@ -41,6 +41,10 @@ std::vector<fake::Run> Written(const std::string& file) {
     return runs;
 }
 
+std::size_t Lines(const std::string& text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
 /// What one purge of a file of this length does to it, up to the end of the last overwrite.
 std::string Overwrites(int type, int passes, std::uint64_t length, std::uint64_t cluster) {
     static const std::vector<const char*> values[] = {
@@ -81,9 +85,7 @@ TEST_F(FilePurgeTest, EveryOverwriteIsWholeClustersAndFlushedBeforeTheNext) {
                 if (length % cluster != 0 || length == 0)
                     expected += "length " + std::to_string(length) + "\n";
                 EXPECT_EQ(expected, fake::JournalText(file));
-                EXPECT_EQ(
-                    fake::journal.size(), // and nothing else
-                    static_cast<std::size_t>(std::count(expected.begin(), expected.end(), '\n')));
+                EXPECT_EQ(fake::journal.size(), Lines(expected)); // and nothing else
                 // Kept: the last overwrite, in the length that the file had.
                 EXPECT_TRUE(fake::ContentOf(file) == runs.back().Bytes(0, length));
                 // In every cluster of a random overwrite the same block.
@@ -256,113 +258,101 @@ TEST_F(FilePurgeTest, WhatWritingInPlaceDoesNotReachIsSaid) {
 }
 
 TEST_F(FilePurgeTest, AnyCallMayFail) {
-    for (const bool deleteAfter : {true, false})
-        for (const bool slackOnly : {false, true}) {
-            const auto prepare = [&] {
-                fake::Reset();
-                InitializePurgeOptions();
-                fake::PutFile(path, std::string(600, 'M'),
-                              platform::AttributeHidden | platform::AttributeReadOnly);
-                fake::PutStream(path, "s", std::string(9000, 'S'));
-            };
-            const auto overwrites = [] {
-                std::string text;
-                for (const fake::Event& event : fake::journal)
-                    if (event.What == "write")
-                        text += event.Path + " " + std::to_string(event.Data.Length) +
-                                event.Data.Pattern.substr(0, 1) + "\n";
-                return text;
-            };
-            prepare();
-            ASSERT_EQ(0, Purge(path, 1, 1, deleteAfter, slackOnly));
-            const std::string all = overwrites();
-            for (int kind = static_cast<int>(Call::OpenFile);
-                 kind <= static_cast<int>(Call::AuxiliaryFlush); ++kind)
-                for (int n = 1;; ++n) {
-                    prepare();
-                    const auto call = static_cast<Call>(kind);
-                    fake::FailNth(n, Fault::WriteFault, call);
-                    const std::int16_t code = Purge(path, 1, 1, deleteAfter, slackOnly);
-                    const bool failed = fake::HasFailed();
-                    fake::FailNth(0, Fault::None);
-                    SCOPED_TRACE("call " + std::to_string(kind) + "#" + std::to_string(n) +
-                                 (deleteAfter ? " delete" : "") + (slackOnly ? " slack" : ""));
-                    EXPECT_EQ(0, fake::OpenHandles());
-                    const bool gone = fake::At(path) == nullptr;
-                    if (gone || code >= 0) {
-                        EXPECT_EQ(all, overwrites());
-                    }
-                    EXPECT_EQ(gone, code >= 0 && deleteAfter && !slackOnly);
-                    // The outcome of a flush after an overwrite, of clearing attributes, and of the
-                    // last restoring of the length do not count; everything else does.
-                    const bool mayPass =
-                        call == Call::AuxiliaryFlush || call == Call::Flush ||
-                        call == Call::WriteAttributes || call == Call::LoadLibrary ||
-                        call == Call::ReadAttributes || call == Call::ClusterFacts ||
-                        (call == Call::AuxiliaryChange && n > 1);
-                    if (failed && !mayPass) {
-                        EXPECT_LT(code, 0);
-                    }
-                    const bool restored =
-                        call != Call::AuxiliaryChange && call != Call::LoadLibrary;
-                    if (!gone && restored) {
-                        EXPECT_EQ(600u, fake::At(path)->Data.Length());
-                        EXPECT_EQ(9000u, fake::At(path)->Streams["s"].Length());
-                    }
-                    if (!gone && slackOnly) {
-                        EXPECT_EQ(std::string(600, 'M'), fake::ContentOf(path).substr(0, 600));
-                    }
-                    if (!failed)
-                        break;
+    for (const auto& [deleteAfter, slackOnly] :
+         {std::pair{true, false}, {true, true}, {false, false}, {false, true}}) {
+        const auto purge = [this, deleteAfter = deleteAfter,
+                            slackOnly = slackOnly](Call kind, int n, std::string& overwrites) {
+            fake::Reset();
+            InitializePurgeOptions();
+            fake::PutFile(path, std::string(600, 'M'),
+                          platform::AttributeHidden | platform::AttributeReadOnly);
+            fake::PutStream(path, "s", std::string(9000, 'S'));
+            fake::FailNth(n, Fault::WriteFault, kind);
+            const std::int16_t code = Purge(path, 1, 1, deleteAfter, slackOnly);
+            overwrites.clear();
+            for (const fake::Event& event : fake::journal)
+                if (event.What == "write")
+                    overwrites += event.Path + " " + std::to_string(event.Data.Length) +
+                                  event.Data.Pattern.substr(0, 1) + "\n";
+            return code;
+        };
+        std::string all, done;
+        ASSERT_EQ(0, purge(Call::Any, 0, all));
+        bool failed = true;
+        for (int kind = int(Call::OpenFile); kind <= int(Call::AuxiliaryFlush);
+             ++kind, failed = true)
+            for (int n = 1; failed; ++n) {
+                SCOPED_TRACE("call " + std::to_string(kind) + "#" + std::to_string(n) +
+                             (deleteAfter ? " delete" : "") + (slackOnly ? " slack" : ""));
+                const auto call = static_cast<Call>(kind);
+                const std::int16_t code = purge(call, n, done);
+                failed = fake::HasFailed();
+                EXPECT_EQ(0, fake::OpenHandles());
+                const fake::Node* left = fake::At(path);
+                if (left == nullptr || code >= 0) {
+                    EXPECT_EQ(all, done);
                 }
-        }
+                EXPECT_EQ(left == nullptr, code >= 0 && deleteAfter && !slackOnly);
+                // The outcome of a flush after an overwrite, of clearing attributes, and of the
+                // last restoring of the length do not count; everything else does.
+                const bool mayPass = call == Call::AuxiliaryFlush || call == Call::Flush ||
+                                     call == Call::WriteAttributes || call == Call::LoadLibrary ||
+                                     call == Call::ReadAttributes || call == Call::ClusterFacts ||
+                                     (call == Call::AuxiliaryChange && n > 1);
+                if (failed && !mayPass) {
+                    EXPECT_LT(code, 0);
+                }
+                if (left && call != Call::AuxiliaryChange && call != Call::LoadLibrary) {
+                    EXPECT_EQ(600u, left->Data.Length());
+                    EXPECT_EQ(9000u, left->Streams.at("s").Length());
+                }
+                if (left && slackOnly) {
+                    EXPECT_EQ(std::string(600, 'M'), left->Data.Read(0, 600));
+                }
+            }
+    }
 }
 
 TEST_F(FilePurgeTest, CodesOfFaults) {
-    const auto with = [&](std::int64_t n, Fault fault, Call kind, bool deleteAfter,
-                          bool slackOnly) {
-        fake::PutBigFile(path, 3 << 20, 'M').Data.Resize((3 << 20) - 1);
-        fake::FailNth(n, fault, kind);
-        const std::int16_t code = Purge(path, 1, 1, deleteAfter, slackOnly);
-        fake::FailNth(0, Fault::None);
-        EXPECT_EQ((3u << 20) - 1, fake::At(path)->Data.Length());
-        return code;
-    };
-    EXPECT_EQ(-2, with(2, Fault::SharingViolation, Call::OpenFile, true, false));
-    EXPECT_EQ(-3, with(5, Fault::DiskFull, Call::Write, true, false));
-    EXPECT_EQ(-3, with(2, Fault::WriteFault, Call::Close, true, false));
-    EXPECT_EQ(-4, with(1, Fault::AccessDenied, Call::RemoveFile, true, false));
-    EXPECT_EQ(-11, with(2, Fault::Other, Call::AuxiliaryChange, false, true));
-    EXPECT_EQ(-2, with(1, Fault::Other, Call::ListStreams, true, false));
-    fake::PutFile(path, "small");
-    fake::FailNth(1, Fault::WriteFault, Call::Flush);
-    EXPECT_EQ(-7, Purge(path, 1, 1, true)); // before it grows
-    EXPECT_EQ(5u, fake::At(path)->Data.Length());
+    const struct {
+        int Code, N;
+        Fault What;
+        Call Kind;
+        bool SlackOnly = false;
+        std::uint64_t Length = (3 << 20) - 1;
+    } cases[] = {{-2, 2, Fault::SharingViolation, Call::OpenFile},
+                 {-3, 5, Fault::DiskFull, Call::Write},
+                 {-3, 2, Fault::WriteFault, Call::Close},
+                 {-4, 1, Fault::AccessDenied, Call::RemoveFile},
+                 {-11, 2, Fault::Other, Call::AuxiliaryChange, true},
+                 {-2, 1, Fault::Other, Call::ListStreams},
+                 {-7, 1, Fault::WriteFault, Call::Flush, false, 5}}; // before it grows
+    for (const auto& c : cases) {
+        fake::PutBigFile(path, c.Length, 'M');
+        fake::FailNth(c.N, c.What, c.Kind);
+        EXPECT_EQ(c.Code, Purge(path, 1, 1, !c.SlackOnly, c.SlackOnly));
+        EXPECT_EQ(c.Length, fake::At(path)->Data.Length());
+    }
 }
 
 TEST_F(FilePurgeTest, FreeSpaceFiguresAndStop) {
     StartProgram();
     blnPurgingFreeSpace = true;
     fake::PutBigFile(path, 150 * 4096, 'M');
-    const std::int16_t passes = GetNumberOfPasses();
-    std::vector<std::string> figures;
+    std::string figures, last;
     fake::OnCall(Call::Any, [&](const std::string&) {
         const std::string& line = frmMain.lblStatus.Caption;
-        if (!line.empty() && (figures.empty() || figures.back() != line))
-            figures.push_back(line);
+        if (!line.empty() && line != last)
+            figures += (last = line) + "\n";
         return Fault::None;
     });
-    EXPECT_EQ(0, Purge(path, 0, passes, true));
-    std::vector<std::string> expected;
-    for (int pass = 0; pass < passes; ++pass)
-        for (const int block : {1, 51, 101}) {
-            char text[40];
-            std::snprintf(text, sizeof text, "%.0f%% of purge done.",
-                          (pass * 150 + block) * 100.0 / (passes * 150));
-            if (expected.empty() || expected.back() != text)
-                expected.push_back(text);
-        }
-    EXPECT_EQ(expected, figures);
+    EXPECT_EQ(0, Purge(path, 0, 6, true)); // 900 blocks in all
+    EXPECT_EQ("0% of purge done.\n6% of purge done.\n11% of purge done.\n17% of purge done.\n"
+              "22% of purge done.\n28% of purge done.\n33% of purge done.\n39% of purge done.\n"
+              "45% of purge done.\n50% of purge done.\n56% of purge done.\n61% of purge done.\n"
+              "67% of purge done.\n72% of purge done.\n78% of purge done.\n83% of purge done.\n"
+              "89% of purge done.\n95% of purge done.\n",
+              figures);
     EXPECT_EQ("", frmMain.lblStatus.Caption);
 
     const auto stopAt = [&](std::int64_t writes) {
@@ -398,23 +388,19 @@ TEST_F(FilePurgeTest, SmallFilesCostFewCalls) {
 
 TEST_F(FilePurgeTest, NoLibraryNoPurge) {
     EXPECT_TRUE(PurgeLibraryReady());
-    const std::string end =
-        "\r\nWithout it nothing can be purged. Please install Nullwright again.";
-    const struct {
-        Fault What;
-        const char* Text;
-    } cases[] = {{Fault::NotFound, "is missing from the program's folder."},
-                 {Fault::NotSupported, "in the program's folder does not belong to this program."},
-                 {Fault::AccessDenied, "cannot be loaded: "}};
-    for (const auto& c : cases) {
+    const std::pair<Fault, std::string> cases[] = {
+        {Fault::NotFound, "is missing from the program's folder."},
+        {Fault::NotSupported, "in the program's folder does not belong to this program."},
+        {Fault::AccessDenied,
+         "cannot be loaded: " + platform::FaultText(Fault::AccessDenied) + "."}};
+    for (const auto& [fault, text] : cases) {
         fake::Reset();
         fake::PutFile(path, "kept");
-        fake::auxiliaryLibrary = c.What;
-        std::string text = std::string("The auxiliary library nwaux6.dll ") + c.Text;
-        if (c.What == Fault::AccessDenied)
-            text += platform::FaultText(c.What) + ".";
-        fake::user.Box("Error", text + end, ui::AnswerOK,
-                       {ui::Icon::Exclamation, ui::Buttons::OK, 1});
+        fake::auxiliaryLibrary = fault;
+        fake::user.Box("Error",
+                       "The auxiliary library nwaux6.dll " + text +
+                           "\r\nWithout it nothing can be purged. Please install Nullwright again.",
+                       fake::Warns);
         EXPECT_FALSE(PurgeLibraryReady());
         EXPECT_EQ(-2, Purge(path, 0, 1, true));
         EXPECT_EQ("kept", fake::ContentOf(path));

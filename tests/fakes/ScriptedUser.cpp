@@ -31,44 +31,41 @@ struct Step {
 };
 
 constexpr std::int64_t yieldsWithoutProgress = 5'000'000;
-constexpr int worstSurprises = 1000;
 
-/// Steps in waiting; the last list is that of the action in hand.
-std::vector<std::deque<Step>> steps;
-std::vector<std::pair<std::function<bool()>, Action>> during;
-std::vector<ui::Form*> modals;
-std::set<ui::Form*> forms; ///< all that were ever shown
-std::map<ui::Timer*, std::uint64_t> due;
-std::set<ui::Timer*> ticking;
-std::function<void(int)> keyHandler;
-bool insideStep, lookingAtHooks;
-std::int64_t idleYields, callsAtLastYield;
-int surprises;
+struct {
+    /// Steps in waiting; the last list is that of the action in hand.
+    std::vector<std::deque<Step>> Steps{1};
+    std::vector<std::pair<std::function<bool()>, Action>> During;
+    std::vector<ui::Form*> Modals;
+    std::set<ui::Form*> Forms; ///< all that were ever shown
+    std::map<ui::Timer*, std::uint64_t> Due;
+    std::set<ui::Timer*> Ticking;
+    std::function<void(int)> KeyHandler;
+    bool InsideStep = false, LookingAtHooks = false;
+    std::int64_t IdleYields = 0, CallsAtLastYield = 0;
+} script;
 
 void Expect(Step step) {
-    if (steps.empty())
-        steps.emplace_back();
-    steps.back().push_back(std::move(step));
+    script.Steps.back().push_back(std::move(step));
 }
 
 /// Runs an action of the script; what it left waiting goes before what waited already.
 void Perform(const Action& action) {
-    if (!action)
-        return;
-    idleYields = 0;
-    steps.emplace_back();
-    const std::size_t depth = steps.size();
-    action();
-    if (steps.size() != depth || depth < 2)
+    script.IdleYields = 0;
+    script.Steps.emplace_back();
+    const std::size_t depth = script.Steps.size();
+    if (action)
+        action();
+    if (script.Steps.size() != depth)
         return; // Reset within an action
-    std::deque<Step> left = std::move(steps.back());
-    steps.pop_back();
-    steps.back().insert(steps.back().begin(), left.begin(), left.end());
+    std::deque<Step> left = std::move(script.Steps.back());
+    script.Steps.pop_back();
+    script.Steps.back().insert(script.Steps.back().begin(), left.begin(), left.end());
 }
 
 /// The step that is next in order, whatever its kind.
 Step* Next() {
-    for (auto list = steps.rbegin(); list != steps.rend(); ++list)
+    for (auto list = script.Steps.rbegin(); list != script.Steps.rend(); ++list)
         if (!list->empty())
             return &list->front();
     return nullptr;
@@ -90,16 +87,14 @@ bool FitsNext(Kind kind, const std::string& title, const std::string& text) {
 
 /// Takes the next step when it is this one; else the test has failed.
 bool Take(Kind kind, const std::string& title, const std::string& text, Step& step) {
-    idleYields = 0;
+    script.IdleYields = 0;
     if (!FitsNext(kind, title, text)) {
         ADD_FAILURE() << "Unexpected " << kindNames[static_cast<int>(kind)] << " \"" << title
                       << "\": \"" << text << "\"\n"
                       << Waiting();
-        if (++surprises > worstSurprises)
-            throw std::runtime_error("The program shows boxes without end.");
         return false;
     }
-    for (auto list = steps.rbegin(); list != steps.rend(); ++list)
+    for (auto list = script.Steps.rbegin(); list != script.Steps.rend(); ++list)
         if (!list->empty()) {
             step = std::move(list->front());
             list->pop_front();
@@ -109,61 +104,64 @@ bool Take(Kind kind, const std::string& title, const std::string& text, Step& st
 }
 
 void NotInsideStep(const char* what) {
-    if (insideStep)
+    if (script.InsideStep)
         ADD_FAILURE() << "ui::" << what << " was called inside a step of RunSteps.";
 }
 
 void RunTimers() {
     const std::uint64_t now = platform::TickCount();
     std::vector<ui::Timer*> timers;
-    for (ui::Form* form : forms)
+    for (ui::Form* form : script.Forms)
         timers.insert(timers.end(), form->Timers.begin(), form->Timers.end());
     for (ui::Timer* timer : timers) {
         if (!timer->Enabled || timer->Interval <= 0) {
-            due.erase(timer);
+            script.Due.erase(timer);
             continue;
         }
         const auto interval = static_cast<std::uint64_t>(timer->Interval);
-        const auto [when, isNew] = due.try_emplace(timer, now + interval);
-        if (now < when->second || ticking.count(timer) > 0)
+        const auto [when, isNew] = script.Due.try_emplace(timer, now + interval);
+        if (now < when->second || script.Ticking.count(timer) > 0)
             continue;
         when->second = now + interval;
-        ticking.insert(timer);
+        script.Ticking.insert(timer);
         if (timer->Tick)
             timer->Tick();
-        ticking.erase(timer);
+        script.Ticking.erase(timer);
     }
 }
 
 void Pump() {
     ++user.Yields;
     const std::int64_t calls = CallsMade();
-    idleYields = calls == callsAtLastYield ? idleYields + 1 : 0;
-    callsAtLastYield = calls;
-    if (idleYields > yieldsWithoutProgress)
+    script.IdleYields = calls == script.CallsAtLastYield ? script.IdleYields + 1 : 0;
+    script.CallsAtLastYield = calls;
+    if (script.IdleYields > yieldsWithoutProgress)
         throw std::runtime_error("The program waits without end. " + Waiting());
     RunTimers();
-    if (lookingAtHooks)
+    if (script.LookingAtHooks)
         return;
-    for (std::size_t i = 0; i < during.size(); ++i) {
-        lookingAtHooks = true;
-        const bool isTime = during[i].first();
-        lookingAtHooks = false;
+    for (std::size_t i = 0; i < script.During.size(); ++i) {
+        script.LookingAtHooks = true;
+        const bool isTime = script.During[i].first();
+        script.LookingAtHooks = false;
         if (!isTime)
             continue;
-        const Action action = during[i].second;
-        during.erase(during.begin() + static_cast<std::ptrdiff_t>(i));
+        const Action action = script.During[i].second;
+        script.During.erase(script.During.begin() + static_cast<std::ptrdiff_t>(i));
         Perform(action);
         return;
     }
 }
 
-bool Reach(const ui::Control& control, const char* what) {
+/// Takes the focus to the control.
+bool Reach(ui::Control& control, const char* what) {
+    script.IdleYields = 0;
     const bool can = CanReach(control);
-    if (!can)
+    if (can)
+        user.Focus = &control;
+    else
         ADD_FAILURE() << "A person could not " << what << " " << control.Name << " (\""
                       << control.Caption << "\").";
-    idleYields = 0;
     return can;
 }
 
@@ -195,6 +193,14 @@ std::string Dialog(Kind kind, const std::string& title, const std::string& start
     user.DialogFolders.push_back(startFolder);
     Step step;
     return Take(kind, title, "", step) ? step.Text : "";
+}
+
+bool ChooseFile(Kind kind, const std::string& title, const std::string& startFolder,
+                std::string& path) {
+    const std::string chosen = Dialog(kind, title, startFolder);
+    if (!chosen.empty())
+        path = chosen;
+    return !chosen.empty();
 }
 } // namespace
 
@@ -229,32 +235,24 @@ void ScriptedUser::Folder(const std::string& title, const std::string& path) {
 }
 
 void ScriptedUser::During(std::function<bool()> when, Action action) {
-    during.emplace_back(std::move(when), std::move(action));
+    script.During.emplace_back(std::move(when), std::move(action));
 }
 
 void ScriptedUser::Finish() {
     if (Next() != nullptr)
         ADD_FAILURE() << "The program ended its work, but " << Waiting();
-    if (!during.empty())
-        ADD_FAILURE() << "It never came to " << during.size() << " action(s) during the work.";
-    if (!modals.empty())
-        ADD_FAILURE() << modals.back()->Name << " is still shown modally.";
+    if (!script.During.empty())
+        ADD_FAILURE() << "It never came to " << script.During.size()
+                      << " action(s) during the work.";
+    if (!script.Modals.empty())
+        ADD_FAILURE() << script.Modals.back()->Name << " is still shown modally.";
 }
 
 void ScriptedUser::Reset() {
-    for (ui::Form* form : forms)
+    for (ui::Form* form : script.Forms)
         form->Visible = false;
     *this = {};
-    steps.clear();
-    during.clear();
-    modals.clear();
-    forms.clear();
-    due.clear();
-    ticking.clear();
-    keyHandler = {};
-    insideStep = lookingAtHooks = false;
-    idleYields = callsAtLastYield = 0;
-    surprises = 0;
+    script = {};
 }
 
 Matcher Contains(const std::string& part) {
@@ -264,20 +262,17 @@ Matcher Contains(const std::string& part) {
 // ---- What a person does ------------------------------------------------------------------------
 
 bool CanReach(const ui::Control& control) {
-    if (control.Parent == nullptr || !control.Parent->Visible)
-        return false;
-    if (!modals.empty() && modals.back() != control.Parent)
-        return false;
-    for (const ui::Control* c = &control; c != nullptr; c = c->Container)
-        if (!c->Visible || !c->Enabled)
-            return false;
-    return true;
+    const ui::Form* form = control.Parent;
+    const ui::Control* c = &control;
+    while (c != nullptr && c->Visible && c->Enabled)
+        c = c->Container;
+    return c == nullptr && form != nullptr && form->Visible &&
+           (script.Modals.empty() || script.Modals.back() == form);
 }
 
 void Click(ui::Control& control) {
     if (!Reach(control, "click"))
         return;
-    user.Focus = &control;
     if (control.Kind == ui::ControlKind::CheckBox) {
         auto& box = static_cast<ui::CheckBox&>(control);
         box.Value = box.Value == 0 ? 1 : 0;
@@ -293,7 +288,6 @@ void Choose(ui::ComboBox& combo, const std::string& item) {
     const int index = IndexOf(combo, item);
     if (!Reach(combo, "choose in") || index < 0)
         return;
-    user.Focus = &combo;
     combo.ListIndex = index;
     Invoke(combo.Click);
 }
@@ -302,7 +296,6 @@ void Choose(ui::ListBox& list, const std::string& item) {
     const int index = IndexOf(list, item);
     if (!Reach(list, "choose in") || index < 0)
         return;
-    user.Focus = &list;
     list.ListIndex = index;
     for (std::size_t i = 0; i < list.Items.size(); ++i) {
         bool& selected = list.Items[i].Selected;
@@ -323,7 +316,6 @@ void Type(ui::TextBox& textBox, const std::string& text) {
         return;
     if (textBox.Locked)
         ADD_FAILURE() << textBox.Name << " is locked.";
-    user.Focus = &textBox;
     textBox.Text = text;
     textBox.SelStart = text.size();
     textBox.SelLength = 0;
@@ -333,15 +325,16 @@ void Type(ui::TextBox& textBox, const std::string& text) {
 void ReleaseMouse(ui::TextBox& textBox, std::size_t start, std::size_t length) {
     if (!Reach(textBox, "point at"))
         return;
-    user.Focus = &textBox;
     textBox.SelStart = start;
     textBox.SelLength = length;
     Invoke(textBox.MouseUp);
 }
 
 void HoverOver(ui::Control& control) {
-    if (Reach(control, "point at"))
+    if (CanReach(control))
         Invoke(control.MouseOver);
+    else
+        ADD_FAILURE() << "A person could not point at " << control.Name;
 }
 
 void PressF10() {
@@ -349,9 +342,9 @@ void PressF10() {
 }
 
 void PressKey(int virtualKey) {
-    idleYields = 0;
-    if (keyHandler)
-        keyHandler(virtualKey);
+    script.IdleYields = 0;
+    if (script.KeyHandler)
+        script.KeyHandler(virtualKey);
 }
 
 void PressEnter(ui::Form& form) {
@@ -363,7 +356,7 @@ void PressEscape(ui::Form& form) {
 }
 
 void CloseForm(ui::Form& form) {
-    if (!form.Visible || (!modals.empty() && modals.back() != &form))
+    if (!form.Visible || (!script.Modals.empty() && script.Modals.back() != &form))
         ADD_FAILURE() << "A person could not close " << form.Name << ".";
     else if (form.Close)
         form.Close();
@@ -372,7 +365,7 @@ void CloseForm(ui::Form& form) {
 }
 
 void DropFiles(ui::Form& form, const std::vector<std::string>& paths) {
-    if (!form.Visible || !modals.empty() || !form.FilesDropped)
+    if (!form.Visible || !script.Modals.empty() || !form.FilesDropped)
         ADD_FAILURE() << "A person could not drop files on " << form.Name << ".";
     else
         form.FilesDropped(paths);
@@ -393,10 +386,9 @@ using namespace fake;
 void Show(Form& form) {
     NotInsideStep("Show");
     user.FormsShown.push_back(&form);
-    forms.insert(&form);
+    script.Forms.insert(&form);
     form.Visible = true;
-    if (form.Activate)
-        form.Activate();
+    Invoke(form.Activate);
 }
 
 void ShowModal(Form& form) {
@@ -405,11 +397,11 @@ void ShowModal(Form& form) {
     const bool expected = Take(Kind::Modal, form.Name, "", step);
     if (form.Visible)
         ADD_FAILURE() << form.Name << " is shown modally while it is shown already.";
-    modals.push_back(&form);
-    const std::size_t depth = modals.size();
+    script.Modals.push_back(&form);
+    const std::size_t depth = script.Modals.size();
     Show(form);
     Perform(step.Do);
-    if (modals.size() < depth)
+    if (script.Modals.size() < depth)
         return; // Reset, or closed from outside
     if (form.Visible && expected)
         ADD_FAILURE() << form.Name << " is still shown after what was to close it.";
@@ -421,8 +413,8 @@ void ShowModal(Form& form) {
 void Hide(Form& form) {
     NotInsideStep("Hide");
     form.Visible = false;
-    if (!modals.empty() && modals.back() == &form)
-        modals.pop_back();
+    if (!script.Modals.empty() && script.Modals.back() == &form)
+        script.Modals.pop_back();
     if (user.Focus != nullptr && user.Focus->Parent == &form)
         user.Focus = nullptr;
 }
@@ -469,16 +461,16 @@ void Wait(int milliseconds) {
 }
 
 void OnKeyReleased(std::function<void(int)> handler) {
-    keyHandler = std::move(handler);
+    script.KeyHandler = std::move(handler);
 }
 
 void RunSteps(Effort /*effort*/, const std::function<bool()>& step,
               const std::function<bool()>& poll) {
     NotInsideStep("RunSteps");
     for (;;) {
-        insideStep = true;
+        script.InsideStep = true;
         const bool more = step();
-        insideStep = false;
+        script.InsideStep = false;
         if (!more)
             return;
         Pump();
@@ -498,7 +490,7 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
     };
     Step step;
     if (user.AnswerOthers && !FitsNext(Kind::Box, title, text)) {
-        idleYields = 0;
+        script.IdleYields = 0;
         const int wanted = user.AnswerOthers({title, text, buttons, icon, defaultButton, answer});
         answer = exists(wanted) ? wanted : answer;
     } else if (Take(Kind::Box, title, text, step)) {
@@ -518,19 +510,13 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
 bool OpenFileDialog(const std::string& title, const std::string& /*filterName*/,
                     const std::string& /*filterPattern*/, const std::string& startFolder,
                     std::string& path) {
-    const std::string chosen = Dialog(Kind::OpenFile, title, startFolder);
-    if (!chosen.empty())
-        path = chosen;
-    return !chosen.empty();
+    return ChooseFile(Kind::OpenFile, title, startFolder, path);
 }
 
 bool SaveFileDialog(const std::string& title, const std::string& /*filterName*/,
                     const std::string& /*filterPattern*/, const std::string& startFolder,
                     std::string& path) {
-    const std::string chosen = Dialog(Kind::SaveFile, title, startFolder);
-    if (!chosen.empty())
-        path = chosen;
-    return !chosen.empty();
+    return ChooseFile(Kind::SaveFile, title, startFolder, path);
 }
 
 std::string BrowseFolderDialog(const std::string& title, const std::string& startFolder) {
