@@ -52,20 +52,55 @@ screenshots=$top/build/screenshots
 children=()
 mounts=()
 
+# The number of the shell that uses the prefix.
+owner=$top/build/wine/owner
+wine_is_ours=
+
+# One at a time: the end of one would be the end of the other's programs too.
+take_wine() {
+    local other
+    other=$(cat "$owner" 2> /dev/null || true)
+    if [ -n "$other" ] && [ "$(readlink "/proc/$other/cwd")" = "$top" ]; then
+        die "Another ./run or ./test is at work here (process $other). End it first."
+    fi
+    mkdir -p "${owner%/*}"
+    echo $$ > "$owner"
+    wine_is_ours=yes
+    # What one that was killed has left behind.
+    wineserver -k > /dev/null 2>&1 || true
+    wineserver -w > /dev/null 2>&1 || true
+}
+
+# Ctrl-C ends it at once: see patiently.
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP
+
+# patiently COMMAND ...: runs it so that the shell hears signals meanwhile. Wine's programs pay no
+# heed to Ctrl-C, and a shell that waits for a foreground program only hears it afterwards.
+patiently() {
+    "$@" < /dev/null &
+    wait $!
+}
+
 # Ends whatever was started here; meant for a trap, so that nothing stays behind.
 stop_everything() {
     local place
-    wineserver -k > /dev/null 2>&1 || true
-    wineserver -w > /dev/null 2>&1 || true
+    if [ -n "$wine_is_ours" ]; then
+        wineserver -k > /dev/null 2>&1 || true
+        wineserver -w > /dev/null 2>&1 || true
+        rm -f "$owner"
+    fi
     for place in ${mounts[@]+"${mounts[@]}"}; do
         umount "$place" 2> /dev/null || true
     done
-    [ ${#children[@]} = 0 ] || kill "${children[@]}" 2> /dev/null || true
+    # shellcheck disable=SC2046
+    kill ${children[@]+"${children[@]}"} $(jobs -p) 2> /dev/null || true
     wait 2> /dev/null || true
 }
 
 # A prefix without a Z: drive: nothing outside the prefix can be reached from inside.
 make_prefix() {
+    take_wine
     [ -f "$WINEPREFIX/ready" ] && return 0
     say "Making a Wine prefix"
     rm -rf "$WINEPREFIX"

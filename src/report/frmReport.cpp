@@ -181,7 +181,7 @@ void LoadReportForm() {
                  {&f.lblProgress, "lblProgress", 2940, row, 6540, intRowHeight},
                  {&f.cmdPauseContinue, "cmdPauseContinue", intMargin, buttons, 1500, 375},
                  {&f.cmdStop, "cmdStop", 1740, buttons, 1000, 375},
-                 {&f.lblPausedDone, "lblPausedDone", 2900, buttons + 30, 1100, intRowHeight},
+                 {&f.lblPausedDone, "lblPausedDone", 2940, buttons + 30, 1100, intRowHeight},
                  {&f.cmdCopyToClipboard, "cmdCopyToClipboard", 4960, buttons, 3200, 375},
                  {&f.cmdClose, "cmdClose", 8280, buttons, intCloseWidth, 375}});
     f.Timers = {&f.tmrProgress};
