@@ -118,19 +118,24 @@ int main(int argc, char** argv) {
 
     std::vector<double> ratios;
     double dblBytes = 0;
-    // Round 0 warms the drive and the page cache. The order alternates.
+    // Round 0 warms the drive and the page cache, and shows how long the interface stands still.
+    // The order alternates.
     for (int i = 0; i <= intRounds; ++i) {
         const double dblFirst = i % 2 == 0 ? 0 : WriteTwicePlainly(chrDrive, dblBytes);
         double dblOurs = 0;
-        const double dblStretch =
-            bench::LongestStretch([&] { dblOurs = FillAndPurge(chrDrive, dblBytes); });
+        const auto Ours = [&] { dblOurs = FillAndPurge(chrDrive, dblBytes); };
+        // The beat itself costs time: it is kept out of what is compared.
+        if (i == 0)
+            std::printf("longest stretch without messages %.1f ms\n",
+                        bench::LongestStretch(Ours) * 1000);
+        else
+            Ours();
         const double dblPlain = i % 2 == 0 ? WriteTwicePlainly(chrDrive, dblBytes) : dblFirst;
         if (i == 0)
             continue;
         ratios.push_back(dblOurs / dblPlain);
-        std::printf("%.0f MiB  fill and purge %.2f s  plain %.2f s  ratio %.3f  "
-                    "longest stretch without messages %.1f ms\n",
-                    dblBytes / 1048576, dblOurs, dblPlain, ratios.back(), dblStretch * 1000);
+        std::printf("%.0f MiB  fill and purge %.2f s  plain %.2f s  ratio %.3f\n",
+                    dblBytes / 1048576, dblOurs, dblPlain, ratios.back());
         std::fflush(stdout);
     }
     const double dblRatio = Median(ratios);
