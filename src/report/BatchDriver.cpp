@@ -67,9 +67,10 @@ void PreparePurge() {
     InitSystemExtensions(0);
 }
 
-// For the progress bar: what the run will meet, unless the caller has counted already.
+// For the progress bar: what the run will meet, unless the caller has counted already. A single
+// folder needs no count of its own: its list is taken as a whole before its first file.
 void CountForProgress() {
-    if (frmReport.lngNumFilesExpected > 0)
+    if (frmReport.lngNumFilesExpected > 0 || !blnSubdirectories)
         return;
     frmReport.lblProgress.Caption = "Counting files ...";
     ui::Repaint(frmReport);

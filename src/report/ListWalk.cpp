@@ -55,7 +55,7 @@ bool TakeFile(const std::string& folder, const FoundFile& file) {
                      true);
     }
     if (!blnSilent)
-        NoteFileDone(static_cast<double>(file.Length));
+        NoteFileDone(static_cast<double>(file.Length), true);
     return !PollStop();
 }
 

@@ -133,37 +133,30 @@ bool Classify(const std::string& path, std::int16_t& code) {
     return true;
 }
 
-// Everything up to the question whether the file is purged at all.
-void AskAndPurge(const std::string& path, std::int64_t& length, bool blnSlackOnly) {
-    std::int16_t code = ClassNoObjection;
-    if (!Classify(path, code)) {
-        CancelRun(path);
-        return;
-    }
-    if (code != ClassNoObjection) {
-        WriteWholeLine(path + ResultText(code, blnSlackOnly, path));
-        return;
-    }
-    length = GetFileLength(path);
-    if (blnSlackOnly && purgeRun.lngClusterSize > 0 && length % purgeRun.lngClusterSize == 0) {
-        WriteWholeLine(path + ResultText(PurgeNoSlack, blnSlackOnly, path));
-        return;
-    }
-    if (blnShowPurgeWarning && IsSensitiveFile(path, false) && !GivePurgeAdvice(path)) {
-        CancelRun(path);
-        return;
-    }
-    if (!ConfirmFile(path)) {
-        WriteWholeLine(path + " -- not purged.");
-        return;
-    }
-    PurgeAndTell(path, length, blnSlackOnly);
-}
-
 } // namespace
 
 void PurgeOneFile(const std::string& strPath, bool blnSlackOnly) {
-    std::int64_t length = 0;
-    AskAndPurge(strPath, length, blnSlackOnly);
-    NoteFileDone(static_cast<double>(length));
+    std::int16_t code = ClassNoObjection;
+    if (!Classify(strPath, code)) {
+        CancelRun(strPath);
+        return;
+    }
+    if (code != ClassNoObjection) {
+        WriteWholeLine(strPath + ResultText(code, blnSlackOnly, strPath));
+        return;
+    }
+    const std::int64_t length = GetFileLength(strPath);
+    if (blnSlackOnly && purgeRun.lngClusterSize > 0 && length % purgeRun.lngClusterSize == 0) {
+        WriteWholeLine(strPath + ResultText(PurgeNoSlack, blnSlackOnly, strPath));
+        return;
+    }
+    if (blnShowPurgeWarning && IsSensitiveFile(strPath, false) && !GivePurgeAdvice(strPath)) {
+        CancelRun(strPath);
+        return;
+    }
+    if (!ConfirmFile(strPath)) {
+        WriteWholeLine(strPath + " -- not purged.");
+        return;
+    }
+    PurgeAndTell(strPath, length, blnSlackOnly);
 }

@@ -1,6 +1,7 @@
 #include "platform/Folders.h"
 #include "report/FolderList.h"
 #include "report/frmReport.h"
+#include "report/ReportProgress.h"
 #include "report/ReportText.h"
 #include "report/Walks.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -17,6 +18,15 @@ void TellLink(const std::string& path) {
     AppendReport(path + ": a link, not purged.\r\n", false);
 }
 
+// What the progress bar measures by, where nothing was counted ahead.
+void ExpectFilesOf(const FolderList& list) {
+    if (blnSubdirectories || frmReport.lngNumFilesExpected > 0)
+        return;
+    frmReport.lngNumFilesExpected = static_cast<std::int64_t>(list.Files.size() - list.LinkedFiles);
+    for (const FoundFile& file : list.Files)
+        frmReport.dblBytesExpected += file.IsLink ? 0 : static_cast<double>(file.Length);
+}
+
 // The files of one folder; false when the walk of it ends here.
 bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bool blnSlackOnly,
                       std::vector<FoundFolder>& subfolders) {
@@ -24,6 +34,7 @@ bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bo
     const platform::Fault fault = TakeFolderList(folder, filespec, blnSubdirectories, list);
     if (platform::Failed(fault))
         ++frmReport.lngNumFoldersUnread;
+    ExpectFilesOf(list);
     // The folder's line, and an empty one before its first file.
     if (!list.Files.empty())
         AppendReport("\r\n" + folder + "\r\n\r\n", false);
@@ -35,7 +46,9 @@ bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bo
             continue;
         }
         ++frmReport.lngNumFilesProcessed;
+        const std::int64_t purged = frmReport.lngNumFilesPurged;
         PurgeOneFile(folder + file.Name, blnSlackOnly);
+        NoteFileDone(static_cast<double>(file.Length), frmReport.lngNumFilesPurged > purged);
         CheckPauseStop();
     }
     subfolders = std::move(list.Subfolders);

@@ -103,9 +103,12 @@ void PauseReportProgress(bool blnPaused) {
     ShowProgress();
 }
 
-void NoteFileDone(double dblBytes) {
+void NoteFileDone(double dblBytes, bool blnPurged) {
     ++lngFilesDone;
-    dblBytesDone += dblBytes;
+    if (blnPurged)
+        dblBytesDone += dblBytes;
+    else
+        frmReport.dblBytesExpected = std::max(frmReport.dblBytesExpected - dblBytes, 0.0);
     dblShareInHand = 0;
 }
 

@@ -10,8 +10,9 @@ void BeginReportProgress();
 void RefreshReportProgress();
 /// The time of a pause does not count.
 void PauseReportProgress(bool blnPaused);
-/// A file was dealt with, purged or not.
-void NoteFileDone(double dblBytes);
+/// A file was dealt with. The bytes of one that was not purged are no work any more, neither done
+/// nor to be done.
+void NoteFileDone(double dblBytes, bool blnPurged);
 /// A share (0 to 1) of the file in hand is done.
 void NoteShareOfFile(double dblShare, double dblBytes);
 /// Takes bar and taskbar progress away and shows what the whole run took.

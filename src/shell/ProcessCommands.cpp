@@ -188,7 +188,9 @@ void CountAndPurge() {
         RepaintMain();
     }
     blnStop = false;
-    const std::int64_t lngCount = CountMatchingFiles(strDirPath, strFilespec, intCountingLimit);
+    double dblBytes = 0;
+    const std::int64_t lngCount =
+        CountMatchingFiles(strDirPath, strFilespec, intCountingLimit, &dblBytes);
     SetMainLine(MainLine::LargePurgeMessage, "");
     const bool blnInterrupted = blnStop; // by F10
     blnStop = false;
@@ -206,6 +208,10 @@ void CountAndPurge() {
         return;
     }
     PrepareReport("Purge files", true, true);
+    if (lngCount > 0) { // not more than the limit: the run need not count again
+        frmReport.lngNumFilesExpected = lngCount;
+        frmReport.dblBytesExpected = dblBytes;
+    }
     ui::Show(frmReport);
     ProcessFiles();
 }

@@ -8,8 +8,9 @@ namespace ui::win32 {
 namespace {
 
 /// A report grows by lines, and a visible text box takes milliseconds for each: inside work it is
-/// brought up to date only when this many times the cost of the last update has passed.
-constexpr std::int64_t lngRestFactor = 20;
+/// brought up to date only when this many times the cost of the last update has passed, so that
+/// it takes no more than a fiftieth of the time.
+constexpr std::int64_t lngRestFactor = 50;
 
 std::int64_t Now() {
     LARGE_INTEGER counter{};
@@ -112,7 +113,8 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
         // At its end the caret stays at the end, and the view follows the text.
         const bool follow = box.SelStart >= box.Text.size();
         const std::size_t kept = costly ? CommonStart(native.Text, box.Text) : 0;
-        if (kept > 0) {
+        // Where most of the text goes, as at the start of a run, a new one is far cheaper.
+        if (kept > 0 && kept >= native.Text.size() - kept) {
             ReplaceTail(native, box, kept, follow);
         } else {
             const std::wstring text = Widen(box.Text);
