@@ -13,9 +13,6 @@ using fake::user;
 
 namespace {
 
-constexpr fake::Look exclamation{ui::Icon::Exclamation, ui::Buttons::OK, {}};
-constexpr fake::Look yesNo{ui::Icon::Question, ui::Buttons::YesNo, 1};
-constexpr fake::Look yesNoCancel{ui::Icon::Question, ui::Buttons::YesNoCancel, 1};
 constexpr const char* strListCaption = "List files, estimate time";
 
 struct PurgeCommandsTest : ProgramTest {
@@ -44,7 +41,7 @@ struct PurgeCommandsTest : ProgramTest {
         user.Folder("Specify folder containing files to be purged", folder);
         if (purgeAll)
             user.Box("Specify folder", "Do you wish to purge ALL files in " + folder + "\\?",
-                     *purgeAll, yesNo);
+                     *purgeAll, fake::AsksYesNo);
         if (after)
             after();
         fake::Click(m.cmdSpecifyDirectory[0]);
@@ -56,28 +53,44 @@ struct PurgeCommandsTest : ProgramTest {
             fake::Click(frmFileSpecification.cmdOK);
         });
         if (!text.empty())
-            user.Box(title, text, ui::AnswerOK, exclamation);
+            user.Box(title, text, fake::Warns);
         fake::Click(m.cmdSpecifyFiles);
     }
     void ChooseSingleFile(const std::string& path, const std::string& complaint = "") {
         user.OpenFile("Specify file to be purged.", path);
         if (!complaint.empty())
-            user.Box("Single file", complaint, ui::AnswerOK, exclamation);
+            user.Box("Single file", complaint, fake::Warns);
         fake::Click(m.cmdSingleFile);
         fake::FireTimers(1100);
     }
-    /// The rest of a purge command, from the options dialog on.
-    void Accept(const std::string& question, int answer = ui::AnswerYes, bool slackOnly = false) {
-        user.Modal(options, [this, slackOnly] {
-            if (slackOnly)
-                fake::Click(options.chkPurgeSlackOnly);
+    /// The rest of a purge command, from the options dialog on, in which `look` is done first;
+    /// `after` adds the boxes that come behind the question.
+    void Accept(const std::string& question, int answer = ui::AnswerYes,
+                const fake::Action& look = {}, const fake::Action& after = {}) {
+        user.Modal(options, [this, look] {
+            if (look)
+                look();
             fake::Click(options.cmdDoPurge);
         });
-        user.Box("Purge files", question, answer, yesNo);
+        user.Box("Purge files", question, answer, fake::AsksYesNo);
+        if (after)
+            after();
         if (answer != ui::AnswerYes)
-            user.Box("Purge cancelled", "No files purged.", ui::AnswerOK,
-                     {ui::Icon::None, ui::Buttons::OK, {}});
+            Cancelled();
         fake::Click(m.cmdProcessFiles[1]);
+    }
+    static void Cancelled() {
+        user.Box("Purge cancelled", "No files purged.", {ui::Icon::None, ui::Buttons::OK, {}});
+    }
+    static std::string BothFilesIn(const std::string& folder) {
+        return "Are you sure that you want to purge both files in " + folder +
+               "\\ ?\r\nThis will permanently destroy all data in these two files.";
+    }
+    /// A command that does nothing but complain.
+    static void ClickWarned(ui::Button& command, const std::string& title,
+                            const std::string& text) {
+        user.Box(title, text, fake::Warns);
+        fake::Click(command);
     }
     void PutFiles(const std::string& folder, int count, const std::string& extension = ".txt") {
         for (int i = 0; i < count; ++i)
@@ -135,12 +148,11 @@ TEST_F(PurgeCommandsTest, SpecifyFolder) {
     ChooseFolder("C:\\empty", {});
     EXPECT_EQ("C:\\empty\\|Not specified||No|(The folder has no subfolders.)", Labels());
     ChooseFolder("C:\\gone", {},
-                 [] { user.Box("Error", "Cannot access the folder.", ui::AnswerOK, exclamation); });
+                 [] { user.Box("Error", "Cannot access the folder.", fake::Warns); });
 }
 
 TEST_F(PurgeCommandsTest, SpecifyFiles) {
-    user.Box("Folder unspecified", "The folder has not been specified.", ui::AnswerOK, exclamation);
-    fake::Click(m.cmdSpecifyFiles);
+    ClickWarned(m.cmdSpecifyFiles, "Folder unspecified", "The folder has not been specified.");
 
     fake::PutFile("C:\\docs\\a.txt");
     fake::PutFile("C:\\tree\\a.txt");
@@ -185,8 +197,7 @@ TEST_F(PurgeCommandsTest, TogglesAndClear) {
               Labels());
     EXPECT_EQ("", m.lblSetupFilename.Caption);
     fake::drives['C'].MediaPresent = false;
-    user.Box("Error", "Error when attempting to access C:\\tree\\.", ui::AnswerOK, exclamation);
-    fake::Click(m.cmdSubdirectories);
+    ClickWarned(m.cmdSubdirectories, "Error", "Error when attempting to access C:\\tree\\.");
     fake::drives['C'].MediaPresent = true;
     EXPECT_TRUE(blnSubdirectories);
 
@@ -197,10 +208,10 @@ TEST_F(PurgeCommandsTest, TogglesAndClear) {
     EXPECT_EQ("No|(Do not confirm purge operation for each file.)",
               m.lblConfirmFiles.Caption + "|" + m.lblConfirmFiles2.Caption);
 
-    user.Box("Clear", "Clear folder and file specifications?", ui::AnswerNo, yesNo);
+    user.Box("Clear", "Clear folder and file specifications?", ui::AnswerNo, fake::AsksYesNo);
     fake::Click(m.cmdClear);
     EXPECT_EQ("C:\\tree\\", strDirPath);
-    user.Box("Clear", "Clear folder and file specifications?", ui::AnswerYes, yesNo);
+    user.Box("Clear", "Clear folder and file specifications?", ui::AnswerYes, fake::AsksYesNo);
     fake::Click(m.cmdClear);
     EXPECT_EQ("", strDirPath + strFilespec);
     EXPECT_FALSE(blnSubdirectories || blnMultipleFiles);
@@ -209,14 +220,12 @@ TEST_F(PurgeCommandsTest, TogglesAndClear) {
 
 TEST_F(PurgeCommandsTest, ListingAsksAndNamesTheReport) {
     const auto list = [&](int answer) {
-        user.Box("List files", "Display folder names?", answer, yesNoCancel);
+        user.Box("List files", "Display folder names?", answer, fake::AsksYesNoCancel);
         fake::Click(m.cmdProcessFiles[0]);
         return frmReport.Caption;
     };
-    for (ui::Button& command : m.cmdProcessFiles) {
-        user.Box("Error", "No files specified.", ui::AnswerOK, exclamation);
-        fake::Click(command);
-    }
+    for (ui::Button& command : m.cmdProcessFiles)
+        ClickWarned(command, "Error", "No files specified.");
     PutFiles("C:\\docs", 2);
     fake::PutFile("C:\\docs\\sub\\b.doc");
     ChooseFolder("C:\\docs", ui::AnswerYes);
@@ -237,19 +246,15 @@ TEST_F(PurgeCommandsTest, ListingAsksAndNamesTheReport) {
     EXPECT_EQ("List folders", list(ui::AnswerYes)); // one is in the subfolder
     fake::TakeAway("C:\\docs\\sub\\b.doc");
     user.Box("List files", "Display folder names?", ui::AnswerYes);
-    user.Box(strListCaption, "There are no files in C:\\docs\\ matching *.doc.", ui::AnswerOK,
-             exclamation);
-    fake::Click(m.cmdProcessFiles[0]);
+    ClickWarned(m.cmdProcessFiles[0], strListCaption,
+                "There are no files in C:\\docs\\ matching *.doc.");
     ChooseSingleFile("C:\\docs\\f0.txt");
     fake::TakeAway("C:\\docs\\f0.txt");
     user.Box("List files", "Display folder names?", ui::AnswerYes);
-    user.Box(strListCaption, "File C:\\docs\\f0.txt not found.", ui::AnswerOK, exclamation);
-    fake::Click(m.cmdProcessFiles[0]);
+    ClickWarned(m.cmdProcessFiles[0], strListCaption, "File C:\\docs\\f0.txt not found.");
     fake::TakeAway("C:\\docs");
-    for (ui::Button& command : m.cmdProcessFiles) {
-        user.Box("Error", "Folder does not exist.", ui::AnswerOK, exclamation);
-        fake::Click(command);
-    }
+    for (ui::Button& command : m.cmdProcessFiles)
+        ClickWarned(command, "Error", "Folder does not exist.");
 }
 
 TEST_F(PurgeCommandsTest, PurgeQuestionsByCount) {
@@ -282,6 +287,7 @@ TEST_F(PurgeCommandsTest, PurgeQuestionsByCount) {
 }
 
 TEST_F(PurgeCommandsTest, PurgeQuestionsByKind) {
+    const auto slack = [this] { fake::Click(options.chkPurgeSlackOnly); };
     PutFiles("C:\\docs", 3);
     fake::PutFile("C:\\docs\\one.doc");
     fake::PutFile("C:\\docs\\sub\\two.doc");
@@ -294,7 +300,7 @@ TEST_F(PurgeCommandsTest, PurgeQuestionsByKind) {
     Specify("*.txt");
     Accept("Are you sure that you want to purge the slack area of the 3 files C:\\docs\\*.txt ?\r\n"
            "This will permanently destroy all data in these three files.",
-           ui::AnswerNo, true);
+           ui::AnswerNo, slack);
     EXPECT_EQ("Yes, purge these files", options.cmdDoPurge.Caption);
     Specify("*.doc");
     Accept("Are you sure that you want to purge the file C:\\docs\\*.doc ?\r\n"
@@ -310,7 +316,7 @@ TEST_F(PurgeCommandsTest, PurgeQuestionsByKind) {
     Accept("Are you sure that you want to purge the slack area of all 5 files in C:\\docs\\\r\n"
            "and all files in all subfolders?\r\n"
            "This will permanently destroy all data in these five files.",
-           ui::AnswerNo, true);
+           ui::AnswerNo, slack);
     EXPECT_TRUE(fake::journal.empty());
 }
 
@@ -328,15 +334,7 @@ TEST_F(PurgeCommandsTest, PurgeRunsAfterItsQuestions) {
                     FilesDroppedOnMain({"C:\\docs\\sub\\keep.txt"}); // not now
                 });
     // A file that appears between the question and the run belongs to "all files".
-    user.Modal(options, [this] {
-        fake::PutFile("C:\\docs\\late.txt");
-        fake::Click(options.cmdDoPurge);
-    });
-    user.Box("Purge files",
-             "Are you sure that you want to purge both files in C:\\docs\\ ?\r\n"
-             "This will permanently destroy all data in these two files.",
-             ui::AnswerYes);
-    fake::Click(m.cmdProcessFiles[1]);
+    Accept(BothFilesIn("C:\\docs"), ui::AnswerYes, [] { fake::PutFile("C:\\docs\\late.txt"); });
     EXPECT_TRUE(blnRunSeen);
     EXPECT_EQ("*.*", strFilespec);
     EXPECT_EQ(std::vector<std::string>{"C:\\docs\\sub\\keep.txt"}, fake::FilesBelow("C:\\docs"));
@@ -352,18 +350,10 @@ TEST_F(PurgeCommandsTest, FolderVanishesBeforeTheRun) {
         PutFiles("E:\\docs", 2);
         const std::string folder = blnPulled ? "E:\\docs" : "C:\\docs";
         ChooseFolder(folder, ui::AnswerYes);
-        user.Modal(options, [&] {
-            if (blnPulled)
-                fake::drives['E'].MediaPresent = false;
-            else
-                fake::TakeAway("C:\\docs");
-            fake::Click(options.cmdDoPurge);
+        Accept(BothFilesIn(folder), ui::AnswerYes, [&] {
+            fake::TakeAway("C:\\docs");
+            fake::drives['E'].MediaPresent = false;
         });
-        user.Box("Purge files",
-                 "Are you sure that you want to purge both files in " + folder +
-                     "\\ ?\r\nThis will permanently destroy all data in these two files.",
-                 ui::AnswerYes);
-        fake::Click(m.cmdProcessFiles[1]);
         EXPECT_EQ(std::string::npos, frmReport.txbText.Text.find(" purged\r\n"));
         EXPECT_TRUE(fake::journal.empty());
         EXPECT_TRUE(m.fraMenu.Enabled);
@@ -371,21 +361,15 @@ TEST_F(PurgeCommandsTest, FolderVanishesBeforeTheRun) {
 }
 
 TEST_F(PurgeCommandsTest, NothingIsPurgedWhenCancelled) {
-    const fake::Look plain{ui::Icon::None, ui::Buttons::OK, {}};
     PutFiles("C:\\docs", 2, ".exe");
     ChooseFolder("C:\\docs", ui::AnswerYes);
     user.Modal(options, [this] { fake::Click(options.cmdCancel); });
-    user.Box("Purge cancelled", "No files purged.", ui::AnswerOK, plain);
+    Cancelled();
     fake::Click(m.cmdProcessFiles[1]);
-
-    user.Modal(options, [this] { fake::Click(options.cmdDoPurge); });
-    user.Box("Purge files",
-             "Are you sure that you want to purge both files in C:\\docs\\ ?\r\n"
-             "This will permanently destroy all data in these two files.",
-             ui::AnswerYes);
-    user.Modal(frmAntiVirusQuery, [] { fake::Click(frmAntiVirusQuery.cmdCancel); });
-    user.Box("Purge cancelled", "No files purged.", ui::AnswerOK, plain);
-    fake::Click(m.cmdProcessFiles[1]);
+    Accept(BothFilesIn("C:\\docs"), ui::AnswerYes, {}, [] {
+        user.Modal(frmAntiVirusQuery, [] { fake::Click(frmAntiVirusQuery.cmdCancel); });
+        Cancelled();
+    });
     EXPECT_TRUE(fake::journal.empty());
 }
 
@@ -395,18 +379,16 @@ TEST_F(PurgeCommandsTest, MonitoringQueryBeforeThePurge) {
     for (ui::Button* answer : answers) {
         PutFiles("C:\\docs", 1, ".doc");
         ChooseSingleFile("C:\\docs\\f0.doc");
-        user.Modal(options, [this] { fake::Click(options.cmdDoPurge); });
-        user.Box("Purge files",
-                 "Are you sure that you want to purge the file C:\\docs\\f0.doc ?\r\n"
-                 "This will permanently destroy all data in this file.",
-                 ui::AnswerYes);
-        user.Modal(frmAntiVirusQuery, [answer] { fake::Click(*answer); });
-        if (answer == &frmAntiVirusQuery.cmdDontKnow) {
-            user.BoxLike("Nullwright", fake::Contains("If Drive C has files"), ui::AnswerOK);
-            // The file itself is announced, but the query is not put again in this run.
-            user.Modal(frmPurgeWarning, [] { fake::Click(frmPurgeWarning.cmdOK); });
-        }
-        fake::Click(m.cmdProcessFiles[1]);
+        Accept("Are you sure that you want to purge the file C:\\docs\\f0.doc ?\r\n"
+               "This will permanently destroy all data in this file.",
+               ui::AnswerYes, {}, [answer] {
+                   user.Modal(frmAntiVirusQuery, [answer] { fake::Click(*answer); });
+                   if (answer == &frmAntiVirusQuery.cmdNo)
+                       return;
+                   user.BoxLike("Nullwright", "If Drive C has files");
+                   // The file itself is announced, but the query is not put again in this run.
+                   user.Modal(frmPurgeWarning, [] { fake::Click(frmPurgeWarning.cmdOK); });
+               });
         EXPECT_EQ("(missing)", fake::ContentOf("C:\\docs\\f0.doc"));
     }
 }
@@ -480,23 +462,18 @@ TEST_F(PurgeCommandsTest, PurgeChecks) {
     fake::PutFolder("C:\\docs\\sub");
     ChooseFolder("C:\\docs", ui::AnswerNo);
     Specify("?.doc", "Specify files", "There are no files in C:\\docs\\.");
-    user.Box("Purge files", "There are no files in C:\\docs\\ matching ?.doc.", ui::AnswerOK,
-             exclamation);
-    fake::Click(m.cmdProcessFiles[1]);
+    ClickWarned(m.cmdProcessFiles[1], "Purge files",
+                "There are no files in C:\\docs\\ matching ?.doc.");
     fake::Click(m.cmdSubdirectories);
-    user.Box("Purge files",
-             "There are no files in C:\\docs\\\r\nor in any of its subfolders matching ?.doc.",
-             ui::AnswerOK, exclamation);
-    fake::Click(m.cmdProcessFiles[1]);
+    ClickWarned(m.cmdProcessFiles[1], "Purge files",
+                "There are no files in C:\\docs\\\r\nor in any of its subfolders matching ?.doc.");
     ChooseFolder("C:\\docs", ui::AnswerYes);
     fake::TakeAway("C:\\docs\\f0.txt");
-    user.Box("Purge files", "There are no files in C:\\docs\\.", ui::AnswerOK, exclamation);
-    fake::Click(m.cmdProcessFiles[1]);
+    ClickWarned(m.cmdProcessFiles[1], "Purge files", "There are no files in C:\\docs\\.");
     fake::PutFile("C:\\docs\\a.txt");
     ChooseSingleFile("C:\\docs\\a.txt");
     fake::TakeAway("C:\\docs\\a.txt");
-    user.Box("Purge files", "File C:\\docs\\a.txt not found.", ui::AnswerOK, exclamation);
-    fake::Click(m.cmdProcessFiles[1]);
+    ClickWarned(m.cmdProcessFiles[1], "Purge files", "File C:\\docs\\a.txt not found.");
 }
 
 TEST_F(PurgeCommandsTest, DroppedAndGivenPaths) {
@@ -505,7 +482,7 @@ TEST_F(PurgeCommandsTest, DroppedAndGivenPaths) {
     EXPECT_EQ("C:\\docs\\|f1.txt||No|(The folder has no subfolders.)", Labels());
     EXPECT_FALSE(m.blnQuitGuard);
     user.Box("Specify folder", "Do you wish to purge ALL files in C:\\docs\\?", ui::AnswerYes,
-             yesNo);
+             fake::AsksYesNo);
     fake::DropFiles(m, {"C:\\docs"});
     EXPECT_EQ("*.*", strFilespec);
     user.Box("Error", "Only one file or one folder can be taken at a time.\r\n"

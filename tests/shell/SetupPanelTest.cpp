@@ -31,9 +31,13 @@ struct SetupPanel : ProgramTest {
         EXPECT_TRUE(f.lblSetupFilename.Visible && f.fraMenu.Enabled);
         EXPECT_EQ(&f.cmdSetup, user.Focus);
     }
-    void Load(const std::string& path) {
+    /// A text: of the box that complains.
+    void Load(const std::string& path, const std::string& text = "",
+              const std::string& title = "Error") {
         fake::Click(f.cmdSetup);
         user.OpenFile("Specify operation file to be loaded", path);
+        if (!text.empty())
+            user.Box(title, text, fake::Warns);
         fake::Click(f.cmdLoadSetup);
         ExpectClosed();
     }
@@ -41,9 +45,11 @@ struct SetupPanel : ProgramTest {
         fake::Click(f.cmdSetup);
         fake::Click(f.cmdSaveSetup);
     }
-    void SaveAs(const std::string& path) {
+    void SaveAs(const std::string& path, const fake::Action& boxes = {}) {
         OpenSavePanel();
         user.SaveFile("Specify operation file to be saved", path);
+        if (boxes)
+            boxes();
         fake::Click(f.cmdSaveSetupAsOperationFile);
         ExpectClosed();
     }
@@ -86,22 +92,13 @@ TEST_F(SetupPanel, LoadsAnOperationFile) {
 
 TEST_F(SetupPanel, SaysWhatCouldNotBeLoaded) {
     const std::string strStart = SetupText();
-    user.OpenFile("Specify operation file to be loaded", strOperation);
-    user.Box("Error when attempting to load setup.", "File " + strOperation + " not found!",
-             ui::AnswerOK, {.Icon = ui::Icon::Exclamation});
-    fake::Click(f.cmdSetup);
-    fake::Click(f.cmdLoadSetup);
-    ExpectClosed();
+    Load(strOperation, "File " + strOperation + " not found!",
+         "Error when attempting to load setup.");
     EXPECT_EQ(strStart, SetupText());
 
     const auto fail = [&](const std::string& text) {
         fake::PutFile(strOperation, text);
-        user.OpenFile("Specify operation file to be loaded", strOperation);
-        user.Box("Error", "Error when attempting to load setup from file " + strOperation + "!",
-                 ui::AnswerOK, {.Icon = ui::Icon::Exclamation});
-        fake::Click(f.cmdSetup);
-        fake::Click(f.cmdLoadSetup);
-        ExpectClosed();
+        Load(strOperation, "Error when attempting to load setup from file " + strOperation + "!");
     };
     // Nothing of it takes effect: the setup in force keeps its name.
     f.lblSetupFilename.Caption = "C:\\ops\\other.nws";
@@ -151,17 +148,14 @@ TEST_F(SetupPanel, SavesForTheNextRunAndFindsItThere) {
 TEST_F(SetupPanel, SaysThatItCouldNotSave) {
     fake::FailNth(1, platform::Fault::AccessDenied, fake::Call::MakeFolder);
     OpenSavePanel();
-    user.Box("Error", "Cannot save setup!", ui::AnswerOK, {.Icon = ui::Icon::Exclamation});
+    user.Box("Error", "Cannot save setup!", fake::Warns);
     fake::Click(f.cmdSaveSetupForNextRun);
     ExpectClosed();
 
     fake::FailNth(1, platform::Fault::DiskFull, fake::Call::Write);
-    OpenSavePanel();
-    user.SaveFile("Specify operation file to be saved", strOperation);
-    user.Box("Error", "Cannot save setup in operation file " + strOperation + "!", ui::AnswerOK,
-             {.Icon = ui::Icon::Exclamation});
-    fake::Click(f.cmdSaveSetupAsOperationFile);
-    ExpectClosed();
+    SaveAs(strOperation, [] {
+        user.Box("Error", "Cannot save setup in operation file " + strOperation + "!", fake::Warns);
+    });
     EXPECT_TRUE(fake::FilesBelow("C:\\ops").empty());
 }
 
@@ -174,12 +168,10 @@ TEST_F(SetupPanel, SavesAnOperationFileAndAsksBeforeItReplacesOne) {
     blnConfirmFiles = true;
     const std::string strOld = fake::ContentOf(strOperation);
     for (const int intAnswer : {ui::AnswerNo, ui::AnswerCancel, ui::AnswerYes}) {
-        OpenSavePanel();
-        user.SaveFile("Specify operation file to be saved", strOperation);
-        user.Box("File exists", "Overwrite existing file " + strOperation + "?", intAnswer,
-                 {.Buttons = ui::Buttons::YesNoCancel});
-        fake::Click(f.cmdSaveSetupAsOperationFile);
-        ExpectClosed();
+        SaveAs(strOperation, [intAnswer] {
+            user.Box("File exists", "Overwrite existing file " + strOperation + "?", intAnswer,
+                     {.Buttons = ui::Buttons::YesNoCancel});
+        });
         EXPECT_EQ(intAnswer != ui::AnswerYes, strOld == fake::ContentOf(strOperation));
     }
 }
