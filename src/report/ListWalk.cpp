@@ -38,6 +38,12 @@ void AnnounceFolder(const std::string& folder) {
         AppendReport("\r\n", false);
 }
 
+// What a purge will pass over, where the listing names what it will not.
+void ListLink(const std::string& path, bool blnDisplayed) {
+    if (blnDisplayed && !blnSilent && !CountingOnly())
+        TellLink(path);
+}
+
 // False when the walk is to end.
 bool TakeFile(const std::string& folder, const FoundFile& file) {
     ++frmReport.lngNumFilesProcessed;
@@ -67,7 +73,9 @@ bool ListFolder(const std::string& folder, const std::string& filespec,
     if (list.Files.size() > list.LinkedFiles)
         AnnounceFolder(folder);
     for (const FoundFile& file : list.Files) {
-        if (!file.IsLink && !TakeFile(folder, file))
+        if (file.IsLink)
+            ListLink(folder + file.Name, frmReport.blnDisplayFileNames);
+        else if (!TakeFile(folder, file))
             return false;
     }
     subfolders = std::move(list.Subfolders);
@@ -114,8 +122,10 @@ void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec
     if (!ListFolder(folder, strSpec, subfolders))
         return;
     for (const FoundFolder& subfolder : subfolders) {
-        if (subfolder.IsLink)
+        if (subfolder.IsLink) {
+            ListLink(folder + subfolder.Name + "\\", frmReport.blnDisplayFolderNames);
             continue;
+        }
         ListFilesRecursive(folder + subfolder.Name, strSpec);
         if (PollStop() || frmReport.lngNumFilesProcessed == -1)
             return;

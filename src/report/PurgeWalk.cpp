@@ -12,12 +12,6 @@ PurgeRun purgeRun;
 
 namespace {
 
-// A link is told, lest it be passed over in silence, and left alone.
-void TellLink(const std::string& path) {
-    EndReportLine();
-    AppendReport(path + ": a link, not purged.\r\n", false);
-}
-
 // What the progress bar measures by, where nothing was counted ahead.
 void ExpectFilesOf(const FolderList& list) {
     if (blnSubdirectories || frmReport.lngNumFilesExpected > 0)
@@ -36,7 +30,7 @@ bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bo
         ++frmReport.lngNumFoldersUnread;
     ExpectFilesOf(list);
     // The folder's line, and an empty one before its first file.
-    if (!list.Files.empty())
+    if (!list.Files.empty() && !blnStop)
         AppendReport("\r\n" + folder + "\r\n\r\n", false);
     for (const FoundFile& file : list.Files) {
         if (blnStop)
@@ -65,6 +59,11 @@ void RemoveIfEmpty(const std::string& folder) {
 }
 
 } // namespace
+
+void TellLink(const std::string& strPath) {
+    EndReportLine();
+    AppendReport(strPath + ": a link, not purged.\r\n", false);
+}
 
 void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
                         bool blnSlackOnly) {

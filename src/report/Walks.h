@@ -24,6 +24,8 @@ void CountAhead(const std::string& folder, const std::string& filespec, std::int
 void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
                         bool blnSlackOnly);
 
+/// The line of a link, lest it be passed over in silence: it is left alone.
+void TellLink(const std::string& strPath);
 /// Asks what there is to ask about one file, purges it, and writes its line. Ends with blnStop
 /// set when the run is to end.
 void PurgeOneFile(const std::string& strPath, bool blnSlackOnly);

@@ -235,4 +235,5 @@ void cmdProcessFiles_Click(int intIndex) {
         List();
     else
         Purge();
+    blnStop = false; // at rest again: what was stopped has been reported
 }

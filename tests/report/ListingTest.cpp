@@ -25,9 +25,11 @@ TEST_F(RunTest, ListsFoldersAndFiles) {
 C:\d\
 C:\d\a.txt (1,234 bytes)   
 C:\d\b.doc (0 bytes)   
+C:\d\link.txt: a link, not purged.
 
 C:\d\sub\deep\
 C:\d\sub\deep\c.txt (3 bytes)   
+C:\d\junction\: a link, not purged.
 Number of files: 3
 
 Sum of file sizes: 1.21 KB
@@ -35,6 +37,7 @@ Sum of file sizes: 1.21 KB
     EXPECT_EQ(List(true, false, "*.txt"), std::string(R"(
 C:\d\
 C:\d\sub\deep\
+C:\d\junction\: a link, not purged.
 Number of files *.txt: 2
 
 Sum of file sizes: 1.21 KB
