@@ -34,10 +34,12 @@ if(WIN32)
         target_compile_options(nw_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:\
 -fstack-protector-strong;-fcf-protection;-fstack-clash-protection;\
 $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>>")
-        # No time stamp in the image: the same sources give the same bytes.
+        # No time stamp in the image: the same sources give the same bytes. The stack: the walks call
+        # themselves for each level of a folder tree, of which a path can have more than 16,000; only
+        # what is used of it is taken.
         target_link_options(nw_options INTERFACE
             -static -fstack-protector-strong -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va
-            -Wl,--no-insert-timestamp)
+            -Wl,--no-insert-timestamp -Wl,--stack,33554432)
     endif()
 endif()
 
