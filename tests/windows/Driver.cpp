@@ -49,7 +49,7 @@ std::vector<HWND> Children(HWND form) {
 }
 
 std::vector<HWND> TopWindows() {
-    std::vector<HWND> windows = Children(nullptr); // of the desktop, and what is in them
+    std::vector<HWND> windows = Children(GetDesktopWindow()); // and what is in them
     std::erase_if(windows, [](HWND window) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
