@@ -47,7 +47,7 @@ void Complain(const std::string& text, const std::string& title) {
     ui::MsgBox(text, ui::Buttons::OK, ui::Icon::Exclamation, title);
 }
 
-/// Tells the user when the specification cannot find anything in the folder. True when it went
+/// Tells the user when the file specification cannot find anything in the folder. True when it went
 /// without a box: there are matching files, or at least subfolders.
 bool FolderCheck(FolderContents& contents) {
     if (!LookInto(strDirPath, strFilespec, contents))
@@ -106,7 +106,7 @@ void TakeSingleFile(const std::string& path) {
 }
 
 /// From the choice of a folder on. A pattern that was meant for another folder is not applied to
-/// this one: the specification begins anew.
+/// this one: the file specification begins anew.
 void TakeFolder(const std::string& folder) {
     const std::string& title = frmMain.cmdSpecifyDirectory[0].Caption;
     SetFolder(folder);

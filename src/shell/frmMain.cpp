@@ -58,7 +58,7 @@ void WriteMessageLabel(ui::Label& label, const std::string& strText, int intMaxW
     label.Visible = !strText.empty();
 }
 
-/// "(All files.)" and its like: what a specification of several files means.
+/// "(All files.)" and its like: what a file specification of several files means.
 std::string FilespecMeaning(const std::string& strSpec) {
     if (strSpec == "*.*")
         return "(All files.)";
@@ -92,7 +92,7 @@ void UpdateFilesLabels() {
     frmMain.lblDirectory.Caption = strDirPath.empty() ? strNotSpecified : strDirPath;
     frmMain.lblFiles.Caption = strFilespec.empty() ? strNotSpecified : strFilespec;
     frmMain.lblFiles2.Caption = FilespecMeaning(strFilespec);
-    // The meaning stands right behind a specification; a file's name has the whole line.
+    // The meaning stands right behind a file specification; a file's name has the whole line.
     const bool blnMeaning = !frmMain.lblFiles2.Caption.empty();
     constexpr int intWidthOfCharacter = 110, intMaxWidth = 4200;
     frmMain.lblFiles.Width = RoomFrom(frmMain.lblFiles);
