@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 
 namespace contract {
@@ -72,6 +73,17 @@ inline std::string Content(const std::string& path) {
     if (Failed(ReadBytes(file, bytes.data(), bytes.size(), read)) || Failed(CloseFile(file)))
         return "(cannot be read)";
     return bytes.substr(0, read);
+}
+
+/// What a folder holds, by name.
+inline std::map<std::string, platform::FolderEntry> Entries(const std::string& folder) {
+    std::map<std::string, platform::FolderEntry> entries;
+    const auto visit = [&](const platform::FolderEntry& entry) {
+        entries[entry.Name] = entry;
+        return true;
+    };
+    EXPECT_EQ(platform::EnumerateFolder(folder, visit), platform::Fault::None);
+    return entries;
 }
 
 } // namespace contract

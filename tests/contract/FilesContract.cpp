@@ -5,6 +5,7 @@
 using namespace platform;
 using contract::Content;
 using contract::Contract;
+using contract::Entries;
 using contract::Put;
 
 TEST_F(Contract, BytesPositionsAndLengths) {
@@ -171,12 +172,7 @@ TEST_F(Contract, AttributesAreToldTheSameEverywhere) {
         EXPECT_EQ(attributes & mask, wanted);
         EXPECT_EQ(facts.Attributes & mask, wanted);
         EXPECT_FALSE(facts.IsLink);
-        EXPECT_EQ(EnumerateFolder(folder,
-                                  [&](const FolderEntry& entry) {
-                                      EXPECT_EQ(entry.Attributes & mask, wanted);
-                                      return true;
-                                  }),
-                  Fault::None);
+        EXPECT_EQ(Entries(folder)["a"].Attributes & mask, wanted);
     }
 }
 
@@ -234,14 +230,7 @@ TEST_F(Contract, NamesOfEveryKind) {
         SCOPED_TRACE(name);
         ASSERT_EQ(Put(In(name), name), Fault::None);
         EXPECT_EQ(Content(In(name)), name);
-        std::string seen;
-        EXPECT_EQ(EnumerateFolder(folder,
-                                  [&](const FolderEntry& entry) {
-                                      seen += "[" + entry.Name + "]";
-                                      return true;
-                                  }),
-                  Fault::None);
-        EXPECT_EQ(seen, "[" + name + "]");
+        EXPECT_EQ(Entries(folder).count(name), 1u);
         EXPECT_EQ(RemoveFile(In(name)), Fault::None);
         EXPECT_FALSE(FileExists(In(name)));
     }
@@ -262,10 +251,7 @@ TEST_F(Contract, PathsOverTheOldLimit) {
     EXPECT_EQ(RenameReplacing(deep + "\\x", deep + "\\y"), Fault::None);
     EXPECT_EQ(Content(deep + "\\y"), "far down");
     EXPECT_EQ(WriteAttributes(deep + "\\y", AttributeHidden), Fault::None);
-    int found = 0;
-    EXPECT_EQ(EnumerateFolder(deep + "\\", [&](const FolderEntry&) { return ++found > 0; }),
-              Fault::None);
-    EXPECT_EQ(found, 1);
+    EXPECT_EQ(Entries(deep + "\\").size(), 1u);
     EXPECT_EQ(RemoveFile(deep + "\\y"), Fault::None);
     EXPECT_EQ(RemoveFolder(deep), Fault::None);
     EXPECT_FALSE(FolderExists(deep));

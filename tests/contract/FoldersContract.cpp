@@ -1,24 +1,10 @@
 #include "contract/ContractWorld.h"
 
-#include <map>
-
 using namespace platform;
 using contract::Content;
 using contract::Contract;
+using contract::Entries;
 using contract::Put;
-
-namespace {
-std::map<std::string, FolderEntry> Entries(const std::string& folder) {
-    std::map<std::string, FolderEntry> entries;
-    EXPECT_EQ(EnumerateFolder(folder,
-                              [&](const FolderEntry& entry) {
-                                  entries[entry.Name] = entry;
-                                  return true;
-                              }),
-              Fault::None);
-    return entries;
-}
-} // namespace
 
 TEST_F(Contract, EnumerationTellsFilesAndFolders) {
     EXPECT_TRUE(Entries(folder).empty());

@@ -31,8 +31,6 @@ TEST_F(StrProcTest, MinutesNameTwoUnitsAtMost) {
         const char *Long, *Short;
     } cases[] = {{0, "0 minutes", "0m"},
                  {1, "1 minute", "1m"},
-                 {2, "2 minutes", "2m"},
-                 {59, "59 minutes", "59m"},
                  {60, "1 hour", "1h"},
                  {61, "1 hour and 1 minute", "1h 1m"},
                  {125, "2 hours and 5 minutes", "2h 5m"},
@@ -54,14 +52,12 @@ TEST_F(StrProcTest, SecondsLoseThemselvesInLongDurations) {
         const char *Long, *Short, *Rounded;
     } cases[] = {{0, "0 seconds", "0s", "0 seconds"},
                  {1, "1 second", "1s", "1 second"},
-                 {59, "59 seconds", "59s", "59 seconds"},
                  {60, "1 minute", "1m", "1 minute"},
                  {61, "1 minute and 1 second", "1m 1s", "1 minute"},
                  {89, "1 minute and 29 seconds", "1m 29s", "1 minute"},
                  {90, "1 minute and 30 seconds", "1m 30s", "2 minutes"},
                  {150, "2 minutes and 30 seconds", "2m 30s", "2 minutes"},
                  {151, "2 minutes and 31 seconds", "2m 31s", "3 minutes"},
-                 {210, "3 minutes and 30 seconds", "3m 30s", "4 minutes"},
                  {3570, "59 minutes and 30 seconds", "59m 30s", "1 hour"},
                  {3605, "1 hour and 5 seconds", "1h 5s", "1 hour"},
                  {3725, "1 hour and 2 minutes", "1h 2m 5s", "1 hour and 2 minutes"},

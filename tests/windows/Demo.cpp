@@ -5,6 +5,8 @@
 // asked for here, and compares what is left afterwards.
 #include "windows/Driver.h"
 
+#include "support/StrProc.h"
+
 #include <filesystem>
 #include <iostream>
 
@@ -37,22 +39,17 @@ struct Demo : testing::Test {
                            std::to_string(place.left) + "+" + std::to_string(place.top) + "\n");
         EXPECT_TRUE(WaitUntil([] { return !Exists("picture"); })) << "no picture of " << name;
     }
-    void WaitForLabel(const std::string& name, const std::string& text) const {
-        EXPECT_TRUE(WaitUntil([&] { return TextOf(Named(main, name)) == text; }))
-            << name << ": " << TextOf(Named(main, name));
-    }
     /// Waits for the run in a report window to end, and gives and prints the text.
     static std::string Report(const std::string& caption, const std::string& picture) {
         HWND report = Window(caption);
         if (report == nullptr)
             return {};
-        EXPECT_TRUE(WaitUntil([&] { return TextOf(Named(report, "lblPausedDone")) == "Done"; }))
-            << Describe();
+        Expect(report, "lblPausedDone", "Done");
         Picture(picture, report);
         const std::string text = TextOf(Named(report, "txbText"));
         std::cout << "---- " << caption << " ----\n" << text << "\n" << std::flush;
         Click(report, "cmdClose");
-        EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(report); }));
+        ExpectGone(report);
         return text;
     }
     void AcceptOptions(const std::vector<const char*>& boxes, const std::string& picture) const {
@@ -67,14 +64,6 @@ struct Demo : testing::Test {
         Click(options, "cmdDoPurge");
     }
 };
-
-/// How often a part occurs in a text.
-int CountOf(const std::string& text, const std::string& part) {
-    int count = 0;
-    for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size())
-        ++count;
-    return count;
-}
 
 TEST_F(Demo, ListsEstimatesAndPurges) {
     const std::string letters = scratch + "\\letters\\";
@@ -103,13 +92,13 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
         "Nullwright",
         "In the type of purge specified each file will be overwritten 4 times.\r\nIs this OK?",
         IDYES);
-    WaitForLabel("lblTypeOfPurge", "Alternate bit patterns, once (= 4 overwrites)");
+    Expect(main, "lblTypeOfPurge", "Alternate bit patterns, once (= 4 overwrites)");
 
     // Which files: all texts in a folder and below it.
     Click(main, "cmdSpecifyDirectory(0)");
     AnswerDialog("Specify folder containing files to be purged", scratch + "\\letters");
     AnswerBox("Specify folder", "Do you wish to purge ALL files in " + letters + "?", IDNO);
-    WaitForLabel("lblDirectory", letters);
+    Expect(main, "lblDirectory", letters);
     Click(main, "cmdSpecifyFiles");
     HWND specify = Window("Specify files");
     ASSERT_NE(nullptr, specify);
@@ -121,9 +110,9 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
     })) << TextOf(Named(specify, "lblMatches"));
     Picture("3-files", specify);
     Click(specify, "cmdOK");
-    WaitForLabel("lblFiles2", "(All files with extension txt.)");
+    Expect(main, "lblFiles2", "(All files with extension txt.)");
     Click(main, "cmdSubdirectories");
-    WaitForLabel("lblSubdirectories", "Yes");
+    Expect(main, "lblSubdirectories", "Yes");
     Picture("4-specified", main);
 
     // Whole folders could be purged as well. Cancelled: these are for later.
@@ -142,7 +131,7 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
     Click(main, "cmdProcessFiles(0)");
     AnswerBox("List files", "Display folder names?", IDYES);
     const std::string listing = Report("List files", "6-listing");
-    EXPECT_EQ(files, CountOf(listing, " bytes)"));
+    EXPECT_EQ(files, CountOccurrences(listing, " bytes)"));
     EXPECT_NE(std::string::npos,
               listing.find("Number of files *.txt: " + std::to_string(files) + "\r\n"));
     Click(main, "cmdProcessFiles(0)");
@@ -161,7 +150,7 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
                   " files.",
               IDYES);
     const std::string purge = Report("Purge files", "10-purged");
-    EXPECT_EQ(files, CountOf(purge, " bytes) purged\r\n"));
+    EXPECT_EQ(files, CountOccurrences(purge, " bytes) purged\r\n"));
     EXPECT_NE(std::string::npos,
               purge.find("Number of files purged: " + std::to_string(files) + "\r\n"));
 
@@ -169,9 +158,9 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
     const std::string before = ContentOf("kept.dat");
     Click(main, "cmdSingleFile");
     AnswerDialog("Specify file to be purged.", scratch + "\\kept.dat");
-    WaitForLabel("lblFiles", "kept.dat");
+    Expect(main, "lblFiles", "kept.dat");
     Click(main, "cmdConfirmFiles");
-    WaitForLabel("lblConfirmFiles", "Yes");
+    Expect(main, "lblConfirmFiles", "Yes");
     Click(main, "cmdProcessFiles(1)");
     AcceptOptions({"chkDoNotDeletePurgedFiles"}, "11-options-kept");
     AnswerBox("Purge files",

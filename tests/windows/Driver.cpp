@@ -38,23 +38,24 @@ std::string ClassOf(HWND window) {
     return Narrow({name, static_cast<std::size_t>(std::max(GetClassNameW(window, name, 100), 0))});
 }
 
+BOOL CALLBACK Collect(HWND window, LPARAM list) {
+    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
 std::vector<HWND> Children(HWND form) {
     std::vector<HWND> windows;
-    const auto collect = [](HWND window, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-        return TRUE;
-    };
-    EnumChildWindows(form, collect, reinterpret_cast<LPARAM>(&windows));
+    EnumChildWindows(form, Collect, reinterpret_cast<LPARAM>(&windows));
     return windows;
 }
 
 std::vector<HWND> TopWindows() {
-    std::vector<HWND> windows = Children(GetDesktopWindow()); // and what is in them
+    std::vector<HWND> windows;
+    EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
     std::erase_if(windows, [](HWND window) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
-        return process != program.dwProcessId || !IsWindowVisible(window) ||
-               GetAncestor(window, GA_ROOT) != window;
+        return process != program.dwProcessId || !IsWindowVisible(window);
     });
     return windows;
 }

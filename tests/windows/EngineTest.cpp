@@ -107,12 +107,3 @@ TEST_F(Engine, RefusedBeforeAByteIsWritten) {
     EXPECT_EQ(-8, Purge(In("a.bin"), 3, 1, true));
     EXPECT_TRUE(text == Whole("a.bin"));
 }
-
-TEST_F(Engine, HardLinksAreToldAndTheOtherNameLosesItsBytesToo) {
-    PutMarked("a.bin", 6000);
-    if (!MakeHardLink(In("a.bin"), In("b.bin")))
-        GTEST_SKIP() << "no hard links on this drive";
-    EXPECT_EQ(0, Purge(In("a.bin"), 1, 1, true));
-    EXPECT_EQ(std::uint32_t{ReachHardLinks}, reach);
-    EXPECT_EQ(std::string::npos, Whole("b.bin").find("secret"));
-}

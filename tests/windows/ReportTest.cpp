@@ -14,7 +14,7 @@ struct ReportTest : WindowTest {
 
     void SetUp() override {
         WindowTest::SetUp();
-        if (IsSkipped())
+        if (main == nullptr)
             return;
         for (const char* folder : {"data\\\xE6\x96\x87", "data\\below\\", "data\\below\\deep\\"})
             for (int i = 10; i < 24; ++i) {
@@ -30,10 +30,10 @@ struct ReportTest : WindowTest {
         Click(main, "cmdProcessFiles(1)");
         Click(Window("Purge options"), "cmdDoPurge");
         AnswerBox("Purge files", "", IDYES);
+        Click(Window("File-monitoring software query"), "cmdNo");
     }
     HWND StartRun() {
         StartPurge();
-        Click(Window("File-monitoring software query"), "cmdNo");
         return Window("Purge files");
     }
     int FilesLeft() { return static_cast<int>(std::count_if(files.begin(), files.end(), Exists)); }
