@@ -100,20 +100,6 @@ TEST_F(FreeSpaceTest, EstimatesByTheMeasuredSpeed) {
     EXPECT_TRUE(fake::journal.empty());
 }
 
-TEST_F(FreeSpaceTest, FillsWhatIsLeftInClusters) {
-    LeaveFree(100 * 1024);
-    Announce("100.00 KB", "A dummy file");
-    std::int64_t writes = 0;
-    user.BoxLike(strTitle, [&](const std::string& text) {
-        writes = fake::CallsMade(Call::Write);
-        EXPECT_EQ(0u, fake::drives['D'].Free());
-        return text == WrittenText(strOne);
-    });
-    user.Box(strTitle, strPurged);
-    Click();
-    EXPECT_GE(writes, 25);
-}
-
 TEST_F(FreeSpaceTest, AFloppyDriveShowsNoHintAndNoProgressBeforeAFileIsClosed) {
     fake::AddDrive('A', 3 * MiB / 2, 512, platform::DriveType::Removable);
     ChooseDrive(strQuestion, 'A');

@@ -91,14 +91,6 @@ TEST_F(SetupFiles, KeepsEveryFolderNameButThoseWithAComma) {
     EXPECT_FALSE(ApplySetupText(SetupText()));
 }
 
-TEST_F(SetupFiles, ALoadForgetsTheFileSpecification) {
-    strFilespec = "*.txt";
-    blnMultipleFiles = true;
-    ASSERT_TRUE(ApplySetupText(Join(lines)));
-    EXPECT_EQ("", strFilespec);
-    EXPECT_FALSE(blnMultipleFiles);
-}
-
 TEST_F(SetupFiles, AFaultKeepsWhatWasReadBeforeIt) {
     const auto with = [this](std::size_t line, const std::string& value) {
         std::vector<std::string> changed = lines;
