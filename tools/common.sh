@@ -45,6 +45,8 @@ build() {
 
 # ---- Wine and its display -------------------------------------------------------------------
 
+# Names of files are UTF-8, whatever the machine's own locale is; Wine would refuse the others.
+export LC_ALL=C.UTF-8
 export WINEPREFIX=$top/build/wine/prefix WINEARCH=win64 WINEDEBUG=-all
 export WINEDLLOVERRIDES='mscoree=;mshtml=;winemenubuilder.exe='
 product="$WINEPREFIX/drive_c/Program Files/Nullwright"
