@@ -26,6 +26,7 @@ std::int16_t GetNumberOfPasses() {
     return 1;
 }
 void SetMainLine(MainLine, const std::string&) {}
+void ClearStatus() {}
 void RepaintMain() {}
 void EnableMenu(bool) {}
 void ShowMainProgress(double) {}

@@ -182,8 +182,7 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
         PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
     if (lngHardLinks > 1)
         reach |= ReachHardLinks;
-    SetMainLine(MainLine::Status, "");
-    RepaintMain();
+    ClearStatus();
     // Cuts away the growth to the cluster boundary, whatever became of the purge; a file that is
     // gone needs no asking.
     const bool blnDeleted = result == PurgeDone && deleteAfter && !slackOnly;

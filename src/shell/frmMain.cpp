@@ -175,6 +175,13 @@ void SetMainLine(MainLine line, const std::string& text) {
     }
 }
 
+void ClearStatus() {
+    if (frmMain.lblStatus.Caption.empty())
+        return;
+    SetMainLine(MainLine::Status, "");
+    RepaintMain();
+}
+
 void RepaintMain() {
     ui::Repaint(frmMain);
 }

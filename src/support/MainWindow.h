@@ -15,6 +15,9 @@ enum class MainLine {
 
 /// Writes one of the main window's status lines.
 void SetMainLine(MainLine line, const std::string& text);
+/// Empties the status line and paints it at once; costs nothing when it is empty already, so that
+/// it may be called after every file.
+void ClearStatus();
 /// Paints the main window at once.
 void RepaintMain();
 /// Enables or disables the frame of command buttons. Every long operation disables it first and

@@ -20,4 +20,5 @@ std::int16_t GetNumberOfPasses() {
 }
 
 void SetMainLine(MainLine, const std::string&) {}
+void ClearStatus() {}
 void RepaintMain() {}
