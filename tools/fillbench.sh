@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Measures what purging free space costs beyond the bytes themselves, under Wine on a mounted image:
-# "bash tools/fillbench.sh [rounds [mebibytes]]", 5 rounds of some 1024 MiB if not said. As root.
+# "bash tools/fillbench.sh [rounds [mebibytes]]", 10 rounds of some 1024 MiB if not said. As root.
 . "$(dirname "$0")/common.sh"
 
-rounds=${1:-5} size=${2:-1024}
+rounds=${1:-10} size=${2:-1024}
 need_packages "${packages_build[@]}" "${packages_wine[@]}" googletest e2fsprogs mount
 build windows nullwright_fillbench
 trap stop_everything EXIT
