@@ -38,21 +38,13 @@ void LoadAntiVirusQueryForm() {
     f.Activate = frmAntiVirusQuery_Activate;
     f.Close = cmdCancel_Click;
 
-    f.lblQuery.Caption = "Is Norton AntiVirus Auto-Protect, or some other file-monitoring "
-                         "software, currently active on this PC?";
-    f.cmdYes.Caption = "Yes";
-    f.cmdYes.Mnemonic = 'Y';
-    f.cmdYes.Default = true;
-    f.cmdYes.Click = cmdYes_Click;
-    f.cmdNo.Caption = "No";
-    f.cmdNo.Mnemonic = 'N';
-    f.cmdNo.Click = cmdNo_Click;
-    f.cmdDontKnow.Caption = "Don't know";
-    f.cmdDontKnow.Mnemonic = 'D';
-    f.cmdDontKnow.Click = cmdYes_Click;
-    f.cmdCancel.Caption = "Cancel";
-    f.cmdCancel.Cancel = true;
-    f.cmdCancel.Click = cmdCancel_Click;
+    ui::PutWords({{&f.lblQuery, "Is Norton AntiVirus Auto-Protect, or some other file-monitoring "
+                                "software, currently active on this PC?"},
+                  {&f.cmdYes, "Yes", 'Y', cmdYes_Click},
+                  {&f.cmdNo, "No", 'N', cmdNo_Click},
+                  {&f.cmdDontKnow, "Don't know", 'D', cmdYes_Click},
+                  {&f.cmdCancel, "Cancel", 0, cmdCancel_Click}});
+    f.cmdYes.Default = f.cmdCancel.Cancel = true;
 
     ui::Bind(f, {{&f.lblQuery, "lblQuery", 120, 120, 6360, 720},
                  {&f.cmdYes, "cmdYes", 120, 1065, 1500, 375},

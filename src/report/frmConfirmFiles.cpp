@@ -42,23 +42,16 @@ void LoadConfirmFilesForm() {
     f.Height = 1920;
     f.Close = cmdNo_Click; // closing it is no consent to the purge
 
-    f.lblFile.Caption = "C:\\xxx\\yyy\\...";
+    ui::PutWords({{&f.lblFile, "C:\\xxx\\yyy\\..."},
+                  {&f.cmdYes, "Yes", 'Y', cmdYes_Click},
+                  {&f.cmdNo, "No", 'N', cmdNo_Click},
+                  {&f.cmdYesAndDontShowAgain,
+                   "Purge this file and all subsequent files (don't show this again).", 'P',
+                   cmdYesAndDontShowAgain_Click},
+                  {&f.cmdStopPurge, "Stop this purge", 'S', cmdStopPurge_Click}});
     f.lblFile.Ellipsis = true;
-    f.cmdYes.Caption = "Yes";
-    f.cmdYes.Mnemonic = 'Y';
-    f.cmdYes.Click = cmdYes_Click;
-    f.cmdNo.Caption = "No";
-    f.cmdNo.Mnemonic = 'N';
     f.cmdNo.Default = true; // Enter pressed too early must not destroy anything
     f.cmdNo.Cancel = true;
-    f.cmdNo.Click = cmdNo_Click;
-    f.cmdYesAndDontShowAgain.Caption =
-        "Purge this file and all subsequent files (don't show this again).";
-    f.cmdYesAndDontShowAgain.Mnemonic = 'P';
-    f.cmdYesAndDontShowAgain.Click = cmdYesAndDontShowAgain_Click;
-    f.cmdStopPurge.Caption = "Stop this purge";
-    f.cmdStopPurge.Mnemonic = 'S';
-    f.cmdStopPurge.Click = cmdStopPurge_Click;
 
     ui::Bind(f, {{&f.lblFile, "lblFile", 120, 180, 6960, 540},
                  {&f.cmdYes, "cmdYes", 120, 840, 1500, 375},

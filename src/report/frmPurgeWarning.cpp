@@ -52,16 +52,11 @@ void LoadPurgeWarningForm() {
     f.Activate = frmPurgeWarning_Activate;
     f.Close = cmdStopPurge_Click; // closing it is no consent to the purge
 
-    f.chkDontShowAgain.Caption = "Don't display this advice again during this session.";
-    f.chkDontShowAgain.Mnemonic = 'D';
-    f.chkDontShowAgain.Click = chkDontShowAgain_Click;
-    f.cmdOK.Caption = "OK";
-    f.cmdOK.Default = true;
-    f.cmdOK.Click = cmdOK_Click;
-    f.cmdStopPurge.Caption = "Cancel purge operation";
-    f.cmdStopPurge.Mnemonic = 'C';
-    f.cmdStopPurge.Cancel = true;
-    f.cmdStopPurge.Click = cmdStopPurge_Click;
+    ui::PutWords({{&f.chkDontShowAgain, "Don't display this advice again during this session.", 'D',
+                   chkDontShowAgain_Click},
+                  {&f.cmdOK, "OK", 0, cmdOK_Click},
+                  {&f.cmdStopPurge, "Cancel purge operation", 'C', cmdStopPurge_Click}});
+    f.cmdOK.Default = f.cmdStopPurge.Cancel = true;
 
     ui::Bind(f, {{&f.cmdOK, "cmdOK", 120, 2925, 1500, 375},
                  {&f.cmdStopPurge, "cmdStopPurge", 1740, 2925, 2700, 375},

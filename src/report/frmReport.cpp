@@ -148,29 +148,22 @@ void LoadReportForm() {
     f.Close = cmdClose_Click;
     f.Resize = LayOut;
 
-    f.txbText.Caption = "Report"; // for screen readers, as the next one
-    f.barProgress.Caption = "Progress";
+    ui::PutWords(
+        {{&f.txbText, "Report"}, // for screen readers, as the next one
+         {&f.barProgress, "Progress"},
+         {&f.lblDots, "Each dot represents a folder."},
+         {&f.lblPausedDone, "Paused ..."},
+         {&f.cmdPauseContinue, "Continue", 0, cmdPauseContinue_Click},
+         {&f.cmdStop, "Stop", 'S', cmdStop_Click},
+         {&f.cmdCopyToClipboard, "Copy selected text to clipboard", 'y', cmdCopyToClipboard_Click},
+         {&f.cmdClose, "Close", 'l', cmdClose_Click}});
     f.txbText.MultiLine = true;
     f.txbText.Locked = true;
     f.txbText.FixedPitch = true;
     f.txbText.MouseUp = txbText_MouseUp;
-    f.lblDots.Caption = "Each dot represents a folder.";
-    f.lblDots.Visible = false;
-    f.lblPausedDone.Caption = "Paused ...";
+    f.lblDots.Visible = f.barProgress.Visible = false;
     f.lblPausedDone.Bold = true;
-    f.barProgress.Visible = false;
-    f.cmdPauseContinue.Caption = "Continue";
-    f.cmdPauseContinue.Click = cmdPauseContinue_Click;
-    f.cmdStop.Caption = "Stop";
-    f.cmdStop.Mnemonic = 'S';
-    f.cmdStop.Click = cmdStop_Click;
-    f.cmdCopyToClipboard.Caption = "Copy selected text to clipboard";
-    f.cmdCopyToClipboard.Mnemonic = 'y';
-    f.cmdCopyToClipboard.Click = cmdCopyToClipboard_Click;
-    f.cmdClose.Caption = "Close";
-    f.cmdClose.Mnemonic = 'l';
     f.cmdClose.Cancel = true;
-    f.cmdClose.Click = cmdClose_Click;
     f.tmrProgress.Interval = 500;
     f.tmrProgress.Tick = RefreshReportProgress;
 

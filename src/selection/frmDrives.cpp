@@ -73,14 +73,13 @@ void cmdCancel_Click() {
 
 void LoadDrivesForm() {
     frm.Name = "frmDrives";
-    frm.lblMessage.Caption = "Choose the drive:";
     frm.Width = 6600;
     frm.Height = 3600;
 
-    frm.cmdOK.Caption = "OK";
-    frm.cmdOK.Default = true;
-    frm.cmdCancel.Caption = "Cancel";
-    frm.cmdCancel.Cancel = true;
+    ui::PutWords({{&frm.lblMessage, "Choose the drive:"},
+                  {&frm.cmdOK, "OK", 0, cmdOK_Click},
+                  {&frm.cmdCancel, "Cancel", 0, cmdCancel_Click}});
+    frm.cmdOK.Default = frm.cmdCancel.Cancel = true;
 
     ui::Bind(frm, {
                       {&frm.lblMessage, "lblMessage", 120, 120, 6360, 285},
@@ -93,8 +92,6 @@ void LoadDrivesForm() {
     frm.Close = cmdCancel_Click;
     frm.lstDrives.Click = lstDrives_Click;
     frm.lstDrives.DoubleClick = cmdOK_Click;
-    frm.cmdOK.Click = cmdOK_Click;
-    frm.cmdCancel.Click = cmdCancel_Click;
 }
 
 // No drive is chosen beforehand where there are several: Enter alone must not pick one.

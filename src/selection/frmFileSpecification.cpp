@@ -235,22 +235,18 @@ void LoadFileSpecificationForm() {
     frm.Width = 7200;
     frm.Height = 3765;
 
+    ui::OptionButton(&option)[4] = frm.optSpecification;
+    ui::PutWords(
+        {{&option[SingleFile], "A single file:", 'S', optSpecification_Click},
+         {&option[AllFiles], "All files", 'A', optSpecification_Click},
+         {&option[WithExtension], "All files with the extension:", 'e', optSpecification_Click},
+         {&option[OfForm], "All files of the form:", 'f', optSpecification_Click},
+         {&frm.cmdChooseFile, "Choose ...", 'C', cmdChooseFile_Click},
+         {&frm.lblHint, "(? stands for any one character, * for any number of them.)"},
+         {&frm.cmdOK, "OK", 0, cmdOK_Click},
+         {&frm.cmdCancel, "Cancel", 0, cmdCancel_Click}});
+    frm.cmdOK.Default = frm.cmdCancel.Cancel = true;
     frm.lblFolder.Ellipsis = true;
-    frm.optSpecification[SingleFile].Caption = "A single file:";
-    frm.optSpecification[SingleFile].Mnemonic = 'S';
-    frm.optSpecification[AllFiles].Caption = "All files";
-    frm.optSpecification[AllFiles].Mnemonic = 'A';
-    frm.optSpecification[WithExtension].Caption = "All files with the extension:";
-    frm.optSpecification[WithExtension].Mnemonic = 'e';
-    frm.optSpecification[OfForm].Caption = "All files of the form:";
-    frm.optSpecification[OfForm].Mnemonic = 'f';
-    frm.cmdChooseFile.Caption = "Choose ...";
-    frm.cmdChooseFile.Mnemonic = 'C';
-    frm.lblHint.Caption = "(? stands for any one character, * for any number of them.)";
-    frm.cmdOK.Caption = "OK";
-    frm.cmdOK.Default = true;
-    frm.cmdCancel.Caption = "Cancel";
-    frm.cmdCancel.Cancel = true;
 
     ui::Bind(frm, {
                       {&frm.lblFolder, "lblFolder", 120, 120, 6960, 285},
@@ -270,14 +266,9 @@ void LoadFileSpecificationForm() {
 
     frm.Activate = Form_Activate;
     frm.Close = cmdCancel_Click;
-    for (ui::OptionButton& option : frm.optSpecification)
-        option.Click = optSpecification_Click;
     frm.txbSingleFile.Change = [] { TextBox_Change(SingleFile); };
     frm.txbExtension.Change = [] { TextBox_Change(WithExtension); };
     frm.txbForm.Change = [] { TextBox_Change(OfForm); };
-    frm.cmdChooseFile.Click = cmdChooseFile_Click;
-    frm.cmdOK.Click = cmdOK_Click;
-    frm.cmdCancel.Click = cmdCancel_Click;
 }
 
 std::string AskFileSpecification(const std::string& strFolder) {

@@ -130,16 +130,14 @@ void LoadSubfoldersForm() {
     frm.Width = 7200;
     frm.Height = 5400;
 
-    frm.lblMessage.Caption = "Click on the subfolders to choose them; click again to let one go.";
+    ui::PutWords(
+        {{&frm.lblMessage, "Click on the subfolders to choose them; click again to let one go."},
+         {&frm.cmdChooseAll, "All", 'A', [] { ChooseAll(true); }},
+         {&frm.cmdChooseNone, "None", 'N', [] { ChooseAll(false); }},
+         {&frm.cmdOK, "OK", 0, cmdOK_Click},
+         {&frm.cmdCancel, "Cancel", 0, cmdCancel_Click}});
+    frm.cmdOK.Default = frm.cmdCancel.Cancel = true;
     frm.lstSubfolders.MultiSelect = true;
-    frm.cmdChooseAll.Caption = "All";
-    frm.cmdChooseAll.Mnemonic = 'A';
-    frm.cmdChooseNone.Caption = "None";
-    frm.cmdChooseNone.Mnemonic = 'N';
-    frm.cmdOK.Caption = "OK";
-    frm.cmdOK.Default = true;
-    frm.cmdCancel.Caption = "Cancel";
-    frm.cmdCancel.Cancel = true;
     frm.Clock1.Interval = 15;
     frm.Timers = {&frm.Clock1};
 
@@ -157,10 +155,6 @@ void LoadSubfoldersForm() {
     frm.Close = cmdCancel_Click;
     frm.Clock1.Tick = Clock1_Tick;
     frm.lstSubfolders.Click = ShowChosen;
-    frm.cmdChooseAll.Click = [] { ChooseAll(true); };
-    frm.cmdChooseNone.Click = [] { ChooseAll(false); };
-    frm.cmdOK.Click = cmdOK_Click;
-    frm.cmdCancel.Click = cmdCancel_Click;
 }
 
 // The names are kept beside the list, so that one that holds "(" or begins with a blank comes back

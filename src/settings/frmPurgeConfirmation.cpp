@@ -131,15 +131,18 @@ void cmdCancel_Click() {
     ui::Hide(f);
 }
 
+void lblClusterSize_Click() {
+    ui::Label& label = frmPurgeConfirmation.lblFileSystem;
+    label.Visible = !label.Visible;
+}
+
 void LayOut() {
     FrmPurgeConfirmation& f = frmPurgeConfirmation;
     f.Name = "frmPurgeConfirmation";
     f.Caption = "Purge options";
     f.Width = 7260;
     f.Height = 5190;
-    for (ui::Control* control : std::initializer_list<ui::Control*>{
-             &f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem})
-        control->Container = &f.fraClusterSize;
+    ui::PutInto(f.fraClusterSize, {&f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem});
     constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
     ui::Bind(
         f, {{&f.lblMessage, "lblMessage", intLeft, 180, intWidth, 720},
@@ -161,42 +164,26 @@ void LayOut() {
             {&f.cmdDoPurge, "cmdDoPurge", 3000, 4605, 2400, 405},
             {&f.cmdCancel, "cmdCancel", 5520, 4605, 1500, 405}});
 
-    const struct {
-        ui::Control* Which;
-        const char* Caption;
-        char Mnemonic;
-    } captions[] = {
-        {&f.chkPurgeSlackOnly, "Purge only the slack area behind the end of the files", 's'},
-        {&f.chkDoNotDeletePurgedFiles, "Do not delete the purged files", 'n'},
-        {&f.chkOKToPurgeReadOnlyFiles, "OK to purge read-only files", 'r'},
-        {&f.chkOKToPurgeSystemFiles, "OK to purge system files", 'm'},
+    ui::PutWords({
+        {&f.chkPurgeSlackOnly, "Purge only the slack area behind the end of the files", 's',
+         chkPurgeSlackOnly_Click},
+        {&f.chkDoNotDeletePurgedFiles, "Do not delete the purged files", 'n', GiveFocusToCancel},
+        {&f.chkOKToPurgeReadOnlyFiles, "OK to purge read-only files", 'r', GiveFocusToCancel},
+        {&f.chkOKToPurgeSystemFiles, "OK to purge system files", 'm', GiveFocusToCancel},
         {&f.chkOKToPurgeSensitiveFiles, "OK to purge sensitive files (programs and their parts)",
-         'v'},
-        {&f.chkFolderNamesOnly, "Show folder names only in the report", 'f'},
-        {&f.chkDeleteEmptyFolders, "Delete folders that are empty after the purge", 'd'},
-        {&f.lblClusterSize, "Cluster size:", 'c'},
-        {&f.cmdDoPurge, "Yes, purge these files", 'Y'},
-        {&f.cmdCancel, "Cancel", 0},
-    };
-    for (const auto& line : captions) {
-        line.Which->Caption = line.Caption;
-        line.Which->Mnemonic = line.Mnemonic;
-    }
+         'v', GiveFocusToCancel},
+        {&f.chkFolderNamesOnly, "Show folder names only in the report", 'f', GiveFocusToCancel},
+        {&f.chkDeleteEmptyFolders, "Delete folders that are empty after the purge", 'd',
+         GiveFocusToCancel},
+        {&f.lblClusterSize, "Cluster size:", 'c', lblClusterSize_Click},
+        {&f.cmdDoPurge, "Yes, purge these files", 'Y', cmdDoPurge_Click},
+        {&f.cmdCancel, "Cancel", 0, cmdCancel_Click},
+    });
     f.lblClusterSize.ToolTip = "Click to see the file system of the drive";
     f.cmdCancel.Cancel = true;
 
-    f.chkPurgeSlackOnly.Click = chkPurgeSlackOnly_Click;
-    for (ui::CheckBox* box :
-         {&f.chkDoNotDeletePurgedFiles, &f.chkOKToPurgeReadOnlyFiles, &f.chkOKToPurgeSystemFiles,
-          &f.chkOKToPurgeSensitiveFiles, &f.chkFolderNamesOnly, &f.chkDeleteEmptyFolders})
-        box->Click = GiveFocusToCancel;
     f.cboClusterSize.Click = GiveFocusToCancel;
-    f.lblClusterSize.Click = [] {
-        frmPurgeConfirmation.lblFileSystem.Visible = !frmPurgeConfirmation.lblFileSystem.Visible;
-    };
     f.lblFileSystem.Click = [] { frmPurgeConfirmation.lblFileSystem.Visible = false; };
-    f.cmdDoPurge.Click = cmdDoPurge_Click;
-    f.cmdCancel.Click = cmdCancel_Click;
     f.Close = cmdCancel_Click;
     f.Activate = frmPurgeConfirmation_Activate;
 }

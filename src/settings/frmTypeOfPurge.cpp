@@ -107,13 +107,10 @@ void LayOut() {
                  {&f.cboNumberOfPasses[2], "cboNumberOfPasses(2)", 2760, 3645, 900, 345},
                  {&f.cmdAccept, "cmdAccept", 4380, 4275, 1500, 405},
                  {&f.cmdCancel, "cmdCancel", 6000, 4275, 1500, 405}});
-    f.lblNumberOfTimes.Caption = "Number of times ('passes'):";
-    f.lblNumberOfTimes.Mnemonic = 'N';
-    f.cmdAccept.Caption = "Accept";
-    f.cmdAccept.Mnemonic = 'A';
-    f.cmdAccept.Default = true;
-    f.cmdCancel.Caption = "Cancel";
-    f.cmdCancel.Cancel = true;
+    ui::PutWords({{&f.lblNumberOfTimes, "Number of times ('passes'):", 'N'},
+                  {&f.cmdAccept, "Accept", 'A', cmdAccept_Click},
+                  {&f.cmdCancel, "Cancel", 0, cmdCancel_Click}});
+    f.cmdAccept.Default = f.cmdCancel.Cancel = true;
     for (std::int16_t i = 0; i < intNumTypes; ++i) {
         f.optPurgeType[i].Caption = strTypeCaptions[i];
         f.optPurgeType[i].Mnemonic = static_cast<char>('1' + i);
@@ -122,8 +119,6 @@ void LayOut() {
         f.cboNumberOfPasses[i].Visible = i == 0;
         f.cboNumberOfPasses[i].Click = cboNumberOfPasses_Click;
     }
-    f.cmdAccept.Click = cmdAccept_Click;
-    f.cmdCancel.Click = cmdCancel_Click;
     f.Close = cmdCancel_Click;
     f.Activate = frmTypeOfPurge_Activate;
 }

@@ -42,22 +42,18 @@ constexpr int Row(int intTopOfGroup, int intRow) {
     return intTopOfGroup + intRow * intRowPitch;
 }
 
-void PutInto(ui::Frame& frame, std::initializer_list<ui::Control*> controls) {
-    for (ui::Control* control : controls)
-        control->Container = &frame;
-}
-
 void PlaceControls() {
     FrmMain& f = frmMain;
-    PutInto(f.fraMenu, {&f.cmdSingleFile, &f.cmdSpecifyDirectory[0], &f.cmdSpecifyDirectory[1],
-                        &f.cmdSpecifyFiles, &f.cmdSubdirectories, &f.cmdClear, &f.cmdTypeOfPurge,
-                        &f.cmdConfirmFiles, &f.cmdProcessFiles[0], &f.cmdProcessFiles[1],
-                        &f.cmdReportScreen, &f.cmdLargePurge[0], &f.cmdLargePurge[1],
-                        &f.cmdLargePurge[2], &f.cmdSetup, &f.cmdHelp, &f.cmdQuit});
-    PutInto(f.fraSetup, {&f.cmdLoadSetup, &f.cmdSaveSetup, &f.cmdClearSetup, &f.cmdRestoreSetup,
-                         &f.cmdKeepSetup});
-    PutInto(f.picSaveSetup,
-            {&f.cmdSaveSetupForNextRun, &f.cmdSaveSetupAsOperationFile, &f.cmdDontSaveSetup});
+    ui::PutInto(f.fraMenu,
+                {&f.cmdSingleFile, &f.cmdSpecifyDirectory[0], &f.cmdSpecifyDirectory[1],
+                 &f.cmdSpecifyFiles, &f.cmdSubdirectories, &f.cmdClear, &f.cmdTypeOfPurge,
+                 &f.cmdConfirmFiles, &f.cmdProcessFiles[0], &f.cmdProcessFiles[1],
+                 &f.cmdReportScreen, &f.cmdLargePurge[0], &f.cmdLargePurge[1], &f.cmdLargePurge[2],
+                 &f.cmdSetup, &f.cmdHelp, &f.cmdQuit});
+    ui::PutInto(f.fraSetup, {&f.cmdLoadSetup, &f.cmdSaveSetup, &f.cmdClearSetup, &f.cmdRestoreSetup,
+                             &f.cmdKeepSetup});
+    ui::PutInto(f.picSaveSetup,
+                {&f.cmdSaveSetupForNextRun, &f.cmdSaveSetupAsOperationFile, &f.cmdDontSaveSetup});
 
     const auto button = [](ui::Button& which, const char* name, int intTopOfGroup, int intRow) {
         return ui::Placed{&which,       name,           0, Row(intTopOfGroup, intRow) - intMargin,
@@ -152,48 +148,55 @@ void PlaceControls() {
     f.lblDirectory.Ellipsis = f.lblFiles.Ellipsis = f.lblSetupFilename.Ellipsis = true;
 }
 
-void WriteCaptions() {
+/// The rooms below know the menu only: the setup panel is disabled here while they work.
+void WithoutSetupPanel(void (*command)()) {
+    EnableSetupPanel(false);
+    command();
+    EnableSetupPanel(true);
+}
+
+void PurgeDisk_Click() {
+    WithoutSetupPanel(PurgeDiskCommand);
+    UpdateSubdirectoriesLabels(); // which the disk purge wrote its exclusions into
+}
+
+void WriteWords() {
     FrmMain& f = frmMain;
-    const struct {
-        ui::Control* Which;
-        const char* Caption;
-        char Mnemonic;
-    } captions[] = {
-        {&f.cmdSingleFile, "Single file", 'S'},
-        {&f.cmdSpecifyDirectory[0], "Specify folder", 'f'},
-        {&f.cmdSpecifyDirectory[1], "Purge folders", 'g'},
-        {&f.cmdSpecifyFiles, "Specify files", 'i'},
-        {&f.cmdSubdirectories, "Subfolders?", 'b'},
-        {&f.cmdClear, "Clear", 'a'},
-        {&f.cmdTypeOfPurge, "Type of purge", 'y'},
-        {&f.cmdConfirmFiles, "Confirm files?", 'm'},
-        {&f.cmdProcessFiles[0], "List files, estimate time", 'L'},
-        {&f.cmdProcessFiles[1], "Purge files", 'P'},
-        {&f.cmdReportScreen, "Report", 'R'},
-        {&f.cmdLargePurge[0], "Test purge speed", 'T'},
-        {&f.cmdLargePurge[1], "Purge disk", 'k'},
-        {&f.cmdLargePurge[2], "Purge free space", 'e'},
-        {&f.cmdSetup, "Setup", 'u'},
-        {&f.cmdHelp, "Help", 'H'},
-        {&f.cmdQuit, "Quit", 'Q'},
-        {&f.fraSetup, "Setup", 0},
-        {&f.cmdLoadSetup, "Load setup", 'd'},
-        {&f.cmdSaveSetup, "Save setup", 'v'},
-        {&f.cmdClearSetup, "Clear setup", 'C'},
-        {&f.cmdRestoreSetup, "Restore setup", 'o'},
-        {&f.cmdKeepSetup, "Not now", 'w'},
-        {&f.picSaveSetup, "Save setup", 0},
-        {&f.cmdSaveSetupForNextRun, "Save setup for next run", 'x'},
-        {&f.cmdSaveSetupAsOperationFile, "Save setup as operation file", 'n'},
-        {&f.cmdDontSaveSetup, "Not now", 'w'},
-        {&f.lblSingleFile, "To purge multiple files specify folder and files.", 0},
-        {&f.lblOnlineDocumentation, "Online documentation", 0},
-        {&f.lblCorvaneSystems, "Corvane Systems", 0},
-    };
-    for (const auto& line : captions) {
-        line.Which->Caption = line.Caption;
-        line.Which->Mnemonic = line.Mnemonic;
-    }
+    ui::PutWords({
+        {&f.cmdSingleFile, "Single file", 'S', cmdSingleFile_Click},
+        {&f.cmdSpecifyDirectory[0], "Specify folder", 'f', [] { cmdSpecifyDirectory_Click(0); }},
+        {&f.cmdSpecifyDirectory[1], "Purge folders", 'g', [] { cmdSpecifyDirectory_Click(1); }},
+        {&f.cmdSpecifyFiles, "Specify files", 'i', cmdSpecifyFiles_Click},
+        {&f.cmdSubdirectories, "Subfolders?", 'b', cmdSubdirectories_Click},
+        {&f.cmdClear, "Clear", 'a', cmdClear_Click},
+        {&f.cmdTypeOfPurge, "Type of purge", 'y', cmdTypeOfPurge_Click},
+        {&f.cmdConfirmFiles, "Confirm files?", 'm', cmdConfirmFiles_Click},
+        {&f.cmdProcessFiles[0], "List files, estimate time", 'L', [] { cmdProcessFiles_Click(0); }},
+        {&f.cmdProcessFiles[1], "Purge files", 'P', [] { cmdProcessFiles_Click(1); }},
+        {&f.cmdReportScreen, "Report", 'R', ShowReportAgain},
+        {&f.cmdLargePurge[0], "Test purge speed", 'T',
+         [] { WithoutSetupPanel(TestPurgeSpeedCommand); }},
+        {&f.cmdLargePurge[1], "Purge disk", 'k', PurgeDisk_Click},
+        {&f.cmdLargePurge[2], "Purge free space", 'e',
+         [] { WithoutSetupPanel(PurgeFreeSpaceCommand); }},
+        {&f.cmdSetup, "Setup", 'u', cmdSetup_Click},
+        {&f.cmdHelp, "Help", 'H', cmdHelp_Click},
+        {&f.cmdQuit, "Quit", 'Q', cmdQuit_Click},
+        {&f.fraSetup, "Setup"},
+        {&f.cmdLoadSetup, "Load setup", 'd', cmdLoadSetup_Click},
+        {&f.cmdSaveSetup, "Save setup", 'v', cmdSaveSetup_Click},
+        {&f.cmdClearSetup, "Clear setup", 'C', cmdClearSetup_Click},
+        {&f.cmdRestoreSetup, "Restore setup", 'o', cmdRestoreSetup_Click},
+        {&f.cmdKeepSetup, "Not now", 'w', cmdKeepSetup_Click},
+        {&f.picSaveSetup, "Save setup"},
+        {&f.cmdSaveSetupForNextRun, "Save setup for next run", 'x', cmdSaveSetupForNextRun_Click},
+        {&f.cmdSaveSetupAsOperationFile, "Save setup as operation file", 'n',
+         cmdSaveSetupAsOperationFile_Click},
+        {&f.cmdDontSaveSetup, "Not now", 'w', cmdDontSaveSetup_Click},
+        {&f.lblSingleFile, "To purge multiple files specify folder and files."},
+        {&f.lblOnlineDocumentation, "Online documentation", 0, lblOnlineDocumentation_Click},
+        {&f.lblCorvaneSystems, "Corvane Systems", 0, lblCorvaneSystems_Click},
+    });
     f.fraMenu.Border = false;
     f.cmdKeepSetup.Cancel = f.cmdDontSaveSetup.Cancel = true;
     f.fraSetup.Visible = f.picSaveSetup.Visible = false;
@@ -230,49 +233,9 @@ void WriteCaptions() {
     f.cmdSaveSetupAsOperationFile.ToolTip = "Save the setup in a file of your own";
 }
 
-/// The rooms below know the menu only: the setup panel is disabled here while they work.
-void WithoutSetupPanel(void (*command)()) {
-    EnableSetupPanel(false);
-    command();
-    EnableSetupPanel(true);
-}
-
 void BindHandlers() {
     FrmMain& f = frmMain;
-    f.cmdSingleFile.Click = cmdSingleFile_Click;
-    for (int i = 0; i < 2; ++i) {
-        f.cmdSpecifyDirectory[i].Click = [i] { cmdSpecifyDirectory_Click(i); };
-        f.cmdProcessFiles[i].Click = [i] { cmdProcessFiles_Click(i); };
-    }
-    f.cmdSpecifyFiles.Click = cmdSpecifyFiles_Click;
-    f.cmdSubdirectories.Click = cmdSubdirectories_Click;
-    f.cmdClear.Click = cmdClear_Click;
-    f.cmdTypeOfPurge.Click = cmdTypeOfPurge_Click;
-    f.cmdConfirmFiles.Click = cmdConfirmFiles_Click;
-    f.cmdReportScreen.Click = ShowReportAgain;
-    f.cmdLargePurge[0].Click = [] { WithoutSetupPanel(TestPurgeSpeedCommand); };
-    f.cmdLargePurge[1].Click = [] {
-        WithoutSetupPanel(PurgeDiskCommand);
-        UpdateSubdirectoriesLabels(); // which the disk purge wrote its exclusions into
-    };
-    f.cmdLargePurge[2].Click = [] { WithoutSetupPanel(PurgeFreeSpaceCommand); };
-    f.cmdSetup.Click = cmdSetup_Click;
-    f.cmdHelp.Click = cmdHelp_Click;
-    f.cmdQuit.Click = cmdQuit_Click;
-
-    f.cmdLoadSetup.Click = cmdLoadSetup_Click;
-    f.cmdSaveSetup.Click = cmdSaveSetup_Click;
-    f.cmdClearSetup.Click = cmdClearSetup_Click;
-    f.cmdRestoreSetup.Click = cmdRestoreSetup_Click;
-    f.cmdKeepSetup.Click = cmdKeepSetup_Click;
-    f.cmdSaveSetupForNextRun.Click = cmdSaveSetupForNextRun_Click;
-    f.cmdSaveSetupAsOperationFile.Click = cmdSaveSetupAsOperationFile_Click;
-    f.cmdDontSaveSetup.Click = cmdDontSaveSetup_Click;
-
-    f.lblOnlineDocumentation.Click = lblOnlineDocumentation_Click;
-    f.lblCorvaneSystems.Click = lblCorvaneSystems_Click;
     f.lblCV_URL.Click = lblCorvaneSystems_Click;
-
     for (ui::Control* control : f.Controls)
         if (control->Kind == ui::ControlKind::Button)
             control->MouseOver = [control] { Button_MouseOver(*control); };
@@ -294,7 +257,7 @@ void LoadMainForm() {
     frmMain.Height = intWindowHeight;
     frmMain.Position = ui::StartPosition::CenterScreen;
     PlaceControls();
-    WriteCaptions();
+    WriteWords();
     BindHandlers();
 }
 

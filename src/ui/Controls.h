@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <utility>
@@ -174,6 +175,31 @@ inline void Bind(Form& form, const std::vector<Placed>& table) {
         line.Which->Parent = &form;
         form.Controls.push_back(line.Which);
     }
+}
+
+/// One line of a form's table of words: what a control says, the letter that Alt chooses (0 for
+/// none), and what a click on it does where the table is the place to say so.
+struct Worded {
+    Control* Which;
+    const char* Caption;
+    char Mnemonic = 0;
+    Handler Click = nullptr;
+};
+
+/// Gives controls their words and their handlers.
+inline void PutWords(std::initializer_list<Worded> table) {
+    for (const Worded& line : table) {
+        line.Which->Caption = line.Caption;
+        line.Which->Mnemonic = line.Mnemonic;
+        if (line.Click)
+            line.Which->Click = line.Click;
+    }
+}
+
+/// Puts controls inside a frame; before Bind.
+inline void PutInto(Frame& frame, std::initializer_list<Control*> controls) {
+    for (Control* control : controls)
+        control->Container = &frame;
 }
 
 /// Sets one option button of a group and clears the others.
