@@ -39,23 +39,8 @@ void ReadDriveInformation() {
 }
 
 void SetDefaults() {
-    strDirPath.clear();
-    strBrowsePath.clear();
-    strFilespec.clear();
-    blnMultipleFiles = blnSubdirectories = blnConfirmFiles = false;
-    sngPurgeSpeed = 0;
-    sngPurgeSpeeds.fill(0);
-    dblBytesMeasured.fill(0);
-    dblSecondsMeasured.fill(0);
-    dblAF_A = 0.917;
-    dblAF_B = 0.2;
-    blnStop = blnStopPurge = false;
-    intStopAt = 0;
-    blnPurgingFreeSpace = blnPurgingDrive = false;
-    blnShowPurgeWarning = true;
-    blnPurgeRemainingFiles = false;
+    ResetSession();
     frmMain.blnQuitGuard = false;
-
     frmMain.lblFiles2.Caption.clear();
     frmMain.lblConfirmFiles2.Caption.clear();
     frmMain.lblTypeOfPurge.Caption.clear();
@@ -69,11 +54,32 @@ void SetDefaults() {
     InitializePurgeOptions();
     // No folder is held open, and no bare file name means a file in the folder of the program.
     static_cast<void>(platform::ChangeCurrentFolder("\\"));
-    strDummyFileFolderStub = "_nw_dummy";
-    dblMaxSizeDummyFile = 52428800;
 }
 
 } // namespace
+
+void ResetSession() {
+    strDirPath.clear();
+    strBrowsePath.clear();
+    strFilespec.clear();
+    blnMultipleFiles = blnSubdirectories = blnConfirmFiles = false;
+    sngPurgeSpeed = 0;
+    sngPurgeSpeeds.fill(0);
+    dblBytesMeasured.fill(0);
+    dblSecondsMeasured.fill(0);
+    dblAF_A = 0.917;
+    dblAF_B = 0.2;
+    strDummyFileFolderStub = "_nw_dummy";
+    dblMaxSizeDummyFile = 52428800;
+    intNumDummyFiles = 0;
+    dblSpaceInFreeClusters = 0;
+    blnStop = blnStopPurge = false;
+    intStopAt = 0;
+    blnPurgingFreeSpace = blnPurgingDrive = false;
+    blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
+    blnShowPurgeWarning = true;
+    blnPurgeRemainingFiles = false;
+}
 
 void StartUp() {
     blnStartupCompleted = false;

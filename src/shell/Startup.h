@@ -4,3 +4,6 @@
 /// Creates the forms, loads texts, defaults and the saved setup, and shows the main window. The
 /// caller runs the message loop then.
 void StartUp();
+
+/// Gives the state that all rooms share (Session.h) the values it has when the program starts.
+void ResetSession();

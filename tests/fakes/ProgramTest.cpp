@@ -12,26 +12,7 @@ void ProgramTest::SetUp() {
                   "2\tNullwright\n23\tNullwright\n310\tNullwright\n320\tSlack.\n321\tWhole.\n"
                   "330\thttps://maker/\n331\thttps://manual/\n");
 
-    strDirPath.clear();
-    strBrowsePath.clear();
-    strFilespec.clear();
-    blnMultipleFiles = blnSubdirectories = blnConfirmFiles = false;
-    sngPurgeSpeed = 0;
-    sngPurgeSpeeds.fill(0);
-    dblBytesMeasured.fill(0);
-    dblSecondsMeasured.fill(0);
-    dblAF_A = 0.917;
-    dblAF_B = 0.2;
-    strDummyFileFolderStub = "_nw_dummy";
-    dblMaxSizeDummyFile = 52428800;
-    intNumDummyFiles = 0;
-    dblSpaceInFreeClusters = 0;
-    blnStop = blnStopPurge = false;
-    intStopAt = 0;
-    blnPurgingFreeSpace = blnPurgingDrive = false;
-    blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
-    blnShowPurgeWarning = true;
-    blnPurgeRemainingFiles = false;
+    ResetSession();
     blnStartupCompleted = false;
 }
 
