@@ -1,5 +1,7 @@
 #include "fakes/ProgramTest.h"
 
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
 #include "shell/Session.h"
 #include "shell/Startup.h"
 
@@ -11,9 +13,10 @@ void ProgramTest::SetUp() {
     fake::PutFile(fake::programFolder + "\\nullwright.dat",
                   "2\tNullwright\n23\tNullwright\n310\tNullwright\n320\tSlack.\n321\tWhole.\n"
                   "330\thttps://maker/\n331\thttps://manual/\n");
-
     ResetSession();
     blnStartupCompleted = false;
+    Initialization();
+    InitializePurgeOptions();
 }
 
 void ProgramTest::TearDown() {
