@@ -40,7 +40,7 @@ void LetGoOfFile() {
 }
 
 bool MakeFolderLink(const std::string& path, const std::string& target) {
-    fake::PutFolderLink(path, target);
+    fake::PutFolder(path).LinkTarget = target;
     return true;
 }
 

@@ -22,7 +22,7 @@ struct DiskPurgeTest : DriveTest {
              {"D:\\a.txt", "D:\\pagefile.sys", "D:\\docs\\letter.txt", "D:\\docs\\old\\deep.txt",
               "D:\\WINDOWS\\WIN386.SWP", "D:\\WINDOWS\\system.ini", "D:\\games\\score"})
             fake::PutFile(path, "secret");
-        fake::PutFolderLink("D:\\docs\\link", "C:\\Program Files");
+        fake::PutFolder("D:\\docs\\link").LinkTarget = "C:\\Program Files";
         sngPurgeSpeeds[3] = 1;
     }
     static void Click() { Run(frmMain.cmdLargePurge[1]); }
@@ -90,7 +90,7 @@ TEST_F(DiskPurgeTest, PurgesAllButWhatMustStay) {
     FreeSpace();
     FilesNext("in the top folder and in all 3 subfolders ");
     Paths lines;
-    fake::OnCall(fake::Call::RemoveFile, [&](const std::string& path) {
+    fake::OnCall("RemoveFile", [&](const std::string& path) {
         if (path.find("_nw_") == std::string::npos) {
             lines.push_back(frmMain.lblPurgeFoldersMessage.Caption);
             EXPECT_EQ("5 files are being purged.", frmMain.lblSubdirectories2.Caption);
@@ -210,11 +210,11 @@ TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {
         fake::At("D:\\docs\\letter.txt")->Locked = true;
         Prepare();
         NoMoreBoxes(Yes);
-        fake::OnCall(fake::Call::RemoveFile, [](const std::string& path) {
+        fake::OnCall("RemoveFile", [](const std::string& path) {
             return path.ends_with("score") ? Fault::AccessDenied : Fault::None;
         });
         bool failed = f10; // else the first write of the purge of the free space fails
-        fake::OnCall(fake::Call::Write, [&failed](const std::string&) {
+        fake::OnCall("WriteBytes", [&failed](const std::string&) {
             const std::string& message = frmMain.lblLargePurgeMessage.Caption;
             const bool first = !failed && message.starts_with("2 dummy files are being purged");
             failed = failed || first;
@@ -254,7 +254,7 @@ TEST_F(DiskPurgeTest, ADriveWithoutFoldersAndWithoutAMeasuredSpeed) {
     OkCancel("The purge speed for Drive D will now be tested so as to get\r\n"
              "an estimate of the time required for this operation.");
     // The test fails four times; then without an estimate.
-    fake::OnCall(fake::Call::MakeFolder, [](const std::string&) {
+    fake::OnCall("MakeFolder", [](const std::string&) {
         return FillDisk.intTestQuantity > 0 ? Fault::AccessDenied : Fault::None;
     });
     for (int i = 0; i < 4; ++i)

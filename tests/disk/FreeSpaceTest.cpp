@@ -4,8 +4,6 @@
 #include "disk/DriveCommands.h"
 #include "disk/FreeSpacePurge.h"
 
-using fake::Call;
-
 namespace {
 
 const char* const strTitle = "Purge free space";
@@ -57,7 +55,7 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
     });
     user.Box(strTitle, strPurged, fake::Informs);
     // What the labels say in between.
-    fake::OnCall(Call::Write, [&](const std::string&) {
+    fake::OnCall("WriteBytes", [&](const std::string&) {
         lines.push_back(frmMain.lblLargePurgeMessage.Caption);
         lines.push_back(frmMain.lblStatus.Caption);
         return Fault::None;
@@ -106,8 +104,8 @@ TEST_F(FreeSpaceTest, AFloppyDriveShowsNoHintAndNoProgressBeforeAFileIsClosed) {
     user.BoxLike(strTitle, "Drive A has 1.50 MB free.");
     Written(strOne);
     user.Box(strTitle, strPurged);
-    fake::OnCall(Call::Write, [](const std::string&) {
-        if (fake::CallsMade(Call::Close) == 0) {
+    fake::OnCall("WriteBytes", [](const std::string&) {
+        if (fake::CallsMade("CloseFile") == 0) {
             EXPECT_EQ("", frmMain.lblStatus.Caption);
             EXPECT_EQ("One dummy file is being written to fill the disk in Drive A.",
                       frmMain.lblLargePurgeMessage.Caption);
@@ -214,7 +212,7 @@ TEST_F(FreeSpaceTest, F10WhilePurgingAsksBetweenTwoFiles) {
     Begin(20 * MiB);
     Announce("20.00 MB", "A dummy file");
     Written(strOne);
-    fake::OnCall(Call::RemoveFolder, [](const std::string&) {
+    fake::OnCall("RemoveFolder", [](const std::string&) {
         fake::PressF10();
         return Fault::None;
     });
@@ -236,7 +234,7 @@ TEST_F(FreeSpaceTest, AFileThatCannotBePurgedIsAskedAbout) {
         Begin(120 * MiB);
         Announce();
         user.BoxLike(strTitle, [](const std::string& text) {
-            fake::FailNth(3, Fault::WriteFault, Call::Write);
+            fake::FailNth(3, Fault::WriteFault, "WriteBytes");
             return text == WrittenText(strThree);
         });
         user.Box(strTitle,
@@ -255,15 +253,15 @@ TEST_F(FreeSpaceTest, AFileThatCannotBePurgedIsAskedAbout) {
 
 TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
     const struct {
-        Call Kind;
+        const char* Kind;
         Fault What;
         const char* Title;
         std::string Text;
     } cases[] = {
-        {Call::Write, Fault::WriteFault, "Error",
+        {"WriteBytes", Fault::WriteFault, "Error",
          "Error: " + platform::FaultText(Fault::WriteFault)},
-        {Call::Flush, Fault::NotReady, "Error", "Error: " + platform::FaultText(Fault::NotReady)},
-        {Call::MakeFolder, Fault::DiskFull, "Disk full",
+        {"FlushBytes", Fault::NotReady, "Error", "Error: " + platform::FaultText(Fault::NotReady)},
+        {"MakeFolder", Fault::DiskFull, "Disk full",
          "Unable to create a temporary folder on the disk in Drive D."},
     };
     for (const auto& c : cases) {
@@ -277,7 +275,7 @@ TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
     // New files are compressed there: null bytes would never fill it.
     Begin(120 * MiB);
     Announce();
-    fake::OnCall(Call::ReadAttributes, [](const std::string& path) {
+    fake::OnCall("ReadAttributes", [](const std::string& path) {
         fake::At(path)->Attributes |= platform::AttributeCompressed;
         return Fault::None;
     });
@@ -288,8 +286,11 @@ TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
 TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     Begin(20 * MiB);
     Announce("20.00 MB", "A dummy file");
-    user.BoxLike(strTitle, [](const std::string& text) {
-        fake::FailFrom(1, Fault::AccessDenied, Call::RemoveFile);
+    bool refuses = false;
+    fake::OnCall("RemoveFile",
+                 [&](const std::string&) { return refuses ? Fault::AccessDenied : Fault::None; });
+    user.BoxLike(strTitle, [&](const std::string& text) {
+        refuses = true;
         return text == WrittenText(strOne);
     });
     user.BoxLike(strTitle, "Error -4 when purging _nw_dummy1.", ui::AnswerYes);
@@ -299,7 +300,7 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     fake::Click(frmMain.cmdLargePurge[2]);
     ASSERT_EQ(1u, Dummies().size());
     EXPECT_TRUE(frmMain.fraMenu.Enabled);
-    fake::FailFrom(0, Fault::None, Call::RemoveFile);
+    refuses = false;
 
     // What only looks like ours stays, whatever the answer; so does what is not ours inside.
     const std::string ours = "D:\\" + Dummies()[0];

@@ -16,7 +16,7 @@ struct PurgeFoldersTest : DriveTest {
     static void Click() { Run(frmMain.cmdSpecifyDirectory[1]); }
     static void Choose(const std::string& folder, const Paths& names) {
         user.Box(strTitle, strFirst, ui::AnswerYes, fake::AsksYesNo);
-        user.Folder("Specify folder containing subfolders to be purged", folder);
+        user.Dialog("Specify folder containing subfolders to be purged", folder);
         if (!names.empty())
             ChooseSubfolders("Select subfolders of " + folder + " to be purged.", names);
     }
@@ -37,7 +37,7 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     Choose("D:\\work\\", {"a"});
     Summary("One folder will be purged:a ");
     std::string label;
-    fake::OnCall(fake::Call::RemoveFile, [&](const std::string&) {
+    fake::OnCall("RemoveFile", [&](const std::string&) {
         label = frmMain.lblSubdirectories2.Caption;
         return Fault::None;
     });
@@ -76,7 +76,7 @@ TEST_F(PurgeFoldersTest, EndsWhereTheUserSaysSo) {
     user.Box(strTitle, "No subolders were selected.", fake::Informs);
     Click();
     Choose("D:\\docs\\", {});
-    fake::FailNth(1, Fault::AccessDenied, fake::Call::Enumerate);
+    fake::FailNth(1, Fault::AccessDenied, "EnumerateFolder");
     user.Box("Error", "Cannot access the folder.");
     Click();
     for (const char* folder : {"WINDOWS", "Program Files"}) {
@@ -123,7 +123,7 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
             if (f10)
                 PressF10When([&] { return fake::At(file) == nullptr; });
             else
-                fake::OnCall(fake::Call::RemoveFile, [&](const std::string& path) {
+                fake::OnCall("RemoveFile", [&](const std::string& path) {
                     return path == file ? Fault::AccessDenied : Fault::None;
                 });
             user.Box(strTitle,
@@ -145,7 +145,7 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     fake::At("D:\\work\\a\\f1")->Locked = true;
     Choose("D:\\work\\", {"a"});
     Summary("One folder will be purged:a ");
-    fake::FailNth(1, Fault::WriteFault, fake::Call::Write);
+    fake::FailNth(1, Fault::WriteFault, "WriteBytes");
     user.Box(strTitle, "An error (-3) has been reported.\r\n" + file + "\r\n\r\n" + strGoOn);
     user.Box(strTitle, "2 files could not be purged.");
     Click();

@@ -13,30 +13,42 @@ std::map<char, Drive> drives;
 std::vector<Event> journal;
 
 namespace {
-constexpr std::uint64_t smallRun = 512; ///< up to here a run may become part of arbitrary bytes
-constexpr std::uint64_t longestLiteral = 1 << 26;
-
-Run Slice(const Run& run, std::uint64_t from, std::uint64_t count) {
-    const std::uint64_t period = run.Pattern.size();
-    if (count <= period)
-        return {count, run.Bytes(from, count)};
-    return {count, run.Bytes(from, period)};
-}
-
-/// Whether `next` is what `run` would go on with.
-bool Continues(const Run& run, const Run& next) {
-    const std::uint64_t period = run.Pattern.size();
-    if (next.Pattern.size() != period && next.Length > period)
+/// Joins a run to the one before it when that needs no more memory than both; else false.
+bool Join(Run& run, const Run& next) {
+    const std::uint64_t period = run.Pattern.size(), count = std::min(next.Length, period);
+    const Run longer{run.Length + next.Length, run.Pattern};
+    if ((next.Length == count || next.Pattern.size() == period) &&
+        longer.Bytes(run.Length, count) == next.Bytes(0, count)) {
+        run.Length = longer.Length;
+        return true;
+    }
+    const auto isLiteral = [](const Run& r) {
+        return r.Pattern.size() == r.Length || r.Length <= 512;
+    };
+    if (!isLiteral(run) || !isLiteral(next))
         return false;
-    const std::uint64_t count = std::min(next.Length, period), at = run.Length % period;
-    const std::uint64_t head = std::min(count, period - at);
-    const std::string bytes = next.Bytes(0, count);
-    return bytes.compare(0, head, run.Pattern, at, head) == 0 &&
-           bytes.compare(head, count - head, run.Pattern, 0, count - head) == 0;
+    run = {longer.Length, run.Bytes(0, run.Length) + next.Bytes(0, next.Length)};
+    return true;
 }
 
-std::uint64_t InClusters(const Drive& drive, std::uint64_t length) {
-    return (length + drive.Cluster() - 1) / drive.Cluster() * drive.Cluster();
+void Append(Content& content, const Run& run) {
+    if (run.Length > 0 && (content.Runs.empty() || !Join(content.Runs.back(), run)))
+        content.Runs.push_back(run);
+}
+
+/// The bytes between two places.
+Content Cut(const Content& content, std::uint64_t from, std::uint64_t to) {
+    Content part;
+    std::uint64_t at = 0;
+    for (const Run& run : content.Runs) {
+        const std::uint64_t first = std::max(from, at), end = std::min(to, at + run.Length);
+        if (first < end)
+            Append(part, {end - first,
+                          run.Bytes(first - at,
+                                    std::min<std::uint64_t>(end - first, run.Pattern.size()))});
+        at += run.Length;
+    }
+    return part;
 }
 
 std::vector<std::string> Split(const std::string& path) {
@@ -60,6 +72,17 @@ Place Nowhere(Fault fault) {
     Place place;
     place.Trouble = fault;
     return place;
+}
+
+/// What the files of a folder take, in whole clusters.
+std::uint64_t SpaceOf(const Drive& drive, const Node& folder) {
+    std::uint64_t space = 0;
+    for (const auto& node : folder.Children) {
+        space += drive.InClusters(node->Data.Length()) + SpaceOf(drive, *node);
+        for (const auto& [name, stream] : node->Streams)
+            space += drive.InClusters(stream.Length());
+    }
+    return space;
 }
 
 void Below(const Node& folder, const std::string& path, std::vector<std::string>& files) {
@@ -87,113 +110,62 @@ std::string Run::Bytes(std::uint64_t from, std::uint64_t count) const {
 
 Run MakeRun(const void* data, std::size_t size) {
     const char* bytes = static_cast<const char*>(data);
-    const auto repeats = [&](std::size_t period) {
-        return size > period && std::memcmp(bytes, bytes + period, size - period) == 0;
-    };
-    if (size <= 1 || repeats(1))
-        return {size, std::string(bytes, std::min<std::size_t>(size, 1))};
-    for (std::size_t period = 512; period <= 65536; period *= 2)
-        if (repeats(period))
+    for (std::size_t period = 1; period < size && period <= 65536; period *= 2)
+        if (std::memcmp(bytes, bytes + period, size - period) == 0)
             return {size, std::string(bytes, period)};
     return {size, std::string(bytes, size)};
 }
 
-bool Join(Run& run, const Run& next) {
-    if (run.Length == 0 || next.Length == 0) {
-        if (run.Length == 0)
-            run = next;
-        return true;
-    }
-    if (Continues(run, next)) {
-        run.Length += next.Length;
-        return true;
-    }
-    const auto pliable = [](const Run& r) {
-        return r.Pattern.size() == r.Length || r.Length <= smallRun;
-    };
-    if (!pliable(run) || !pliable(next) || run.Length + next.Length > longestLiteral)
-        return false;
-    if (run.Pattern.size() != run.Length)
-        run.Pattern = run.Bytes(0, run.Length);
-    run.Pattern += next.Bytes(0, next.Length);
-    run.Length += next.Length;
-    return true;
-}
-
 std::uint64_t Content::Length() const {
-    return Runs.empty() ? 0 : Runs.rbegin()->first + Runs.rbegin()->second.Length;
+    std::uint64_t length = 0;
+    for (const Run& run : Runs)
+        length += run.Length;
+    return length;
 }
 
 std::string Content::Read(std::uint64_t from, std::uint64_t count) const {
     std::string bytes;
-    auto run = Runs.upper_bound(from);
-    if (run != Runs.begin())
-        --run;
-    for (; run != Runs.end() && bytes.size() < count; ++run) {
-        const std::uint64_t skip = from + bytes.size() - run->first;
-        bytes += run->second.Bytes(skip, count - bytes.size());
-    }
+    for (const Run& run : Cut(*this, from, from + count).Runs)
+        bytes += run.Bytes(0, run.Length);
     return bytes;
 }
 
 void Content::Resize(std::uint64_t length) {
     const std::uint64_t now = Length();
-    if (length > now) {
-        Write(now, {length - now, std::string(1, '\0')});
-        return;
-    }
-    Runs.erase(Runs.lower_bound(length), Runs.end());
-    if (Length() > length) {
-        auto last = std::prev(Runs.end());
-        last->second = Slice(last->second, 0, length - last->first);
-    }
+    if (length > now)
+        Append(*this, {length - now, std::string(1, '\0')});
+    else if (length < now)
+        *this = Cut(*this, 0, length);
 }
 
 void Content::Write(std::uint64_t offset, const Run& run) {
-    if (run.Length == 0)
-        return;
-    if (offset > Length())
-        Resize(offset);
-    const auto cutAt = [this](std::uint64_t at) {
-        auto found = Runs.upper_bound(at);
-        if (found == Runs.begin())
-            return;
-        --found;
-        Run& whole = found->second;
-        const std::uint64_t head = at - found->first;
-        if (head == 0 || head >= whole.Length)
-            return;
-        Runs[at] = Slice(whole, head, whole.Length - head);
-        whole = Slice(whole, 0, head);
-    };
-    cutAt(offset);
-    cutAt(offset + run.Length);
-    Runs.erase(Runs.lower_bound(offset), Runs.lower_bound(offset + run.Length));
-    auto next = Runs.lower_bound(offset);
-    if (next != Runs.begin()) {
-        auto before = std::prev(next);
-        if (Join(before->second, run))
-            return;
-    }
-    Runs[offset] = run;
+    const Content behind = Cut(*this, offset + run.Length, Length());
+    Resize(offset);
+    Append(*this, run);
+    for (const Run& rest : behind.Runs)
+        Append(*this, rest);
+}
+
+std::uint64_t Drive::InClusters(std::uint64_t length) const {
+    return (length + Cluster() - 1) / Cluster() * Cluster();
 }
 
 std::uint64_t Drive::Free() const {
     const std::uint64_t whole = Capacity / Cluster() * Cluster();
-    const std::uint64_t used = InClusters(*this, Occupied) + UsedByFiles;
+    const std::uint64_t used = InClusters(Occupied) + SpaceOf(*this, *Root);
     return used >= whole ? 0 : whole - used;
 }
 
-void Account(Drive& drive, std::uint64_t oldLength, std::uint64_t newLength) {
-    drive.UsedByFiles += InClusters(drive, newLength) - InClusters(drive, oldLength);
+void Add(Node& folder, const std::shared_ptr<Node>& node) {
+    folder.ByName[platform::LowerCase(node->Name)] = node;
+    folder.Children.push_back(node);
 }
 
 std::shared_ptr<Node> Add(Node& folder, const std::string& name, bool isFolder) {
     auto node = std::make_shared<Node>();
     node->Name = name;
     node->Folder = isFolder;
-    folder.ByName[platform::LowerCase(name)] = node;
-    folder.Children.push_back(node);
+    Add(folder, node);
     return node;
 }
 
@@ -278,50 +250,25 @@ Node& PutFile(const std::string& path, const std::string& content, std::uint32_t
     Node& file = *Add(PutFolder(path.substr(0, end)), path.substr(end + 1), false);
     file.Attributes = attributes;
     file.Data.Write(0, MakeRun(content.data(), content.size()));
-    Account(drives.at(path[0]), 0, content.size());
     return file;
 }
 
 Node& PutBigFile(const std::string& path, std::uint64_t length, char byte) {
     Node& file = PutFile(path, "");
     file.Data.Write(0, {length, std::string(1, byte)});
-    Account(drives.at(path[0]), 0, length);
     return file;
-}
-
-Node& PutFolderLink(const std::string& path, const std::string& target) {
-    Node& link = PutFolder(path);
-    link.LinkTarget = target;
-    return link;
-}
-
-Node& PutFileLink(const std::string& path, const std::string& target) {
-    Node& link = PutFile(path, "");
-    link.LinkTarget = target;
-    return link;
 }
 
 void PutStream(const std::string& path, const std::string& stream, const std::string& content) {
     At(path)->Streams[stream].Write(0, MakeRun(content.data(), content.size()));
-    Account(drives.at(path[0]), 0, content.size());
 }
 
 void TakeAway(const std::string& path) {
     const Place place = Find(path, false);
-    if (!place.Item || !place.Folder)
-        return;
-    if (!place.Stream.empty()) {
-        Account(*place.Disk, place.Data().Length(), 0);
+    if (place.Item && !place.Stream.empty())
         place.Item->Streams.erase(place.Stream);
-        return;
-    }
-    if (place.Item->Folder && place.Item->LinkTarget.empty())
-        for (const std::string& file : FilesBelow(path))
-            TakeAway(file);
-    Account(*place.Disk, place.Item->Data.Length(), 0);
-    for (const auto& [name, content] : place.Item->Streams)
-        Account(*place.Disk, content.Length(), 0);
-    Drop(*place.Folder, *place.Item);
+    else if (place.Item && place.Folder)
+        Drop(*place.Folder, *place.Item);
 }
 
 Node* At(const std::string& path) {

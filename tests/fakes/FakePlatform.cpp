@@ -3,20 +3,14 @@
 
 #include "fakes/FakeDisk.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
-#include <locale.h>
-#include <utility>
-#include <wctype.h>
 
 namespace fake {
 
 using platform::Fault;
 
-double secondsSinceMidnight;
+double tick, secondsSinceMidnight;
 std::string programFolder, applicationData, currentFolder;
 platform::NumberFormat numberFormat;
 std::vector<std::string> commandLine, linksOpened;
@@ -33,51 +27,31 @@ struct Handle {
     platform::Access Mode = platform::Access::Read;
 };
 
-constexpr std::size_t numCalls = static_cast<std::size_t>(Call::AuxiliaryFlush) + 1;
 std::map<std::uintptr_t, Handle> handles;
 std::uintptr_t nextHandle;
-std::array<std::int64_t, numCalls> made;
+std::unordered_map<std::string, std::int64_t> made; ///< by name; "" counts all
 struct {
     std::int64_t Left = 0; ///< calls until it is time
     Fault What = Fault::None;
-    Call Kind = Call::Any;
-    bool ForEver = false, Done = false;
+    std::string Call, Failed;
 } order;
-std::vector<std::pair<Call, std::function<Fault(const std::string&)>>> hooks;
-
-Handle* HandleOf(platform::File file) {
-    const auto found = handles.find(file.Handle);
-    if (found == handles.end()) {
-        std::fprintf(stderr, "A file was used that is not open.\n");
-        std::abort();
-    }
-    return &found->second;
-}
+std::vector<std::pair<std::string, std::function<Fault(const std::string&)>>> hooks;
 
 } // namespace
 
-double tick;
-bool libraryLoaded;
-
-Fault Begin(Call kind, const std::string& path) {
-    ++made[0];
-    ++made[static_cast<std::size_t>(kind)];
-    for (std::size_t i = 0; i < hooks.size(); ++i)
-        if (hooks[i].first == kind || hooks[i].first == Call::Any) {
-            const auto hook = hooks[i].second; // which may add others
-            if (const Fault fault = hook(path); Failed(fault))
-                return fault;
-        }
-    if (order.Left > 0 && (order.Kind == Call::Any || order.Kind == kind) && --order.Left == 0) {
-        order.Done = true;
-        order.Left = order.ForEver ? 1 : 0;
-        return order.What;
+Fault Begin(const char* call, const std::string& path) {
+    ++made[""];
+    ++made[call];
+    for (std::size_t i = 0; i < hooks.size(); ++i) {
+        const auto [which, hook] = hooks[i]; // a copy: the hook may add others
+        if (const Fault fault = which.empty() || which == call ? hook(path) : Fault::None;
+            Failed(fault))
+            return fault;
     }
-    return Fault::None;
-}
-
-bool IsReadOnly(const Node& node) {
-    return (node.Attributes & platform::AttributeReadOnly) != 0;
+    if (order.Left == 0 || !(order.Call.empty() || order.Call == call) || --order.Left > 0)
+        return Fault::None;
+    order.Failed = call;
+    return order.What;
 }
 
 std::uint32_t AttributesOf(const Node& node) {
@@ -85,53 +59,60 @@ std::uint32_t AttributesOf(const Node& node) {
            (node.LinkTarget.empty() ? 0u : platform::AttributeReparsePoint);
 }
 
+Fault MayWrite(const Drive& drive, const Node& node) {
+    return drive.ReadOnly ? Fault::WriteProtected : node.Denied ? Fault::AccessDenied : Fault::None;
+}
+
 Fault MayChange(const Place& place, bool exclusively) {
-    if (place.Disk->ReadOnly)
-        return Fault::WriteProtected;
-    if (place.Item->Folder || IsReadOnly(*place.Item) || place.Item->Denied)
+    const Node& node = *place.Item;
+    if (const Fault fault = MayWrite(*place.Disk, node); Failed(fault))
+        return fault;
+    if (node.Folder || (node.Attributes & platform::AttributeReadOnly) != 0)
         return Fault::AccessDenied;
-    if (place.Item->Locked || place.Item->Open || (exclusively && place.Item->Handles > 0))
-        return Fault::SharingViolation;
-    return Fault::None;
+    return node.Locked || node.Open || (exclusively && node.Handles > 0) ? Fault::SharingViolation
+                                                                         : Fault::None;
 }
 
 Fault SetLength(const Place& place, std::uint64_t length) {
-    Drive& drive = *place.Disk;
-    const std::uint64_t cluster = drive.Cluster(), now = place.Data().Length();
-    const std::uint64_t allocated = (now + cluster - 1) / cluster * cluster;
+    const Drive& drive = *place.Disk;
+    const std::uint64_t now = place.Data().Length(), allocated = drive.InClusters(now);
     if (length > allocated && length - allocated > drive.Free())
         return Fault::DiskFull;
     if (length != now)
         Journal("length", place.FullPath(), length);
-    Account(drive, now, length);
     place.Data().Resize(length);
     return Fault::None;
 }
 
 Place FindItem(const std::string& path, bool followLast) {
     Place place = Find(path, followLast);
-    if (!Failed(place.Trouble) && !place.Item)
-        place.Trouble = Fault::NotFound;
-    if (!Failed(place.Trouble) && !place.Stream.empty() &&
-        place.Item->Streams.count(place.Stream) == 0)
+    if (!Failed(place.Trouble) && (!place.Item || !place.HasStream()))
         place.Trouble = Fault::NotFound;
     return place;
 }
 
-Place BeginAt(Call kind, const std::string& path, bool followLast) {
-    const Fault fault = Begin(kind, path);
-    Place place = FindItem(path, followLast);
-    if (Failed(fault))
-        place.Trouble = fault;
-    return place;
+Fault OnItem(const char* call, const std::string& path, bool followLast,
+             const std::function<Fault(const Place&)>& work) {
+    const Fault fault = Begin(call, path);
+    const Place place = FindItem(path, followLast);
+    return Failed(fault) ? fault : Failed(place.Trouble) ? place.Trouble : work(place);
 }
 
 namespace {
 /// A call on an open file: NotReady when the medium under it is gone.
-Fault Begin(Call kind, const Handle& handle) {
-    const Fault fault = Begin(kind, handle.Path);
+Fault BeginOn(const char* call, const Handle& handle) {
+    const Fault fault = Begin(call, handle.Path);
     const auto drive = drives.find(handle.Letter);
     return drive == drives.end() || !drive->second.MediaPresent ? Fault::NotReady : fault;
+}
+
+template<typename Work>
+Fault OnOpen(const char* call, platform::File file, Work work) {
+    Handle& handle = handles.at(file.Handle);
+    const Fault fault = BeginOn(call, handle);
+    if (!Failed(fault))
+        work(handle);
+    return fault;
 }
 } // namespace
 
@@ -140,12 +121,11 @@ void Reset() {
     handles.clear();
     hooks.clear();
     journal.clear();
-    made.fill(0);
+    made.clear();
     order = {};
     commandLine.clear();
     linksOpened.clear();
     nextHandle = 1;
-    libraryLoaded = false;
     auxiliaryLibrary = Fault::None;
     tick = 1'000'000;
     secondsSinceMidnight = 43200;
@@ -160,24 +140,25 @@ int OpenHandles() {
     return static_cast<int>(handles.size());
 }
 
-void FailNth(std::int64_t n, Fault fault, Call kind) {
-    order = {n, fault, kind, false, false};
+void FailNth(std::int64_t n, Fault fault, const std::string& call) {
+    order = {n, fault, call, ""};
 }
 
-void FailFrom(std::int64_t n, Fault fault, Call kind) {
-    order = {n, fault, kind, true, false};
+std::string FailedCall() {
+    return order.Failed;
 }
 
 bool HasFailed() {
-    return order.Done;
+    order.Left = 0;
+    return !order.Failed.empty();
 }
 
-std::int64_t CallsMade(Call kind) {
-    return made[static_cast<std::size_t>(kind)];
+std::int64_t CallsMade(const std::string& call) {
+    return made[call];
 }
 
-void OnCall(Call kind, std::function<Fault(const std::string&)> hook) {
-    hooks.emplace_back(kind, std::move(hook));
+void OnCall(const std::string& call, std::function<Fault(const std::string&)> hook) {
+    hooks.emplace_back(call, std::move(hook));
 }
 
 void Advance(double milliseconds) {
@@ -191,35 +172,35 @@ namespace platform {
 
 using namespace fake;
 
-// ---- Files -------------------------------------------------------------------------------------
-
 Fault OpenFile(const std::string& path, Access access, File& file) {
-    if (const Fault fault = Begin(Call::OpenFile, path); Failed(fault))
+    if (const Fault fault = Begin(__func__, path); Failed(fault))
         return fault;
     Place place = Find(path, true);
     if (Failed(place.Trouble))
         return place.Trouble;
     const bool changes = access != Access::Read;
-    if (place.Item && (place.Item->Folder || place.Item->Denied))
-        return place.Item->Folder && access == Access::CreateNew ? Fault::AlreadyExists
-                                                                 : Fault::AccessDenied;
-    if (!place.Item || (!place.Stream.empty() && place.Item->Streams.count(place.Stream) == 0)) {
-        if (access != Access::CreateNew && access != Access::Replace)
-            return Fault::NotFound;
-        if (place.Disk->ReadOnly || place.Folder->Denied)
-            return place.Disk->ReadOnly ? Fault::WriteProtected : Fault::AccessDenied;
-        if (!place.Item)
-            place.Item = Add(*place.Folder, place.Name, false);
-        place.Item->Attributes |= AttributeArchive;
-        Journal("create", place.Path);
-    } else if (access == Access::CreateNew) {
-        return Fault::AlreadyExists;
-    } else if (changes) {
-        if (const Fault fault = MayChange(place, false); Failed(fault))
-            return fault;
-    } else if (place.Item->Locked) {
-        return Fault::SharingViolation;
+    Fault fault = Fault::None;
+    if (place.Item && place.Item->Folder) {
+        fault = access == Access::CreateNew ? Fault::AlreadyExists : Fault::AccessDenied;
+    } else if (place.Item && place.HasStream()) {
+        fault = access == Access::CreateNew ? Fault::AlreadyExists
+                : changes                   ? MayChange(place, false)
+                : place.Item->Denied        ? Fault::AccessDenied
+                : place.Item->Locked        ? Fault::SharingViolation
+                                            : Fault::None;
+    } else {
+        fault = access == Access::CreateNew || access == Access::Replace
+                    ? MayWrite(*place.Disk, *place.Folder)
+                    : Fault::NotFound;
+        if (!Failed(fault)) {
+            if (!place.Item)
+                place.Item = Add(*place.Folder, place.Name, false);
+            place.Item->Attributes |= AttributeArchive;
+            Journal("create", place.Path);
+        }
     }
+    if (Failed(fault))
+        return fault;
     if (access == Access::Replace && Failed(SetLength(place, 0)))
         return Fault::Other;
     ++place.Item->Handles;
@@ -230,25 +211,22 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
 }
 
 Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
-    Handle& handle = *HandleOf(file);
-    if (const Fault fault = Begin(Call::Read, handle); Failed(fault))
-        return fault;
-    const std::string bytes = handle.Data->Read(handle.Position, size);
-    std::memcpy(data, bytes.data(), bytes.size());
-    read = bytes.size();
-    handle.Position += read;
-    return Fault::None;
+    return OnOpen(__func__, file, [&](Handle& handle) {
+        const std::string bytes = handle.Data->Read(handle.Position, size);
+        std::memcpy(data, bytes.data(), bytes.size());
+        read = bytes.size();
+        handle.Position += read;
+    });
 }
 
 Fault WriteBytes(File file, const void* data, std::size_t size) {
-    Handle& handle = *HandleOf(file);
-    Fault fault = Begin(Call::Write, handle);
+    Handle& handle = handles.at(file.Handle);
+    Fault fault = BeginOn(__func__, handle);
     if (fault == Fault::NotReady || handle.Mode == Access::Read)
         return Failed(fault) ? fault : Fault::AccessDenied;
     std::uint64_t count = Failed(fault) ? size / 2 : size;
-    Drive& drive = drives.at(handle.Letter);
-    const std::uint64_t cluster = drive.Cluster(), length = handle.Data->Length();
-    const std::uint64_t room = (length + cluster - 1) / cluster * cluster + drive.Free();
+    const Drive& drive = drives.at(handle.Letter);
+    const std::uint64_t room = drive.InClusters(handle.Data->Length()) + drive.Free();
     if (handle.Position + count > room) {
         count = room > handle.Position ? room - handle.Position : 0;
         fault = Failed(fault) ? fault : Fault::DiskFull;
@@ -258,7 +236,6 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
         Journal("write", handle.Path, handle.Position, run);
         handle.Data->Write(handle.Position, run);
         handle.Position += count;
-        Account(drive, length, handle.Data->Length());
         if (drive.BytesPerSecond > 0)
             Advance(static_cast<double>(count) * 1000 / drive.BytesPerSecond);
     }
@@ -266,131 +243,116 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
 }
 
 Fault SeekTo(File file, std::uint64_t position) {
-    Handle& handle = *HandleOf(file);
-    const Fault fault = Begin(Call::Seek, handle);
-    if (!Failed(fault))
-        handle.Position = position;
-    return fault;
+    return OnOpen(__func__, file, [&](Handle& handle) { handle.Position = position; });
 }
 
 Fault ReadLength(File file, std::uint64_t& length) {
-    const Handle& handle = *HandleOf(file);
-    const Fault fault = Begin(Call::ReadLength, handle);
-    if (!Failed(fault))
-        length = handle.Data->Length();
-    return fault;
+    return OnOpen(__func__, file, [&](Handle& handle) { length = handle.Data->Length(); });
 }
 
 Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
-    const Handle& handle = *HandleOf(file);
-    const Fault fault = Begin(Call::ReadFileFacts, handle);
-    if (!Failed(fault))
-        hardLinks = handle.Item->HardLinks;
-    return fault;
+    return OnOpen(__func__, file, [&](Handle& handle) { hardLinks = handle.Item->HardLinks; });
 }
 
 Fault ChangeLength(File file, std::uint64_t length) {
-    const Handle& handle = *HandleOf(file);
-    if (const Fault fault = Begin(Call::ChangeLength, handle); Failed(fault))
-        return fault;
-    return handle.Mode == Access::Read ? Fault::AccessDenied
-                                       : SetLength(Find(handle.Path, true), length);
+    Fault outcome = Fault::None;
+    const Fault fault = OnOpen(__func__, file, [&](Handle& handle) {
+        outcome = handle.Mode == Access::Read ? Fault::AccessDenied
+                                              : SetLength(Find(handle.Path, true), length);
+    });
+    return Failed(fault) ? fault : outcome;
 }
 
 Fault FlushBytes(File file) {
-    const Handle& handle = *HandleOf(file);
-    const Fault fault = Begin(Call::Flush, handle);
-    if (!Failed(fault))
-        Journal("flush", handle.Path);
-    return fault;
+    return OnOpen(__func__, file, [](Handle& handle) { Journal("flush", handle.Path); });
 }
 
 Fault CloseFile(File& file) {
-    const Handle handle = *HandleOf(file);
+    const Handle handle = handles.at(file.Handle);
     handle.Item->Open = handle.Item->Open && handle.Mode == Access::Read;
     --handle.Item->Handles;
     handles.erase(file.Handle);
     file.Handle = 0;
-    return Begin(Call::Close, handle.Path);
+    return Begin(__func__, handle.Path);
 }
 
 Fault ReadAttributes(const std::string& path, std::uint32_t& attributes) {
-    const Place place = BeginAt(Call::ReadAttributes, path, false);
-    if (!Failed(place.Trouble))
+    return OnItem(__func__, path, false, [&](const Place& place) {
         attributes = AttributesOf(*place.Item);
-    return place.Trouble;
+        return Fault::None;
+    });
 }
 
 Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
-    const Place place = BeginAt(Call::WriteAttributes, path, false);
-    if (Failed(place.Trouble))
-        return place.Trouble;
-    if (place.Disk->ReadOnly || place.Item->Denied)
-        return place.Disk->ReadOnly ? Fault::WriteProtected : Fault::AccessDenied;
-    constexpr std::uint32_t settable =
-        AttributeReadOnly | AttributeHidden | AttributeSystem | AttributeArchive | AttributeOffline;
-    place.Item->Attributes = (place.Item->Attributes & ~settable) | (attributes & settable);
-    Journal("attributes", place.Path, place.Item->Attributes);
-    return Fault::None;
+    return OnItem(__func__, path, false, [&](const Place& place) {
+        constexpr std::uint32_t settable = AttributeReadOnly | AttributeHidden | AttributeSystem |
+                                           AttributeArchive | AttributeOffline;
+        const Fault fault = MayWrite(*place.Disk, *place.Item);
+        if (!Failed(fault)) {
+            place.Item->Attributes = (place.Item->Attributes & ~settable) | (attributes & settable);
+            Journal("attributes", place.Path, place.Item->Attributes);
+        }
+        return fault;
+    });
 }
 
 Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
-    const Place place = BeginAt(Call::ReadFileLength, path, false);
-    if (Failed(place.Trouble) || place.Item->Folder)
-        return Failed(place.Trouble) ? place.Trouble : Fault::AccessDenied;
-    length = place.Data().Length();
-    return Fault::None;
+    return OnItem(__func__, path, false, [&](const Place& place) {
+        if (place.Item->Folder)
+            return Fault::AccessDenied;
+        length = place.Data().Length();
+        return Fault::None;
+    });
 }
 
 Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
-    const Place place = BeginAt(Call::ReadFileFacts, path, false);
-    if (!Failed(place.Trouble))
-        facts = {AttributesOf(*place.Item), place.Item->Data.Length(), place.Item->HardLinks,
-                 !place.Item->LinkTarget.empty()};
-    return place.Trouble;
+    return OnItem(__func__, path, false, [&](const Place& place) {
+        const Node& node = *place.Item;
+        facts = {AttributesOf(node), node.Data.Length(), node.HardLinks, !node.LinkTarget.empty()};
+        return Fault::None;
+    });
 }
 
 Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
-    const Place place = BeginAt(Call::ListStreams, path, true);
-    if (Failed(place.Trouble))
-        return place.Trouble;
-    streams.clear();
-    for (const auto& [name, data] : place.Item->Streams)
-        streams.push_back({path + ":" + name, data.Length()});
-    return Fault::None;
+    return OnItem(__func__, path, true, [&](const Place& place) {
+        streams.clear();
+        for (const auto& [name, data] : place.Item->Streams)
+            streams.push_back({path + ":" + name, data.Length()});
+        return Fault::None;
+    });
 }
 
 Fault RemoveFile(const std::string& path) {
-    const Place place = BeginAt(Call::RemoveFile, path, false);
-    const Fault fault = Failed(place.Trouble) ? place.Trouble : MayChange(place, true);
-    if (Failed(fault))
+    return OnItem(__func__, path, false, [&](const Place& place) {
+        const Fault fault = MayChange(place, true);
+        if (!Failed(fault)) {
+            TakeAway(path);
+            Journal("remove", place.FullPath());
+        }
         return fault;
-    TakeAway(path);
-    Journal("remove", place.FullPath());
-    return Fault::None;
+    });
 }
 
 Fault RenameReplacing(const std::string& from, const std::string& to) {
-    const Place source = BeginAt(Call::Rename, from, false), target = Find(to, false);
-    if (Failed(source.Trouble) || Failed(target.Trouble))
-        return Failed(source.Trouble) ? source.Trouble : target.Trouble;
-    if (source.Disk != target.Disk)
-        return Fault::Other;
-    if (source.Disk->ReadOnly)
-        return Fault::WriteProtected;
-    if (source.Item->Locked || source.Item->Handles > 0)
-        return Fault::SharingViolation;
-    if (target.Item && target.Item != source.Item) {
-        if (const Fault fault = MayChange(target, true); Failed(fault))
-            return fault;
-        TakeAway(to);
-    }
-    Drop(*source.Folder, *source.Item);
-    source.Item->Name = target.Name;
-    target.Folder->ByName[LowerCase(target.Name)] = source.Item;
-    target.Folder->Children.push_back(source.Item);
-    Journal("rename", source.Path, 0, {}, target.Path);
-    return Fault::None;
+    return OnItem(__func__, from, false, [&](const Place& source) {
+        const Place target = Find(to, false);
+        if (Failed(target.Trouble) || source.Disk != target.Disk)
+            return Failed(target.Trouble) ? target.Trouble : Fault::Other;
+        if (source.Disk->ReadOnly)
+            return Fault::WriteProtected;
+        if (source.Item->Locked || source.Item->Handles > 0)
+            return Fault::SharingViolation;
+        if (target.Item && target.Item != source.Item) {
+            if (const Fault fault = MayChange(target, true); Failed(fault))
+                return fault;
+            TakeAway(to);
+        }
+        Drop(*source.Folder, *source.Item);
+        source.Item->Name = target.Name;
+        Add(*target.Folder, source.Item);
+        Journal("rename", source.Path, 0, {}, target.Path);
+        return Fault::None;
+    });
 }
 
 bool FileExists(const std::string& path) {

@@ -8,7 +8,6 @@
 #include "platform/System.h"
 
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -28,9 +27,9 @@ struct Run {
     std::string Bytes(std::uint64_t from, std::uint64_t count) const;
 };
 
-/// A file's bytes: runs by offset, without gaps or overlaps.
+/// A file's bytes: runs, one behind the other.
 struct Content {
-    std::map<std::uint64_t, Run> Runs;
+    std::vector<Run> Runs;
     std::uint64_t Length() const;
     std::string Read(std::uint64_t from, std::uint64_t count) const;
     void Write(std::uint64_t offset, const Run& run);
@@ -44,7 +43,7 @@ struct Node {
     std::uint32_t Attributes = 0; ///< platform::Attribute bits; the folder and link bits are added
     Content Data;
     std::uint32_t HardLinks = 1;
-    std::string LinkTarget; ///< path of the target when this is a link
+    std::string LinkTarget; ///< path of the target when this is a link (junction, symbolic link)
     std::map<std::string, Content> Streams;
     bool Locked = false;                         ///< another program holds it: SharingViolation
     bool Denied = false;                         ///< no permission: AccessDenied
@@ -63,43 +62,11 @@ struct Drive {
     std::string Label, FileSystem = "NTFS";
     bool MediaPresent = true;
     bool ReadOnly = false;
-    double BytesPerSecond = 0;     ///< what writes and flushes cost on the clock; 0: nothing
-    std::uint64_t UsedByFiles = 0; ///< kept by the fake, whole clusters
+    double BytesPerSecond = 0; ///< what writes cost on the clock; 0: nothing
     std::shared_ptr<Node> Root;
     std::uint64_t Cluster() const { return std::uint64_t{BytesPerSector} * SectorsPerCluster; }
+    std::uint64_t InClusters(std::uint64_t length) const;
     std::uint64_t Free() const;
-};
-
-/// The calls that can fail, for FailNth, CallsMade and OnCall.
-enum class Call {
-    Any,
-    OpenFile,
-    Read,
-    Write,
-    Seek,
-    ReadLength,
-    ChangeLength,
-    Flush,
-    Close,
-    ReadAttributes,
-    WriteAttributes,
-    ReadFileLength,
-    ReadFileFacts,
-    ListStreams,
-    RemoveFile,
-    Rename,
-    Enumerate,
-    MakeFolder,
-    RemoveFolder,
-    ClusterFacts,
-    DriveSpace,
-    VolumeFacts,
-    ApplicationDataFolder,
-    ChangeCurrentFolder,
-    OpenLink,
-    LoadLibrary,
-    AuxiliaryChange,
-    AuxiliaryFlush
 };
 
 /// What was done to the disk, in order. Writes that continue one another are one event, however
@@ -127,9 +94,6 @@ Node& PutFile(const std::string& path, const std::string& content = "x",
 /// A file of `length` equal bytes.
 Node& PutBigFile(const std::string& path, std::uint64_t length, char byte = 'x');
 Node& PutFolder(const std::string& path);
-/// A link (junction, symbolic link) to a folder, or to a file.
-Node& PutFolderLink(const std::string& path, const std::string& target);
-Node& PutFileLink(const std::string& path, const std::string& target);
 void PutStream(const std::string& path, const std::string& stream, const std::string& content);
 /// Takes a file, or a folder with all in it, away. Not journaled.
 void TakeAway(const std::string& path);
@@ -151,20 +115,21 @@ std::string JournalText(const std::string& path = "");
 int OpenHandles();
 
 // ---- Faults ------------------------------------------------------------------------------------
+// Calls are named as the functions of platform: "WriteBytes"; "" means all of them.
 
-/// The n-th call of a kind from now on (1 = the next) fails with this fault; a write that fails so
-/// has written half of its bytes. One such order at a time. The auxiliary library's functions then
-/// return −1. n = 0 withdraws the order.
-void FailNth(std::int64_t n, platform::Fault fault, Call kind = Call::Any);
-/// From the n-th call on, all calls of the kind fail.
-void FailFrom(std::int64_t n, platform::Fault fault, Call kind);
-/// True when the order of FailNth or FailFrom has been carried out.
+/// The n-th call from now on (1 = the next) fails with this fault; a write that fails so has
+/// written half of its bytes. One such order at a time. The auxiliary library's functions then
+/// return −1.
+void FailNth(std::int64_t n, platform::Fault fault, const std::string& call = "");
+/// The call that failed by order of FailNth, "" if none has.
+std::string FailedCall();
+/// Withdraws the order of FailNth; true when it was carried out.
 bool HasFailed();
 /// Calls made since Reset.
-std::int64_t CallsMade(Call kind = Call::Any);
-/// Called with the path before each call of a kind; what it returns, if not None, is the call's
-/// fault. A hook may change the disk.
-void OnCall(Call kind, std::function<platform::Fault(const std::string& path)> hook);
+std::int64_t CallsMade(const std::string& call = "");
+/// Called with the path before each such call; what it returns, if not None, is the call's fault.
+/// A hook may change the disk.
+void OnCall(const std::string& call, std::function<platform::Fault(const std::string& path)> hook);
 
 // ---- Clock and settings ------------------------------------------------------------------------
 

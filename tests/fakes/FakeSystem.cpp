@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <climits>
+#include <clocale>
 #include <cstdio>
 #include <cwchar>
-#include <locale.h>
-#include <wctype.h>
+#include <cwctype>
 
 namespace platform {
 
@@ -15,16 +15,14 @@ using namespace fake;
 
 Fault EnumerateFolder(const std::string& folder,
                       const std::function<bool(const FolderEntry&)>& visit) {
-    const Fault ordered = Begin(Call::Enumerate, folder);
+    const Fault ordered = Begin(__func__, folder);
     const Place place = FindItem(folder, true);
-    if (Failed(place.Trouble))
-        return place.Trouble;
-    if (!place.Item->Folder)
-        return Fault::NotFound;
+    if (Failed(place.Trouble) || !place.Item->Folder)
+        return Failed(place.Trouble) ? place.Trouble : Fault::NotFound;
     if (place.Item->Denied)
         return Fault::AccessDenied;
     const auto children = place.Item->Children; // a visitor may delete what it meets
-    std::size_t count = Failed(ordered) ? children.size() / 2 : children.size();
+    const std::size_t count = Failed(ordered) ? children.size() / 2 : children.size();
     for (std::size_t i = 0; i < count; ++i) {
         const Node& node = *children[i];
         if (!visit({node.Name, AttributesOf(node), node.Data.Length(), node.Folder,
@@ -35,31 +33,34 @@ Fault EnumerateFolder(const std::string& folder,
 }
 
 Fault MakeFolder(const std::string& path) {
-    if (const Fault fault = Begin(Call::MakeFolder, path); Failed(fault))
+    if (const Fault fault = Begin(__func__, path); Failed(fault))
         return fault;
     const Place place = Find(path, false);
     if (Failed(place.Trouble) || place.Item)
         return Failed(place.Trouble) ? place.Trouble : Fault::AlreadyExists;
-    if (place.Disk->ReadOnly || place.Folder->Denied)
-        return place.Disk->ReadOnly ? Fault::WriteProtected : Fault::AccessDenied;
-    Add(*place.Folder, place.Name, true);
-    Journal("make folder", place.Path);
-    return Fault::None;
+    const Fault fault = MayWrite(*place.Disk, *place.Folder);
+    if (!Failed(fault)) {
+        Add(*place.Folder, place.Name, true);
+        Journal("make folder", place.Path);
+    }
+    return fault;
 }
 
 Fault RemoveFolder(const std::string& path) {
-    const Place place = BeginAt(Call::RemoveFolder, path, false);
-    if (Failed(place.Trouble) || !place.Item->Folder)
-        return Failed(place.Trouble) ? place.Trouble : Fault::NotFound;
-    if (place.Disk->ReadOnly)
-        return Fault::WriteProtected;
-    if (!place.Folder || place.Item->Denied || IsReadOnly(*place.Item))
-        return Fault::AccessDenied;
-    if (place.Item->LinkTarget.empty() && !place.Item->Children.empty())
-        return Fault::NotEmpty;
-    Drop(*place.Folder, *place.Item);
-    Journal("remove folder", place.Path);
-    return Fault::None;
+    return OnItem(__func__, path, false, [](const Place& place) {
+        const Node& node = *place.Item;
+        if (!node.Folder)
+            return Fault::NotFound;
+        if (const Fault fault = MayWrite(*place.Disk, node); Failed(fault))
+            return fault;
+        if (!place.Folder || (node.Attributes & AttributeReadOnly) != 0)
+            return Fault::AccessDenied;
+        if (node.LinkTarget.empty() && !node.Children.empty())
+            return Fault::NotEmpty;
+        Drop(*place.Folder, node);
+        Journal("remove folder", place.Path);
+        return Fault::None;
+    });
 }
 
 bool FolderExists(const std::string& path) {
@@ -70,37 +71,38 @@ bool FolderExists(const std::string& path) {
 // ---- Drives ------------------------------------------------------------------------------------
 
 namespace {
-/// The drive of a root path with a medium in it, or the fault.
-Fault ReadyDrive(Call kind, const std::string& root, Drive*& drive) {
-    if (const Fault fault = Begin(kind, root); Failed(fault))
-        return fault;
-    if (root.empty() || (root.size() > 1 && root[1] != ':'))
-        return Fault::InvalidName;
-    const auto found = drives.find(static_cast<char>(root[0] & ~0x20));
-    if (found == drives.end())
-        return Fault::NotFound;
-    drive = &found->second;
-    return drive->MediaPresent ? Fault::None : Fault::NotReady;
+Drive* DriveOf(const std::string& root) {
+    const auto found = drives.find(root.empty() ? '?' : static_cast<char>(root[0] & ~0x20));
+    return found == drives.end() ? nullptr : &found->second;
 }
 
-std::string CaseOf(const std::string& text, wint_t (*change)(wint_t, locale_t)) {
-    static const locale_t unicode = newlocale(LC_ALL_MASK, "C.UTF-8", nullptr);
-    const locale_t before = uselocale(unicode);
+/// A call on a drive of a root path that has a medium.
+template<typename Work>
+Fault OnDrive(const char* call, const std::string& root, Work work) {
+    if (const Fault fault = Begin(call, root); Failed(fault))
+        return fault;
+    const Drive* drive = DriveOf(root);
+    if (drive == nullptr || !drive->MediaPresent)
+        return drive == nullptr ? Fault::NotFound : Fault::NotReady;
+    work(*drive);
+    return Fault::None;
+}
+
+std::string CaseOf(const std::string& text, wint_t (*change)(wint_t)) {
+    [[maybe_unused]] static const char* const unicode = std::setlocale(LC_CTYPE, "C.UTF-8");
     std::string result;
     for (std::size_t i = 0; i < text.size();) {
         wchar_t point = 0;
-        std::mbstate_t reading{}, writing{};
-        const std::size_t size = std::mbrtowc(&point, &text[i], text.size() - i, &reading);
         char bytes[MB_LEN_MAX];
-        if (size == 0 || size > text.size()) // a zero, or not UTF-8: as it is
+        const int size = std::mbtowc(&point, &text[i], text.size() - i);
+        if (size <= 0) // a zero, or not UTF-8: as it is
             result += text[i++];
         else {
-            const auto changed = static_cast<wchar_t>(change(static_cast<wint_t>(point), unicode));
-            result.append(bytes, std::wcrtomb(bytes, changed, &writing));
-            i += size;
+            const auto changed = static_cast<wchar_t>(change(static_cast<wint_t>(point)));
+            result.append(bytes, static_cast<std::size_t>(std::wctomb(bytes, changed)));
+            i += static_cast<std::size_t>(size);
         }
     }
-    uselocale(before);
     return result;
 }
 } // namespace
@@ -113,39 +115,32 @@ std::string DriveLetters() {
 }
 
 DriveType TypeOfDrive(const std::string& root) {
-    const auto found = drives.find(root.empty() ? '?' : static_cast<char>(root[0] & ~0x20));
-    return found == drives.end() ? DriveType::NoRoot : found->second.Type;
+    const Drive* drive = DriveOf(root);
+    return drive == nullptr ? DriveType::NoRoot : drive->Type;
 }
 
 Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
-    Drive* drive = nullptr;
-    const Fault fault = ReadyDrive(Call::ClusterFacts, root, drive);
-    if (!Failed(fault))
-        facts = {drive->BytesPerSector, drive->SectorsPerCluster, drive->Free() / drive->Cluster(),
-                 drive->Capacity / drive->Cluster()};
-    return fault;
+    return OnDrive(__func__, root, [&](const Drive& drive) {
+        facts = {drive.BytesPerSector, drive.SectorsPerCluster, drive.Free() / drive.Cluster(),
+                 drive.Capacity / drive.Cluster()};
+    });
 }
 
 Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
-    Drive* drive = nullptr;
-    const Fault fault = ReadyDrive(Call::DriveSpace, root, drive);
-    if (!Failed(fault)) {
-        freeBytes = std::min(drive->Free(), drive->Quota);
-        totalBytes = drive->Capacity;
-    }
-    return fault;
+    return OnDrive(__func__, root, [&](const Drive& drive) {
+        freeBytes = std::min(drive.Free(), drive.Quota);
+        totalBytes = drive.Capacity;
+    });
 }
 
 Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
-    Drive* drive = nullptr;
-    const Fault fault = ReadyDrive(Call::VolumeFacts, root, drive);
-    if (!Failed(fault))
-        facts = {drive->Label, drive->FileSystem, drive->ReadOnly};
-    return fault;
+    return OnDrive(__func__, root, [&](const Drive& drive) {
+        facts = {drive.Label, drive.FileSystem, drive.ReadOnly};
+    });
 }
 
 Fault FlushRecords(const std::string& folder) {
-    const Fault fault = Begin(Call::Flush, folder);
+    const Fault fault = Begin(__func__, folder);
     if (!Failed(fault))
         Journal("flush", folder);
     return fault;
@@ -154,7 +149,7 @@ Fault FlushRecords(const std::string& folder) {
 // ---- System ------------------------------------------------------------------------------------
 
 Fault ReadApplicationDataFolder(std::string& folder) {
-    const Fault fault = Begin(Call::ApplicationDataFolder, "");
+    const Fault fault = Begin(__func__, "");
     if (!Failed(fault))
         folder = applicationData;
     return fault;
@@ -177,7 +172,7 @@ std::vector<std::string> CommandLineArguments() {
 }
 
 Fault ChangeCurrentFolder(const std::string& folder) {
-    if (const Fault fault = Begin(Call::ChangeCurrentFolder, folder); Failed(fault))
+    if (const Fault fault = Begin(__func__, folder); Failed(fault))
         return fault;
     const bool onThisDrive = folder.starts_with('\\') && currentFolder.size() > 1;
     const Place place = FindItem(onThisDrive ? currentFolder.substr(0, 2) + folder : folder, true);
@@ -216,42 +211,51 @@ NumberFormat RegionalNumberFormat() {
 }
 
 std::string LowerCase(const std::string& text) {
-    return CaseOf(text, towlower_l);
+    return CaseOf(text, std::towlower);
 }
 
 std::string UpperCase(const std::string& text) {
-    return CaseOf(text, towupper_l);
+    return CaseOf(text, std::towupper);
 }
 
 Fault OpenLink(const std::string& target) {
-    const Fault fault = Begin(Call::OpenLink, target);
+    const Fault fault = Begin(__func__, target);
     if (!Failed(fault))
         linksOpened.push_back(target);
     return fault;
 }
 
 Fault LoadAuxiliaryLibrary() {
-    const Fault fault = Begin(Call::LoadLibrary, "");
-    libraryLoaded = libraryLoaded || (!Failed(fault) && !Failed(auxiliaryLibrary));
-    return Failed(fault) ? fault : libraryLoaded ? Fault::None : auxiliaryLibrary;
+    const Fault fault = Begin(__func__, "");
+    return Failed(fault) ? fault : auxiliaryLibrary;
 }
 
+namespace {
+/// 0 or −1, as the library answers. It must have been loaded.
+std::int32_t InLibrary(const char* call, const std::string& path,
+                       const std::function<Fault(const Place&)>& work) {
+    const Fault fault = OnItem(call, path, true, [&](const Place& place) {
+        const bool loaded = CallsMade("LoadAuxiliaryLibrary") > 0 && !Failed(auxiliaryLibrary);
+        const Fault refusal = loaded ? MayChange(place, false) : Fault::NotSupported;
+        return Failed(refusal) ? refusal : work(place);
+    });
+    return Failed(fault) ? -1 : 0;
+}
+} // namespace
+
 std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength) {
-    const Place place = BeginAt(Call::AuxiliaryChange, path, true);
-    const auto length = static_cast<std::uint64_t>(newLength);
-    return Failed(place.Trouble) || !libraryLoaded || newLength < -1 ||
-                   Failed(MayChange(place, false)) ||
-                   (newLength >= 0 && Failed(SetLength(place, length)))
-               ? -1
-               : 0;
+    return InLibrary(__func__, path, [&](const Place& place) {
+        return newLength == -1  ? Fault::None
+               : newLength < -1 ? Fault::Other
+                                : SetLength(place, static_cast<std::uint64_t>(newLength));
+    });
 }
 
 std::int32_t AuxiliaryFlushFile(const std::string& path) {
-    const Place place = BeginAt(Call::AuxiliaryFlush, path, true);
-    if (Failed(place.Trouble) || !libraryLoaded || Failed(MayChange(place, false)))
-        return -1;
-    Journal("flush", place.FullPath());
-    return 0;
+    return InLibrary(__func__, path, [](const Place& place) {
+        Journal("flush", place.FullPath());
+        return Fault::None;
+    });
 }
 
 } // namespace platform

@@ -21,7 +21,7 @@ struct BoxSeen {
 };
 
 using Action = std::function<void()>;
-using Matcher = std::function<bool(const std::string&)>;
+using Matcher = std::function<bool(const std::string& text)>;
 
 /// What a step expects of a box beside title and text; what is not set is not looked at.
 struct Look {
@@ -47,14 +47,12 @@ struct ScriptedUser {
     }
     /// The same with a text that only has to contain a part, or to satisfy a condition.
     void BoxLike(const std::string& title, const std::string& part, int answer = ui::AnswerOK);
-    void BoxLike(const std::string& title, Matcher text, int answer = ui::AnswerOK, Look look = {});
+    void BoxLike(const std::string& title, Matcher text, int answer = ui::AnswerOK);
     /// A form is shown by ShowModal. Its Activate runs first, then the action, which must get the
     /// form hidden (or Activate has done so: then the action runs none the less).
     void Modal(ui::Form& form, Action action = {});
-    /// The common dialogs; an empty path cancels.
-    void OpenFile(const std::string& title, const std::string& path);
-    void SaveFile(const std::string& title, const std::string& path);
-    void Folder(const std::string& title, const std::string& path);
+    /// A common dialog (open, save, folder) with this title; an empty path cancels.
+    void Dialog(const std::string& title, const std::string& path);
     /// Something the user does while the program works: looked at whenever messages are pumped,
     /// done once. Not part of the order of steps.
     void During(std::function<bool()> when, Action action);
@@ -68,18 +66,18 @@ struct ScriptedUser {
 
     std::vector<BoxSeen> Boxes;              ///< all that were shown
     std::vector<const ui::Form*> FormsShown; ///< every Show and ShowModal
+    std::vector<ui::Form*> Modals;           ///< shown modally just now, the last on top
     std::vector<std::string> DialogFolders;  ///< start folders of the common dialogs
     std::string Clipboard;
     int Beeps = 0;
     double TaskbarFraction = -1;
     bool TaskbarPaused = false;
     ui::Control* Focus = nullptr;
+    std::function<void(int)> KeyHandler;
     bool Ended = false;      ///< EndProgram was called
     std::int64_t Yields = 0; ///< DoEvents so far
 };
 extern ScriptedUser user;
-
-Matcher Contains(const std::string& part);
 
 // What a person does. Each fails the test when a person could not do it: the control or a frame
 // around it is hidden or disabled, its form is not shown or lies under a modal one.
@@ -98,14 +96,11 @@ void Type(ui::TextBox& textBox, const std::string& text);
 void ReleaseMouse(ui::TextBox& textBox, std::size_t start = 0, std::size_t length = 0);
 void HoverOver(ui::Control& control);
 void PressF10();
-void PressKey(int virtualKey);
 /// Presses the form's Default or Cancel button.
 void PressEnter(ui::Form& form);
 void PressEscape(ui::Form& form);
 /// The cross in the title bar.
 void CloseForm(ui::Form& form);
 void DropFiles(ui::Form& form, const std::vector<std::string>& paths);
-/// Moves the clock on and lets timers fire.
-void FireTimers(int milliseconds);
 
 } // namespace fake

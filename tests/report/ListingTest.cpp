@@ -14,8 +14,8 @@ void PutTree() {
     fake::PutFile("C:\\d\\a.txt", std::string(1234, 'x'));
     fake::PutFile("C:\\d\\b.doc", "");
     fake::PutFile("C:\\out\\o.txt", "x");
-    fake::PutFolderLink("C:\\d\\junction", "C:\\out");
-    fake::PutFileLink("C:\\d\\link.txt", "C:\\out\\o.txt");
+    fake::PutFolder("C:\\d\\junction").LinkTarget = "C:\\out";
+    fake::PutFile("C:\\d\\link.txt").LinkTarget = "C:\\out\\o.txt";
 }
 
 TEST_F(RunTest, ListsFoldersAndFiles) {

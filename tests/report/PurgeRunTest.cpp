@@ -28,8 +28,8 @@ TEST_F(RunTest, PurgesATreeAndRemovesItsFolders) {
     fake::PutFile("C:\\d\\sub\\deep\\c.txt", "x");
     fake::PutFile("C:\\d\\sub2\\keep.too", "x");
     fake::PutFile("C:\\out\\o.txt", "x");
-    fake::PutFolderLink("C:\\d\\junction", "C:\\out");
-    fake::PutFileLink("C:\\d\\link.txt", "C:\\out\\o.txt");
+    fake::PutFolder("C:\\d\\junction").LinkTarget = "C:\\out";
+    fake::PutFile("C:\\d\\link.txt").LinkTarget = "C:\\out\\o.txt";
     blnSubdirectories = true;
     blnDeleteEmptyFolders = true;
     EXPECT_EQ(Purge("*.txt"), R"(11/21/2026, 12:00:00
@@ -87,10 +87,10 @@ TEST_F(RunTest, EveryRefusalAndFailureHasItsLine) {
     fake::PutFile("C:\\d\\torn.txt", "1");
     fake::PutFile("C:\\d\\hard.txt", "1").HardLinks = 2;
     fake::PutFile("C:\\d\\enc.txt", "1", platform::AttributeEncrypted | platform::AttributeSparse);
-    fake::OnCall(fake::Call::RemoveFile, [](const std::string& path) {
+    fake::OnCall("RemoveFile", [](const std::string& path) {
         return path == "C:\\d\\stuck.txt" ? Fault::AccessDenied : Fault::None;
     });
-    fake::OnCall(fake::Call::Write, [](const std::string& path) {
+    fake::OnCall("WriteBytes", [](const std::string& path) {
         return path == "C:\\d\\torn.txt" ? Fault::WriteFault : Fault::None;
     });
     EXPECT_EQ(Middle(Purge()), R"(
@@ -311,7 +311,7 @@ TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
     const std::string stopped = "\nC:\\d\\\n\nC:\\d\\a.txt (1 bytes) purging stopped after pass 1 "
                                 "of 3, not purged.\n\nNumber of files purged: 0\n\nPurge "
                                 "operation was stopped.\n";
-    const auto purging = [] { return fake::CallsMade(fake::Call::Flush) > 0; };
+    const auto purging = [] { return fake::CallsMade("FlushBytes") > 0; };
     // Stop while paused, close while running and while paused, and F10.
     for (int how = 0; how < 4; ++how) {
         Begin(3);
@@ -414,7 +414,7 @@ TEST_F(RunTest, EveryFaultLeavesTheCountsTrue) {
             fake::At("C:\\d\\ro.txt")->Attributes |= platform::AttributeReadOnly;
             fake::PutFolder("C:\\d\\v");
             fake::PutFile("C:\\out\\o.txt", "untouched");
-            fake::PutFolderLink("C:\\d\\junction", "C:\\out");
+            fake::PutFolder("C:\\d\\junction").LinkTarget = "C:\\out";
             blnOKToPurgeReadOnlyFiles = blnSubdirectories = blnDeleteEmptyFolders = true;
             blnDoNotDeletePurgedFiles = mode == Mode::Keep || mode == Mode::Slack;
             blnPurgeSlackOnly = mode == Mode::Slack;

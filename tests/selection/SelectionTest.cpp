@@ -77,10 +77,10 @@ TEST_F(SelectionTest, FileSpecificationRemembersAndLetsChoose) {
     EXPECT_EQ("c.doc", Ask([&] {
                   EXPECT_TRUE(spec.optSpecification[2].Value);
                   EXPECT_EQ("doc", spec.txbExtension.Text);
-                  user.OpenFile("Choose the file", "C:\\other\\e.doc");
+                  user.Dialog("Choose the file", "C:\\other\\e.doc");
                   user.Box("Error", "The file must be in the folder C:\\docs\\.");
                   fake::Click(spec.cmdChooseFile);
-                  user.OpenFile("Choose the file", "C:\\docs\\c.doc");
+                  user.Dialog("Choose the file", "C:\\docs\\c.doc");
                   fake::Click(spec.cmdChooseFile);
                   EXPECT_TRUE(spec.optSpecification[0].Value);
                   fake::Click(spec.cmdOK);
@@ -93,8 +93,7 @@ TEST_F(SelectionTest, FileSpecificationRemembersAndLetsChoose) {
                   fake::CloseForm(spec);
               }));
     // A folder that is slow or gone is said, and stops nobody.
-    fake::OnCall(fake::Call::Enumerate,
-                 [](const std::string&) { return platform::Fault::NotReady; });
+    fake::OnCall("EnumerateFolder", [](const std::string&) { return platform::Fault::NotReady; });
     EXPECT_EQ("a?c.*", Ask([&] {
                   EXPECT_EQ("The folder cannot be read.", spec.lblMatches.Caption);
                   fake::Click(spec.cmdOK);
@@ -105,7 +104,7 @@ TEST_F(SelectionTest, SubfoldersByName) {
     fake::PutFile("C:\\docs\\Program Files (x86)\\a");
     fake::PutFile("C:\\docs\\Program Files (x86)\\b");
     fake::PutFolder("C:\\docs\\a (1) (2)\\inner");
-    fake::PutFolderLink("C:\\docs\\link", "C:\\elsewhere");
+    fake::PutFolder("C:\\docs\\link").LinkTarget = "C:\\elsewhere";
     user.Modal(sub, [&] {
         EXPECT_EQ("Which?", sub.Caption);
         ASSERT_EQ(3u, sub.lstSubfolders.Items.size()); // without the link
@@ -138,7 +137,7 @@ TEST_F(SelectionTest, SubfoldersAreCountedInSlices) {
     for (int i = 0; i < 9; ++i)
         fake::PutFolder("C:\\docs\\n" + std::to_string(i));
     fake::PutFolder("C:\\docs\\z");
-    fake::OnCall(fake::Call::Enumerate, [](const std::string& path) {
+    fake::OnCall("EnumerateFolder", [](const std::string& path) {
         fake::Advance(path == "C:\\docs\\" ? 0 : 100);
         return path == "C:\\docs\\z\\" ? platform::Fault::AccessDenied : platform::Fault::None;
     });
@@ -147,7 +146,7 @@ TEST_F(SelectionTest, SubfoldersAreCountedInSlices) {
         EXPECT_EQ("n6  (not counted)", sub.lstSubfolders.Items[6].Text);
         fake::Choose(sub.lstSubfolders, "n6  (not counted)");
         for (int i = 0; i < 20; ++i)
-            fake::FireTimers(15);
+            ui::Wait(15);
         EXPECT_EQ("n6  (no files, no subfolders)", sub.lstSubfolders.Items[6].Text);
         EXPECT_EQ("z  (cannot be read)", sub.lstSubfolders.Items[10].Text);
         EXPECT_FALSE(sub.Clock1.Enabled);
@@ -157,8 +156,8 @@ TEST_F(SelectionTest, SubfoldersAreCountedInSlices) {
 
     user.Modal(sub, [&] {
         blnStop = true; // as F10 sets it
-        fake::FireTimers(15);
-        fake::FireTimers(500);
+        ui::Wait(15);
+        ui::Wait(500);
         EXPECT_FALSE(blnStop);
         EXPECT_EQ("z  (not counted)", sub.lstSubfolders.Items[10].Text);
         fake::Choose(sub.lstSubfolders, "z  (not counted)");
@@ -188,12 +187,12 @@ TEST_F(SelectionTest, DrivesAreShownWithWhatIsKnown) {
 
 TEST_F(SelectionTest, FoldersOnNetworkSharesAreRefused) {
     strBrowsePath = "C:\\docs\\";
-    user.Folder("Which folder?", "C:\\docs\\sub");
+    user.Dialog("Which folder?", "C:\\docs\\sub");
     EXPECT_EQ("C:\\docs\\sub\\", BrowseFolder("Which folder?"));
     EXPECT_EQ("C:\\docs\\", user.DialogFolders.back());
-    user.Folder("Which folder?", "");
+    user.Dialog("Which folder?", "");
     EXPECT_EQ("", BrowseFolder("Which folder?"));
-    user.Folder("Which folder?", "\\\\server\\share");
+    user.Dialog("Which folder?", "\\\\server\\share");
     user.Box("Error",
              "\\\\server\\share is not on a drive with a letter.\r\n"
              "Nullwright works only on drives that have a letter, not on network shares\r\n"

@@ -125,9 +125,9 @@ TEST_F(PurgeOptions, ClusterSizeFromTheDriveTheTableOrTheUser) {
     }));
     EXPECT_EQ(2048, GetClusterSize("C"));
     look("C:\\data\\", "2 KB");
-    const std::int64_t lngCalls = fake::CallsMade(fake::Call::ClusterFacts);
+    const std::int64_t lngCalls = fake::CallsMade("ReadClusterFacts");
     GetClusterSize("C");
-    EXPECT_EQ(lngCalls, fake::CallsMade(fake::Call::ClusterFacts)) << "kept, not asked again";
+    EXPECT_EQ(lngCalls, fake::CallsMade("ReadClusterFacts")) << "kept, not asked again";
 }
 
 TEST_F(PurgeOptions, FileSystemIsShownOnAClick) {

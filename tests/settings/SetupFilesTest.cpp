@@ -155,7 +155,7 @@ TEST_F(SetupFiles, RefusesFilesThatCannotBeSetups) {
                              "C:\\missing.nws", ""})
         EXPECT_FALSE(ReadSetupFile(path)) << path;
     fake::PutFile(strPath, Join(lines));
-    fake::FailNth(1, platform::Fault::ReadFault, fake::Call::Read);
+    fake::FailNth(1, platform::Fault::ReadFault, "ReadBytes");
     EXPECT_FALSE(ReadSetupFile(strPath));
     EXPECT_EQ(strStart, SetupText());
     fake::PutFile("C:\\most.nws",
@@ -196,11 +196,11 @@ TEST_F(SetupFiles, TheNextRunFileHasItsPlace) {
     EXPECT_TRUE(MakeNextRunFolder()) << "there already";
     EXPECT_NE(nullptr, fake::At("C:\\Users\\me\\AppData\\Roaming\\Nullwright"));
 
-    fake::FailNth(1, platform::Fault::Other, fake::Call::ApplicationDataFolder);
+    fake::FailNth(1, platform::Fault::Other, "ReadApplicationDataFolder");
     FindNextRunSetupPath();
     EXPECT_EQ("C:\\Nullwright\\nullwright.usr", NextRunSetupPath());
     fake::drives.clear();
-    fake::FailNth(1, platform::Fault::Other, fake::Call::ApplicationDataFolder);
+    fake::FailNth(1, platform::Fault::Other, "ReadApplicationDataFolder");
     FindNextRunSetupPath();
     EXPECT_EQ("", NextRunSetupPath());
     EXPECT_FALSE(MakeNextRunFolder());

@@ -81,7 +81,7 @@ TEST_F(MainWindow, FindsTheSetupOfTheLastRun) {
 
     // A link to a folder is no subfolder, and what the label denies must not happen.
     fake::TakeAway("C:\\data\\sub");
-    fake::PutFolderLink("C:\\data\\link", "C:\\Users");
+    fake::PutFolder("C:\\data\\link").LinkTarget = "C:\\Users";
     UpdateSubdirectoriesLabels();
     EXPECT_EQ("No", f.lblSubdirectories.Caption);
     EXPECT_EQ("(The folder has no subfolders.)", f.lblSubdirectories2.Caption);
@@ -138,10 +138,10 @@ TEST_F(MainWindow, QuitsButNotInTheGuardedSecond) {
     StartQuitGuard();
     fake::Click(f.cmdQuit);
     fake::CloseForm(f);
-    fake::FireTimers(900);
+    ui::Wait(900);
     fake::CloseForm(f);
     EXPECT_FALSE(user.Ended);
-    fake::FireTimers(200);
+    ui::Wait(200);
     EXPECT_FALSE(f.Clock2.Enabled);
     fake::Click(f.cmdQuit);
     EXPECT_TRUE(user.Ended);
@@ -206,7 +206,7 @@ TEST_F(MainWindow, HelpAndLinks) {
     EXPECT_EQ(strMaker, fake::linksOpened[1]);
     EXPECT_EQ(strMaker, fake::linksOpened[2]);
     EXPECT_NE(strMaker, fake::linksOpened[3]);
-    fake::FailNth(1, platform::Fault::NotFound, fake::Call::OpenLink);
+    fake::FailNth(1, platform::Fault::NotFound, "OpenLink");
     user.BoxLike("Error", "Cannot open " + strMaker + ".\r\n");
     fake::Click(f.lblCV_URL);
 }

@@ -38,7 +38,7 @@ struct PurgeCommandsTest : ProgramTest {
     /// `after` adds the boxes that the command must end with.
     void ChooseFolder(const std::string& folder, std::optional<int> purgeAll,
                       const fake::Action& after = {}) {
-        user.Folder("Specify folder containing files to be purged", folder);
+        user.Dialog("Specify folder containing files to be purged", folder);
         if (purgeAll)
             user.Box("Specify folder", "Do you wish to purge ALL files in " + folder + "\\?",
                      *purgeAll, fake::AsksYesNo);
@@ -57,11 +57,11 @@ struct PurgeCommandsTest : ProgramTest {
         fake::Click(m.cmdSpecifyFiles);
     }
     void ChooseSingleFile(const std::string& path, const std::string& complaint = "") {
-        user.OpenFile("Specify file to be purged.", path);
+        user.Dialog("Specify file to be purged.", path);
         if (!complaint.empty())
             user.Box("Single file", complaint, fake::Warns);
         fake::Click(m.cmdSingleFile);
-        fake::FireTimers(1100);
+        ui::Wait(1100);
     }
     /// The rest of a purge command, from the options dialog on, in which `look` is done first;
     /// `after` adds the boxes that come behind the question.
@@ -106,7 +106,7 @@ TEST_F(PurgeCommandsTest, SingleFile) {
     EXPECT_EQ(before, Labels());
     EXPECT_FALSE(m.blnQuitGuard);
 
-    user.OpenFile("Specify file to be purged.", "C:\\docs\\a.txt");
+    user.Dialog("Specify file to be purged.", "C:\\docs\\a.txt");
     fake::Click(m.cmdSingleFile);
     fake::Click(m.cmdSingleFile); // within the guarded second nothing happens
     fake::Click(m.cmdSpecifyFiles);
@@ -114,7 +114,7 @@ TEST_F(PurgeCommandsTest, SingleFile) {
     EXPECT_FALSE(blnMultipleFiles);
     EXPECT_EQ("", m.lblPurgeSpeed.Caption);
     EXPECT_EQ("", m.lblEstimatedTime.Caption);
-    fake::FireTimers(1100);
+    ui::Wait(1100);
 
     fake::AddDrive('A', 1 << 20);
     fake::PutFile("A:\\f.txt", "small");
@@ -133,13 +133,13 @@ TEST_F(PurgeCommandsTest, SingleFile) {
 TEST_F(PurgeCommandsTest, SpecifyFolder) {
     PutFiles("C:\\docs", 1);
     fake::PutFolder("C:\\empty");
-    fake::PutFolderLink("C:\\linked\\link", "C:\\docs");
+    fake::PutFolder("C:\\linked\\link").LinkTarget = "C:\\docs";
     fake::PutFile("C:\\linked\\hidden.txt", "x", platform::AttributeHidden);
     ChooseFolder("C:\\docs", ui::AnswerYes);
     EXPECT_EQ("C:\\docs\\|*.*|(All files.)|No|(The folder has no subfolders.)", Labels());
     EXPECT_TRUE(blnMultipleFiles);
     EXPECT_EQ("C:\\docs\\", strBrowsePath);
-    user.Folder("Specify folder containing files to be purged", "");
+    user.Dialog("Specify folder containing files to be purged", "");
     fake::Click(m.cmdSpecifyDirectory[0]);
     EXPECT_EQ("C:\\docs\\|*.*|(All files.)|No|(The folder has no subfolders.)", Labels());
     // The old pattern is not applied to the new folder.
@@ -399,7 +399,7 @@ TEST_F(PurgeCommandsTest, CountingIsShownAndCanBeInterrupted) {
     fake::Click(m.cmdSubdirectories);
     Specify("*.txt");
     std::string message;
-    fake::OnCall(fake::Call::Enumerate, [&](const std::string&) {
+    fake::OnCall("EnumerateFolder", [&](const std::string&) {
         if (message.empty()) {
             message = m.lblLargePurgeMessage.Caption;
             fake::PressF10();
@@ -430,7 +430,7 @@ TEST_F(PurgeCommandsTest, AnyCallMayFail) {
         fake::PutFile("C:\\docs\\a.txt", "aaaa");
         fake::PutFile("C:\\docs\\sub\\b.txt", "bbbb");
         fake::PutFile("C:\\other\\c.txt", "cccc");
-        fake::PutFolderLink("C:\\docs\\link", "C:\\other");
+        fake::PutFolder("C:\\docs\\link").LinkTarget = "C:\\other";
         StartProgram();
         user.AnswerOthers = [](const fake::BoxSeen& box) {
             return box.Buttons == ui::Buttons::OK ? ui::AnswerOK : ui::AnswerYes;

@@ -35,7 +35,7 @@ struct SetupPanel : ProgramTest {
     void Load(const std::string& path, const std::string& text = "",
               const std::string& title = "Error") {
         fake::Click(f.cmdSetup);
-        user.OpenFile("Specify operation file to be loaded", path);
+        user.Dialog("Specify operation file to be loaded", path);
         if (!text.empty())
             user.Box(title, text, fake::Warns);
         fake::Click(f.cmdLoadSetup);
@@ -47,7 +47,7 @@ struct SetupPanel : ProgramTest {
     }
     void SaveAs(const std::string& path, const fake::Action& boxes = {}) {
         OpenSavePanel();
-        user.SaveFile("Specify operation file to be saved", path);
+        user.Dialog("Specify operation file to be saved", path);
         if (boxes)
             boxes();
         fake::Click(f.cmdSaveSetupAsOperationFile);
@@ -146,13 +146,13 @@ TEST_F(SetupPanel, SavesForTheNextRunAndFindsItThere) {
 }
 
 TEST_F(SetupPanel, SaysThatItCouldNotSave) {
-    fake::FailNth(1, platform::Fault::AccessDenied, fake::Call::MakeFolder);
+    fake::FailNth(1, platform::Fault::AccessDenied, "MakeFolder");
     OpenSavePanel();
     user.Box("Error", "Cannot save setup!", fake::Warns);
     fake::Click(f.cmdSaveSetupForNextRun);
     ExpectClosed();
 
-    fake::FailNth(1, platform::Fault::DiskFull, fake::Call::Write);
+    fake::FailNth(1, platform::Fault::DiskFull, "WriteBytes");
     SaveAs(strOperation, [] {
         user.Box("Error", "Cannot save setup in operation file " + strOperation + "!", fake::Warns);
     });

@@ -9,7 +9,7 @@ struct FakesTest : ProgramTest {};
 
 TEST_F(FakesTest, OrderedFaultsComeOnceAtTheirCall) {
     platform::File file;
-    fake::FailNth(2, Fault::WriteFault, fake::Call::Write);
+    fake::FailNth(2, Fault::WriteFault, "WriteBytes");
     ASSERT_EQ(Fault::None, platform::OpenFile("C:\\a", platform::Access::CreateNew, file));
     EXPECT_EQ(Fault::None, platform::WriteBytes(file, "ab", 2));
     EXPECT_EQ(Fault::WriteFault, platform::WriteBytes(file, "cd", 2));

@@ -1,0 +1,145 @@
+// What a person does with the windows.
+#include "fakes/ScriptedUser.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace fake {
+
+namespace {
+bool IsOnTop(const ui::Form& form) {
+    return form.Visible && (user.Modals.empty() || user.Modals.back() == &form);
+}
+
+/// Takes the focus to the control.
+bool Reach(ui::Control& control, const char* what) {
+    const bool can = CanReach(control);
+    EXPECT_TRUE(can) << "A person could not " << what << " " << control.Name << " (\""
+                     << control.Caption << "\").";
+    if (can)
+        user.Focus = &control;
+    return can;
+}
+
+void Invoke(const ui::Handler& handler) {
+    if (handler)
+        handler();
+}
+
+/// Makes the item of this text the current one; its number, −1 when that cannot be done.
+template<typename List>
+int GoTo(List& list, const std::string& text) {
+    const auto found = std::find_if(list.Items.begin(), list.Items.end(),
+                                    [&](const ui::ListItem& item) { return item.Text == text; });
+    EXPECT_NE(found, list.Items.end()) << list.Name << " has no item \"" << text << "\".";
+    if (found == list.Items.end() || !Reach(list, "choose in"))
+        return -1;
+    return list.ListIndex = static_cast<int>(found - list.Items.begin());
+}
+
+void PressFirst(ui::Form& form, bool ui::Button::*which) {
+    for (ui::Control* control : form.Controls)
+        if (control->Kind == ui::ControlKind::Button && static_cast<ui::Button*>(control)->*which &&
+            CanReach(*control))
+            return Click(*control);
+    ADD_FAILURE() << form.Name << " has no such button that could be pressed.";
+}
+} // namespace
+
+bool CanReach(const ui::Control& control) {
+    const ui::Control* c = &control;
+    while (c != nullptr && c->Visible && c->Enabled)
+        c = c->Container;
+    return c == nullptr && control.Parent != nullptr && IsOnTop(*control.Parent);
+}
+
+void Click(ui::Control& control) {
+    if (!Reach(control, "click"))
+        return;
+    if (control.Kind == ui::ControlKind::CheckBox) {
+        auto& box = static_cast<ui::CheckBox&>(control);
+        box.Value = box.Value == 0 ? 1 : 0;
+    } else if (control.Kind == ui::ControlKind::OptionButton) {
+        for (ui::Control* other : control.Parent->Controls)
+            if (other->Kind == control.Kind && other->Container == control.Container)
+                static_cast<ui::OptionButton*>(other)->Value = other == &control;
+    }
+    Invoke(control.Click);
+}
+
+void Choose(ui::ComboBox& combo, const std::string& item) {
+    if (GoTo(combo, item) >= 0)
+        Invoke(combo.Click);
+}
+
+void Choose(ui::ListBox& list, const std::string& item) {
+    const int index = GoTo(list, item);
+    if (index < 0)
+        return;
+    ui::ListItem& chosen = list.Items[static_cast<std::size_t>(index)];
+    const bool selected = !list.MultiSelect || !chosen.Selected;
+    if (!list.MultiSelect)
+        for (ui::ListItem& other : list.Items)
+            other.Selected = false;
+    chosen.Selected = selected;
+    Invoke(list.Click);
+}
+
+void DoubleClick(ui::ListBox& list, const std::string& item) {
+    Choose(list, item);
+    if (CanReach(list))
+        Invoke(list.DoubleClick);
+}
+
+void Type(ui::TextBox& textBox, const std::string& text) {
+    if (!Reach(textBox, "type into"))
+        return;
+    EXPECT_FALSE(textBox.Locked) << textBox.Name;
+    textBox.Text = text;
+    textBox.SelStart = text.size();
+    textBox.SelLength = 0;
+    Invoke(textBox.Change);
+}
+
+void ReleaseMouse(ui::TextBox& textBox, std::size_t start, std::size_t length) {
+    if (!Reach(textBox, "point at"))
+        return;
+    textBox.SelStart = start;
+    textBox.SelLength = length;
+    Invoke(textBox.MouseUp);
+}
+
+void HoverOver(ui::Control& control) {
+    EXPECT_TRUE(CanReach(control)) << "A person could not point at " << control.Name;
+    Invoke(control.MouseOver);
+}
+
+void PressF10() {
+    if (user.KeyHandler)
+        user.KeyHandler(121);
+}
+
+void PressEnter(ui::Form& form) {
+    PressFirst(form, &ui::Button::Default);
+}
+
+void PressEscape(ui::Form& form) {
+    PressFirst(form, &ui::Button::Cancel);
+}
+
+void CloseForm(ui::Form& form) {
+    EXPECT_TRUE(IsOnTop(form)) << "A person could not close " << form.Name << ".";
+    if (form.Close)
+        form.Close();
+    else
+        ui::Hide(form);
+}
+
+void DropFiles(ui::Form& form, const std::vector<std::string>& paths) {
+    if (IsOnTop(form) && form.FilesDropped)
+        form.FilesDropped(paths);
+    else
+        ADD_FAILURE() << "A person could not drop files on " << form.Name << ".";
+}
+
+} // namespace fake
