@@ -40,7 +40,9 @@ void LoadConfirmFilesForm() {
     f.Caption = "Confirm purging of this file";
     f.Width = 7200;
     f.Height = 1920;
-    f.Close = cmdNo_Click; // closing it is no consent to the purge
+    // Neither closing it nor Enter pressed too early is a consent to the purge.
+    f.Close = cmdNo_Click;
+    f.Activate = [] { ui::SetFocus(frmConfirmFiles.cmdNo); };
 
     ui::PutWords({{&f.lblFile, "C:\\xxx\\yyy\\..."},
                   {&f.cmdYes, "Yes", 'Y', cmdYes_Click},
@@ -50,8 +52,7 @@ void LoadConfirmFilesForm() {
                    cmdYesAndDontShowAgain_Click},
                   {&f.cmdStopPurge, "Stop this purge", 'S', cmdStopPurge_Click}});
     f.lblFile.Ellipsis = true;
-    f.cmdNo.Default = true; // Enter pressed too early must not destroy anything
-    f.cmdNo.Cancel = true;
+    f.cmdNo.Default = f.cmdNo.Cancel = true;
 
     ui::Bind(f, {{&f.lblFile, "lblFile", 120, 180, 6960, 540},
                  {&f.cmdYes, "cmdYes", 120, 840, 1500, 375},

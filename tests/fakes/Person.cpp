@@ -120,7 +120,10 @@ void PressF10() {
 }
 
 void PressEnter(ui::Form& form) {
-    PressFirst(form, &ui::Button::Default);
+    if (user.Focus && user.Focus->Parent == &form && user.Focus->Kind == ui::ControlKind::Button)
+        Click(*user.Focus);
+    else
+        PressFirst(form, &ui::Button::Default);
 }
 
 void PressEscape(ui::Form& form) {

@@ -202,6 +202,11 @@ void ShowModal(Form& form) {
     EXPECT_FALSE(form.Visible) << form.Name << " is shown modally while it is shown already.";
     user.Modals.push_back(&form);
     Show(form);
+    // Without a word from the form the focus is on the first control that can take it.
+    for (ui::Control* control : form.Controls)
+        if ((!user.Focus || user.Focus->Parent != &form) && CanReach(*control) &&
+            control->Kind != ui::ControlKind::Label && control->Kind != ui::ControlKind::Frame)
+            user.Focus = control;
     if (step) {
         Perform(step->Do);
         EXPECT_FALSE(form.Visible) << form.Name << " is still shown after what was to close it.";
