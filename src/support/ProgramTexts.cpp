@@ -32,7 +32,7 @@ constexpr BuiltIn builtIns[] = {
      "overwritten. The files themselves are neither changed nor deleted."},
     {TextNumber::OrdinaryNote, Use::Prose,
      "The contents of each file and its slack area will be overwritten. What has been purged "
-     "cannot be recovered by any means."},
+     "cannot be brought back."},
     {TextNumber::MakerLink, Use::Address, "https://nullwright.example/"},
     {TextNumber::DocumentationLink, Use::Address, "https://nullwright.example/manual/"},
 };
