@@ -28,7 +28,7 @@ std::string strFolderShown;
 bool blnSingleFileShown = false;
 bool blnFoldersShown = false;
 
-/// "C" for "C:\folder\"; the first letter that there is when the path has none.
+/// "C" for "C:\folder\".
 std::string DriveShown() {
     const char chrDrive = DriveLetterOf(strFolderShown);
     return chrDrive ? std::string(1, chrDrive) : "";

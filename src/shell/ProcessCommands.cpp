@@ -67,11 +67,6 @@ void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNam
     frmReport.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
 }
 
-void EnableMain(bool blnEnabled) {
-    EnableSetupPanel(blnEnabled);
-    EnableMenu(blnEnabled);
-}
-
 // ---- Listing -----------------------------------------------------------------------------------
 
 void List() {
@@ -170,9 +165,7 @@ bool MayHoldWatchedFiles() {
 
 /// Everything that is asked before a purge, in its order; true when the user wants it.
 bool PurgeIsWanted(std::int64_t lngCount, const std::string& title) {
-    // A single file with subfolders on may stand for files of that name in each of them.
-    const bool blnSingleFile = !blnMultipleFiles && lngCount == 1;
-    if (!AskPurgeOptions(strDirPath, blnSingleFile, blnSubdirectories))
+    if (!AskPurgeOptions(strDirPath, lngCount == 1, blnSubdirectories))
         return false;
     if (ui::MsgBox(PurgeQuestion(lngCount), ui::Buttons::YesNo, ui::Icon::Question, title) !=
         ui::AnswerYes)

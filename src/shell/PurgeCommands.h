@@ -12,6 +12,8 @@ void cmdSpecifyFiles_Click();
 void cmdSubdirectories_Click();
 void cmdConfirmFiles_Click();
 void cmdClear_Click();
+/// Forgets folder and file specification, and the labels say so.
+void ClearSpecification();
 /// 0: "List files, estimate time", 1: "Purge files".
 void cmdProcessFiles_Click(int intIndex);
 /// Files or a folder were dropped on the main window.

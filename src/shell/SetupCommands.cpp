@@ -2,9 +2,11 @@
 #include "shell/SetupCommands.h"
 
 #include "platform/Files.h"
+#include "platform/System.h"
 #include "settings/SetupFiles.h"
 #include "settings/TextFiles.h"
 #include "shell/frmMain.h"
+#include "shell/PurgeCommands.h"
 #include "shell/Session.h"
 #include "support/MainWindow.h"
 #include "support/Paths.h"
@@ -132,14 +134,7 @@ void cmdSaveSetup_Click() {
 }
 
 void cmdClearSetup_Click() {
-    strDirPath.clear();
-    strFilespec.clear();
-    blnMultipleFiles = false;
-    blnSubdirectories = false;
-    UpdateFilesLabels();
-    UpdateSubdirectoriesLabels();
-    SetMainLine(MainLine::EstimatedTime, "");
-    SetSetupFilename("");
+    ClearSpecification();
     CloseSetupFrame();
 }
 
@@ -168,7 +163,9 @@ void cmdSaveSetupAsOperationFile_Click() {
     std::string strPath;
     if (ui::SaveFileDialog("Specify operation file to be saved", strOperationFiles,
                            strOperationPattern, strBrowsePath, strPath)) {
-        if (ExtensionOf(strPath).empty())
+        // By another extension it would be neither offered for loading nor taken for a setup when
+        // it is dropped: it would then be the file to purge.
+        if (platform::LowerCase(ExtensionOf(strPath)) != "nws")
             strPath += ".nws";
         const bool blnWrite =
             !platform::FileExists(strPath) ||

@@ -66,13 +66,11 @@ bool FolderCheck(FolderContents& contents) {
 bool SomethingMatches(const FolderContents& contents) {
     if (contents.blnMatchingFiles || !blnSubdirectories)
         return contents.blnMatchingFiles;
-    EnableSetupPanel(false);
-    EnableMenu(false);
+    EnableMain(false);
     blnStop = false;
     const bool blnFound = CountMatchingFiles(strDirPath, strFilespec, 1) != 0 || blnStop;
     blnStop = false;
-    EnableMenu(true);
-    EnableSetupPanel(true);
+    EnableMain(true);
     return blnFound;
 }
 
@@ -93,6 +91,16 @@ std::string PurgeSpeedText(const std::string& path) {
 }
 
 void TakeSingleFile(const std::string& path) {
+    const std::string& title = frmMain.cmdSingleFile.Caption;
+    if (RefuseWithoutDriveLetter(path, title))
+        return;
+    platform::FileFacts facts;
+    if (!platform::Failed(platform::ReadFileFacts(path, facts)) && facts.IsLink) {
+        Complain(path + " is a link to a file elsewhere.\r\n"
+                        "Links are not followed: choose the file itself.",
+                 title);
+        return;
+    }
     SetFolder(FolderPartOf(path));
     strFilespec = FileNameOf(path);
     blnMultipleFiles = false;
@@ -159,17 +167,14 @@ void OpenGivenPath(const std::string& path) {
         LoadSetupFromFile(path);
         return;
     }
-    const bool blnFolder = platform::FolderExists(path);
-    const std::string& title =
-        blnFolder ? frmMain.cmdSpecifyDirectory[0].Caption : frmMain.cmdSingleFile.Caption;
-    if (RefuseWithoutDriveLetter(path, title))
-        return;
-    if (blnFolder)
-        TakeFolder(FolderWithBackslash(path));
-    else if (platform::FileExists(path))
+    if (platform::FolderExists(path)) {
+        if (!RefuseWithoutDriveLetter(path, frmMain.cmdSpecifyDirectory[0].Caption))
+            TakeFolder(FolderWithBackslash(path));
+    } else if (platform::FileExists(path)) {
         TakeSingleFile(path);
-    else
-        Complain("File " + path + " not found.", title);
+    } else {
+        Complain("File " + path + " not found.", frmMain.cmdSingleFile.Caption);
+    }
 }
 
 void OpenGivenPaths(const std::vector<std::string>& paths) {
@@ -191,17 +196,16 @@ void cmdSingleFile_Click() {
                             strBrowsePath.empty() ? strDirPath : strBrowsePath, path))
         return;
     StartQuitGuard();
-    if (!RefuseWithoutDriveLetter(path, frmMain.cmdSingleFile.Caption))
-        TakeSingleFile(path);
+    TakeSingleFile(path);
 }
 
 void cmdSpecifyDirectory_Click(int intIndex) {
     if (intIndex == 0)
         SpecifyFolder();
     else {
-        EnableSetupPanel(false);
+        EnableMain(false);
         PurgeFoldersCommand(frmMain.cmdSpecifyDirectory[1].Caption);
-        EnableSetupPanel(true);
+        EnableMain(true);
     }
 }
 
@@ -233,12 +237,12 @@ void cmdSubdirectories_Click() {
     SetSetupFilename("");
     if (strDirPath.empty())
         return;
-    FolderContents contents;
-    if (!LookInto(strDirPath, "*.*", contents)) {
+    bool blnSubfolders = false;
+    if (platform::Failed(LookForSubfolders(strDirPath, blnSubfolders))) {
         Complain("Error when attempting to access " + strDirPath + ".", "Error");
         return;
     }
-    blnSubdirectories = contents.blnSubfolders && !blnSubdirectories;
+    blnSubdirectories = blnSubfolders && !blnSubdirectories;
     UpdateSubdirectoriesLabels();
 }
 
@@ -252,6 +256,10 @@ void cmdClear_Click() {
     if (ui::MsgBox("Clear folder and file specifications?", ui::Buttons::YesNo, ui::Icon::Question,
                    frmMain.cmdClear.Caption) != ui::AnswerYes)
         return;
+    ClearSpecification();
+}
+
+void ClearSpecification() {
     strDirPath.clear();
     strFilespec.clear();
     blnMultipleFiles = false;

@@ -103,6 +103,8 @@ void StartUp() {
     UpdateConfirmFilesLabels();
     ui::Repaint(frmMain);
 
+    EnableMain(false);
     OfferToRemoveLeftoverDummies();
+    EnableMain(true);
     OpenCommandLineFiles(commandLineFiles);
 }

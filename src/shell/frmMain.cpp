@@ -5,6 +5,7 @@
 #include "platform/Folders.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
+#include "report/TimeEstimates.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/MainHandlers.h"
 #include "shell/Session.h"
@@ -78,9 +79,10 @@ void OpenAddress(const std::string& strAddress) {
                    ui::Buttons::OK, ui::Icon::Exclamation, "Error");
 }
 
-/// An operation is under way: the menu is disabled, and not for the sake of the setup panel.
+/// An operation is under way. That the menu alone is disabled says less: so it is, too, while a
+/// setup is being loaded or saved.
 bool IsRunning() {
-    return !frmMain.fraMenu.Enabled && !frmMain.fraSetup.Visible && !frmMain.picSaveSetup.Visible;
+    return !frmMain.fraSetup.Enabled;
 }
 
 } // namespace
@@ -210,8 +212,9 @@ void EnableMenu(bool blnEnabled) {
         ui::SetFocus(*ctlFocusBefore);
 }
 
-void EnableSetupPanel(bool blnEnabled) {
+void EnableMain(bool blnEnabled) {
     frmMain.fraSetup.Enabled = blnEnabled;
+    EnableMenu(blnEnabled);
 }
 
 void Button_MouseOver(ui::Control& control) {
@@ -235,6 +238,9 @@ void cmdTypeOfPurge_Click() {
     if (frmTypeOfPurge.blnAccepted)
         frmReport.lblPausedDone.Caption.clear();
     UpdateTypeOfPurgeLabel();
+    // The estimate of a single file rests on the number of overwrites.
+    if (!frmMain.lblEstimatedTime.Caption.empty())
+        SetMainLine(MainLine::EstimatedTime, SingleFileEstimate(strDirPath + strFilespec));
 }
 
 void cmdHelp_Click() {

@@ -40,8 +40,8 @@ extern FrmMain frmMain;
 /// Lays the window out, writes its captions and binds every handler; once, at start-up.
 void LoadMainForm();
 
-/// Enables or disables the setup panel; to be used with EnableMenu around long operations.
-void EnableSetupPanel(bool blnEnabled);
+/// Enables or disables the menu and the setup panel; around long operations, on every way out.
+void EnableMain(bool blnEnabled);
 /// Sets the quit guard and starts Clock2, which takes it away after a second.
 void StartQuitGuard();
 

@@ -149,14 +149,14 @@ void PlaceControls() {
 }
 
 /// The rooms below know the menu only: the setup panel is disabled here while they work.
-void WithoutSetupPanel(void (*command)()) {
-    EnableSetupPanel(false);
+void RunDisabled(void (*command)()) {
+    EnableMain(false);
     command();
-    EnableSetupPanel(true);
+    EnableMain(true);
 }
 
 void PurgeDisk_Click() {
-    WithoutSetupPanel(PurgeDiskCommand);
+    RunDisabled(PurgeDiskCommand);
     UpdateSubdirectoriesLabels(); // which the disk purge wrote its exclusions into
 }
 
@@ -174,11 +174,9 @@ void WriteWords() {
         {&f.cmdProcessFiles[0], "List files, estimate time", 'L', [] { cmdProcessFiles_Click(0); }},
         {&f.cmdProcessFiles[1], "Purge files", 'P', [] { cmdProcessFiles_Click(1); }},
         {&f.cmdReportScreen, "Report", 'R', ShowReportAgain},
-        {&f.cmdLargePurge[0], "Test purge speed", 'T',
-         [] { WithoutSetupPanel(TestPurgeSpeedCommand); }},
+        {&f.cmdLargePurge[0], "Test purge speed", 'T', [] { RunDisabled(TestPurgeSpeedCommand); }},
         {&f.cmdLargePurge[1], "Purge disk", 'k', PurgeDisk_Click},
-        {&f.cmdLargePurge[2], "Purge free space", 'e',
-         [] { WithoutSetupPanel(PurgeFreeSpaceCommand); }},
+        {&f.cmdLargePurge[2], "Purge free space", 'e', [] { RunDisabled(PurgeFreeSpaceCommand); }},
         {&f.cmdSetup, "Setup", 'u', cmdSetup_Click},
         {&f.cmdHelp, "Help", 'H', cmdHelp_Click},
         {&f.cmdQuit, "Quit", 'Q', cmdQuit_Click},

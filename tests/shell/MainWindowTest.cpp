@@ -154,17 +154,22 @@ TEST_F(MainWindow, ClosingItWhileAnOperationRunsAsksForAStop) {
     fake::CloseForm(f);
     EXPECT_TRUE(user.Ended) << "an open setup panel is no operation";
     user.Ended = false;
-    fake::PressEscape(f);
+    user.AnswerOthers = [this](const fake::BoxSeen&) {
+        EXPECT_EQ("", f.HoldsShutdown()) << "nor is the loading of one";
+        return ui::AnswerOK;
+    };
+    user.OpenFile("Specify operation file to be loaded", "C:\\gone.nws");
+    fake::Click(f.cmdLoadSetup);
 
     ui::SetFocus(f.cmdProcessFiles[1]);
-    EnableMenu(false);
+    EnableMain(false);
     EXPECT_FALSE(fake::CanReach(f.cmdQuit));
     fake::CloseForm(f);
     EXPECT_FALSE(user.Ended);
     EXPECT_TRUE(blnStop);
     EXPECT_FALSE(fake::CanReach(f.lblOnlineDocumentation)) << "a stray Enter opens no browser";
     user.Focus = nullptr;
-    EnableMenu(true);
+    EnableMain(true);
     EXPECT_EQ(&f.cmdProcessFiles[1], user.Focus);
     EXPECT_TRUE(fake::CanReach(f.lblOnlineDocumentation));
 }

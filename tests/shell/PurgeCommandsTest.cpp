@@ -6,6 +6,7 @@
 #include "report/frmReport.h"
 #include "selection/frmFileSpecification.h"
 #include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
 #include "shell/Session.h"
 
@@ -122,11 +123,22 @@ TEST_F(PurgeCommandsTest, SingleFile) {
     ChooseSingleFile("A:\\f.txt");
     EXPECT_EQ("0.250 MB/sec. (1 overwrite) for Drive A (floppy drive).", m.lblPurgeSpeed.Caption);
     EXPECT_EQ("Less than a minute.", m.lblEstimatedTime.Caption);
+    fake::PutBigFile("A:\\f.txt", 600 << 10);
+    sngPurgeSpeeds[0] = 0.05F;
+    user.Modal(frmTypeOfPurge, [] {
+        fake::Choose(frmTypeOfPurge.cboNumberOfPasses[0], "9");
+        fake::Click(frmTypeOfPurge.cmdCancel); // the number of passes stays
+    });
+    fake::Click(m.cmdTypeOfPurge);
+    EXPECT_EQ("1 minute and 47 seconds", m.lblEstimatedTime.Caption);
 
     ChooseSingleFile("\\\\server\\share\\x",
                      "\\\\server\\share\\x is not on a drive with a letter.\r\n"
                      "Nullwright works only on drives that have a letter, not on network shares\r\n"
                      "or other places.");
+    fake::PutFileLink("C:\\docs\\link.txt", "C:\\docs\\a.txt");
+    ChooseSingleFile("C:\\docs\\link.txt", "C:\\docs\\link.txt is a link to a file elsewhere.\r\n"
+                                           "Links are not followed: choose the file itself.");
     EXPECT_EQ("A:\\", strDirPath);
 }
 
@@ -306,6 +318,7 @@ TEST_F(PurgeCommandsTest, PurgeQuestionsByKind) {
     Accept("Are you sure that you want to purge the file C:\\docs\\*.doc ?\r\n"
            "This will permanently destroy all data in this file.)",
            ui::AnswerNo);
+    EXPECT_EQ("Yes, purge this file", options.cmdDoPurge.Caption);
     fake::Click(m.cmdSubdirectories);
     Accept("Are you sure that you want to purge the 2 files C:\\docs\\*.doc\r\n"
            "and all files of the form \"*.doc\" in all subfolders?\r\n"

@@ -164,6 +164,8 @@ TEST_F(SetupPanel, SavesAnOperationFileAndAsksBeforeItReplacesOne) {
     EXPECT_TRUE(fake::FilesBelow("C:\\ops").empty());
     SaveAs("C:\\ops\\weekly"); // the extension is added
     EXPECT_EQ(SetupText(), fake::ContentOf(strOperation));
+    SaveAs("C:\\ops\\plan 1.5");
+    EXPECT_EQ(SetupText(), fake::ContentOf("C:\\ops\\plan 1.5.nws"));
 
     blnConfirmFiles = true;
     const std::string strOld = fake::ContentOf(strOperation);
