@@ -96,7 +96,7 @@ void Type(ui::TextBox& textBox, const std::string& text);
 void ReleaseMouse(ui::TextBox& textBox, std::size_t start = 0, std::size_t length = 0);
 void HoverOver(ui::Control& control);
 void PressF10();
-/// Presses the form's Default or Cancel button.
+/// Enter presses the button with the focus, else the form's Default one; Escape its Cancel one.
 void PressEnter(ui::Form& form);
 void PressEscape(ui::Form& form);
 /// The cross in the title bar.

@@ -158,7 +158,7 @@ TEST_F(MainWindow, ClosingItWhileAnOperationRunsAsksForAStop) {
         EXPECT_EQ("", f.HoldsShutdown()) << "nor is the loading of one";
         return ui::AnswerOK;
     };
-    user.OpenFile("Specify operation file to be loaded", "C:\\gone.nws");
+    user.Dialog("Specify operation file to be loaded", "C:\\gone.nws");
     fake::Click(f.cmdLoadSetup);
 
     ui::SetFocus(f.cmdProcessFiles[1]);

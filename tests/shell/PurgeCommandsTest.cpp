@@ -136,7 +136,7 @@ TEST_F(PurgeCommandsTest, SingleFile) {
                      "\\\\server\\share\\x is not on a drive with a letter.\r\n"
                      "Nullwright works only on drives that have a letter, not on network shares\r\n"
                      "or other places.");
-    fake::PutFileLink("C:\\docs\\link.txt", "C:\\docs\\a.txt");
+    fake::PutFile("C:\\docs\\link.txt").LinkTarget = "C:\\docs\\a.txt";
     ChooseSingleFile("C:\\docs\\link.txt", "C:\\docs\\link.txt is a link to a file elsewhere.\r\n"
                                            "Links are not followed: choose the file itself.");
     EXPECT_EQ("A:\\", strDirPath);
