@@ -10,6 +10,7 @@
 #include "support/Numbers.h"
 #include "ui/Interface.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -25,6 +26,9 @@ const std::vector<std::int16_t> overwritesOfType[] = {
     {intRandomValue},
     {0xAA, 0x55, 0x0A, 0xF5},
     {0xAA, 0x55, intRandomValue, 0x0A, 0xF5, intRandomValue}};
+
+/// What the purge under way will have written in the end, bytes; 0 when none is under way.
+double dblBytesToOverwrite = 0;
 
 bool HasSlack(std::int64_t length, std::int32_t clusterSize) {
     return length < 1 || clusterSize == 0 || length % clusterSize != 0;
@@ -100,6 +104,11 @@ std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t 
     ReseedRandom();
     intPassesDone = 0;
     blnFirstOverwrite = true;
+    dblBytesOverwritten = 0;
+    dblBytesToOverwrite = 0;
+    for (const PurgeTarget& target : targets)
+        dblBytesToOverwrite += static_cast<double>(target.Length) * numPasses *
+                               static_cast<double>(overwritesOfType[purgeTypeIndex].size());
     std::int16_t result = clusterSize < 0 ? PurgeWriteFailed : PurgeDone;
     for (std::int16_t pass = 1; pass <= numPasses && result == PurgeDone; ++pass) {
         ui::DoEvents();
@@ -180,6 +189,7 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
         return PurgeCannotOpen;
     const std::int16_t result =
         PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
+    dblBytesToOverwrite = 0;
     if (lngHardLinks > 1)
         reach |= ReachHardLinks;
     ClearStatus();
@@ -215,6 +225,10 @@ bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
     if (reach != nullptr)
         *reach = reachBits;
     return resultCode >= 0;
+}
+
+double PurgeShareDone() {
+    return dblBytesToOverwrite > 0 ? std::min(dblBytesOverwritten / dblBytesToOverwrite, 1.0) : 0;
 }
 
 bool PurgeLibraryReady() {

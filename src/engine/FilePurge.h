@@ -42,6 +42,10 @@ bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
 std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
                        bool deleteAfter, bool slackOnly);
 
+/// The share (0 to 1) of the purge under way that is written, for whoever shows it while the purge
+/// yields; 0 when none is under way. Slack is too little to be counted.
+double PurgeShareDone();
+
 /// The auxiliary library is there and whole; asks once per program. On false the user has been
 /// told, and nothing may be purged.
 bool PurgeLibraryReady();

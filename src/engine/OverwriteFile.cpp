@@ -128,9 +128,14 @@ void ShowPurgeFigure(std::int64_t lngBlocksDone, std::int64_t lngBlocks, std::in
 std::int16_t RunOverwrite(Overwrite& work) {
     bool blnStopped = work.FirstBlockOnly;
     std::int64_t lngShown = 0;
+    const double dblBefore = dblBytesOverwritten;
+    const auto tellBytes = [&] {
+        dblBytesOverwritten = dblBefore + static_cast<double>(work.BlocksDone * work.BlockSize);
+    };
     ui::RunSteps(
         work.Effort, [&] { return StepOverwrite(work); },
         [&] {
+            tellBytes();
             if (!blnPurgingFreeSpace)
                 return true;
             blnStopped = blnStopped || blnStop;
@@ -138,6 +143,7 @@ std::int16_t RunOverwrite(Overwrite& work) {
                 ShowPurgeFigure(work.BlocksDone, work.Blocks, lngShown);
             return !blnStopped;
         });
+    tellBytes();
     if (work.File.IsOpen()) // stopped between two steps
         ui::RunSteps(
             work.Effort,

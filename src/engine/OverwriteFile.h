@@ -13,6 +13,10 @@ inline bool blnFirstOverwrite = false;
 /// Names that lead to the data of the file in hand, found out at its first overwrite; 0 before.
 inline std::uint32_t lngHardLinks = 0;
 
+/// Bytes written over the file in hand in this purge, streams included; goes on during an
+/// overwrite.
+inline double dblBytesOverwritten = 0;
+
 /// Overwrites a file of lngCurrentFileLength bytes up to the end of its last cluster, or only its
 /// slack, and forces that to the disk. PrepareOverwriteBuffers comes first. 0 done; −2 the file
 /// cannot be opened, −3 a write failed, −7 a small file could not be forced to the disk before it
