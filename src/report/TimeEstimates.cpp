@@ -27,11 +27,6 @@ std::int64_t WholeSeconds(double seconds) {
     return RoundHalfEven(std::isnan(seconds) ? 0 : std::clamp(seconds, 0.0, 1e15));
 }
 
-float SpeedOf(const std::string& path) {
-    const int drive = DriveIndexOf(path);
-    return drive >= 0 ? sngPurgeSpeeds[static_cast<std::size_t>(drive)] : 0.0F;
-}
-
 std::string TableDuration(std::int64_t seconds) {
     if (seconds < lngDay)
         return EstimateDurationText(static_cast<double>(seconds));
@@ -40,6 +35,11 @@ std::string TableDuration(std::int64_t seconds) {
 }
 
 } // namespace
+
+float PurgeSpeedOf(const std::string& path) {
+    const int drive = DriveIndexOf(path);
+    return drive >= 0 ? sngPurgeSpeeds[static_cast<std::size_t>(drive)] : 0.0F;
+}
 
 void InitializeOverwritesForEstimatedPurgeTimes() {
     intOverwrites = {0, 1, 2, 4, 6, 8, 12, 16, 18, 20, 24, 28, 30};
@@ -80,7 +80,7 @@ void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
 }
 
 std::string EstimateText() {
-    const float speed = SpeedOf(frmReport.strDirPath);
+    const float speed = PurgeSpeedOf(frmReport.strDirPath);
     if (!(speed > 0)) {
         const char letter = DriveLetterOf(frmReport.strDirPath);
         return std::string("For an estimate of the purge time test the purge speed for Drive ") +
@@ -105,7 +105,7 @@ std::string EstimateText() {
 }
 
 std::string SingleFileEstimate(const std::string& path) {
-    const float speed = SpeedOf(path);
+    const float speed = PurgeSpeedOf(path);
     if (!(speed > 0))
         return {};
     const double sizeMB = static_cast<double>(GetFileLength(path)) / 1024 / 1024;

@@ -3,6 +3,8 @@
 
 #include <string>
 
+/// The measured speed in MB/s, for one overwrite, of the drive of a path; 0 when not measured.
+float PurgeSpeedOf(const std::string& path);
 /// Fills the table of overwrite counts; before the first EstimatedTimes.
 void InitializeOverwritesForEstimatedPurgeTimes();
 /// The table of purge times for various numbers of overwrites; whole drive when blnPurgingDrive.
