@@ -7,6 +7,7 @@
 #include "report/frmReport.h"
 #include "report/ReportProgress.h"
 #include "report/ReportText.h"
+#include "report/TimeEstimates.h"
 #include "report/Walks.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
@@ -43,7 +44,7 @@ void ResetRun() {
     ClearReportText();
 
     f.lblPausedDone.Caption = "";
-    f.lblDots.Visible = !f.blnPurgeFiles && !f.blnDisplayFolderNames;
+    f.lblDots.Visible = WritesDots();
     f.barProgress.Visible = false;
     f.lblProgress.Caption = "";
     f.cmdPauseContinue.Enabled = true;
@@ -58,12 +59,11 @@ void PreparePurge() {
     frmAntiVirusQuery.blnAsked = false;
     purgeRun.intPurgeType = GetPurgeType();
     purgeRun.intNumberOfPasses = GetNumberOfPasses();
-    const int drive = DriveIndexOf(frmReport.strDirPath);
-    const float speed = drive >= 0 ? sngPurgeSpeeds[static_cast<std::size_t>(drive)] : 0.0F;
+    const float speed = PurgeSpeedOf(frmReport.strDirPath);
     purgeRun.dblRulerLength =
         speed > 0 ? dblRulerSeconds * speed * dblBytesPerMB : dblRulerBytesUnmeasured;
-    if (drive >= 0)
-        purgeRun.lngClusterSize = GetClusterSize(std::string(1, static_cast<char>('A' + drive)));
+    if (const char letter = DriveLetterOf(frmReport.strDirPath))
+        purgeRun.lngClusterSize = GetClusterSize(std::string(1, letter));
     InitSystemExtensions(0);
 }
 
@@ -106,9 +106,6 @@ void RunPurge() {
 }
 
 void RunListing() {
-    // Nothing was counted for a listing: a total left by somebody else would be a wrong one.
-    frmReport.lngNumFilesExpected = 0;
-    frmReport.dblBytesExpected = 0;
     SetMainLine(MainLine::Status, "");
     BeginReportProgress();
     ListFilesRecursive(frmReport.strDirPath, frmReport.strFilespec);
@@ -120,11 +117,11 @@ void CloseRun() {
     f.cmdPauseContinue.Enabled = false;
     f.cmdStop.Enabled = false;
     f.cmdClose.Enabled = true;
-    if (!f.blnPurgeFiles && !f.blnDisplayFolderNames)
+    if (WritesDots())
         ClearReportText(); // it holds only the dots
     f.lblDots.Visible = false;
     EndReportLine();
-    AppendClosingText(SummaryText() + (f.blnPurgeFiles ? DateAndTime() : std::string()));
+    AppendBeyondLimit(SummaryText() + (f.blnPurgeFiles ? DateAndTime() : std::string()));
     if (blnStop) // by F10, say, or out of a pause
         f.lblPausedDone.Caption = "Stopped";
     if (f.lblPausedDone.Caption != "Paused" && f.lblPausedDone.Caption != "Stopped")

@@ -2,24 +2,23 @@
 #include "report/FolderList.h"
 #include "report/frmReport.h"
 #include "report/ReportProgress.h"
+#include "report/ReportText.h"
 #include "report/Walks.h"
 #include "shell/Session.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
+#include <utility>
+
 namespace {
 
-// A summing walk lists without writing anything.
-bool blnSilent = false;
-
-bool CountingOnly() {
-    return !frmReport.blnListFiles && !frmReport.blnPurgeFiles;
-}
+// The walk in hand is one on the side: it counts, and writes nothing.
+bool blnCountingOnly = false;
 
 // Yields; true when the walk is to end. Only a walk with a report can be paused.
 bool PollStop() {
-    if (blnSilent || CountingOnly())
+    if (blnCountingOnly)
         ui::DoEvents();
     else
         CheckPauseStop();
@@ -27,7 +26,7 @@ bool PollStop() {
 }
 
 void AnnounceFolder(const std::string& folder) {
-    if (blnSilent || CountingOnly())
+    if (blnCountingOnly)
         return;
     if (!frmReport.blnDisplayFolderNames) {
         AppendReport(" .", true);
@@ -40,7 +39,7 @@ void AnnounceFolder(const std::string& folder) {
 
 // What a purge will pass over, where the listing names what it will not.
 void ListLink(const std::string& path, bool blnDisplayed) {
-    if (blnDisplayed && !blnSilent && !CountingOnly())
+    if (blnDisplayed && !blnCountingOnly)
         TellLink(path);
 }
 
@@ -48,20 +47,19 @@ void ListLink(const std::string& path, bool blnDisplayed) {
 bool TakeFile(const std::string& folder, const FoundFile& file) {
     ++frmReport.lngNumFilesProcessed;
     frmReport.dblTotalBytesPurged += static_cast<double>(file.Length);
-    if (CountingOnly()) {
+    if (blnCountingOnly) {
         if (intStopAt > 0 && frmReport.lngNumFilesProcessed >= intStopAt) {
             frmReport.lngNumFilesProcessed = -1;
             return false;
         }
         return true;
     }
-    if (!blnSilent && frmReport.blnListFiles && frmReport.blnDisplayFileNames) {
+    if (frmReport.blnListFiles && frmReport.blnDisplayFileNames) {
         AppendReport(folder + file.Name + " (" +
                          GroupedDigits(static_cast<std::int64_t>(file.Length)) + " bytes)   \r\n",
                      true);
     }
-    if (!blnSilent)
-        NoteFileDone(static_cast<double>(file.Length), true);
+    NoteFileDone(static_cast<double>(file.Length), true);
     return !PollStop();
 }
 
@@ -80,38 +78,6 @@ bool ListFolder(const std::string& folder, const std::string& filespec,
     }
     subfolders = std::move(list.Subfolders);
     return !platform::Failed(fault) && !blnStop;
-}
-
-// The state of the report form that a walk on the side must leave as it was.
-struct KeptState {
-    bool blnListFiles = frmReport.blnListFiles;
-    bool blnPurgeFiles = frmReport.blnPurgeFiles;
-    std::int64_t lngNumFilesProcessed = frmReport.lngNumFilesProcessed;
-    double dblTotalBytesPurged = frmReport.dblTotalBytesPurged;
-    std::int32_t intLimit = intStopAt;
-    bool blnLower = blnSubdirectories;
-};
-
-void GiveBack(const KeptState& kept) {
-    frmReport.blnListFiles = kept.blnListFiles;
-    frmReport.blnPurgeFiles = kept.blnPurgeFiles;
-    frmReport.lngNumFilesProcessed = kept.lngNumFilesProcessed;
-    frmReport.dblTotalBytesPurged = kept.dblTotalBytesPurged;
-    intStopAt = kept.intLimit;
-    blnSubdirectories = kept.blnLower;
-}
-
-void WalkAside(const std::string& folder, const std::string& filespec, bool blnListing,
-               std::int64_t& files, double& bytes) {
-    blnSilent = true;
-    frmReport.blnListFiles = blnListing;
-    frmReport.blnPurgeFiles = false;
-    frmReport.lngNumFilesProcessed = 0;
-    frmReport.dblTotalBytesPurged = 0;
-    ListFilesRecursive(folder, filespec);
-    blnSilent = false;
-    files = frmReport.lngNumFilesProcessed;
-    bytes = frmReport.dblTotalBytesPurged;
 }
 
 } // namespace
@@ -134,10 +100,16 @@ void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec
 
 void CountAhead(const std::string& folder, const std::string& filespec, std::int32_t intLimit,
                 std::int64_t& lngFiles, double& dblBytes) {
-    const KeptState kept;
-    intStopAt = intLimit;
-    WalkAside(folder, filespec, false, lngFiles, dblBytes);
-    GiveBack(kept);
+    // The walk counts in the report form, whose totals belong to the run or to the report shown.
+    const std::int64_t files = std::exchange(frmReport.lngNumFilesProcessed, 0);
+    const double bytes = std::exchange(frmReport.dblTotalBytesPurged, 0);
+    const std::int32_t limit = std::exchange(intStopAt, intLimit);
+    blnCountingOnly = true;
+    ListFilesRecursive(folder, filespec);
+    blnCountingOnly = false;
+    intStopAt = limit;
+    lngFiles = std::exchange(frmReport.lngNumFilesProcessed, files);
+    dblBytes = std::exchange(frmReport.dblTotalBytesPurged, bytes);
 }
 
 std::int64_t CountMatchingFiles(const std::string& folder, const std::string& filespec,
@@ -153,11 +125,9 @@ std::int64_t CountMatchingFiles(const std::string& folder, const std::string& fi
 
 bool SumFileSizes(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,
                   double& dblBytes) {
-    const KeptState kept;
     blnStop = false;
-    intStopAt = 0;
-    blnSubdirectories = true;
-    WalkAside(folder, filespec, true, lngFiles, dblBytes);
-    GiveBack(kept);
+    const bool blnLower = std::exchange(blnSubdirectories, true);
+    CountAhead(folder, filespec, 0, lngFiles, dblBytes);
+    blnSubdirectories = blnLower;
     return !blnStop;
 }

@@ -22,10 +22,6 @@ struct FileLine {
     bool blnRuler = false;
 };
 
-void WriteWholeLine(const std::string& line) {
-    AppendReport(line + "\r\n", false);
-}
-
 std::string Ruler(int passesDone, int passes) {
     return std::string("123456789").substr(0, std::min(passesDone, 9)) +
            std::string(passes - passesDone, '_') + " ";
@@ -62,6 +58,7 @@ Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOn
                    const FileLine& line) {
     Passes passes;
     const int last = purgeRun.intNumberOfPasses;
+    NotePasses(0, last, length);
     for (int pass = 1; pass <= last; ++pass) {
         const bool blnDelete = pass == last && !blnDoNotDeletePurgedFiles;
         std::int16_t result = 0;
@@ -73,11 +70,9 @@ Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOn
         passes.lngReach |= reach;
         if (result == PurgeDone)
             passes.intDone = pass;
-        if (pass < last && result == PurgeDone) {
-            NoteShareOfFile(static_cast<double>(pass) / last, static_cast<double>(length));
-            if (line.blnRuler && !blnSlackOnly)
-                RedrawRuler(line, pass);
-        }
+        NotePasses(passes.intDone, last, length);
+        if (line.blnRuler && pass < last && result == PurgeDone)
+            RedrawRuler(line, pass);
         CheckPauseStop();
         if (blnStop || result != PurgeDone)
             break;
@@ -106,9 +101,8 @@ void PurgeAndTell(const std::string& path, std::int64_t length, bool blnSlackOnl
 }
 
 void CancelRun(const std::string& path) {
-    WriteWholeLine(path + " -- not purged.");
+    WriteReportLine(path + " -- not purged.");
     blnStop = true;
-    MovePendingText();
     ui::MsgBox(frmReport.lngNumFilesPurged == 0 ? "Purge operation cancelled.  No files purged."
                                                 : "Purge operation terminated.",
                ui::Buttons::OK, ui::Icon::None, "Purge cancelled");
@@ -142,12 +136,12 @@ void PurgeOneFile(const std::string& strPath, bool blnSlackOnly) {
         return;
     }
     if (code != ClassNoObjection) {
-        WriteWholeLine(strPath + ResultText(code, blnSlackOnly, strPath));
+        WriteReportLine(strPath + ResultText(code, blnSlackOnly, strPath));
         return;
     }
     const std::int64_t length = GetFileLength(strPath);
     if (blnSlackOnly && purgeRun.lngClusterSize > 0 && length % purgeRun.lngClusterSize == 0) {
-        WriteWholeLine(strPath + ResultText(PurgeNoSlack, blnSlackOnly, strPath));
+        WriteReportLine(strPath + ResultText(PurgeNoSlack, blnSlackOnly, strPath));
         return;
     }
     if (blnShowPurgeWarning && IsSensitiveFile(strPath, false) && !GivePurgeAdvice(strPath)) {
@@ -155,7 +149,7 @@ void PurgeOneFile(const std::string& strPath, bool blnSlackOnly) {
         return;
     }
     if (!ConfirmFile(strPath)) {
-        WriteWholeLine(strPath + " -- not purged.");
+        WriteReportLine(strPath + " -- not purged.");
         return;
     }
     PurgeAndTell(strPath, length, blnSlackOnly);

@@ -1,3 +1,4 @@
+#include "platform/Files.h"
 #include "platform/Folders.h"
 #include "report/FolderList.h"
 #include "report/frmReport.h"
@@ -49,20 +50,35 @@ bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bo
     return !platform::Failed(fault) && !blnStop;
 }
 
+// In a folder the attribute protects nothing: it marks one with an icon of its own, say. Yet the
+// system removes none that has it.
+platform::Fault RemoveEvenReadOnly(const std::string& folder) {
+    const platform::Fault fault = platform::RemoveFolder(folder);
+    std::uint32_t attributes = 0;
+    if (fault != platform::Fault::AccessDenied ||
+        platform::Failed(platform::ReadAttributes(folder, attributes)) ||
+        (attributes & platform::AttributeReadOnly) == 0 ||
+        platform::Failed(
+            platform::WriteAttributes(folder, attributes ^ platform::AttributeReadOnly)))
+        return fault;
+    const platform::Fault second = platform::RemoveFolder(folder);
+    if (platform::Failed(second))
+        (void)platform::WriteAttributes(folder, attributes);
+    return second;
+}
+
 void RemoveIfEmpty(const std::string& folder) {
     // Fails, as it should, when the folder still holds anything.
-    if (platform::Failed(platform::RemoveFolder(FolderWithoutBackslash(folder))))
+    if (platform::Failed(RemoveEvenReadOnly(FolderWithoutBackslash(folder))))
         return;
     ++frmReport.lngNumFoldersRemoved;
-    EndReportLine();
-    AppendReport("Folder " + folder + " removed.\r\n", false);
+    WriteReportLine("Folder " + folder + " removed.");
 }
 
 } // namespace
 
 void TellLink(const std::string& strPath) {
-    EndReportLine();
-    AppendReport(strPath + ": a link, not purged.\r\n", false);
+    WriteReportLine(strPath + ": a link, not purged.");
 }
 
 void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,

@@ -1,5 +1,6 @@
 #include "report/ReportProgress.h"
 
+#include "engine/FilePurge.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -24,11 +25,16 @@ bool blnBegun = false;
 bool blnInPause = false;
 std::int64_t lngFilesDone = 0;
 double dblBytesDone = 0;
-double dblShareInHand = 0;
+int intPassesOver = 0; // of the file in hand
+int intPassesInAll = 1;
 double dblBytesInHand = 0;
 
 std::uint64_t Elapsed() {
     return (blnInPause ? lngPauseTick : platform::TickCount()) - lngStartTick;
+}
+
+double ShareOfFileInHand() {
+    return (intPassesOver + PurgeShareDone()) / intPassesInAll;
 }
 
 // By bytes where the run writes all of them, else by files; negative: not known. Files that came
@@ -36,15 +42,17 @@ std::uint64_t Elapsed() {
 double ShareDone() {
     double share = -1;
     if (frmReport.dblBytesExpected > 0 && !blnPurgeSlackOnly)
-        share = (dblBytesDone + dblShareInHand * dblBytesInHand) / frmReport.dblBytesExpected;
+        share = (dblBytesDone + ShareOfFileInHand() * dblBytesInHand) / frmReport.dblBytesExpected;
     else if (frmReport.lngNumFilesExpected > 0)
-        share = (static_cast<double>(lngFilesDone) + dblShareInHand) /
+        share = (static_cast<double>(lngFilesDone) + ShareOfFileInHand()) /
                 static_cast<double>(frmReport.lngNumFilesExpected);
     return std::min(share, 1.0);
 }
 
+// Whole minutes from an hour on: the seconds would say nothing, and the line has to fit.
 std::string TimeOf(double milliseconds) {
-    return SecondsText(static_cast<std::int64_t>(milliseconds / 1000), false);
+    const auto seconds = static_cast<std::int64_t>(milliseconds / 1000);
+    return SecondsText(seconds, false, seconds >= 3600);
 }
 
 std::string FilesText(std::int64_t files) {
@@ -55,10 +63,11 @@ void ShowProgress() {
     lngLastLook = platform::TickCount();
     const double share = ShareDone();
     const auto elapsed = static_cast<double>(Elapsed());
-    std::string text = frmReport.lngNumFilesExpected > 0
-                           ? GroupedDigits(lngFilesDone) + " of " +
-                                 FilesText(frmReport.lngNumFilesExpected) + ".  "
-                           : FilesText(lngFilesDone) + ".  ";
+    const bool blnCounted =
+        frmReport.lngNumFilesExpected >= std::max<std::int64_t>(lngFilesDone, 1);
+    std::string text = blnCounted ? GroupedDigits(lngFilesDone) + " of " +
+                                        FilesText(frmReport.lngNumFilesExpected) + ".  "
+                                  : FilesText(lngFilesDone) + ".  ";
     text += "Elapsed: " + TimeOf(elapsed) + ".";
     // While the user is asked about each file the pace is the user's, and nothing follows from it.
     const bool blnAsking = blnConfirmFiles && !blnPurgeRemainingFiles;
@@ -81,7 +90,7 @@ void BeginReportProgress() {
     blnInPause = false;
     lngFilesDone = 0;
     dblBytesDone = 0;
-    dblShareInHand = 0;
+    intPassesOver = 0;
     frmReport.tmrProgress.Enabled = true;
     ShowProgress();
 }
@@ -109,12 +118,13 @@ void NoteFileDone(double dblBytes, bool blnPurged) {
         dblBytesDone += dblBytes;
     else
         frmReport.dblBytesExpected = std::max(frmReport.dblBytesExpected - dblBytes, 0.0);
-    dblShareInHand = 0;
+    intPassesOver = 0;
 }
 
-void NoteShareOfFile(double dblShare, double dblBytes) {
-    dblShareInHand = dblShare;
-    dblBytesInHand = dblBytes;
+void NotePasses(int intDone, int intPasses, std::int64_t lngFileLength) {
+    intPassesOver = intDone;
+    intPassesInAll = intPasses;
+    dblBytesInHand = static_cast<double>(lngFileLength);
 }
 
 void EndReportProgress() {

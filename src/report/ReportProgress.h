@@ -13,7 +13,7 @@ void PauseReportProgress(bool blnPaused);
 /// A file was dealt with. The bytes of one that was not purged are no work any more, neither done
 /// nor to be done.
 void NoteFileDone(double dblBytes, bool blnPurged);
-/// A share (0 to 1) of the file in hand is done.
-void NoteShareOfFile(double dblShare, double dblBytes);
+/// So many passes over the file in hand are done; the engine tells how far the next one is.
+void NotePasses(int intDone, int intPasses, std::int64_t lngFileLength);
 /// Takes bar and taskbar progress away and shows what the whole run took.
 void EndReportProgress();

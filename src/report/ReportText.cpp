@@ -1,7 +1,6 @@
 #include "report/ReportText.h"
 
 #include "report/frmReport.h"
-#include "report/ReportProgress.h"
 #include "shell/Session.h"
 #include "ui/Interface.h"
 
@@ -11,10 +10,9 @@ namespace {
 
 constexpr std::size_t lngCutWhenFull = 1024; // characters that make room for the closing lines
 
-// The length of txbText in UTF-16 units, kept while text is added, and the length in bytes that it
-// belongs to: when that differs, somebody else has set the text.
+// The length of txbText in UTF-16 units: to count them anew at each append would take longer and
+// longer.
 std::size_t lngUnits = 0;
-std::size_t lngUnitsOfBytes = 0;
 
 std::size_t CountUnits(std::string_view text) {
     std::size_t units = 0;
@@ -25,33 +23,20 @@ std::size_t CountUnits(std::string_view text) {
     return units;
 }
 
-std::size_t ReportUnits() {
-    const std::string& text = frmReport.txbText.Text;
-    if (lngUnitsOfBytes != text.size()) {
-        lngUnits = CountUnits(text);
-        lngUnitsOfBytes = text.size();
-    }
-    return lngUnits;
-}
-
 void CaretToEnd() {
     frmReport.txbText.SelStart = frmReport.txbText.Text.size();
     frmReport.txbText.SelLength = 0;
 }
 
 void AppendToBox(std::string_view text) {
-    const std::size_t units = ReportUnits() + CountUnits(text);
     frmReport.txbText.Text.append(text);
-    lngUnits = units;
-    lngUnitsOfBytes = frmReport.txbText.Text.size();
+    lngUnits += CountUnits(text);
 }
 
 void CutBox(std::size_t length) {
     std::string& text = frmReport.txbText.Text;
-    const std::size_t units = ReportUnits() - CountUnits(std::string_view(text).substr(length));
+    lngUnits -= CountUnits(std::string_view(text).substr(length));
     text.resize(length);
-    lngUnits = units;
-    lngUnitsOfBytes = length;
 }
 
 // Position of the character with which the last `units` units begin.
@@ -67,16 +52,11 @@ std::size_t PositionBeforeLast(std::size_t units) {
     return position;
 }
 
-void EndLineByStop() {
-    MovePendingText();
-    AppendToBox("\r\n");
-    CaretToEnd();
-}
-
 } // namespace
 
 void ClearReportText() {
     frmReport.txbText.Text.clear();
+    lngUnits = 0;
     frmReport.strTextBuff.clear();
     CaretToEnd();
 }
@@ -103,7 +83,7 @@ void AppendReport(const std::string& strText, bool blnFlush) {
         // milliseconds.
         ui::DoEvents();
     }
-    if (ReportUnits() > lngMaxReportText)
+    if (lngUnits > lngMaxReportText)
         ReportBufferFull();
 }
 
@@ -124,36 +104,21 @@ void EndReportLine() {
         AppendReport("\r\n", false);
 }
 
-void AppendClosingText(const std::string& strText) {
+void WriteReportLine(const std::string& strLine) {
+    EndReportLine();
+    AppendReport(strLine + "\r\n", true);
+}
+
+void AppendBeyondLimit(const std::string& strText) {
     MovePendingText();
     AppendToBox(strText);
     CaretToEnd();
 }
 
-void CheckPauseStop() {
-    ui::DoEvents();
-    if (!blnStop && !frmReport.blnPaused) {
-        RefreshReportProgress();
-        return;
-    }
-    if (!blnStop) {
-        MovePendingText();
-        PauseReportProgress(true);
-        ui::Repaint(frmReport);
-        while (frmReport.blnPaused && !blnStop)
-            ui::Wait(20);
-        PauseReportProgress(false);
-        if (!blnStop)
-            return;
-    }
-    EndLineByStop();
-    ui::Repaint(frmReport);
-}
-
 void ReportBufferFull() {
     MovePendingText();
     std::string& text = frmReport.txbText.Text;
-    if (ReportUnits() > lngCutWhenFull)
+    if (lngUnits > lngCutWhenFull)
         CutBox(PositionBeforeLast(lngCutWhenFull));
     const std::size_t lineEnd = text.rfind("\r\n");
     if (lineEnd != std::string::npos)

@@ -4,6 +4,7 @@
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"
 #include "report/ReportProgress.h"
+#include "report/ReportText.h"
 #include "shell/Session.h"
 #include "ui/Interface.h"
 
@@ -32,6 +33,7 @@ void LayOut() {
     f.lblDots.Top = rowTop;
     f.barProgress.Top = rowTop;
     f.lblProgress.Top = rowTop;
+    f.lblProgress.Left = 2 * intMargin + (WritesDots() ? f.lblDots.Width : f.barProgress.Width);
     f.lblProgress.Width = f.Width - intMargin - f.lblProgress.Left;
 
     for (ui::Button* button : {&f.cmdPauseContinue, &f.cmdStop, &f.cmdCopyToClipboard, &f.cmdClose})
@@ -47,11 +49,6 @@ void SetCopyCaption(bool blnSelection) {
         blnSelection ? "Copy selected text to clipboard" : "Copy to clipboard";
     frmReport.cmdCopyToClipboard.Width = blnSelection ? intCopySelectedWidth : intCopyWidth;
     LayOut();
-}
-
-void ShowDotsIfAny() {
-    frmReport.lblDots.Visible =
-        frmReport.blnRunning && !frmReport.blnPurgeFiles && !frmReport.blnDisplayFolderNames;
 }
 
 void SetPauseButton(const char* caption, int width, char mnemonic) {
@@ -73,7 +70,7 @@ void cmdPauseContinue_Click() {
     } else {
         SetRunButtons();
         frmReport.lblPausedDone.Caption = "";
-        ShowDotsIfAny();
+        frmReport.lblDots.Visible = WritesDots();
     }
 }
 
@@ -112,6 +109,28 @@ void frmReport_Activate() {
 }
 
 } // namespace
+
+bool WritesDots() {
+    return !frmReport.blnPurgeFiles && !frmReport.blnDisplayFolderNames;
+}
+
+void CheckPauseStop() {
+    ui::DoEvents();
+    if (frmReport.blnPaused && !blnStop) {
+        MovePendingText();
+        PauseReportProgress(true);
+        ui::Repaint(frmReport);
+        while (frmReport.blnPaused && !blnStop)
+            ui::Wait(20);
+        PauseReportProgress(false);
+    }
+    if (!blnStop) {
+        RefreshReportProgress();
+        return;
+    }
+    AppendBeyondLimit("\r\n");
+    ui::Repaint(frmReport);
+}
 
 void SetRunButtons() {
     frmReport.cmdStop.Visible = !frmReport.blnPurgeFiles;
@@ -170,8 +189,8 @@ void LoadReportForm() {
     const int row = 5730, buttons = 6105;
     ui::Bind(f, {{&f.txbText, "txbText", intMargin, intMargin, 9360, 5490},
                  {&f.lblDots, "lblDots", intMargin, row, 2700, intRowHeight},
-                 {&f.barProgress, "barProgress", intMargin, row, 2700, intRowHeight},
-                 {&f.lblProgress, "lblProgress", 2940, row, 6540, intRowHeight},
+                 {&f.barProgress, "barProgress", intMargin, row, 1500, intRowHeight},
+                 {&f.lblProgress, "lblProgress", 1740, row, 7740, intRowHeight},
                  {&f.cmdPauseContinue, "cmdPauseContinue", intMargin, buttons, 1500, 375},
                  {&f.cmdStop, "cmdStop", 1740, buttons, 1000, 375},
                  {&f.lblPausedDone, "lblPausedDone", 2940, buttons + 30, 1100, intRowHeight},

@@ -40,19 +40,13 @@ struct FrmReport : ui::Form {
 };
 extern FrmReport frmReport;
 
-/// Characters (UTF-16 units, as the text box counts) that the report may hold.
-constexpr std::size_t lngMaxReportText = 61440;
-
+/// The run is a listing that writes a dot for each folder instead of its name.
+bool WritesDots();
 /// Lays out the report window and the dialogs that accompany a run, and binds their handlers;
 /// once, at start-up.
 void LoadReportForm();
-/// Adds text to the pending text; with `blnFlush` all that is pending goes into the window, and
-/// the interface gets its turn. Does nothing once the report is full.
-void AppendReport(const std::string& strText, bool blnFlush);
 /// Yields, and waits here while the run is paused. The caller tests blnStop afterwards.
 void CheckPauseStop();
-/// Cuts the report back, says that it is full, and in a listing run asks for a stop.
-void ReportBufferFull();
 /// Captions, widths and visibility of Pause and Stop for the run in hand.
 void SetRunButtons();
 /// The main window's "Report": the window with its text, or "Nothing to report!".

@@ -23,15 +23,22 @@ TEST_F(RunTest, PurgesATreeAndRemovesItsFolders) {
     fake::PutFile("C:\\d\\a.txt", "123");
     fake::PutBigFile("C:\\d\\B.TXT", 5000);
     fake::PutFile("C:\\d\\keep.doc", "1");
-    fake::PutFolder("C:\\d\\empty");
+    fake::PutFolder("C:\\d\\empty").Attributes |= platform::AttributeReadOnly;
     fake::PutFolder("C:\\d\\denied").Denied = true;
     fake::PutFile("C:\\d\\sub\\deep\\c.txt", "x");
     fake::PutFile("C:\\d\\sub2\\keep.too", "x");
+    fake::At("C:\\d\\sub2")->Attributes |= platform::AttributeReadOnly;
     fake::PutFile("C:\\out\\o.txt", "x");
     fake::PutFolder("C:\\d\\junction").LinkTarget = "C:\\out";
     fake::PutFile("C:\\d\\link.txt").LinkTarget = "C:\\out\\o.txt";
     blnSubdirectories = true;
     blnDeleteEmptyFolders = true;
+    user.During([] { return frmReport.lblProgress.Caption == "Counting files ..."; },
+                [] {
+                    fake::Click(frmReport.cmdPauseContinue);
+                    fake::Click(frmReport.cmdPauseContinue);
+                    EXPECT_EQ(frmReport.cmdPauseContinue.Caption, "Pause at next purge");
+                });
     EXPECT_EQ(Purge("*.txt"), R"(11/21/2026, 12:00:00
 Purging files C:\d\*.txt 
 (including *.txt files in subfolders) 
@@ -62,6 +69,7 @@ Folders that could not be read: 1
         fake::FilesBelow("C:\\d"),
         (std::vector<std::string>{"C:\\d\\keep.doc", "C:\\d\\sub2\\keep.too", "C:\\d\\link.txt"}));
     EXPECT_EQ(fake::ContentOf("C:\\out\\o.txt"), "x");
+    EXPECT_TRUE(fake::At("C:\\d\\sub2")->Attributes & platform::AttributeReadOnly);
     EXPECT_EQ(frmReport.lblPausedDone.Caption, "Done");
 }
 
@@ -347,12 +355,15 @@ TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
 TEST_F(RunTest, AFullReportDoesNotEndThePurge) {
     const std::string name(200, 'n');
     for (int i = 0; i < 400; ++i)
-        fake::PutFile("C:\\d\\" + name + std::to_string(1000 + i));
+        fake::PutFile("C:\\d\\" + name + std::to_string(1000 + i) + ".swp");
+    for (int i = 0; i < 400; ++i)
+        fake::PutFile("C:\\d\\" + name + std::to_string(2000 + i));
     const std::string report = Purge();
-    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 0U);
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 400U);
     EXPECT_LE(frmReport.txbText.Text.size(), lngMaxReportText);
     const std::string foot =
-        "purged\n\nThe report buffer has been filled, so this report cannot continue.  The purge "
+        "swap file), not purged.\n\nThe report buffer has been filled, so this report cannot "
+        "continue.  The purge "
         "operation will continue, but without report of results for individual files.\n\n"
         "Number of files purged: 400\n\nSum of sizes of files purged: 400 bytes\n"
         "11/21/2026, 12:00:00\n";
@@ -367,12 +378,12 @@ TEST_F(RunTest, ShowsOnlyTheProgressThatIsKnown) {
     for (const char* path : {"C:\\d\\a", "C:\\d\\b", "C:\\d\\c", "C:\\d\\d"})
         fake::PutBigFile(path, 4 << 20);
     std::vector<std::string> seen;
-    for (int done : {1, 2, 3})
+    for (double done : {0.5, 2.0, 3.0}) // four passes in all: at first in the middle of one
         user.During([done] { return user.TaskbarFraction >= done / 4.0; },
                     [&seen] { seen.push_back(frmReport.lblProgress.Caption); });
     Purge();
     ASSERT_EQ(seen.size(), 3U);
-    EXPECT_TRUE(seen[0].starts_with("2 of 5 files.  Elapsed: ")) << seen[0];
+    EXPECT_TRUE(seen[0].starts_with("1 of 5 files.  Elapsed: ")) << seen[0];
     EXPECT_NE(seen[1].find("Remaining: about "), std::string::npos) << seen[1];
     EXPECT_TRUE(frmReport.lblProgress.Caption.starts_with("5 files in "));
     EXPECT_FALSE(frmReport.barProgress.Visible);

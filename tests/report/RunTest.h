@@ -4,6 +4,7 @@
 #include "fakes/ProgramTest.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
+#include "report/ReportText.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/Session.h"
