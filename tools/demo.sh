@@ -80,7 +80,8 @@ run_demo() {
             echo "$name $place" >> build/demo-places.txt
             sleep 0.3 # what was just shown is painted in the next moment
             mkdir -p "$screenshots"
-            import -window root "$screenshots/demo-$name.png" || true
+            import -window root "$screenshots/demo-$name.png" ||
+                { echo "There is no picture of $name."; status=1; }
             rm -f "$demo_root/picture"
         fi
         sleep 0.05
