@@ -21,6 +21,9 @@ constexpr std::int64_t lngLongestRun = std::int64_t{1} << 20;
 /// Up to here an overwrite and its flush are done on the interface thread: handing them to the I/O
 /// thread and waiting for it would cost more than they do.
 constexpr std::int64_t lngBriefLength = std::int64_t{256} << 10;
+/// On FAT a file ends a byte short of this at the latest, although its last cluster reaches up to
+/// it.
+constexpr std::int64_t lngFatLimit = std::int64_t{1} << 32;
 /// In the free-space purge the figure is looked at every so many blocks.
 constexpr std::int64_t lngBlocksPerFigure = 50;
 
@@ -86,8 +89,14 @@ std::int16_t WriteRun(Overwrite& work) {
     const std::int64_t done = work.BlocksDone;
     const std::int64_t blocks =
         done == 0 && work.FirstBlockAlone ? 1 : std::min(work.Blocks - done, work.BlocksPerRun);
-    if (Failed(platform::WriteBytes(work.File, work.Run->data(),
-                                    static_cast<std::size_t>(blocks * work.BlockSize))))
+    const std::int64_t position = done * work.BlockSize;
+    const auto size = static_cast<std::size_t>(blocks * work.BlockSize);
+    platform::Fault fault = platform::WriteBytes(work.File, work.Run->data(), size);
+    if (fault == platform::Fault::DiskFull && done + blocks == work.Blocks &&
+        work.Blocks * work.BlockSize == lngFatLimit &&
+        !Failed(platform::SeekTo(work.File, static_cast<std::uint64_t>(position))))
+        fault = platform::WriteBytes(work.File, work.Run->data(), size - 1);
+    if (Failed(fault))
         return PurgeWriteFailed;
     work.BlocksDone = done + blocks;
     return PurgeDone;

@@ -160,6 +160,12 @@ TEST_F(FilePurgeTest, LengthsBeyond32Bits) {
     ASSERT_EQ("write 0+5368774656 *\nflush\nlength 5368709243\n", fake::JournalText("D:\\a"));
     EXPECT_EQ(65536u, fake::journal[0].Data.Pattern.size());
     EXPECT_EQ(length, fake::At("D:\\a")->Data.Length());
+    // The longest file of FAT: its last cluster ends a byte behind what can be written.
+    fake::PutBigFile("D:\\b", 0xFFFFFFFF, 'M');
+    fake::FailNth(4096, Fault::DiskFull, Call::Write);
+    EXPECT_EQ(0, Purge("D:\\b", 0, 1, true));
+    EXPECT_TRUE(
+        fake::JournalText("D:\\b").ends_with("write 4293918720+1048575 *\nflush\nremove\n"));
 }
 
 TEST_F(FilePurgeTest, StreamsGoWithTheFile) {
