@@ -27,9 +27,11 @@ bool LookAtRoot(DiskPurgeState& state) {
     const auto fault =
         platform::EnumerateFolder(state.strRoot, [&](const platform::FolderEntry& entry) {
             ui::DoEvents();
-            if (entry.IsFolder && !entry.IsLink)
+            if (entry.IsLink) // neither followed nor purged
+                return true;
+            if (entry.IsFolder)
                 state.subfolders.push_back(entry.Name);
-            else if (!entry.IsFolder)
+            else
                 ++state.lngTopFiles;
             return true;
         });
@@ -58,18 +60,20 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
     bool blnFinished = WalkDisk(loop, state);
     if (blnFinished && loop.lngTotal == 0) {
         EndFileLoop(true);
+        SetMainLine(MainLine::Subdirectories2, "");
         Message("");
         ui::MsgBox("There are no non-excluded files,\r\nthus there are no files to purge.",
                    ui::Buttons::OK, ui::Icon::Information, strTitle);
+        ShowUndone(loop, strUndoneBefore);
         return;
     }
+    EndCounting(loop);
     if (blnFinished) {
         SetMainLine(MainLine::Subdirectories2,
                     loop.lngTotal == 1 ? std::string("One file is being purged.")
                                        : GroupedDigits(loop.lngTotal) + " files are being purged.");
         Message("To interrupt this operation upon completion of the current file purge,\r\n"
                 "press the F10 key twice and wait for the 'Cancel?' query.");
-        loop.blnCounting = false;
         BeginRunProgress();
         blnFinished = WalkDisk(loop, state);
         EndRunProgress();
@@ -78,11 +82,7 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
     SetMainLine(MainLine::Subdirectories2, "");
     Message(blnFinished ? "The disk has been purged (except for excluded files)."
                         : "\r\nPurge disk was stopped.");
-    std::string strUndone = UndoneText(loop);
-    if (!strUndone.empty() && !strUndoneBefore.empty())
-        strUndone = "\r\n" + strUndone;
-    if (strUndone = strUndoneBefore + strUndone; !strUndone.empty())
-        ui::MsgBox(strUndone, ui::Buttons::OK, ui::Icon::Information, strTitle);
+    ShowUndone(loop, strUndoneBefore);
 }
 
 void PurgeDisk() {

@@ -16,6 +16,7 @@
 #include "shell/Session.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
+#include "support/StrProc.h"
 #include "ui/Interface.h"
 
 #include <algorithm>

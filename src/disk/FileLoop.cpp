@@ -30,10 +30,12 @@ bool GoOn(const FileLoop& loop, const std::string& strText) {
     return false;
 }
 
-bool IsSkipped(const std::string& strFolder, const std::string& strName) {
-    if (platform::LowerCase(strFolder) ==
-        platform::LowerCase(FolderWithBackslash(platform::ProgramFolder())))
-        return true;
+bool IsProgramFolder(const std::string& strFolder) {
+    return platform::LowerCase(strFolder) ==
+           platform::LowerCase(FolderWithBackslash(platform::ProgramFolder()));
+}
+
+bool IsPagingFile(const std::string& strName) {
     const std::string strLower = platform::LowerCase(strName);
     return strLower == "pagefile.sys" || ExtensionOf(strLower) == "swp";
 }
@@ -106,17 +108,18 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     loop.blnBegun = true;
     // The whole list first: purging a file while its folder is being listed could hide others.
     std::vector<std::string> files, subfolders;
+    const bool blnFilesStay = IsProgramFolder(strPath);
     const auto fault = platform::EnumerateFolder(strPath, [&](const platform::FolderEntry& entry) {
         ui::DoEvents();
         if (entry.IsLink)
             return true;
-        if (!entry.IsFolder && !IsSkipped(strPath, entry.Name))
+        if (!entry.IsFolder && !blnFilesStay && !IsPagingFile(entry.Name))
             files.push_back(entry.Name);
         if (entry.IsFolder && blnSubfolders)
             subfolders.push_back(entry.Name);
         return true;
     });
-    if (Failed(fault) && !loop.blnCounting)
+    if (Failed(fault))
         ++loop.lngUnreadFolders;
     for (const std::string& strName : files)
         if (!VisitFile(loop, strPath + strName))
@@ -128,13 +131,18 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     return true;
 }
 
+void EndCounting(FileLoop& loop) {
+    loop.blnCounting = false;
+    loop.lngUnreadFolders = 0; // they are met again
+}
+
 void EndFileLoop(bool blnFinished) {
     if (blnFinished)
         blnStop = false;
     SetMainLine(MainLine::PurgeFoldersMessage, "");
 }
 
-std::string UndoneText(const FileLoop& loop) {
+void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
     const auto Sentence = [](std::int64_t lngCount, const char* strOne, const char* strMany) {
         return lngCount == 0 ? std::string()
                              : (lngCount == 1 ? std::string("One ") + strOne
@@ -142,6 +150,7 @@ std::string UndoneText(const FileLoop& loop) {
                                    "\r\n";
     };
     std::string strText =
+        (strUndoneBefore.empty() ? "" : strUndoneBefore + "\r\n") +
         Sentence(loop.lngFailed, "file could not be purged.", "files could not be purged.") +
         Sentence(loop.lngUnreadFolders, "folder could not be read completely.",
                  "folders could not be read completely.") +
@@ -150,7 +159,8 @@ std::string UndoneText(const FileLoop& loop) {
                  "names: older copies of its data may remain.",
                  "purged files were encrypted, compressed, sparse, in the cloud or had several "
                  "names: older copies of their data may remain.");
-    if (!strText.empty())
-        strText.resize(strText.size() - 2);
-    return strText;
+    if (strText.empty())
+        return;
+    strText.resize(strText.size() - 2);
+    ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Information, loop.strTitle);
 }

@@ -23,7 +23,10 @@ struct FileLoop {
 /// purged through; files in the program's own folder, "pagefile.sys" and *.swp are passed over.
 /// False when the user ended the loop: blnStop is left set then.
 bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders);
-/// Ends counting or purging: clears blnStop unless the user stopped the loop.
+/// Ends counting; what comes next is purging.
+void EndCounting(FileLoop& loop);
+/// Ends the loop: clears blnStop unless the user stopped the loop.
 void EndFileLoop(bool blnFinished);
-/// What a run left undone, one sentence per line, "" when nothing.
-std::string UndoneText(const FileLoop& loop);
+/// Tells what a run left undone, one sentence per line, behind what was undone before it. No box
+/// when that is nothing.
+void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore = "");

@@ -158,13 +158,15 @@ void FlushFolderRecords() {
 }
 
 /// Flushes and closes the file in hand. A disk-full fault here comes from a file system that
-/// allocates late.
+/// allocates late. A device that knows no flush holds nothing back.
 Fault FinishFile(FillWork& work) {
     auto fault = Fault::None;
     ui::RunSteps(
         ui::Effort::Long,
         [&] {
             fault = platform::FlushBytes(work.File);
+            if (fault == Fault::NotSupported)
+                fault = Fault::None;
             const auto closed = platform::CloseFile(work.File);
             if (!Failed(fault))
                 fault = closed;

@@ -24,7 +24,7 @@ namespace {
 constexpr std::int64_t lngMostFilesOnFat = 16000;
 constexpr double dblDummySizeOnFat = 1073741824;
 
-const std::string strPurged = "The free space has been purged.";
+const char* const strPurged = "The free space has been purged.";
 const char* const strStopped = "Purging of free space was stopped.";
 
 double BytesPerDummy() {
@@ -64,25 +64,27 @@ std::string WrittenText() {
            "Do you wish to continue with the purge?";
 }
 
-void DeleteDummiesWithMessage() {
-    if (FillDisk.strDummyFolder.empty())
+void DeleteDummiesWithMessage(const std::string& strFolder) {
+    if (strFolder.empty())
         return;
     SetMainLine(MainLine::LargePurgeMessage, "Deleting dummy files ...");
     RepaintMain();
-    (void)DeleteDummyFiles(FillDisk.strDummyFolder);
+    (void)DeleteDummyFiles(strFolder);
 }
 
 FreeSpaceResult FillAndPurge(const std::string& strTitle) {
     WriteDummyFiles();
     if (FillDisk.Outcome != FillOutcome::Done) {
-        DeleteDummiesWithMessage();
+        DeleteDummiesWithMessage(FillDisk.strDummyFolder);
         return FillDisk.Outcome == FillOutcome::Stopped ? FreeSpaceResult::Stopped
                                                         : FreeSpaceResult::Failed;
     }
-    if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive &&
-        !AskToContinue(WrittenText(), strTitle)) {
-        DeleteDummiesWithMessage();
-        return FreeSpaceResult::Stopped;
+    if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive) {
+        if (!AskToContinue(WrittenText(), strTitle)) {
+            DeleteDummiesWithMessage(FillDisk.strDummyFolder);
+            return FreeSpaceResult::Stopped;
+        }
+        blnStop = false; // F10 while the box was shown: the user has answered it since
     }
     SetMainLine(MainLine::LargePurgeMessage,
                 (FillDisk.lngFilesWritten == 1
@@ -90,7 +92,6 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
                      : GroupedDigits(FillDisk.lngFilesWritten) + " dummy files are being purged.") +
                     "\r\nTo stop the current dummy file purge, press the F10 key twice.");
     RepaintMain();
-    blnStop = false; // F10 while the box was shown: the user has answered it since
     (void)PurgeDummyFiles(true, FillDisk.lngFilesWritten, "");
     return blnStop ? FreeSpaceResult::Stopped : FreeSpaceResult::Purged;
 }
@@ -99,7 +100,7 @@ std::string ResultText(FreeSpaceResult result) {
     if (result != FreeSpaceResult::Purged)
         return strStopped;
     const std::string strUnpurged = UnpurgedText(result);
-    return strPurged + (strUnpurged.empty() ? "" : "\r\n" + strUnpurged);
+    return std::string(strPurged) + (strUnpurged.empty() ? "" : "\r\n" + strUnpurged);
 }
 
 } // namespace
@@ -213,6 +214,9 @@ void OfferToRemoveLeftoverDummies() {
     if (ui::MsgBox(strText + "\r\n\r\nDo you wish to delete them now?", ui::Buttons::YesNo,
                    ui::Icon::Question, "Dummy files found") != ui::AnswerYes)
         return;
-    for (const std::string& strFolder : folders)
-        (void)DeleteDummyFiles(strFolder);
+    RunDriveCommand([&] {
+        for (const std::string& strFolder : folders)
+            DeleteDummiesWithMessage(strFolder);
+        SetMainLine(MainLine::LargePurgeMessage, "");
+    });
 }

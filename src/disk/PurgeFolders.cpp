@@ -12,9 +12,10 @@
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "support/StrProc.h"
+#include "support/Utf8.h"
 #include "ui/Interface.h"
 
-#include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -32,12 +33,6 @@ platform::Fault HasSubfolders(const std::string& strFolder, bool& blnFound) {
     });
 }
 
-std::size_t CharactersOf(const std::string& strText) {
-    return static_cast<std::size_t>(std::count_if(strText.begin(), strText.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    }));
-}
-
 std::string SummaryText(const std::vector<std::string>& names) {
     std::string strText =
         names.size() == 1
@@ -45,7 +40,7 @@ std::string SummaryText(const std::vector<std::string>& names) {
             : NumberInWords(static_cast<std::int64_t>(names.size())) + " folders will be purged:";
     // The first name follows the colon at once, without a blank: kept so.
     for (std::size_t i = 0; i < names.size() && i < intMostNamesShown; ++i)
-        strText += names[i] + (CharactersOf(names[i]) >= intLongName ? "\r\n" : " ");
+        strText += names[i] + (CharactersIn(names[i]) >= intLongName ? "\r\n" : " ");
     if (names.size() > intMostNamesShown)
         strText += "and\r\n" +
                    GroupedDigits(static_cast<std::int64_t>(names.size() - intMostNamesShown)) +
@@ -109,8 +104,10 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
         SetMainLine(MainLine::Subdirectories2, "");
         ui::MsgBox("There are no files in any of the selected folders.", ui::Buttons::OK,
                    ui::Icon::Information, strTitle);
+        ShowUndone(loop);
         return;
     }
+    EndCounting(loop);
     const std::string strText = BeingPurgedText(loop.lngTotal, names.size());
     if (blnFinished) {
         SetMainLine(MainLine::Subdirectories2, strText);
@@ -118,7 +115,6 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
                     "To interrupt this operation upon completion of the current file purge,\r\n"
                     "press the F10 key twice and wait for the 'Cancel?' query.");
         RepaintMain();
-        loop.blnCounting = false;
         BeginRunProgress();
         blnFinished = WalkChosen(loop, strFolder, names);
         EndRunProgress();
@@ -128,8 +124,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
     if (blnFinished)
         SetMainLine(MainLine::Subdirectories2, PurgedText(strText));
     RepaintMain();
-    if (const std::string strUndone = UndoneText(loop); !strUndone.empty())
-        ui::MsgBox(strUndone, ui::Buttons::OK, ui::Icon::Information, strTitle);
+    ShowUndone(loop);
 }
 
 } // namespace

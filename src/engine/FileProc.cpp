@@ -4,6 +4,7 @@
 #include "platform/System.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
+#include "support/Utf8.h"
 
 #include <algorithm>
 
@@ -36,12 +37,6 @@ std::string SizeText(double bytes, int decimals, bool blnWithGB) {
 template<std::size_t N>
 bool IsOneOf(const std::string& text, const char* const (&list)[N]) {
     return std::find(std::begin(list), std::end(list), text) != std::end(list);
-}
-
-std::size_t CharactersIn(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    }));
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "platform/System.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
+#include "support/Paths.h"
 #include "ui/Interface.h"
 
 #include <algorithm>
@@ -34,18 +35,21 @@ bool HasSlack(std::int64_t length, std::int32_t clusterSize) {
     return length < 1 || clusterSize == 0 || length % clusterSize != 0;
 }
 
-/// The file and its streams. A fault must not pass for "no streams": they would be deleted
-/// unpurged.
-platform::Fault ListTargets(const std::string& path, std::uint64_t length,
-                            std::vector<PurgeTarget>& targets) {
+/// The file and its streams; false when they cannot be found out. A length that cannot be read must
+/// not pass for 0: the file would be cut to that. Nor must a fault pass for "no streams": they
+/// would be deleted unpurged.
+bool FindTargets(const std::string& path, std::vector<PurgeTarget>& targets) {
+    std::uint64_t length = 0;
+    if (Failed(platform::ReadFileLength(path, length)))
+        return false;
     std::vector<platform::Stream> streams;
     const platform::Fault fault = platform::ListStreams(path, streams);
     if (Failed(fault) && fault != platform::Fault::NotSupported)
-        return fault;
+        return false;
     targets = {{path, static_cast<std::int64_t>(length)}};
     for (const platform::Stream& stream : streams)
         targets.push_back({stream.Path, static_cast<std::int64_t>(stream.Length)});
-    return platform::Fault::None;
+    return true;
 }
 
 /// One overwrite of the file and of each stream.
@@ -88,11 +92,9 @@ bool RestoreLengths(const std::vector<PurgeTarget>& targets) {
 
 std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t purgeTypeIndex,
                           std::int16_t numPasses, bool deleteAfter, bool slackOnly) {
-    const std::string& path = targets.front().Path;
     lngHardLinks = 0;
-    const char letter =
-        path[0] >= 'a' && path[0] <= 'z' ? static_cast<char>(path[0] - 'a' + 'A') : path[0];
-    const std::int32_t clusterSize = GetClusterSize(std::string(1, letter));
+    const std::int32_t clusterSize =
+        GetClusterSize(std::string(1, DriveLetterOf(targets.front().Path)));
     if (slackOnly && !HasSlack(targets.front().Length, clusterSize))
         return PurgeDone;
     if (purgeTypeIndex < 0 || purgeTypeIndex > 2)
@@ -181,11 +183,8 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
     if (ChangeFileSize(path, -1) != 0)
         return PurgeCannotOpen;
 
-    // A length that cannot be read must not pass for 0: the file would be cut to that.
-    std::uint64_t length = 0;
     std::vector<PurgeTarget> targets;
-    if (Failed(platform::ReadFileLength(path, length)) ||
-        Failed(ListTargets(path, length, targets)))
+    if (!FindTargets(path, targets))
         return PurgeCannotOpen;
     const std::int16_t result =
         PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
@@ -207,10 +206,8 @@ std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std
                        bool deleteAfter, bool slackOnly) {
     if (path.empty())
         return PurgeEmptyPath;
-    std::uint64_t length = 0;
     std::vector<PurgeTarget> targets;
-    if (Failed(platform::ReadFileLength(path, length)) ||
-        Failed(ListTargets(path, length, targets)))
+    if (!FindTargets(path, targets))
         return PurgeCannotOpen;
     return PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
 }

@@ -46,6 +46,6 @@ std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std
 /// yields; 0 when none is under way. Slack is too little to be counted.
 double PurgeShareDone();
 
-/// The auxiliary library is there and whole; asks once per program. On false the user has been
-/// told, and nothing may be purged.
+/// The auxiliary library is there and whole. On false the user has been told, and nothing may be
+/// purged.
 bool PurgeLibraryReady();

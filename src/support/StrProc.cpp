@@ -2,6 +2,8 @@
 
 #include "support/Numbers.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr const char* strNumberWords[] = {
@@ -76,4 +78,15 @@ std::string SecondsText(std::int64_t lngSeconds, bool blnLong, bool blnRoundToMi
     if (lngRest > 0)
         strText += (blnLong ? " and " : " ") + Units(lngRest, "second", blnLong);
     return AtMostTwoUnits(strText);
+}
+
+std::vector<std::string> LinesOf(const std::string& strText) {
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at < strText.size();) {
+        const auto end = std::min(strText.find("\r\n", at), strText.size());
+        if (end > at)
+            lines.push_back(strText.substr(at, end - at));
+        at = end + 2;
+    }
+    return lines;
 }

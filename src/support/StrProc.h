@@ -1,8 +1,9 @@
-// Texts for counts and durations.
+// Texts for counts and durations, and procedures on texts.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// "No", "One" ... "Twenty", then the digits with thousands separators ("13,391").
 std::string NumberInWords(std::int64_t n);
@@ -13,3 +14,5 @@ std::string MinutesText(std::int64_t lngMinutes, bool blnLong);
 std::string SecondsText(std::int64_t lngSeconds, bool blnLong, bool blnRoundToMinutes = false);
 /// How often strPart occurs in strText, without overlaps.
 int CountOccurrences(const std::string& strText, const std::string& strPart);
+/// The lines of a text whose lines each end in CR LF, empty ones left out.
+std::vector<std::string> LinesOf(const std::string& strText);

@@ -1,6 +1,6 @@
 #include "support/Utf8.h"
 
-#include <cstddef>
+#include <algorithm>
 #include <cstdint>
 
 bool IsUtf8(const std::string& text, bool blnAllowHalves) {
@@ -27,4 +27,10 @@ bool IsUtf8(const std::string& text, bool blnAllowHalves) {
         i += length;
     }
     return true;
+}
+
+std::size_t CharactersIn(const std::string& text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    }));
 }

@@ -54,6 +54,8 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     Choose("D:\\work\\", {"b"});
     Summary("One folder will be purged:b ");
     user.Box(strTitle, "There are no files in any of the selected folders.");
+    user.Box(strTitle, "One folder could not be read completely.");
+    fake::At("D:\\work\\b")->Denied = true;
     Click();
     EXPECT_EQ("", frmMain.lblSubdirectories2.Caption);
 }
