@@ -12,7 +12,8 @@ namespace platform {
 
 /// The user's application-data folder (special folder 26), without a trailing backslash.
 Fault ReadApplicationDataFolder(std::string& folder);
-/// The folder of the running program and the path of the program file, no trailing backslash.
+/// The folder of the running program and the path of the program file, no trailing backslash; long
+/// names only.
 std::string ProgramFolder();
 std::string ProgramPath();
 /// The folder of the operating system ("C:\WINDOWS"), "" when it cannot be had.
@@ -21,7 +22,8 @@ std::string SystemFolder();
 std::vector<std::string> CommandLineArguments();
 /// The current folder decides what a bare file name means; see start-up.
 Fault ChangeCurrentFolder(const std::string& folder);
-/// A path as it is meant from the current folder, with drive letter (or server) and folders.
+/// A path as it is meant from the current folder, with drive letter (or server) and folders; of
+/// what exists the long names.
 std::string FullPath(const std::string& path);
 
 /// Milliseconds since some moment in the past; never runs backwards.

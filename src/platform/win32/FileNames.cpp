@@ -124,6 +124,7 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
     std::vector<Stream> listed;
     WIN32_FIND_STREAM_DATA found;
     HANDLE search = FindFirstStreamW(WidePath(path).c_str(), FindStreamInfoStandard, &found, 0);
+    DWORD error = GetLastError();
     bool more = search != INVALID_HANDLE_VALUE;
     while (more) {
         // The name reads ":stream:$DATA"; the unnamed stream "::$DATA".
@@ -136,8 +137,8 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
             listed.push_back(
                 {path + Narrow(name), static_cast<std::uint64_t>(found.StreamSize.QuadPart)});
         more = FindNextStreamW(search, &found) != 0;
+        error = GetLastError(); // before anything else can set it
     }
-    const DWORD error = GetLastError();
     if (search != INVALID_HANDLE_VALUE)
         FindClose(search);
     switch (error) {

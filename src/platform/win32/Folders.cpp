@@ -46,6 +46,7 @@ Fault EnumerateFolder(const std::string& folder,
             return Fault::None;
         return LastFault();
     }
+    DWORD error = ERROR_NO_MORE_FILES;
     bool more = true;
     bool wanted = true;
     while (more && wanted) {
@@ -60,10 +61,11 @@ Fault EnumerateFolder(const std::string& folder,
                 entry.Length = Joined(found.nFileSizeHigh, found.nFileSizeLow);
             wanted = visit(entry);
         }
-        if (wanted)
+        if (wanted) {
             more = FindNextFileW(search, &found) != 0;
+            error = more ? error : GetLastError(); // before anything else can set it
+        }
     }
-    const DWORD error = more ? ERROR_NO_MORE_FILES : GetLastError();
     FindClose(search);
     return error == ERROR_NO_MORE_FILES ? Fault::None : FaultOfError(error);
 }

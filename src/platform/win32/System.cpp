@@ -29,6 +29,15 @@ std::wstring AskForText(Ask ask) {
     }
 }
 
+/// The same path with the long forms of names such as "PROGRA~1", as a listing would give them:
+/// what is compared must be written in one way only. What does not exist stays as it is.
+std::wstring WithLongNames(const std::wstring& path) {
+    const std::wstring names = AskForText([&path](wchar_t* buffer, DWORD size) -> std::size_t {
+        return GetLongPathNameW(path.c_str(), buffer, size);
+    });
+    return names.empty() ? path : names;
+}
+
 } // namespace
 
 Fault ReadApplicationDataFolder(std::string& folder) {
@@ -46,9 +55,11 @@ Fault ReadApplicationDataFolder(std::string& folder) {
 }
 
 std::string ProgramPath() {
-    return NarrowPath(AskForText([](wchar_t* buffer, DWORD size) -> std::size_t {
-        return GetModuleFileNameW(nullptr, buffer, size);
-    }));
+    static const std::string path =
+        NarrowPath(WithLongNames(AskForText([](wchar_t* buffer, DWORD size) -> std::size_t {
+            return GetModuleFileNameW(nullptr, buffer, size);
+        })));
+    return path;
 }
 
 std::string ProgramFolder() {
@@ -85,7 +96,7 @@ std::string FullPath(const std::string& path) {
     const std::wstring full = AskForText([&wide](wchar_t* buffer, DWORD size) -> std::size_t {
         return GetFullPathNameW(wide.c_str(), size, buffer, nullptr);
     });
-    return full.empty() ? path : NarrowPath(full);
+    return full.empty() ? path : NarrowPath(WithLongNames(full));
 }
 
 std::uint64_t TickCount() {

@@ -68,6 +68,7 @@ void StayAwake() {
 } // namespace
 
 void RunSteps(Effort effort, const std::function<bool()>& step, const std::function<bool()>& poll) {
+    StayAwake();
     // A handler that runs while the thread is busy has to do its work here.
     if (effort == Effort::Brief || worker.Busy || !EnsureWorker()) {
         RunHere(step, poll);

@@ -11,7 +11,6 @@ namespace {
 /// The identifiers 1 and 2 mean OK and Cancel to the system's keyboard handling.
 constexpr int intFirstId = 100;
 constexpr const wchar_t* strNameProperty = L"NullwrightName";
-constexpr int lngListHeight = 3600; ///< twips of an open drop-down list
 
 struct Window {
     const wchar_t* Class;

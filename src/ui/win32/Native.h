@@ -112,6 +112,7 @@ HFONT FontFor(int scale, bool bold, bool fixedPitch, bool underlined);
 void ForgetFonts();
 
 // ---- ControlWindows.cpp
+constexpr int lngListHeight = 3600; ///< twips of a combo box's open list, a part of its height
 void CreateControls(NativeForm& form);
 bool EffectivelyEnabled(const Control& control);
 bool EffectivelyVisible(const Control& control);

@@ -28,7 +28,7 @@ void SyncPlace(NativeForm& form, NativeControl& native) {
     native.Place = place;
     int height = place.bottom - place.top;
     if (native.Which->Kind == ControlKind::ComboBox)
-        height += ToPixels(3600, form.Scale); // the list that drops down counts as its height
+        height += ToPixels(lngListHeight, form.Scale);
     SetWindowPos(native.Window, nullptr, place.left, place.top, place.right - place.left, height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     if (native.Which->Kind == ControlKind::Label || frame)
