@@ -2,6 +2,10 @@
 option(NW_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(NW_FUZZ "Build the fuzzers (clang only)" OFF)
 
+# The walks call themselves for each level of a folder tree, of which a path can have more than
+# 16,000; only what is used of the stack is taken.
+set(NW_STACK 33554432)
+
 add_library(nw_options INTERFACE)
 target_include_directories(nw_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 
@@ -11,7 +15,7 @@ if(MSVC)
     target_compile_options(nw_options INTERFACE
         "$<$<COMPILE_LANGUAGE:CXX>:/W4;/permissive-;/utf-8;/Zc:__cplusplus;/guard:cf;/EHsc>")
     target_compile_definitions(nw_options INTERFACE _CRT_SECURE_NO_WARNINGS)
-    target_link_options(nw_options INTERFACE /guard:cf /CETCOMPAT)
+    target_link_options(nw_options INTERFACE /guard:cf /CETCOMPAT /STACK:${NW_STACK})
     set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
 else()
     # Resource files go through the same targets; their compiler knows none of these.
@@ -34,12 +38,10 @@ if(WIN32)
         target_compile_options(nw_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:\
 -fstack-protector-strong;-fcf-protection;-fstack-clash-protection;\
 $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>>")
-        # No time stamp in the image: the same sources give the same bytes. The stack: the walks call
-        # themselves for each level of a folder tree, of which a path can have more than 16,000; only
-        # what is used of it is taken.
+        # No time stamp in the image: the same sources give the same bytes.
         target_link_options(nw_options INTERFACE
             -static -fstack-protector-strong -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va
-            -Wl,--no-insert-timestamp -Wl,--stack,33554432)
+            -Wl,--no-insert-timestamp -Wl,--stack,${NW_STACK})
     endif()
 endif()
 

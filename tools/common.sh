@@ -10,7 +10,7 @@ mkdir -p build
 # The one list of what a bare Debian 12 needs.
 packages_build=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix)
 packages_wine=(wine wine64 xvfb openbox xdotool imagemagick fonts-liberation)
-packages_test=(googletest clang-14 libclang-rt-14-dev clang-format-14 git
+packages_test=(googletest clang-14 libclang-rt-14-dev clang-format-14
     e2fsprogs ntfs-3g mount)
 
 say() { printf '\n== %s\n' "$*"; }
