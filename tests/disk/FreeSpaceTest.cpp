@@ -101,7 +101,8 @@ TEST_F(FreeSpaceTest, EstimatesByTheMeasuredSpeed) {
 TEST_F(FreeSpaceTest, AFloppyDriveShowsNoHintAndNoProgressBeforeAFileIsClosed) {
     fake::AddDrive('A', 3 * MiB / 2, 512, platform::DriveType::Removable);
     ChooseDrive(strQuestion, 'A');
-    fake::FailFrom(1, Fault::NotSupported, Call::Flush); // which a device may not know
+    // A flush, which a device may not know, may fail.
+    fake::OnCall("FlushBytes", [](const std::string&) { return Fault::NotSupported; });
     user.BoxLike(strTitle, "Drive A has 1.50 MB free.");
     Written(strOne);
     user.Box(strTitle, strPurged);
@@ -301,7 +302,10 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     fake::Click(frmMain.cmdLargePurge[2]);
     ASSERT_EQ(1u, Dummies().size());
     EXPECT_TRUE(frmMain.fraMenu.Enabled);
-    refuses = false;
+    fake::OnCall("RemoveFile", [](const std::string&) {
+        EXPECT_FALSE(frmMain.fraMenu.Enabled);
+        return Fault::None;
+    });
 
     // What only looks like ours stays, whatever the answer; so does what is not ours inside.
     const std::string ours = "D:\\" + Dummies()[0];
@@ -315,10 +319,6 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
                  "  They still fill the disk, in the folder\r\n" +
                      ours + "\r\n\r\nDo you wish to delete them now?",
                  answer, fake::AsksYesNo);
-        fake::OnCall(Call::RemoveFile, [](const std::string&) {
-            EXPECT_FALSE(frmMain.fraMenu.Enabled);
-            return Fault::None;
-        });
         OfferToRemoveLeftoverDummies();
         EXPECT_EQ(answer == ui::AnswerNo, fake::At(ours + "\\_nw_dummy1") != nullptr);
     }

@@ -162,7 +162,7 @@ TEST_F(FilePurgeTest, LengthsBeyond32Bits) {
     EXPECT_EQ(length, fake::At("D:\\a")->Data.Length());
     // The longest file of FAT: its last cluster ends a byte behind what can be written.
     fake::PutBigFile("D:\\b", 0xFFFFFFFF, 'M');
-    fake::FailNth(4096, Fault::DiskFull, Call::Write);
+    fake::FailNth(4096, Fault::DiskFull, "WriteBytes");
     EXPECT_EQ(0, Purge("D:\\b", 0, 1, true));
     EXPECT_TRUE(
         fake::JournalText("D:\\b").ends_with("write 4293918720+1048575 *\nflush\nremove\n"));
