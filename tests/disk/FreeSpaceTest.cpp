@@ -302,6 +302,7 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     fake::Click(frmMain.cmdLargePurge[2]);
     ASSERT_EQ(1u, Dummies().size());
     EXPECT_TRUE(frmMain.fraMenu.Enabled);
+    refuses = false;
     fake::OnCall("RemoveFile", [](const std::string&) {
         EXPECT_FALSE(frmMain.fraMenu.Enabled);
         return Fault::None;
