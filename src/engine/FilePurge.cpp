@@ -240,6 +240,6 @@ bool PurgeLibraryReady() {
     else
         text += "cannot be loaded: " + platform::FaultText(fault) + ".";
     text += "\r\nWithout it nothing can be purged. Please install Nullwright again.";
-    ui::MsgBox(text, ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+    ui::Complain(text);
     return false;
 }

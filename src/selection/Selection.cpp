@@ -18,10 +18,10 @@ void LoadSelectionForms() {
 bool RefuseWithoutDriveLetter(const std::string& strPath, const std::string& strTitle) {
     if (DriveIndexOf(strPath) >= 0)
         return false;
-    ui::MsgBox(strPath + " is not on a drive with a letter.\r\n"
-                         "Nullwright works only on drives that have a letter, not on network "
-                         "shares\r\nor other places.",
-               ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+    ui::Complain(strPath + " is not on a drive with a letter.\r\n"
+                           "Nullwright works only on drives that have a letter, not on network "
+                           "shares\r\nor other places.",
+                 strTitle);
     return true;
 }
 

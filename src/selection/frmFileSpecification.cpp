@@ -21,13 +21,6 @@ enum Kind : std::size_t { SingleFile = 0, AllFiles = 1, WithExtension = 2, OfFor
 constexpr std::uint64_t intMillisecondsToRead = 300;
 constexpr std::size_t lngMaxNames = 20000;
 
-std::string Trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// The extension as typed, without blanks around it and without a leading "*." or ".".
 std::string TypedExtension() {
     std::string extension = Trimmed(frm.txbExtension.Text);
@@ -191,8 +184,7 @@ void cmdChooseFile_Click() {
     if (!ui::OpenFileDialog("Choose the file", "All files (*.*)", "*.*", frm.strFolder, path))
         return;
     if (platform::LowerCase(FolderPartOf(path)) != platform::LowerCase(frm.strFolder)) {
-        ui::MsgBox("The file must be in the folder " + frm.strFolder + ".", ui::Buttons::OK,
-                   ui::Icon::Exclamation, "Error");
+        ui::Complain("The file must be in the folder " + frm.strFolder + ".");
         return;
     }
     frm.txbSingleFile.Text = FileNameOf(path);
@@ -205,7 +197,7 @@ void cmdOK_Click() {
     std::string complaint;
     const std::string filespec = SpecificationInFields(complaint);
     if (!complaint.empty()) {
-        ui::MsgBox(complaint, ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+        ui::Complain(complaint);
         if (ui::TextBox* box = BoxOf(ChosenKind()))
             ui::SetFocus(*box);
         return;

@@ -65,8 +65,8 @@ void cmdAccept_Click() {
                                     (n > intMaxOverwrites ? "would" : "will") + " be overwritten " +
                                     TimesText(n) + ".";
     if (n > intMaxOverwrites) {
-        ui::MsgBox(strSentence + "\r\nThis is more than is allowed by this software.",
-                   ui::Buttons::OK, ui::Icon::Exclamation, "Too many overwrites");
+        ui::Complain(strSentence + "\r\nThis is more than is allowed by this software.",
+                     "Too many overwrites");
         return;
     }
     const std::string strQuestion = n < intManyOverwrites

@@ -25,34 +25,30 @@ constexpr std::int32_t intCountingLimit = 1001;
 
 constexpr const char* strListTitle = "List files";
 
-void Complain(const std::string& text, const std::string& title) {
-    ui::MsgBox(text, ui::Buttons::OK, ui::Icon::Exclamation, title);
-}
-
 /// The start that listing and purging share; true when there is something to look for.
 bool SomethingIsSpecified() {
     if (strDirPath.empty() || strFilespec.empty()) {
-        Complain("No files specified.", "Error");
+        ui::Complain("No files specified.");
         return false;
     }
     if (!platform::FolderExists(strDirPath)) {
-        Complain("Folder does not exist.", "Error");
+        ui::Complain("Folder does not exist.");
         return false;
     }
     return true;
 }
 
 void SayNoFiles(const std::string& title) {
-    Complain("There are no files in " + strDirPath +
-                 (strFilespec == "*.*" ? "" : " matching " + strFilespec) + ".",
-             title);
+    ui::Complain("There are no files in " + strDirPath +
+                     (strFilespec == "*.*" ? "" : " matching " + strFilespec) + ".",
+                 title);
 }
 
 /// A single file that is not there; said with a box.
 bool SingleFileIsMissing(const std::string& title) {
     if (blnMultipleFiles || platform::FileExists(strDirPath + strFilespec))
         return false;
-    Complain("File " + strDirPath + strFilespec + " not found.", title);
+    ui::Complain("File " + strDirPath + strFilespec + " not found.", title);
     return true;
 }
 
@@ -189,9 +185,9 @@ void CountAndPurge() {
     blnStop = false;
     if (lngCount == 0 && !blnInterrupted) {
         if (blnSubdirectories)
-            Complain("There are no files in " + strDirPath +
-                         "\r\nor in any of its subfolders matching " + strFilespec + ".",
-                     title);
+            ui::Complain("There are no files in " + strDirPath +
+                             "\r\nor in any of its subfolders matching " + strFilespec + ".",
+                         title);
         else
             SayNoFiles(title);
         return;

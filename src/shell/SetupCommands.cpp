@@ -22,10 +22,6 @@ constexpr const char* strOperationPattern = "*.nws";
 /// The setup that was loaded at start, as its file had it; without one, what start-up left.
 std::string strSetupAtStart;
 
-void ShowError(const std::string& strText, const std::string& strTitle = "Error") {
-    ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
-}
-
 void UpdateAllLabels() {
     UpdateFilesLabels();
     UpdateSubdirectoriesLabels();
@@ -79,14 +75,14 @@ void LoadNextRunSetup() {
     if (!strPath.empty() && platform::FileExists(strPath)) {
         if (ReadTextFile(strPath, strSetupAtStart) && ApplySetupText(strSetupAtStart))
             return;
-        ShowError("Error when attempting to load setup from file " + strPath + "!");
+        ui::Complain("Error when attempting to load setup from file " + strPath + "!");
     }
     strSetupAtStart = SetupText();
 }
 
 void LoadSetupFromFile(const std::string& strPath) {
     if (!platform::FileExists(strPath)) {
-        ShowError("File " + strPath + " not found!", "Error when attempting to load setup.");
+        ui::Complain("File " + strPath + " not found!", "Error when attempting to load setup.");
         return;
     }
     const std::string strBefore = SetupText() + strFilespec;
@@ -99,7 +95,7 @@ void LoadSetupFromFile(const std::string& strPath) {
         SetSetupFilename(blnLoaded ? strPath : "");
     }
     if (!blnLoaded)
-        ShowError("Error when attempting to load setup from file " + strPath + "!");
+        ui::Complain("Error when attempting to load setup from file " + strPath + "!");
 }
 
 void CloseSetupFrame() {
@@ -154,7 +150,7 @@ void cmdSaveSetupForNextRun_Click() {
     if (MakeNextRunFolder() && WriteSetupFile(NextRunSetupPath()))
         SaveWindowPosition();
     else
-        ShowError("Cannot save setup!");
+        ui::Complain("Cannot save setup!");
     frmMain.picSaveSetup.Visible = false;
     CloseSetupFrame();
 }
@@ -172,7 +168,7 @@ void cmdSaveSetupAsOperationFile_Click() {
             ui::MsgBox("Overwrite existing file " + strPath + "?", ui::Buttons::YesNoCancel,
                        ui::Icon::Question, "File exists") == ui::AnswerYes;
         if (blnWrite && !WriteSetupFile(strPath))
-            ShowError("Cannot save setup in operation file " + strPath + "!");
+            ui::Complain("Cannot save setup in operation file " + strPath + "!");
     }
     frmMain.picSaveSetup.Visible = false;
     CloseSetupFrame();

@@ -43,19 +43,15 @@ bool LookInto(const std::string& folder, const std::string& filespec, FolderCont
     return true;
 }
 
-void Complain(const std::string& text, const std::string& title) {
-    ui::MsgBox(text, ui::Buttons::OK, ui::Icon::Exclamation, title);
-}
-
 /// Tells the user when the file specification cannot find anything in the folder. True when it went
 /// without a box: there are matching files, or at least subfolders.
 bool FolderCheck(FolderContents& contents) {
     if (!LookInto(strDirPath, strFilespec, contents))
-        Complain("Cannot access the folder.", "Error");
+        ui::Complain("Cannot access the folder.");
     else if (!contents.blnFiles && !contents.blnSubfolders)
-        Complain("The folder contains no files and no subfolders.", "Empty folder");
+        ui::Complain("The folder contains no files and no subfolders.", "Empty folder");
     else if (!contents.blnMatchingFiles && !contents.blnSubfolders)
-        Complain("The folder contains no matching files and no subfolders.", "Empty folder");
+        ui::Complain("The folder contains no matching files and no subfolders.", "Empty folder");
     else
         return true;
     return false;
@@ -96,9 +92,9 @@ void TakeSingleFile(const std::string& path) {
         return;
     platform::FileFacts facts;
     if (!platform::Failed(platform::ReadFileFacts(path, facts)) && facts.IsLink) {
-        Complain(path + " is a link to a file elsewhere.\r\n"
-                        "Links are not followed: choose the file itself.",
-                 title);
+        ui::Complain(path + " is a link to a file elsewhere.\r\n"
+                            "Links are not followed: choose the file itself.",
+                     title);
         return;
     }
     SetFolder(FolderPartOf(path));
@@ -128,7 +124,7 @@ void TakeFolder(const std::string& folder) {
     UpdateSubdirectoriesLabels();
     FolderContents contents;
     if (!LookInto(folder, "*.*", contents)) {
-        Complain("Cannot access the folder.", "Error");
+        ui::Complain("Cannot access the folder.");
         return;
     }
     if (!contents.blnFiles ||
@@ -173,7 +169,7 @@ void OpenGivenPath(const std::string& path) {
     } else if (platform::FileExists(path)) {
         TakeSingleFile(path);
     } else {
-        Complain("File " + path + " not found.", frmMain.cmdSingleFile.Caption);
+        ui::Complain("File " + path + " not found.", frmMain.cmdSingleFile.Caption);
     }
 }
 
@@ -181,9 +177,8 @@ void OpenGivenPaths(const std::vector<std::string>& paths) {
     if (paths.size() == 1)
         OpenGivenPath(paths.front());
     else if (!paths.empty())
-        Complain("Only one file or one folder can be taken at a time.\r\n"
-                 "To purge several files, specify their folder and then the files.",
-                 "Error");
+        ui::Complain("Only one file or one folder can be taken at a time.\r\n"
+                     "To purge several files, specify their folder and then the files.");
 }
 
 } // namespace
@@ -213,7 +208,7 @@ void cmdSpecifyFiles_Click() {
     if (frmMain.blnQuitGuard)
         return;
     if (strDirPath.empty()) {
-        Complain("The folder has not been specified.", "Folder unspecified");
+        ui::Complain("The folder has not been specified.", "Folder unspecified");
         return;
     }
     const std::string filespec = AskFileSpecification(strDirPath);
@@ -227,9 +222,9 @@ void cmdSpecifyFiles_Click() {
     // One box is enough: what the folder check has said is not said again.
     FolderContents contents;
     if (FolderCheck(contents) && !SomethingMatches(contents))
-        Complain("There are no files in " + strDirPath +
-                     (blnSubdirectories ? "\r\nor in any of its subfolders." : "."),
-                 frmMain.cmdSpecifyFiles.Caption);
+        ui::Complain("There are no files in " + strDirPath +
+                         (blnSubdirectories ? "\r\nor in any of its subfolders." : "."),
+                     frmMain.cmdSpecifyFiles.Caption);
 }
 
 void cmdSubdirectories_Click() {
@@ -239,7 +234,7 @@ void cmdSubdirectories_Click() {
         return;
     bool blnSubfolders = false;
     if (platform::Failed(LookForSubfolders(strDirPath, blnSubfolders))) {
-        Complain("Error when attempting to access " + strDirPath + ".", "Error");
+        ui::Complain("Error when attempting to access " + strDirPath + ".");
         return;
     }
     blnSubdirectories = blnSubfolders && !blnSubdirectories;

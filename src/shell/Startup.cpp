@@ -26,7 +26,7 @@ void LoadTexts() {
         FolderWithBackslash(platform::ProgramFolder()) + platform::LowerCase("Nullwright") + ".dat";
     const std::string strComplaint = LoadProgramTexts(strProgramTextFile);
     if (!strComplaint.empty())
-        ui::MsgBox(strComplaint, ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+        ui::Complain(strComplaint);
     frmMain.lblCV_URL.Caption = ProgramText(TextNumber::MakerLink);
 }
 

@@ -75,8 +75,7 @@ std::string FilespecMeaning(const std::string& strSpec) {
 void OpenAddress(const std::string& strAddress) {
     const platform::Fault fault = platform::OpenLink(strAddress);
     if (platform::Failed(fault))
-        ui::MsgBox("Cannot open " + strAddress + ".\r\n" + platform::FaultText(fault) + ".",
-                   ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+        ui::Complain("Cannot open " + strAddress + ".\r\n" + platform::FaultText(fault) + ".");
 }
 
 /// An operation is under way. That the menu alone is disabled says less: so it is, too, while a
@@ -246,9 +245,9 @@ void cmdTypeOfPurge_Click() {
 void cmdHelp_Click() {
     const std::string strManual = FolderWithBackslash(platform::ProgramFolder()) + "manual.html";
     if (!platform::FileExists(strManual)) {
-        ui::MsgBox("The user manual should be in the file\r\n" + strManual +
-                       "\r\nbut there is no such file.",
-                   ui::Buttons::OK, ui::Icon::Exclamation, "Help");
+        ui::Complain("The user manual should be in the file\r\n" + strManual +
+                         "\r\nbut there is no such file.",
+                     "Help");
         return;
     }
     if (ui::MsgBox("The user manual is in the file\r\n" + strManual +

@@ -13,13 +13,6 @@ constexpr const char* strNumberWords[] = {
 
 constexpr const char* strAnd = "and";
 
-std::string Trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// A duration names two units at most: what follows its last "and" goes when there are two.
 std::string AtMostTwoUnits(const std::string& text) {
     return CountOccurrences(text, strAnd) > 1 ? Trimmed(text.substr(0, text.rfind(strAnd))) : text;
@@ -37,6 +30,13 @@ std::string Units(std::int64_t count, const char* unit, bool blnLong) {
 
 std::string NumberInWords(std::int64_t n) {
     return n >= 0 && n <= 20 ? strNumberWords[n] : GroupedDigits(n);
+}
+
+std::string Trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 int CountOccurrences(const std::string& strText, const std::string& strPart) {

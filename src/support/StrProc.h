@@ -12,6 +12,8 @@ std::string MinutesText(std::int64_t lngMinutes, bool blnLong);
 /// A count of seconds as "1 minute and 1 second" (long) or "1m 1s" (short); rounded to whole
 /// minutes, halves to even, when asked for.
 std::string SecondsText(std::int64_t lngSeconds, bool blnLong, bool blnRoundToMinutes = false);
+/// Without the blanks at both ends.
+std::string Trimmed(const std::string& text);
 /// How often strPart occurs in strText, without overlaps.
 int CountOccurrences(const std::string& strText, const std::string& strPart);
 /// The lines of a text whose lines each end in CR LF, empty ones left out.

@@ -65,6 +65,10 @@ enum Answer : int { AnswerOK = 1, AnswerCancel = 2, AnswerYes = 6, AnswerNo = 7 
 /// Shows a message box over the active form and returns the answer. `defaultButton` counts from 1.
 int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title,
            int defaultButton = 1);
+/// The box that tells what is wrong: the exclamation icon, and OK alone.
+inline void Complain(const std::string& text, const std::string& title = "Error") {
+    MsgBox(text, Buttons::OK, Icon::Exclamation, title);
+}
 
 /// The common file dialogs, with one filter ("All files (*.*)", "*.*"). False: cancelled, and
 /// `path` is untouched. The dialogs do not change the current folder, and the save dialog does not
