@@ -90,15 +90,9 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             return HTTRANSPARENT;
         break;
     case WM_SETTEXT:
-        // The class would erase and draw at once, which flickers when a text changes often.
-        if (label) {
-            const LRESULT result = DefWindowProcW(window, message, wParam, lParam);
-            InvalidateRect(window, nullptr, FALSE);
-            return result;
-        }
-        break;
     case WM_UPDATEUISTATE:
     case WM_ENABLE:
+        // The class would erase and draw at once, which flickers when a text changes often.
         if (label) {
             const LRESULT result = DefWindowProcW(window, message, wParam, lParam);
             InvalidateRect(window, nullptr, FALSE);
