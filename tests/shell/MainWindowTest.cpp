@@ -1,11 +1,8 @@
 // Start-up, the main window's labels and its own commands.
 #include "support/MainWindow.h"
-#include "fakes/ProgramTest.h"
 #include "report/frmReport.h"
-#include "settings/frmTypeOfPurge.h"
-#include "settings/SetupFiles.h"
-#include "shell/frmMain.h"
 #include "shell/Session.h"
+#include "shell/ShellTest.h"
 
 #include <map>
 
@@ -13,13 +10,9 @@ using fake::user;
 
 namespace {
 
-const std::string strNextRun = "C:\\Users\\me\\AppData\\Roaming\\Nullwright\\nullwright.usr";
+using MainWindow = StartedShell;
 
-struct MainWindow : ProgramTest {
-    FrmMain& f = frmMain;
-};
-
-TEST_F(MainWindow, StartsInItsOrder) {
+TEST_F(ShellTest, StartsInItsOrder) {
     // What an earlier run of the same process may have left.
     strDirPath = "C:\\old\\";
     strFilespec = "*.*";
@@ -29,32 +22,18 @@ TEST_F(MainWindow, StartsInItsOrder) {
     SetMainLine(MainLine::PurgeSpeed, "7 MB/sec.");
     fake::currentFolder = "C:\\Users";
     StartProgram();
-    EXPECT_EQ("Nullwright", f.Caption);
     EXPECT_TRUE(f.Visible && blnStartupCompleted);
-    EXPECT_FALSE(blnStop || blnConfirmFiles || blnPurgingDrive);
+    EXPECT_FALSE(blnStop || blnPurgingDrive);
     EXPECT_TRUE(fake::currentFolder.starts_with("C:") && fake::currentFolder.size() <= 3);
     EXPECT_EQ(0.917, dblAF_A);
     EXPECT_EQ(52428800, dblMaxSizeDummyFile);
     EXPECT_EQ(0, sngPurgeSpeeds[2]);
     EXPECT_EQ(&f.cmdSpecifyDirectory[0], user.Focus);
-
-    const std::map<ui::Label*, std::string> expected = {
-        {&f.lblSingleFile, "To purge multiple files, specify folder and files."},
-        {&f.lblDirectory, "Not specified"},
-        {&f.lblFiles, "Not specified"},
-        {&f.lblFiles2, ""},
-        {&f.lblSubdirectories, "No"},
-        {&f.lblSubdirectories2, "(Do not operate on files in lower subfolders.)"},
-        {&f.lblConfirmFiles, "No"},
-        {&f.lblConfirmFiles2, "(Do not confirm purge operation for each file.)"},
-        {&f.lblTypeOfPurge, "Random bytes, 6 times (= 6 overwrites)"},
-        {&f.lblPurgeSpeed, ""},
-        {&f.lblEstimatedTime, ""},
-        {&f.lblLargePurgeMessage, ""},
-        {&f.lblPurgeFoldersMessage, ""},
-        {&f.lblSetupFilename, ""}};
-    for (const auto& [label, text] : expected)
-        EXPECT_EQ(text, label->Caption) << label->Name;
+    EXPECT_EQ("To purge multiple files, specify folder and files.|Not specified|Not specified|"
+              "No|(Do not operate on files in lower subfolders.)|"
+              "Random bytes, 6 times (= 6 overwrites)|"
+              "No|(Do not confirm purge operation for each file.)|",
+              Labels());
     for (const ui::Label* label :
          {&f.lblPurgeSpeed, &f.lblSubdirectories2, &f.lblLargePurgeMessage}) {
         EXPECT_EQ(0u, label->BackColor);
@@ -64,31 +43,24 @@ TEST_F(MainWindow, StartsInItsOrder) {
     EXPECT_EQ(f.fraMenu.Top + f.cmdTypeOfPurge.Top + 150, f.lblTypeOfPurge.Top);
 }
 
-TEST_F(MainWindow, FindsTheSetupOfTheLastRun) {
-    fake::PutFile(strNextRun,
-                  "1.0\r\n1\r\n1\r\nC:\\data\\\r\nC:\\\r\n1\r\n2\r\n0\r\n1\r\n0\r\n0\r\n"
-                  "0\r\n0\r\n0\r\n");
+TEST_F(ShellTest, StartsWithTheSetupOfTheLastRun) {
+    fake::PutFile(strNextRun, "1.0,1,1,C:\\data\\,C:\\,1,2,0,1,0,0,0,0,0");
     fake::PutFolder("C:\\data\\sub");
     StartProgram();
-    EXPECT_EQ("C:\\data\\", f.lblDirectory.Caption);
-    EXPECT_EQ("Not specified", f.lblFiles.Caption);
-    EXPECT_EQ("Yes", f.lblSubdirectories.Caption);
-    EXPECT_EQ("(Operate on all specified files in lower subfolders.)",
-              f.lblSubdirectories2.Caption);
-    EXPECT_EQ("Yes", f.lblConfirmFiles.Caption);
-    EXPECT_EQ("(Confirm purge operation for each file.)", f.lblConfirmFiles2.Caption);
-    EXPECT_EQ("Alternate bit patterns, twice (= 8 overwrites)", f.lblTypeOfPurge.Caption);
-
+    EXPECT_EQ("To purge multiple files, specify folder and files.|C:\\data\\|Not specified|"
+              "Yes|(Operate on all specified files in lower subfolders.)|"
+              "Alternate bit patterns, twice (= 8 overwrites)|"
+              "Yes|(Confirm purge operation for each file.)|",
+              Labels());
     // A link to a folder is no subfolder, and what the label denies must not happen.
     fake::TakeAway("C:\\data\\sub");
-    fake::PutFolder("C:\\data\\link").LinkTarget = "C:\\Users";
+    fake::PutFolderLink("C:\\data\\link", "C:\\Users");
     UpdateSubdirectoriesLabels();
-    EXPECT_EQ("No", f.lblSubdirectories.Caption);
-    EXPECT_EQ("(The folder has no subfolders.)", f.lblSubdirectories2.Caption);
+    EXPECT_EQ("C:\\data\\|Not specified||No|(The folder has no subfolders.)", Choice());
     EXPECT_FALSE(blnSubdirectories);
 }
 
-TEST_F(MainWindow, SaysWhatIsWrongWithTheFilesItStartsFrom) {
+TEST_F(ShellTest, SaysWhatIsWrongWithTheFilesItStartsFrom) {
     fake::PutFile(fake::programFolder + "\\nullwright.dat", "");
     fake::PutFile(strNextRun, "1.0\r\n");
     user.BoxLike("Error", "nullwright.dat");
@@ -98,26 +70,24 @@ TEST_F(MainWindow, SaysWhatIsWrongWithTheFilesItStartsFrom) {
     EXPECT_TRUE(f.Visible);
 }
 
-TEST_F(MainWindow, StartsWhateverCallFails) {
-    fake::PutFile(strNextRun,
-                  "1.0\r\n0\r\n0\r\n\r\n\r\n0\r\n1\r\n0\r\n0\r\n0\r\n0\r\n0\r\n0\r\n0\r\n");
-    for (int n = 1;; ++n) {
+TEST_F(ShellTest, StartsWhateverCallFails) {
+    fake::PutFile(strNextRun, "1.0,0,0,,,0,1,0,0,0,0,0,0,0");
+    bool blnFailed = true;
+    for (int n = 1; blnFailed; ++n) {
+        SCOPED_TRACE(n);
         fake::FailNth(n, platform::Fault::AccessDenied);
         user.AnswerOthers = [](const fake::BoxSeen&) { return ui::AnswerOK; };
         StartProgram();
-        const bool blnFailed = fake::HasFailed();
-        EXPECT_LE(user.Boxes.size(), 1u) << n;
-        EXPECT_TRUE(f.Visible && blnStartupCompleted && f.fraMenu.Enabled) << n;
-        EXPECT_EQ(0, fake::OpenHandles()) << n;
+        blnFailed = fake::HasFailed();
         fake::FailNth(0, platform::Fault::None);
+        EXPECT_LE(user.Boxes.size(), 1u);
+        EXPECT_TRUE(f.Visible && blnStartupCompleted && f.fraMenu.Enabled);
+        EXPECT_EQ(0, fake::OpenHandles());
         user.Reset();
-        if (!blnFailed)
-            break;
     }
 }
 
 TEST_F(MainWindow, SaysWhatASpecificationMeans) {
-    StartProgram();
     const char* const cases[][2] = {{"*.*", "(All files.)"},
                                     {"*.txt", "(All files with extension txt.)"},
                                     {"a?c.*", "(All files of the form a?c.*.)"},
@@ -125,71 +95,47 @@ TEST_F(MainWindow, SaysWhatASpecificationMeans) {
                                     {"*", "(All files of the form *.)"},
                                     {"*.", "(All files of the form *..)"},
                                     {"report.txt", ""}};
-    for (const auto& c : cases) {
-        strFilespec = c[0];
+    for (const auto& [specification, meaning] : cases) {
+        strFilespec = specification;
         UpdateFilesLabels();
-        EXPECT_EQ(c[0], f.lblFiles.Caption);
-        EXPECT_EQ(c[1], f.lblFiles2.Caption);
+        EXPECT_EQ(specification, f.lblFiles.Caption);
+        EXPECT_EQ(meaning, f.lblFiles2.Caption);
     }
 }
 
 TEST_F(MainWindow, QuitsButNotInTheGuardedSecond) {
-    StartProgram();
     StartQuitGuard();
     fake::Click(f.cmdQuit);
-    fake::CloseForm(f);
-    ui::Wait(900);
+    fake::FireTimers(900);
     fake::CloseForm(f);
     EXPECT_FALSE(user.Ended);
-    ui::Wait(200);
-    EXPECT_FALSE(f.Clock2.Enabled);
+    fake::FireTimers(200);
     fake::Click(f.cmdQuit);
     EXPECT_TRUE(user.Ended);
     EXPECT_EQ("", fake::JournalText()) << "nothing is saved on quit";
 }
 
 TEST_F(MainWindow, ClosingItWhileAnOperationRunsAsksForAStop) {
-    StartProgram();
     fake::Click(f.cmdSetup);
     fake::CloseForm(f);
     EXPECT_TRUE(user.Ended) << "an open setup panel is no operation";
     user.Ended = false;
-    user.AnswerOthers = [this](const fake::BoxSeen&) {
-        EXPECT_EQ("", f.HoldsShutdown()) << "nor is the loading of one";
-        return ui::AnswerOK;
-    };
-    user.Dialog("Specify operation file to be loaded", "C:\\gone.nws");
-    fake::Click(f.cmdLoadSetup);
+    fake::PressEscape(f);
 
     ui::SetFocus(f.cmdProcessFiles[1]);
-    EnableMain(false);
+    EnableMenu(false);
     EXPECT_FALSE(fake::CanReach(f.cmdQuit));
+    EXPECT_FALSE(fake::CanReach(f.lblOnlineDocumentation)) << "a stray Enter opens no browser";
     fake::CloseForm(f);
     EXPECT_FALSE(user.Ended);
     EXPECT_TRUE(blnStop);
-    EXPECT_FALSE(fake::CanReach(f.lblOnlineDocumentation)) << "a stray Enter opens no browser";
     user.Focus = nullptr;
-    EnableMain(true);
+    EnableMenu(true);
     EXPECT_EQ(&f.cmdProcessFiles[1], user.Focus);
     EXPECT_TRUE(fake::CanReach(f.lblOnlineDocumentation));
 }
 
-TEST_F(MainWindow, FocusFollowsTheMouse) {
-    StartProgram();
-    for (ui::Control* control : f.Controls)
-        if (control->Kind == ui::ControlKind::Button && fake::CanReach(*control)) {
-            fake::HoverOver(*control);
-            EXPECT_EQ(control, user.Focus) << control->Name;
-        }
-    frmReport.Visible = true;
-    fake::HoverOver(f.cmdQuit);
-    fake::HoverOver(f.cmdReportScreen);
-    EXPECT_EQ(&f.cmdQuit, user.Focus) << "the report is on the screen already";
-    frmReport.Visible = false;
-}
-
 TEST_F(MainWindow, HelpAndLinks) {
-    StartProgram();
     const std::string strManual = fake::programFolder + "\\manual.html";
     user.Box("Help", "The user manual should be in the file\r\n" + strManual +
                          "\r\nbut there is no such file.");
@@ -202,41 +148,43 @@ TEST_F(MainWindow, HelpAndLinks) {
                  intAnswer, {.Buttons = ui::Buttons::YesNo});
         fake::Click(f.cmdHelp);
     }
-    fake::Click(f.lblCorvaneSystems);
-    fake::Click(f.lblCV_URL);
-    fake::Click(f.lblOnlineDocumentation);
-    const std::string strMaker = f.lblCV_URL.Caption;
-    ASSERT_EQ(4u, fake::linksOpened.size());
-    EXPECT_EQ(strManual, fake::linksOpened[0]);
-    EXPECT_EQ(strMaker, fake::linksOpened[1]);
-    EXPECT_EQ(strMaker, fake::linksOpened[2]);
-    EXPECT_NE(strMaker, fake::linksOpened[3]);
-    fake::FailNth(1, platform::Fault::NotFound, "OpenLink");
-    user.BoxLike("Error", "Cannot open " + strMaker + ".\r\n");
+    for (ui::Label* link : {&f.lblCorvaneSystems, &f.lblCV_URL, &f.lblOnlineDocumentation})
+        fake::Click(*link);
+    EXPECT_EQ((std::vector<std::string>{strManual, "https://maker/", "https://maker/",
+                                        "https://manual/"}),
+              fake::linksOpened);
+    fake::FailNth(1, platform::Fault::NotFound, fake::Call::OpenLink);
+    user.BoxLike("Error", "Cannot open https://maker/.\r\n");
     fake::Click(f.lblCV_URL);
 }
 
-TEST_F(MainWindow, MnemonicsAreUniqueAndInTheirCaptions) {
-    StartProgram();
-    std::map<char, const ui::Control*> seen;
-    for (const ui::Control* control : f.Controls) {
+TEST_F(MainWindow, ButtonsAnswerToMouseAndKeys) {
+    std::map<char, const ui::Control*> mnemonics;
+    for (ui::Control* control : f.Controls) {
+        SCOPED_TRACE(control->Name);
         if (control->Kind == ui::ControlKind::Button) {
-            EXPECT_TRUE(control->Click && control->MouseOver && control->Mnemonic) << control->Name;
+            EXPECT_TRUE(control->Click && control->MouseOver && control->Mnemonic);
+            if (fake::CanReach(*control)) {
+                fake::HoverOver(*control);
+                EXPECT_EQ(control, user.Focus) << "the focus follows the mouse";
+            }
         }
         if (control->Mnemonic == 0)
             continue;
-        EXPECT_NE(std::string::npos, control->Caption.find(control->Mnemonic)) << control->Name;
-        const char chrUpper = static_cast<char>(control->Mnemonic & ~0x20);
+        EXPECT_NE(std::string::npos, control->Caption.find(control->Mnemonic));
         // The two panels are never open together, and each has its "Not now".
-        if (seen.contains(chrUpper)) {
-            EXPECT_EQ("Not now", control->Caption) << control->Name;
-        }
-        seen[chrUpper] = control;
+        const char chrUpper = static_cast<char>(control->Mnemonic & ~0x20);
+        EXPECT_TRUE(control->Caption == "Not now" || !mnemonics.contains(chrUpper));
+        mnemonics[chrUpper] = control;
     }
+    frmReport.Visible = true;
+    fake::HoverOver(f.cmdQuit);
+    fake::HoverOver(f.cmdReportScreen);
+    EXPECT_EQ(&f.cmdQuit, user.Focus) << "the report is on the screen already";
+    frmReport.Visible = false;
 }
 
 TEST_F(MainWindow, ControlsDoNotOverlap) {
-    StartProgram();
     // Everything that can be shown together, with texts as long as they get.
     strFilespec = "*" + std::string(200, 'm') + "*";
     UpdateFilesLabels();
@@ -245,7 +193,10 @@ TEST_F(MainWindow, ControlsDoNotOverlap) {
     SetMainLine(MainLine::PurgeSpeed, std::string(200, 'm'));
     f.fraSetup.Visible = true;
     f.lblSetupFilename.Visible = false;
-    for (const ui::Control* a : f.Controls)
+    for (const ui::Control* a : f.Controls) {
+        EXPECT_TRUE(a->Container ||
+                    (a->Left + a->Width <= f.Width && a->Top + a->Height <= f.Height))
+            << a->Name;
         for (const ui::Control* b : f.Controls) {
             if (a >= b || a->Container != b->Container || !a->Visible || !b->Visible)
                 continue;
@@ -253,15 +204,11 @@ TEST_F(MainWindow, ControlsDoNotOverlap) {
                         a->Top + a->Height <= b->Top || b->Top + b->Height <= a->Top)
                 << a->Name << " and " << b->Name;
         }
-    for (const ui::Control* c : f.Controls)
-        EXPECT_TRUE(c->Container ||
-                    (c->Left + c->Width <= f.Width && c->Top + c->Height <= f.Height))
-            << c->Name;
+    }
     EXPECT_LE(f.Height, (720 - 48 - 31) * 15) << "a small screen, its taskbar and the title bar";
 }
 
 TEST_F(MainWindow, MessageLabelsHaveRoomForTheirText) {
-    StartProgram();
     SetMainLine(MainLine::LargePurgeMessage, "1\r\n2\r\n3\r\n4\r\n5\r\n");
     EXPECT_EQ(5 * 240, f.lblLargePurgeMessage.Height);
     SetMainLine(MainLine::LargePurgeMessage, "Purge disk cancelled.");
@@ -270,10 +217,10 @@ TEST_F(MainWindow, MessageLabelsHaveRoomForTheirText) {
     SetMainLine(MainLine::LargePurgeMessage, std::string(200, 'm'));
     EXPECT_GE(f.lblLargePurgeMessage.Height, 3 * 240);
     EXPECT_LE(f.lblLargePurgeMessage.Left + f.lblLargePurgeMessage.Width, f.Width - 120);
-    SetMainLine(MainLine::PurgeSpeed, "93.1 MB/sec. (1 overwrite) for Drive C.");
-    EXPECT_TRUE(f.lblPurgeSpeed.Bold && f.lblPurgeSpeed.Visible);
-    SetMainLine(MainLine::PurgeSpeed, "");
-    EXPECT_FALSE(f.lblPurgeSpeed.Bold || f.lblPurgeSpeed.Visible);
+    for (const char* speed : {"93.1 MB/sec. (1 overwrite) for Drive C.", ""}) {
+        SetMainLine(MainLine::PurgeSpeed, speed);
+        EXPECT_EQ(*speed != 0, f.lblPurgeSpeed.Bold && f.lblPurgeSpeed.Visible);
+    }
 }
 
 } // namespace

@@ -1,0 +1,270 @@
+// Listing and purging what was chosen, from the first click to the last box.
+#include "report/frmAntiVirusQuery.h"
+#include "report/frmPurgeWarning.h"
+#include "report/frmReport.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "shell/PurgeCommands.h"
+#include "shell/Session.h"
+#include "shell/ShellTest.h"
+
+using fake::user;
+
+namespace {
+
+struct ProcessCommands : CommandsTest {
+    FrmPurgeConfirmation& options = frmPurgeConfirmation;
+
+    void List(int displayNames) {
+        user.Box("List files", "Display folder names?", displayNames, fake::AsksYesNoCancel);
+        fake::Click(f.cmdProcessFiles[0]);
+    }
+    /// The purge command up to its question whether to purge `what` and destroy what is in `whose`.
+    /// `look` is done in the options dialog, `after` adds the boxes that come behind the question.
+    void Purge(const std::string& what, const std::string& whose, int answer = ui::AnswerYes,
+               const fake::Action& look = {}, const fake::Action& after = {}) {
+        user.Modal(options, [this, look] {
+            if (look)
+                look();
+            fake::Click(options.cmdDoPurge);
+        });
+        user.Box("Purge files",
+                 "Are you sure that you want to purge " + what +
+                     "?\r\nThis will permanently destroy all data in " + whose,
+                 answer, fake::AsksYesNo);
+        if (after)
+            after();
+        if (answer != ui::AnswerYes)
+            Cancelled();
+        fake::Click(f.cmdProcessFiles[1]);
+    }
+    static void Cancelled() {
+        user.Box("Purge cancelled", "No files purged.", {ui::Icon::None, ui::Buttons::OK, {}});
+    }
+};
+
+TEST_F(ProcessCommands, ListingAsksAndNamesTheReport) {
+    PutFiles("C:\\docs", 2);
+    fake::PutFile("C:\\docs\\sub\\b.doc");
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    frmReport.Caption = "Report";
+    const auto list = [this](int displayNames, const char* caption, bool blnNamesFiles) {
+        List(displayNames);
+        EXPECT_EQ(caption, frmReport.Caption);
+        EXPECT_EQ(blnNamesFiles,
+                  frmReport.txbText.Text.find("C:\\docs\\f1.txt (1 bytes)") != std::string::npos);
+    };
+    list(ui::AnswerCancel, "Report", false);
+    list(ui::AnswerYes, "List all files", true);
+    list(ui::AnswerNo, "Estimate purge time", false);
+    Specify("*.txt");
+    list(ui::AnswerYes, "List files", true);
+    blnFolderNamesOnly = true;
+    list(ui::AnswerYes, "List folders", false);
+    fake::Click(f.cmdSubdirectories);
+    Specify("*.doc");
+    list(ui::AnswerYes, "List folders", false); // one is in the subfolder
+}
+
+// What both commands look for before they begin; a listing asks first what to display.
+TEST_F(ProcessCommands, NothingToListOrPurge) {
+    const auto warned = [this](const std::string& text) {
+        user.Box("List files", "Display folder names?", ui::AnswerYes);
+        ClickWarned(f.cmdProcessFiles[0], "List files, estimate time", text);
+        ClickWarned(f.cmdProcessFiles[1], "Purge files", text);
+    };
+    const auto refused = [this](const std::string& text) {
+        for (ui::Button& command : f.cmdProcessFiles)
+            ClickWarned(command, "Error", text);
+    };
+    refused("No files specified.");
+    PutFiles("C:\\docs", 1);
+    fake::PutFolder("C:\\docs\\sub");
+    ChooseFolder("C:\\docs", ui::AnswerNo);
+    Specify("?.doc", "Specify files", "There are no files in C:\\docs\\.");
+    warned("There are no files in C:\\docs\\ matching ?.doc.");
+    fake::Click(f.cmdSubdirectories);
+    ClickWarned(f.cmdProcessFiles[1], "Purge files",
+                "There are no files in C:\\docs\\\r\nor in any of its subfolders matching ?.doc.");
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    fake::TakeAway("C:\\docs\\f0.txt");
+    warned("There are no files in C:\\docs\\.");
+    fake::PutFile("C:\\docs\\a.txt");
+    ChooseSingleFile("C:\\docs\\a.txt");
+    fake::TakeAway("C:\\docs\\a.txt");
+    warned("File C:\\docs\\a.txt not found.");
+    fake::TakeAway("C:\\docs");
+    refused("Folder does not exist.");
+}
+
+TEST_F(ProcessCommands, QuestionsByCount) {
+    const struct {
+        int Count;
+        const char *AllFiles, *Texts, *Whose;
+    } cases[] = {
+        {1, "the single file in ", "the file ", "this file.)"},
+        {2, "both files in ", "the 2 files ", "these two files."},
+        {3, "all 3 files in ", "the 3 files ", "these three files."},
+        {20, "all 20 files in ", "the 20 files ", "these twenty files."},
+        {21, "all 21 files in ", "the 21 files ", "these 21 files."},
+        {1000, "all 1,000 files in ", "the 1,000 files ", "these 1,000 files."},
+        {1001, "all files in ", "the files ", "these (more than 1000) files."},
+    };
+    for (const auto& c : cases) {
+        PutFiles("C:\\docs", c.Count);
+        ChooseFolder("C:\\docs", ui::AnswerYes);
+        Purge(std::string(c.AllFiles) + "C:\\docs\\ ", c.Whose, ui::AnswerNo);
+        Specify("*.txt");
+        Purge(std::string(c.Texts) + "C:\\docs\\*.txt ", c.Whose, ui::AnswerNo);
+        fake::TakeAway("C:\\docs");
+    }
+    EXPECT_TRUE(fake::journal.empty());
+}
+
+TEST_F(ProcessCommands, QuestionsByKind) {
+    const auto slack = [this] { fake::Click(options.chkPurgeSlackOnly); };
+    PutFiles("C:\\docs", 3);
+    fake::PutFile("C:\\docs\\one.doc");
+    fake::PutFile("C:\\docs\\sub\\two.doc");
+    ChooseSingleFile("C:\\docs\\one.doc");
+    Purge("the file C:\\docs\\one.doc ", "this file.", ui::AnswerNo);
+    EXPECT_EQ("Yes, purge this file", options.cmdDoPurge.Caption);
+    ChooseFolder("C:\\docs", ui::AnswerNo);
+    Specify("*.txt");
+    Purge("the slack area of the 3 files C:\\docs\\*.txt ", "these three files.", ui::AnswerNo,
+          slack);
+    EXPECT_EQ("Yes, purge these files", options.cmdDoPurge.Caption);
+    Specify("*.doc");
+    fake::Click(f.cmdSubdirectories);
+    Purge("the 2 files C:\\docs\\*.doc\r\nand all files of the form \"*.doc\" in all subfolders",
+          "these two files.", ui::AnswerNo);
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    fake::Click(f.cmdSubdirectories);
+    Purge("the slack area of all 5 files in C:\\docs\\\r\nand all files in all subfolders",
+          "these five files.", ui::AnswerNo, slack);
+    EXPECT_TRUE(fake::journal.empty());
+}
+
+TEST_F(ProcessCommands, RunsAfterItsQuestions) {
+    PutFiles("C:\\docs", 2);
+    fake::PutFile("C:\\docs\\sub\\keep.txt", "keep");
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    bool blnRunSeen = false;
+    user.During([] { return frmReport.Visible; },
+                [&] {
+                    blnRunSeen = true;
+                    EXPECT_EQ("Purge files", frmReport.Caption);
+                    EXPECT_FALSE(fake::CanReach(f.cmdProcessFiles[1]));
+                    EXPECT_FALSE(f.fraSetup.Enabled);
+                    FilesDroppedOnMain({"C:\\docs\\sub\\keep.txt"}); // not now
+                });
+    // A file that appears between the question and the run belongs to "all files".
+    Purge("both files in C:\\docs\\ ", "these two files.", ui::AnswerYes,
+          [] { fake::PutFile("C:\\docs\\late.txt"); });
+    EXPECT_TRUE(blnRunSeen);
+    EXPECT_EQ("*.*", strFilespec);
+    EXPECT_EQ(std::vector<std::string>{"C:\\docs\\sub\\keep.txt"}, fake::FilesBelow("C:\\docs"));
+    EXPECT_EQ("keep", fake::ContentOf("C:\\docs\\sub\\keep.txt"));
+    EXPECT_NE(std::string::npos, frmReport.txbText.Text.find("Number of files purged: 3"));
+}
+
+// Between the question and the run the folder is deleted, or its drive is pulled out.
+TEST_F(ProcessCommands, FolderVanishesBeforeTheRun) {
+    for (const std::string folder : {"C:\\docs", "E:\\docs"}) {
+        fake::AddDrive('E', 1 << 20);
+        PutFiles(folder, 2);
+        ChooseFolder(folder, ui::AnswerYes);
+        Purge("both files in " + folder + "\\ ", "these two files.", ui::AnswerYes, [] {
+            fake::TakeAway("C:\\docs");
+            fake::drives['E'].MediaPresent = false;
+        });
+        EXPECT_EQ(std::string::npos, frmReport.txbText.Text.find(" purged\r\n"));
+        EXPECT_TRUE(fake::journal.empty());
+    }
+}
+
+// Answers to the question about monitoring software, which is asked where such a file is meant.
+TEST_F(ProcessCommands, MonitoringQueryBeforeThePurge) {
+    FrmAntiVirusQuery& query = frmAntiVirusQuery;
+    PutFiles("C:\\docs", 1, ".doc");
+    ChooseSingleFile("C:\\docs\\f0.doc");
+    user.Modal(options, [this] { fake::Click(options.cmdCancel); });
+    Cancelled();
+    fake::Click(f.cmdProcessFiles[1]);
+    for (ui::Button* answer : {&query.cmdCancel, &query.cmdNo, &query.cmdDontKnow}) {
+        Purge("the file C:\\docs\\f0.doc ", "this file.", ui::AnswerYes, {}, [&] {
+            user.Modal(query, [answer] { fake::Click(*answer); });
+            if (answer == &query.cmdCancel)
+                return Cancelled();
+            if (answer == &query.cmdDontKnow) {
+                user.BoxLike("Nullwright", "If Drive C has files");
+                // The file itself is announced, but the query is not put again in this run.
+                user.Modal(frmPurgeWarning, [] { fake::Click(frmPurgeWarning.cmdOK); });
+            }
+        });
+        EXPECT_EQ(answer != &query.cmdCancel, fake::FilesBelow("C:\\docs").empty());
+        PutFiles("C:\\docs", 1, ".doc");
+    }
+}
+
+TEST_F(ProcessCommands, CountingIsShownAndCanBeInterrupted) {
+    PutFiles("C:\\tree\\sub", 3);
+    ChooseFolder("C:\\tree");
+    fake::Click(f.cmdSubdirectories);
+    Specify("*.txt");
+    std::string message;
+    fake::OnCall(fake::Call::Enumerate, [&](const std::string&) {
+        if (message.empty()) {
+            message = f.lblLargePurgeMessage.Caption;
+            fake::PressF10();
+        }
+        return platform::Fault::None;
+    });
+    Cancelled();
+    fake::Click(f.cmdProcessFiles[1]);
+    EXPECT_EQ("Now counting files ...", message);
+    EXPECT_FALSE(blnStop);
+    // A listing looks for files first, too.
+    frmReport.txbText.Text.clear();
+    message.clear();
+    List(ui::AnswerYes);
+    EXPECT_FALSE(frmReport.Visible);
+    EXPECT_EQ("", frmReport.txbText.Text);
+    EXPECT_EQ(3u, fake::FilesBelow("C:\\tree").size());
+}
+
+// Dropping a folder, listing and purging it, with each platform call failing in turn: the window
+// is back, nothing is left open, and nothing outside the folder was touched.
+TEST_F(ProcessCommands, AnyCallMayFail) {
+    bool blnFailed = true;
+    for (std::int64_t n = 1; blnFailed; ++n) {
+        ASSERT_LT(n, 2000);
+        SCOPED_TRACE(n);
+        ProgramTest::SetUp();
+        fake::PutFile("C:\\docs\\a.txt", "aaaa");
+        fake::PutFile("C:\\docs\\sub\\b.txt", "bbbb");
+        fake::PutFile("C:\\other\\c.txt", "cccc");
+        fake::PutFolderLink("C:\\docs\\link", "C:\\other");
+        StartProgram();
+        user.AnswerOthers = [](const fake::BoxSeen& box) {
+            return box.Buttons == ui::Buttons::OK ? ui::AnswerOK : ui::AnswerYes;
+        };
+        fake::FailNth(n, platform::Fault::NotReady);
+        fake::DropFiles(f, {"C:\\docs"});
+        fake::Click(f.cmdSubdirectories);
+        fake::Click(f.cmdProcessFiles[0]);
+        user.Modal(options, [this] { fake::Click(options.cmdDoPurge); });
+        user.Modal(frmAntiVirusQuery, [] { fake::Click(frmAntiVirusQuery.cmdNo); });
+        fake::Click(f.cmdProcessFiles[1]);
+        blnFailed = fake::HasFailed();
+        fake::FailNth(0, platform::Fault::NotReady);
+        user.Reset(); // the options may not have come up
+        EXPECT_TRUE(f.fraMenu.Enabled && f.fraSetup.Enabled && f.cmdProcessFiles[1].Enabled);
+        EXPECT_EQ(0, fake::OpenHandles());
+        EXPECT_EQ("cccc", fake::ContentOf("C:\\other\\c.txt"));
+        for (const fake::Event& event : fake::journal)
+            EXPECT_EQ(0u, event.Path.rfind("C:\\docs\\", 0)) << event.Path;
+    }
+    EXPECT_TRUE(fake::FilesBelow("C:\\docs").empty());
+}
+
+} // namespace

@@ -1,0 +1,82 @@
+// What the tests of the main window share.
+#pragma once
+
+#include "fakes/ProgramTest.h"
+#include "selection/frmFileSpecification.h"
+#include "shell/frmMain.h"
+
+/// Paths of the setup that the next run finds, and of the window's place.
+inline const std::string strNextRun = "C:\\Users\\me\\AppData\\Roaming\\Nullwright\\nullwright.usr";
+inline const std::string strWindowPlace =
+    "C:\\Users\\me\\AppData\\Roaming\\Nullwright\\nullwright.pos";
+
+struct ShellTest : ProgramTest {
+    FrmMain& f = frmMain;
+
+    /// What stands beside the buttons, as a person reads it, links left out.
+    std::string Labels() const {
+        std::string text;
+        for (const ui::Control* control : f.Controls)
+            if (control->Kind == ui::ControlKind::Label && control->Visible &&
+                !static_cast<const ui::Label*>(control)->Link && !control->Caption.empty())
+                text += control->Caption + "|";
+        return text;
+    }
+    /// The part of it that tells what is to be purged.
+    std::string Choice() const {
+        return f.lblDirectory.Caption + "|" + f.lblFiles.Caption + "|" + f.lblFiles2.Caption + "|" +
+               f.lblSubdirectories.Caption + "|" + f.lblSubdirectories2.Caption;
+    }
+};
+
+struct StartedShell : ShellTest {
+    void SetUp() override {
+        ShellTest::SetUp();
+        StartProgram();
+    }
+};
+
+/// The commands that choose what to purge, and those that list and purge it.
+struct CommandsTest : StartedShell {
+    void TearDown() override {
+        EXPECT_TRUE(f.fraMenu.Enabled && f.fraSetup.Enabled && f.cmdProcessFiles[1].Enabled);
+        EXPECT_EQ("", f.lblLargePurgeMessage.Caption);
+        StartedShell::TearDown();
+    }
+    static void PutFiles(const std::string& folder, int count, const char* extension = ".txt") {
+        for (int i = 0; i < count; ++i)
+            fake::PutFile(folder + "\\f" + std::to_string(i) + extension);
+    }
+    /// `purgeAll` answers the question that is asked where the folder holds files.
+    void ChooseFolder(const std::string& folder, std::optional<int> purgeAll = {}) {
+        fake::user.Folder("Specify folder containing files to be purged", folder);
+        if (purgeAll)
+            fake::user.Box("Specify folder", "Do you wish to purge ALL files in " + folder + "\\?",
+                           *purgeAll, fake::AsksYesNo);
+        fake::Click(f.cmdSpecifyDirectory[0]);
+    }
+    /// With the box that the command must end with, if any.
+    void Specify(const std::string& filespec, const std::string& title = "",
+                 const std::string& text = "") {
+        fake::user.Modal(frmFileSpecification, [filespec] {
+            fake::Type(frmFileSpecification.txbForm, filespec);
+            fake::Click(frmFileSpecification.cmdOK);
+        });
+        if (!text.empty())
+            fake::user.Box(title, text, fake::Warns);
+        fake::Click(f.cmdSpecifyFiles);
+    }
+    void ChooseSingleFile(const std::string& path, const std::string& complaint = "") {
+        fake::user.OpenFile("Specify file to be purged.", path);
+        if (!complaint.empty())
+            fake::user.Box("Single file", complaint, fake::Warns);
+        fake::Click(f.cmdSingleFile);
+        fake::FireTimers(1100);
+    }
+    /// A command that does nothing but complain.
+    static void ClickWarned(ui::Button& command, const std::string& title,
+                            const std::string& text) {
+        fake::user.Box(title, text, fake::Warns);
+        fake::Click(command);
+    }
+};

@@ -1,0 +1,151 @@
+// Choosing what is to be purged: files, folders, subfolders, by dialogs, dropped, or given.
+#include "shell/PurgeCommands.h"
+#include "shell/Session.h"
+#include "shell/ShellTest.h"
+
+using fake::user;
+
+namespace {
+
+using SpecifyCommands = CommandsTest;
+
+TEST_F(SpecifyCommands, SingleFile) {
+    fake::PutFile("C:\\docs\\a.txt");
+    fake::PutFile("C:\\docs\\sub\\b.txt");
+    const std::string before = Labels();
+    ChooseSingleFile("");
+    EXPECT_EQ(before, Labels());
+    EXPECT_FALSE(f.blnQuitGuard);
+
+    user.OpenFile("Specify file to be purged.", "C:\\docs\\a.txt");
+    fake::Click(f.cmdSingleFile);
+    fake::Click(f.cmdSingleFile); // within the guarded second nothing happens
+    fake::Click(f.cmdSpecifyFiles);
+    EXPECT_EQ("C:\\docs\\|a.txt||No|(Do not operate on files in lower subfolders.)", Choice());
+    EXPECT_FALSE(blnMultipleFiles);
+    EXPECT_EQ("", f.lblPurgeSpeed.Caption + f.lblEstimatedTime.Caption);
+    fake::FireTimers(1100);
+
+    fake::AddDrive('A', 1 << 20);
+    fake::PutFile("A:\\f.txt", "small");
+    sngPurgeSpeeds[0] = 0.25F;
+    ChooseSingleFile("A:\\f.txt");
+    EXPECT_EQ("0.250 MB/sec. (1 overwrite) for Drive A (floppy drive).", f.lblPurgeSpeed.Caption);
+    EXPECT_EQ("Less than a minute.", f.lblEstimatedTime.Caption);
+    ChooseSingleFile("\\\\server\\share\\x",
+                     "\\\\server\\share\\x is not on a drive with a letter.\r\n"
+                     "Nullwright works only on drives that have a letter, not on network shares\r\n"
+                     "or other places.");
+    EXPECT_EQ("A:\\", strDirPath);
+}
+
+TEST_F(SpecifyCommands, SpecifyFolder) {
+    PutFiles("C:\\docs", 1);
+    fake::PutFolder("C:\\empty");
+    fake::PutFolderLink("C:\\linked\\link", "C:\\docs");
+    fake::PutFile("C:\\linked\\hidden.txt", "x", platform::AttributeHidden);
+    ChooseFolder("C:\\docs", ui::AnswerYes);
+    const std::string chosen = "C:\\docs\\|*.*|(All files.)|No|(The folder has no subfolders.)";
+    EXPECT_EQ(chosen, Choice());
+    EXPECT_TRUE(blnMultipleFiles);
+    EXPECT_EQ("C:\\docs\\", strBrowsePath);
+    ChooseFolder("");
+    EXPECT_EQ(chosen, Choice());
+    // The old pattern is not applied to the new folder.
+    ChooseFolder("C:\\linked", ui::AnswerNo);
+    EXPECT_EQ("C:\\linked\\|Not specified||No|(The folder has no subfolders.)", Choice());
+    ChooseFolder("C:\\empty");
+    EXPECT_EQ("C:\\empty\\|Not specified||No|(The folder has no subfolders.)", Choice());
+    user.Folder("Specify folder containing files to be purged", "C:\\gone");
+    ClickWarned(f.cmdSpecifyDirectory[0], "Error", "Cannot access the folder.");
+}
+
+TEST_F(SpecifyCommands, SpecifyFiles) {
+    ClickWarned(f.cmdSpecifyFiles, "Folder unspecified", "The folder has not been specified.");
+    fake::PutFile("C:\\docs\\a.txt");
+    fake::PutFile("C:\\tree\\a.txt");
+    fake::PutFile("C:\\tree\\sub\\b.doc");
+    fake::PutFolder("C:\\empty");
+    ChooseFolder("C:\\docs", ui::AnswerNo);
+    Specify("*.txt");
+    EXPECT_EQ("*.txt(All files with extension txt.)", f.lblFiles.Caption + f.lblFiles2.Caption);
+    Specify("?.doc", "Empty folder", "The folder contains no matching files and no subfolders.");
+    EXPECT_EQ("?.doc(All files of the form ?.doc.)", f.lblFiles.Caption + f.lblFiles2.Caption);
+    ChooseFolder("C:\\empty");
+    Specify("*.txt", "Empty folder", "The folder contains no files and no subfolders.");
+
+    ChooseFolder("C:\\tree", ui::AnswerNo);
+    Specify("?.doc", "Specify files", "There are no files in C:\\tree\\.");
+    fake::Click(f.cmdSubdirectories);
+    Specify("?.doc"); // found in the subfolder
+    Specify("?.xyz", "Specify files",
+            "There are no files in C:\\tree\\\r\nor in any of its subfolders.");
+    fake::TakeAway("C:\\tree");
+    Specify("?.txt", "Error", "Cannot access the folder.");
+    user.Modal(frmFileSpecification, [] { fake::PressEscape(frmFileSpecification); });
+    fake::Click(f.cmdSpecifyFiles);
+    EXPECT_EQ("?.txt", strFilespec);
+}
+
+TEST_F(SpecifyCommands, TogglesAndClear) {
+    fake::Click(f.cmdSubdirectories); // no folder: nothing to toggle
+    EXPECT_FALSE(blnSubdirectories);
+    fake::PutFile("C:\\flat\\a.txt");
+    fake::PutFile("C:\\tree\\sub\\b.doc");
+    ChooseFolder("C:\\flat", ui::AnswerYes);
+    fake::Click(f.cmdSubdirectories);
+    EXPECT_EQ("C:\\flat\\|*.*|(All files.)|No|(The folder has no subfolders.)", Choice());
+    ChooseFolder("C:\\tree");
+    f.lblSetupFilename.Caption = "some.nws";
+    fake::Click(f.cmdSubdirectories);
+    EXPECT_EQ("C:\\tree\\|Not specified||Yes|"
+              "(Operate on all specified files in lower subfolders.)",
+              Choice());
+    EXPECT_EQ("", f.lblSetupFilename.Caption);
+    fake::drives['C'].MediaPresent = false;
+    ClickWarned(f.cmdSubdirectories, "Error", "Error when attempting to access C:\\tree\\.");
+    fake::drives['C'].MediaPresent = true;
+    EXPECT_TRUE(blnSubdirectories);
+
+    for (const char* now : {"Yes(Confirm purge operation for each file.)",
+                            "No(Do not confirm purge operation for each file.)"}) {
+        fake::Click(f.cmdConfirmFiles);
+        EXPECT_EQ(now, f.lblConfirmFiles.Caption + f.lblConfirmFiles2.Caption);
+    }
+    for (const int answer : {ui::AnswerNo, ui::AnswerYes}) {
+        user.Box("Clear", "Clear folder and file specifications?", answer, fake::AsksYesNo);
+        fake::Click(f.cmdClear);
+        EXPECT_EQ(answer == ui::AnswerNo ? "C:\\tree\\" : "", strDirPath + strFilespec);
+    }
+    EXPECT_FALSE(blnSubdirectories || blnMultipleFiles);
+    EXPECT_EQ("Not specified|Not specified||No", Choice().substr(0, 31));
+}
+
+TEST_F(SpecifyCommands, DroppedAndGivenPaths) {
+    PutFiles("C:\\docs", 2);
+    fake::DropFiles(f, {"C:\\docs\\f1.txt"});
+    EXPECT_EQ("C:\\docs\\|f1.txt||No|(The folder has no subfolders.)", Choice());
+    EXPECT_FALSE(f.blnQuitGuard);
+    user.Box("Specify folder", "Do you wish to purge ALL files in C:\\docs\\?", ui::AnswerYes,
+             fake::AsksYesNo);
+    fake::DropFiles(f, {"C:\\docs"});
+    EXPECT_EQ("*.*", strFilespec);
+    user.Box("Error", "Only one file or one folder can be taken at a time.\r\n"
+                      "To purge several files, specify their folder and then the files.");
+    fake::DropFiles(f, {"C:\\docs\\f0.txt", "C:\\docs\\f1.txt"});
+    user.Box("Error", "Error when attempting to load setup from file C:\\docs\\bad.nws!");
+    fake::PutFile("C:\\docs\\bad.nws", "1.0\r\n");
+    fake::DropFiles(f, {"C:\\docs\\bad.nws"});
+
+    fake::currentFolder = "C:\\docs";
+    user.Box("Error when attempting to load setup.", "File C:\\docs\\missing.nws not found!");
+    user.Box("Single file", "File C:\\docs\\missing.txt not found.");
+    for (const std::vector<std::string>& given :
+         {std::vector<std::string>{"missing.nws"}, {"C:\\docs\\missing.txt"}, {}}) {
+        fake::commandLine = given;
+        OpenCommandLineFiles(CommandLineFiles());
+    }
+    EXPECT_EQ("*.*", strFilespec);
+}
+
+} // namespace
