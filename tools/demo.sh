@@ -53,7 +53,7 @@ demo_expected() {
 }
 
 run_demo() {
-    local log=$top/build/demo.log pid name place setup status=0
+    local log=$top/build/demo.log pid name place status=0
     say "A folder to be purged: all *.txt in it and below it"
     make_demo_tree
     (cd "$demo_root/.." && find nwdemo nwdemo-outside -printf '%10s  %M  %p %l\n' | sort -k 3)
@@ -61,11 +61,6 @@ run_demo() {
     : > build/demo-places.txt
     mkdir -p "$WINEPREFIX/drive_c/tests"
     cp -f build/windows/tests/nullwright_demo.exe "$WINEPREFIX/drive_c/tests/"
-
-    # A setup that was saved in this prefix would change what the demonstration starts with.
-    for setup in "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/Nullwright; do
-        [ ! -d "$setup" ] || mv "$setup" "$setup.demo"
-    done
 
     say "Nullwright at work, driven through its windows"
     (
@@ -88,9 +83,6 @@ run_demo() {
     done
     wait "$pid" || status=$?
     tr -d '\r' < "$log"
-    for setup in "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/Nullwright.demo; do
-        [ ! -d "$setup" ] || mv "$setup" "${setup%.demo}"
-    done
 
     say "What is left on the disk"
     (cd "$demo_root/.." && find nwdemo nwdemo-outside -printf '%10s  %M  %p %l\n' | sort -k 3)

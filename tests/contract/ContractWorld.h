@@ -68,8 +68,10 @@ inline std::string Content(const std::string& path) {
     platform::File file;
     if (Failed(OpenFile(path, platform::Access::Read, file)))
         return "(cannot be opened)";
-    std::string bytes(100000, '\0');
+    std::uint64_t length = 0;
     std::size_t read = 0;
+    (void)ReadLength(file, length);
+    std::string bytes(static_cast<std::size_t>(length) + 1, '\0');
     if (Failed(ReadBytes(file, bytes.data(), bytes.size(), read)) || Failed(CloseFile(file)))
         return "(cannot be read)";
     return bytes.substr(0, read);

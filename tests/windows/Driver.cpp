@@ -1,12 +1,9 @@
 #include "windows/Driver.h"
 
-#include "platform/win32/Wide.h"
+#include "windows/Environment.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <vector>
 
 namespace driver {
 
@@ -17,14 +14,6 @@ std::string scratch;
 
 namespace {
 PROCESS_INFORMATION program;
-HWND mainWindow = nullptr;
-bool isSetupAside = false;
-
-std::string Environment(const wchar_t* name) {
-    wchar_t value[1024];
-    const DWORD length = GetEnvironmentVariableW(name, value, 1024);
-    return length > 0 && length < 1024 ? Narrow({value, length}) : std::string();
-}
 
 /// A message to a window of the program, which may just be busy: it has its time.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -60,43 +49,40 @@ std::vector<HWND> TopWindows() {
     return windows;
 }
 
+bool IsRunning() {
+    return program.hProcess != nullptr && WaitForSingleObject(program.hProcess, 0) == WAIT_TIMEOUT;
+}
+
 void Fail(const std::string& what) {
     ADD_FAILURE() << what << "\n" << Describe();
 }
 
-std::string NameOf(HWND control) {
-    const auto atom =
-        static_cast<ATOM>(reinterpret_cast<std::uintptr_t>(GetPropW(control, L"NullwrightName")));
-    wchar_t name[256];
-    const UINT length = atom != 0 ? GlobalGetAtomNameW(atom, name, 256) : 0;
-    return Narrow({name, length});
+/// The window of the program for which `fits` holds; waits for it.
+HWND WaitForWindow(const std::string& caption, const std::function<bool(HWND)>& fits) {
+    HWND found = nullptr;
+    WaitUntil([&] {
+        for (HWND window : TopWindows())
+            if (fits(window))
+                found = window;
+        return found != nullptr || !IsRunning();
+    });
+    if (found == nullptr)
+        Fail("No window \"" + caption + "\" came.");
+    return found;
 }
 
-bool IsCombo(HWND control) {
-    return ClassOf(control) == "ComboBox";
+/// A dialog of the system's own class with this title that has such a child, enabled.
+HWND WaitForDialog(const std::string& title, HWND (*child)(HWND)) {
+    return WaitForWindow(title, [&](HWND window) {
+        // Wine gives its folder dialog a title of its own, whatever was asked for.
+        return ClassOf(window) == "#32770" && IsWindowEnabled(window) && child(window) != nullptr &&
+               (TextOf(window) == title || TextOf(window) == "Select Folder");
+    });
 }
 
-/// The numbers of the messages that a drop-down list and a list box have in common.
-struct ListMessages {
-    UINT Count, TextLength, Text, Chosen, Choose, Find;
-    WORD Changed;
-};
-ListMessages MessagesOf(HWND list) {
-    return IsCombo(list)
-               ? ListMessages{CB_GETCOUNT,  CB_GETLBTEXTLEN,    CB_GETLBTEXT, CB_GETCURSEL,
-                              CB_SETCURSEL, CB_FINDSTRINGEXACT, CBN_SELCHANGE}
-               : ListMessages{LB_GETCOUNT,  LB_GETTEXTLEN,      LB_GETTEXT,   LB_GETCURSEL,
-                              LB_SETCURSEL, LB_FINDSTRINGEXACT, LBN_SELCHANGE};
-}
-
-std::string ItemOf(HWND list, WPARAM index) {
-    const ListMessages messages = MessagesOf(list);
-    const LRESULT length = Ask(list, messages.TextLength, index);
-    if (length < 0)
-        return {};
-    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
-    Ask(list, messages.Text, index, reinterpret_cast<LPARAM>(text.data()));
-    return Narrow(text.substr(0, static_cast<std::size_t>(length)));
+/// The text of a message box.
+HWND TextField(HWND box) {
+    return GetDlgItem(box, 0xFFFF);
 }
 
 /// The field for the path in a common dialog: they have different numbers.
@@ -104,27 +90,10 @@ HWND PathField(HWND dialog) {
     for (HWND child : Children(dialog)) {
         const int number = GetDlgCtrlID(child);
         if (IsWindowVisible(child) && (number == 1148 || number == 1152) &&
-            (ClassOf(child) == "Edit" || IsCombo(child) || ClassOf(child) == "ComboBoxEx32"))
+            ClassOf(child) != "Static")
             return child;
     }
     return nullptr;
-}
-
-/// A dialog of the system's own class with this title for which `fits` holds, enabled.
-HWND WaitForDialog(const std::string& title, const std::function<bool(HWND)>& fits) {
-    // Wine gives its folder dialog this title, whatever was asked for.
-    const std::string wines = "Select Folder";
-    HWND found = nullptr;
-    WaitUntil([&] {
-        for (HWND window : TopWindows())
-            if (ClassOf(window) == "#32770" && IsWindowEnabled(window) && fits(window) &&
-                (TextOf(window) == title || TextOf(window) == wines))
-                found = window;
-        return found != nullptr || !IsRunning();
-    });
-    if (found == nullptr)
-        Fail("No box or dialog \"" + title + "\" came.");
-    return found;
 }
 
 void PressAndWait(HWND dialog, int button) {
@@ -132,21 +101,24 @@ void PressAndWait(HWND dialog, int button) {
     if (control == nullptr)
         return Fail("\"" + TextOf(dialog) + "\" has no button " + std::to_string(button));
     PostMessageW(control, BM_CLICK, 0, 0);
-    if (!WaitUntil([&] { return !IsWindow(dialog) || !IsWindowVisible(dialog); }))
-        Fail("The box stays.");
+    ExpectGone(dialog);
 }
 
-INPUT KeyStroke(WORD virtualKey, bool released) {
-    INPUT input = {};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = virtualKey;
-    input.ki.dwFlags = released ? KEYEVENTF_KEYUP : 0;
-    return input;
+bool IsInScratch(const std::string& path) {
+    return !scratch.empty() && path.rfind(scratch + "\\", 0) == 0 &&
+           path.find("..") == std::string::npos;
+}
+
+/// What a click on a button of the main window would destroy must lie in the scratch folder.
+bool IsHarmless(HWND form, const std::string& button) {
+    if (button.rfind("cmdLargePurge", 0) == 0) // the drive is chosen later: see Choose
+        return !Environment(L"NW_SMALL_DRIVE").empty();
+    return button != "cmdProcessFiles(1)" || IsInScratch(TextOf(Named(form, "lblDirectory")));
 }
 } // namespace
 
-bool WaitUntil(const std::function<bool()>& condition, int milliseconds) {
-    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+bool WaitUntil(const std::function<bool()>& condition) {
+    const ULONGLONG end = GetTickCount64() + patience;
     while (!condition()) {
         if (GetTickCount64() > end)
             return false;
@@ -158,22 +130,15 @@ bool WaitUntil(const std::function<bool()>& condition, int milliseconds) {
 // ---- The program -------------------------------------------------------------------------------
 
 HWND StartProgram() {
-    std::string path = Environment(L"NW_PROGRAM");
-    if (path.empty())
-        path = "C:\\Program Files\\Nullwright\\nullwright.exe";
-    std::wstring line = L"\"" + Widen(path) + L"\"";
+    std::wstring line = L"\"" + Widen(Environment(L"NW_PROGRAM")) + L"\"";
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
                         &program)) {
-        ADD_FAILURE() << path << " cannot be started: " << GetLastError();
+        ADD_FAILURE() << Narrow(line) << " (NW_PROGRAM) cannot be started: " << GetLastError();
         return nullptr;
     }
-    return mainWindow = Window("Nullwright");
-}
-
-bool IsRunning() {
-    return program.hProcess != nullptr && WaitForSingleObject(program.hProcess, 0) == WAIT_TIMEOUT;
+    return Window("Nullwright");
 }
 
 int WaitForEnd() {
@@ -201,24 +166,25 @@ void KillProgram() {
 // ---- Windows and controls ----------------------------------------------------------------------
 
 HWND Window(const std::string& caption) {
-    HWND found = nullptr;
-    WaitUntil([&] {
-        for (HWND window : TopWindows())
-            if (TextOf(window) == caption)
-                found = window;
-        return found != nullptr || !IsRunning();
-    });
-    if (found == nullptr)
-        Fail("No window \"" + caption + "\" came.");
-    return found;
+    return WaitForWindow(caption, [&](HWND window) { return TextOf(window) == caption; });
 }
 
 HWND Named(HWND form, const std::string& name) {
+    if (form == nullptr) // the test has failed already
+        return nullptr;
     for (HWND child : Children(form))
         if (NameOf(child) == name)
             return child;
     Fail("\"" + TextOf(form) + "\" has no control " + name);
     return nullptr;
+}
+
+std::string NameOf(HWND control) {
+    const auto atom =
+        static_cast<ATOM>(reinterpret_cast<std::uintptr_t>(GetPropW(control, L"NullwrightName")));
+    wchar_t name[256];
+    const UINT length = atom != 0 ? GlobalGetAtomNameW(atom, name, 256) : 0;
+    return Narrow({name, length});
 }
 
 std::string TextOf(HWND window) {
@@ -230,12 +196,6 @@ std::string TextOf(HWND window) {
     return Narrow(text);
 }
 
-std::string CaptionOf(HWND window) {
-    std::string text = TextOf(window);
-    std::erase(text, '&');
-    return text;
-}
-
 bool IsUsable(HWND control) {
     HWND window = control;
     while (window != GetAncestor(control, GA_ROOT) && IsWindowEnabled(window))
@@ -243,32 +203,25 @@ bool IsUsable(HWND control) {
     return IsWindowVisible(control) && IsWindowEnabled(window);
 }
 
+bool IsChecked(HWND button) {
+    return Ask(button, BM_GETCHECK) == BST_CHECKED;
+}
+
 void Expect(HWND form, const std::string& name, const std::string& text) {
     HWND control = Named(form, name);
-    WaitUntil([&] { return TextOf(control) == text; });
-    EXPECT_EQ(text, TextOf(control)) << name;
+    if (control != nullptr && !WaitUntil([&] { return TextOf(control) == text; }))
+        Fail(name + " does not say \"" + text + "\" but \"" + TextOf(control) + "\".");
+}
+
+void ExpectUsable(HWND form, const std::string& name) {
+    HWND control = Named(form, name);
+    if (control != nullptr && !WaitUntil([&] { return IsUsable(control); }))
+        Fail(name + " cannot be used.");
 }
 
 void ExpectGone(HWND form) {
     if (!WaitUntil([&] { return !IsWindowVisible(form); }))
         Fail("The window stays.");
-}
-
-bool IsChecked(HWND button) {
-    return Ask(button, BM_GETCHECK) == BST_CHECKED;
-}
-
-std::vector<std::string> ItemsOf(HWND comboOrList) {
-    std::vector<std::string> items;
-    const LRESULT count = Ask(comboOrList, MessagesOf(comboOrList).Count);
-    for (LRESULT i = 0; i < count; ++i)
-        items.push_back(ItemOf(comboOrList, static_cast<WPARAM>(i)));
-    return items;
-}
-
-std::string ChosenItem(HWND comboOrList) {
-    const LRESULT index = Ask(comboOrList, MessagesOf(comboOrList).Chosen);
-    return index < 0 ? "" : ItemOf(comboOrList, static_cast<WPARAM>(index));
 }
 
 std::string Describe() {
@@ -287,31 +240,12 @@ std::string Describe() {
 
 // ---- What a person does ------------------------------------------------------------------------
 
-namespace {
-/// What a click on a button that destroys would destroy must lie in the scratch folder.
-bool IsHarmless(HWND control) {
-    const std::string name = NameOf(control);
-    if (name.rfind("cmdLargePurge", 0) == 0) // the drive is chosen later: see Choose
-        return std::getenv("NW_SMALL_DRIVE") != nullptr;
-    const std::string chosen = TextOf(Named(GetAncestor(control, GA_ROOT), "lblDirectory"));
-    return name != "cmdProcessFiles(1)" || chosen == "Not specified" || IsInScratch(chosen);
-}
-} // namespace
-
-void Click(HWND control) {
-    if (NameOf(control).rfind("cmd", 0) == 0 && GetAncestor(control, GA_ROOT) == mainWindow &&
-        !IsHarmless(control))
-        return Fail(NameOf(control) + " would touch what is not the test's own.");
-    // What was just done may still be on its way to enabling it.
-    if (WaitUntil([&] { return IsUsable(control); }))
-        PostMessageW(control, BM_CLICK, 0, 0);
-    else
-        Fail(NameOf(control) + " \"" + CaptionOf(control) + "\" cannot be clicked.");
-}
-
 void Click(HWND form, const std::string& name) {
-    if (HWND control = Named(form, name))
-        Click(control);
+    if (!IsHarmless(form, name))
+        return Fail(name + " would touch what is not the test's own.");
+    ExpectUsable(form, name); // what was just done may still be on its way to enabling it
+    if (HWND control = Named(form, name); IsUsable(control))
+        PostMessageW(control, BM_CLICK, 0, 0);
 }
 
 void Type(HWND edit, const std::string& text) {
@@ -321,41 +255,47 @@ void Type(HWND edit, const std::string& text) {
     Ask(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(Widen(text).c_str()));
 }
 
-void Choose(HWND comboOrList, const std::string& item) {
-    const char* drive = std::getenv("NW_SMALL_DRIVE");
-    if (NameOf(comboOrList) == "lstDrives" &&
-        (drive == nullptr || item.substr(0, 2) != std::string(drive).substr(0, 2)))
+void Choose(HWND form, const std::string& comboOrList, const std::string& item) {
+    const std::string drive = Environment(L"NW_SMALL_DRIVE");
+    if (comboOrList == "lstDrives" && (drive.empty() || item.substr(0, 2) != drive.substr(0, 2)))
         return Fail(item + " is not the drive that may be destroyed.");
-    const ListMessages messages = MessagesOf(comboOrList);
-    const std::wstring wide = Widen(item);
-    const LRESULT index = Ask(comboOrList, messages.Find, static_cast<WPARAM>(-1),
-                              reinterpret_cast<LPARAM>(wide.c_str()));
-    if (!IsUsable(comboOrList) || index < 0)
-        return Fail("\"" + item + "\" cannot be chosen in " + NameOf(comboOrList));
-    const bool isMultiple = !IsCombo(comboOrList) && (GetWindowLongW(comboOrList, GWL_STYLE) &
-                                                      (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0;
-    if (isMultiple)
-        Ask(comboOrList, LB_SETSEL, Ask(comboOrList, LB_GETSEL, static_cast<WPARAM>(index)) <= 0,
-            index);
+    ExpectUsable(form, comboOrList);
+    HWND list = Named(form, comboOrList);
+    const bool combo = ClassOf(list) == "ComboBox";
+    const auto index = static_cast<WPARAM>(Ask(list, combo ? CB_FINDSTRING : LB_FINDSTRING,
+                                               static_cast<WPARAM>(-1),
+                                               reinterpret_cast<LPARAM>(Widen(item).c_str())));
+    if (!IsUsable(list) || static_cast<LRESULT>(index) < 0)
+        return Fail("\"" + item + "\" cannot be chosen in " + comboOrList);
+    if (combo)
+        Ask(list, CB_SETCURSEL, index);
+    else if ((GetWindowLongW(list, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0)
+        Ask(list, LB_SETSEL, Ask(list, LB_GETSEL, index) <= 0, static_cast<LPARAM>(index));
     else
-        Ask(comboOrList, messages.Choose, static_cast<WPARAM>(index));
+        Ask(list, LB_SETCURSEL, index);
     // Choosing by message tells the parent nothing; choosing by hand does.
-    PostMessageW(GetParent(comboOrList), WM_COMMAND,
-                 MAKEWPARAM(GetDlgCtrlID(comboOrList), messages.Changed),
-                 reinterpret_cast<LPARAM>(comboOrList));
+    static_assert(CBN_SELCHANGE == LBN_SELCHANGE);
+    PostMessageW(GetParent(list), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(list), LBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
 }
 
-void PressKey(HWND form, WORD virtualKey, bool alt, bool shift) {
+void PressKey(HWND form, WORD virtualKey, WORD held) {
     SetForegroundWindow(form);
-    if (!WaitUntil([&] { return GetForegroundWindow() == form; }))
+    if (!WaitUntil([&] { return form != nullptr && GetForegroundWindow() == form; }))
         return Fail("\"" + TextOf(form) + "\" does not come to the front.");
-    std::vector<INPUT> keys = {KeyStroke(virtualKey, false), KeyStroke(virtualKey, true)};
-    for (const auto& [held, key] : {std::pair{shift, VK_SHIFT}, std::pair{alt, VK_MENU}})
-        if (held) {
-            keys.insert(keys.begin(), KeyStroke(static_cast<WORD>(key), false));
-            keys.push_back(KeyStroke(static_cast<WORD>(key), true));
-        }
-    SendInput(static_cast<UINT>(keys.size()), keys.data(), sizeof(INPUT));
+    std::vector<INPUT> strokes;
+    for (const auto& [key, flags] : {std::pair<WORD, DWORD>{held, 0},
+                                     {virtualKey, 0},
+                                     {virtualKey, KEYEVENTF_KEYUP},
+                                     {held, KEYEVENTF_KEYUP}}) {
+        INPUT stroke = {};
+        stroke.type = INPUT_KEYBOARD;
+        stroke.ki.wVk = key;
+        stroke.ki.dwFlags = flags;
+        if (key != 0)
+            strokes.push_back(stroke);
+    }
+    SendInput(static_cast<UINT>(strokes.size()), strokes.data(), sizeof(INPUT));
 }
 
 HWND Focused(HWND form) {
@@ -375,117 +315,25 @@ void CloseByCross(HWND form) {
 // ---- Boxes and dialogs -------------------------------------------------------------------------
 
 void AnswerBox(const std::string& title, const std::string& text, int button) {
-    constexpr int textNumber = 0xFFFF;
-    HWND box =
-        WaitForDialog(title, [](HWND window) { return GetDlgItem(window, textNumber) != nullptr; });
+    HWND box = WaitForDialog(title, TextField);
     if (box == nullptr)
         return;
     if (!text.empty()) {
-        EXPECT_EQ(text, TextOf(GetDlgItem(box, textNumber))) << title;
+        EXPECT_EQ(text, TextOf(TextField(box))) << title;
     }
     PressAndWait(box, button);
 }
 
 void AnswerDialog(const std::string& title, const std::string& path) {
-    HWND dialog = WaitForDialog(title, [](HWND window) { return PathField(window) != nullptr; });
+    HWND dialog = WaitForDialog(title, PathField);
     if (dialog == nullptr)
         return;
-    if (!path.empty() && !IsInScratch(path)) {
-        Fail(path + " is outside the scratch folder.");
-        PressAndWait(dialog, IDCANCEL);
-        return;
-    }
-    if (!path.empty())
+    const bool harmless = IsInScratch(path);
+    if (harmless)
         Ask(PathField(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(path).c_str()));
-    PressAndWait(dialog, path.empty() ? IDCANCEL : IDOK);
-}
-
-// ---- The scratch folder ------------------------------------------------------------------------
-
-namespace {
-std::filesystem::path InScratch(const std::string& name) {
-    return Widen(scratch + "\\" + name);
-}
-} // namespace
-
-bool IsInScratch(const std::string& path) {
-    return !scratch.empty() && path.rfind(scratch + "\\", 0) == 0 &&
-           path.find("..") == std::string::npos;
-}
-
-void Put(const std::string& name, const std::string& content) {
-    std::filesystem::create_directories(InScratch(name).parent_path());
-    std::ofstream(InScratch(name), std::ios::binary) << content;
-}
-
-bool Exists(const std::string& name) {
-    return std::filesystem::exists(InScratch(name));
-}
-
-std::string ContentOf(const std::string& name) {
-    std::ifstream file(InScratch(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-namespace {
-/// The folder with the setup that the user has saved: put aside while a test runs.
-std::filesystem::path SavedSetup(const std::wstring& suffix = {}) {
-    return Widen(Environment(L"APPDATA") + "\\Nullwright") + suffix;
-}
-
-/// False: the user's folder is still where the test would write, and no test may run.
-bool PutSavedSetupAside() {
-    std::error_code ignored;
-    if (std::filesystem::exists(SavedSetup(L".put-aside")))
-        std::filesystem::remove_all(SavedSetup(), ignored); // what a test that broke off has left
     else
-        std::filesystem::rename(SavedSetup(), SavedSetup(L".put-aside"), ignored);
-    return !std::filesystem::exists(SavedSetup());
-}
-
-void BringSavedSetupBack() {
-    std::error_code ignored;
-    std::filesystem::remove_all(SavedSetup(), ignored);
-    std::filesystem::rename(SavedSetup(L".put-aside"), SavedSetup(), ignored);
-}
-} // namespace
-
-void WindowTest::SetUp() {
-    const std::string folder = Environment(L"NW_TEST_FOLDER");
-    if (folder.empty() || GetFileAttributesW(Widen(folder).c_str()) == INVALID_FILE_ATTRIBUTES)
-        GTEST_SKIP() << "NW_TEST_FOLDER names no folder in which to work.";
-    scratch = folder + "\\nullwright-windows-" + std::to_string(GetCurrentProcessId());
-    std::error_code ignored;
-    std::filesystem::remove_all(Widen(scratch), ignored); // of an earlier process with this number
-    ASSERT_TRUE(CreateDirectoryW(Widen(scratch).c_str(), nullptr)) << scratch;
-    ASSERT_TRUE(PutSavedSetupAside());
-    isSetupAside = true;
-    main = StartProgram();
-    ASSERT_NE(nullptr, main);
-}
-
-void WindowTest::SpecifyData(int all) {
-    Click(main, "cmdSpecifyDirectory(0)");
-    AnswerDialog("Specify folder containing files to be purged", scratch + "\\data");
-    AnswerBox("Specify folder", "Do you wish to purge ALL files in " + scratch + "\\data\\?", all);
-    Expect(main, "lblFiles", all == IDYES ? "*.*" : "Not specified");
-}
-
-void WindowTest::ExpectReady() {
-    if (!WaitUntil([&] { return IsUsable(Named(main, "cmdQuit")); }))
-        Fail("The menu cannot be used again.");
-}
-
-void WindowTest::TearDown() {
-    KillProgram();
-    if (isSetupAside)
-        BringSavedSetupBack();
-    isSetupAside = false;
-    if (scratch.empty())
-        return;
-    std::error_code ignored;
-    std::filesystem::remove_all(Widen(scratch), ignored);
-    scratch.clear();
+        Fail(path + " is outside the scratch folder.");
+    PressAndWait(dialog, harmless ? IDOK : IDCANCEL);
 }
 
 } // namespace driver

@@ -1,17 +1,14 @@
 // Drives the real program through its real windows: finds windows and controls by caption or name,
 // clicks, types, reads, answers boxes and dialogs, and waits for conditions, never for a time.
 //
-// NW_PROGRAM is the program ("C:\Program Files\Nullwright\nullwright.exe" if not set);
-// NW_TEST_FOLDER an existing folder for scratch files. Nothing outside the scratch folder made
-// there is ever chosen in a dialog, and no drive but NW_SMALL_DRIVE ("T:\"), where that is set: all
-// else is refused here, whatever a test asks for.
+// Nothing outside the scratch folder is ever chosen in a dialog, and no drive but NW_SMALL_DRIVE
+// ("T:\"), where that is set: all else is refused here, whatever a test asks for.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
-#include <vector>
 #include <windows.h>
 
 namespace driver {
@@ -19,13 +16,15 @@ namespace driver {
 constexpr int patience = 15000; ///< milliseconds until a condition is given up
 
 /// Waits until the condition holds; false when it never did.
-bool WaitUntil(const std::function<bool()>& condition, int milliseconds = patience);
+bool WaitUntil(const std::function<bool()>& condition);
+
+/// The only folder whose files may be touched, without a trailing backslash.
+extern std::string scratch;
 
 // ---- The program -------------------------------------------------------------------------------
 
-/// Starts the program and waits for its main window.
+/// Starts the program (NW_PROGRAM) and waits for its main window.
 HWND StartProgram();
-bool IsRunning();
 /// Waits for the program to end of itself; −1 when it does not.
 int WaitForEnd();
 /// Ends the program by force if it still runs.
@@ -38,29 +37,27 @@ void KillProgram();
 HWND Window(const std::string& caption);
 /// A control by the name that it has in the code ("cmdQuit", "cmdLargePurge(1)"), visible or not.
 HWND Named(HWND form, const std::string& name);
+std::string NameOf(HWND control);
 std::string TextOf(HWND window);
-/// Text without the marks of mnemonics.
-std::string CaptionOf(HWND window);
 /// Visible and enabled, as are all windows around it.
 bool IsUsable(HWND control);
-/// Waits for a control to have this text, for a window to go.
-void Expect(HWND form, const std::string& name, const std::string& text);
-void ExpectGone(HWND form);
 bool IsChecked(HWND button);
-std::vector<std::string> ItemsOf(HWND comboOrList);
-std::string ChosenItem(HWND comboOrList);
+/// Waits for a control to have this text, for a control to be usable, for a window to go.
+void Expect(HWND form, const std::string& name, const std::string& text);
+void ExpectUsable(HWND form, const std::string& name);
+void ExpectGone(HWND form);
 /// All windows of the program with their texts, for failure messages.
 std::string Describe();
 
 // ---- What a person does. Each fails the test when a person could not do it. ---------------------
 
 /// Presses a button, check box or option button; does not wait for what comes of it.
-void Click(HWND control);
 void Click(HWND form, const std::string& name);
 void Type(HWND edit, const std::string& text);
-void Choose(HWND comboOrList, const std::string& item);
+/// Chooses the item that begins so; in a list of multiple choice lets it go if it was chosen.
+void Choose(HWND form, const std::string& comboOrList, const std::string& item);
 /// Key strokes into the window that has the focus, which is the form's or that of a child of it.
-void PressKey(HWND form, WORD virtualKey, bool alt = false, bool shift = false);
+void PressKey(HWND form, WORD virtualKey, WORD held = 0);
 /// The control with the focus, nullptr for none.
 HWND Focused(HWND form);
 /// The cross in the title bar.
@@ -71,28 +68,7 @@ void CloseByCross(HWND form);
 /// Waits for a message box with this title, checks its text (unless empty) and presses a button
 /// (IDOK, IDCANCEL, IDYES, IDNO). Returns when the box is gone.
 void AnswerBox(const std::string& title, const std::string& text, int button);
-/// Waits for a common dialog (open, save, folder), names the path in it and accepts; an empty path
-/// cancels.
+/// Waits for a common dialog (open, save, folder), names the path in it and accepts.
 void AnswerDialog(const std::string& title, const std::string& path);
-
-// ---- The scratch folder ------------------------------------------------------------------------
-
-/// The test's own folder, without a trailing backslash; made by the fixture.
-extern std::string scratch;
-bool IsInScratch(const std::string& path);
-void Put(const std::string& name, const std::string& content);
-bool Exists(const std::string& name);
-std::string ContentOf(const std::string& name);
-
-/// Starts the program with a fresh scratch folder; ends it, by force if need be.
-struct WindowTest : testing::Test {
-    void SetUp() override;
-    void TearDown() override;
-    /// Chooses the folder "data" in the scratch folder; IDYES: all files in it.
-    void SpecifyData(int all);
-    /// Waits until the menu can be used (again).
-    void ExpectReady();
-    HWND main = nullptr;
-};
 
 } // namespace driver

@@ -2,7 +2,6 @@
 #include "contract/ContractWorld.h"
 #include "engine/FileProc.h"
 #include "engine/FilePurge.h"
-#include "platform/System.h"
 
 #include <algorithm>
 
@@ -10,16 +9,11 @@ using namespace contract;
 
 namespace {
 
-constexpr std::size_t lengths[] = {0,    1,    20,   700,    4095,   4096,
-                                   4097, 8192, 9999, 262145, 300000, (5 << 19) + 3};
-
 struct Engine : Contract {
-    std::uint32_t reach = 0;
-    std::int16_t Purge(const std::string& path, std::int16_t type, std::int16_t passes,
-                       bool deleteAfter, bool slackOnly = false) {
+    std::int16_t Purge(const std::string& name, std::int16_t type, bool deleteAfter,
+                       bool slackOnly = false) {
         std::int16_t code = 99;
-        (void)PurgeFileWithChecks(path, type, passes, deleteAfter, true, true, slackOnly, 0, code,
-                                  &reach);
+        (void)PurgeFileWithChecks(In(name), type, 1, deleteAfter, true, true, slackOnly, 0, code);
         return code;
     }
     std::string PutMarked(const std::string& name, std::size_t length) {
@@ -27,83 +21,58 @@ struct Engine : Contract {
         while (text.size() < length)
             text += "secret ";
         text.resize(length);
-        platform::File file;
-        EXPECT_FALSE(Failed(OpenFile(In(name), platform::Access::Replace, file)));
-        EXPECT_FALSE(Failed(WriteBytes(file, text.data(), text.size())));
-        EXPECT_FALSE(Failed(CloseFile(file)));
+        EXPECT_EQ(Put(In(name), text), platform::Fault::None);
         return text;
-    }
-    std::string Whole(const std::string& name) {
-        std::string bytes(4 << 20, '\0');
-        std::size_t read = 0;
-        platform::File file;
-        EXPECT_FALSE(Failed(OpenFile(In(name), platform::Access::Read, file)));
-        EXPECT_FALSE(Failed(ReadBytes(file, bytes.data(), bytes.size(), read)));
-        EXPECT_FALSE(Failed(CloseFile(file)));
-        return bytes.substr(0, read);
     }
 };
 
 } // namespace
 
-TEST_F(Engine, KeptFilesHoldTheLastOverwriteInTheirOwnLength) {
+TEST_F(Engine, OverwritesWhatIsMeantInTheFilesOwnLength) {
     ASSERT_TRUE(PurgeLibraryReady());
-    for (const std::size_t length : lengths)
+    for (const std::size_t length :
+         {0, 1, 20, 700, 4095, 4096, 4097, 8192, 9999, 262145, 300000, (5 << 19) + 3})
         for (std::int16_t type = 0; type <= 2; ++type) {
             SCOPED_TRACE(std::to_string(length) + " bytes, type " + std::to_string(type));
-            PutMarked("a.bin", length);
-            EXPECT_EQ(0, Purge(In("a.bin"), type, 2, false));
-            EXPECT_EQ(0u, reach);
-            const std::string bytes = Whole("a.bin");
+            const std::string text = PutMarked("a.bin", length);
+            EXPECT_EQ(0, Purge("a.bin", type, true, true));
+            EXPECT_TRUE(text == Content(In("a.bin"))) << "only the slack is meant";
+            EXPECT_EQ(0, Purge("a.bin", type, false));
+            const std::string bytes = Content(In("a.bin"));
             ASSERT_EQ(length, bytes.size());
+            EXPECT_EQ(std::string::npos, bytes.find("secret"));
             if (type == 1) {
                 EXPECT_TRUE(bytes == std::string(length, '\xF5'));
-                continue;
-            }
-            EXPECT_EQ(std::string::npos, bytes.find("secret"));
-            if (length >= 4096) { // 16 of each value on average
+            } else if (length >= 4096) { // 16 of each value on average
                 EXPECT_LT(std::count(bytes.begin(), bytes.begin() + 4096, bytes[0]), 200);
             }
-            for (std::size_t at = 4096; at < length; at += 4096) // every cluster the same block
-                ASSERT_EQ(
-                    0, bytes.compare(at, 4096, bytes, 0, std::min<std::size_t>(4096, length - at)));
+            EXPECT_EQ(0, Purge("a.bin", type, true));
+            EXPECT_FALSE(platform::FileExists(In("a.bin")));
         }
-}
-
-TEST_F(Engine, DeletedWhateverProtectsThem) {
-    const std::uint32_t bits[] = {0, platform::AttributeReadOnly, platform::AttributeHidden,
-                                  platform::AttributeSystem, 7};
-    for (const std::uint32_t attributes : bits) {
-        const std::string name = "\xC3\xBC\xE6\xBC\xA2 " + std::string(200, 'n') + ".txt";
-        PutMarked(name, 5000);
-        ASSERT_FALSE(Failed(platform::WriteAttributes(In(name), attributes | 0x20)));
-        EXPECT_EQ(0, Purge(In(name), 0, 1, true)) << attributes;
-        EXPECT_FALSE(platform::FileExists(In(name)));
-    }
-    EXPECT_EQ(-2, Purge(In("none"), 0, 1, true));
-}
-
-TEST_F(Engine, SlackOnlyChangesNothingInTheFile) {
-    for (const std::size_t length : lengths)
-        for (std::int16_t type = 0; type <= 2; ++type) {
-            const std::string text = PutMarked("a.bin", length);
-            EXPECT_EQ(0, Purge(In("a.bin"), type, 1, true, true));
-            EXPECT_TRUE(text == Whole("a.bin")) << length;
-        }
-    // Beyond 4 GiB; the file is sparse here, which makes it cheap.
+    // Slack beyond 4 GiB; the file is sparse here, which makes it cheap.
     PutMarked("big.bin", 10);
     const std::int64_t length = (5LL << 30) + 5;
     ASSERT_EQ(0, ChangeFileSize(In("big.bin"), length));
-    EXPECT_EQ(0, Purge(In("big.bin"), 1, 1, false, true));
+    EXPECT_EQ(0, Purge("big.bin", 1, false, true));
     EXPECT_EQ(length, GetFileLength(In("big.bin")));
 }
 
-TEST_F(Engine, RefusedBeforeAByteIsWritten) {
+TEST_F(Engine, DeletesWhateverProtectsAFile) {
+    const std::string name = "\xC3\xBC\xE6\xBC\xA2 " + std::string(200, 'n') + ".txt";
+    for (const std::uint32_t attributes : {0, 1, 2, 4, 7}) { // read-only, hidden, system
+        PutMarked(name, 5000);
+        ASSERT_FALSE(Failed(platform::WriteAttributes(In(name), attributes | 0x20)));
+        EXPECT_EQ(0, Purge(name, 0, true)) << attributes;
+        EXPECT_FALSE(platform::FileExists(In(name)));
+    }
+}
+
+TEST_F(Engine, RefusesBeforeAByteIsWritten) {
+    EXPECT_EQ(-2, Purge("none", 0, true));
     const std::string text = PutMarked("a.bin", 6000);
     ASSERT_TRUE(HoldFile(In("a.bin")));
-    EXPECT_EQ(-2, Purge(In("a.bin"), 0, 1, true));
+    EXPECT_EQ(-2, Purge("a.bin", 0, true));
     LetGoOfFile();
-    EXPECT_TRUE(text == Whole("a.bin"));
-    EXPECT_EQ(-8, Purge(In("a.bin"), 3, 1, true));
-    EXPECT_TRUE(text == Whole("a.bin"));
+    EXPECT_EQ(-8, Purge("a.bin", 3, true));
+    EXPECT_TRUE(text == Content(In("a.bin")));
 }

@@ -3,12 +3,7 @@
 #include "platform/Drives.h"
 #include "support/MainWindow.h"
 
-#include <cstdlib>
-
-/// The drive's own, unless the environment variable NW_CLUSTER_SIZE says otherwise.
 std::int32_t GetClusterSize(const std::string& strDriveLetter) {
-    if (const char* chosen = std::getenv("NW_CLUSTER_SIZE"))
-        return std::atoi(chosen);
     platform::ClusterFacts facts;
     if (Failed(platform::ReadClusterFacts(strDriveLetter + ":\\", facts)))
         return 4096;

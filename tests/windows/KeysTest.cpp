@@ -1,60 +1,73 @@
 // The keyboard: the tab order, the keys of dialogs, and F10, which must be seen whichever control
 // has the focus.
-#include "windows/Driver.h"
+#include "windows/WindowTest.h"
 
-#include <set>
+#include <algorithm>
 
 using namespace driver;
 
 struct KeysTest : WindowTest {
     /// Waits until the control with this name has the focus.
-    static bool HasFocus(HWND form, const std::string& name) {
+    static void ExpectFocus(HWND form, const std::string& name) {
         HWND control = Named(form, name);
-        return WaitUntil([&] { return Focused(form) == control; });
+        EXPECT_TRUE(WaitUntil([&] { return Focused(form) == control; })) << name << Describe();
+    }
+    /// Presses a key that moves the focus, and waits until it has; gives its name.
+    static std::string MoveFocus(HWND form, WORD key) {
+        HWND before = Focused(form);
+        PressKey(form, key);
+        EXPECT_TRUE(WaitUntil([&] { return Focused(form) != before; })) << NameOf(before);
+        return NameOf(Focused(form));
     }
 };
 
 TEST_F(KeysTest, TabGoesRoundAllButtons) {
-    std::set<std::string> reached;
-    EXPECT_TRUE(HasFocus(main, "cmdSpecifyDirectory(0)"));
-    HWND first = Focused(main), now = first;
-    do {
-        reached.insert(CaptionOf(now));
-        HWND before = now;
-        PressKey(main, VK_TAB);
-        ASSERT_TRUE(WaitUntil([&] { return (now = Focused(main)) != before; }))
-            << CaptionOf(before);
-    } while (now != first && reached.size() < 40);
-    PressKey(main, VK_TAB, false, true);
-    EXPECT_TRUE(HasFocus(main, "cmdSingleFile"));
-    for (const char* caption :
-         {"Single file", "Specify folder", "Specify files", "Subfolders?", "Clear", "Type of purge",
-          "Confirm files?", "List files, estimate time", "Purge files", "Purge folders", "Report",
-          "Test purge speed", "Purge free space", "Purge disk", "Setup", "Help", "Quit"})
-        EXPECT_EQ(1u, reached.count(caption)) << caption;
+    const std::vector<std::string> order = {"cmdSpecifyFiles",
+                                            "cmdSubdirectories",
+                                            "cmdClear",
+                                            "cmdTypeOfPurge",
+                                            "cmdConfirmFiles",
+                                            "cmdProcessFiles(0)",
+                                            "cmdProcessFiles(1)",
+                                            "cmdSpecifyDirectory(1)",
+                                            "cmdReportScreen",
+                                            "cmdLargePurge(0)",
+                                            "cmdLargePurge(2)",
+                                            "cmdLargePurge(1)",
+                                            "cmdSetup",
+                                            "cmdHelp",
+                                            "cmdQuit"};
+    ExpectFocus(main, "cmdSpecifyDirectory(0)");
+    for (const std::string& name : order)
+        EXPECT_EQ(name, MoveFocus(main, VK_TAB));
+    while (MoveFocus(main, VK_TAB).rfind("lbl", 0) == 0 && !HasFailure()) // the links
+        ;
+    ExpectFocus(main, "cmdSingleFile");
+    PressKey(main, VK_TAB);
+    ExpectFocus(main, "cmdSpecifyDirectory(0)");
+    PressKey(main, VK_TAB, VK_SHIFT);
+    ExpectFocus(main, "cmdSingleFile");
 }
 
 TEST_F(KeysTest, AltLetterEnterAndEscape) {
-    PressKey(main, 'Y', true);
+    PressKey(main, 'Y', VK_MENU);
     HWND dialog = Window("What type of purge should be used?");
-    ASSERT_NE(nullptr, dialog);
-    EXPECT_TRUE(HasFocus(dialog, "cmdAccept"));
+    ExpectFocus(dialog, "cmdAccept");
     EXPECT_FALSE(IsUsable(Named(main, "cmdQuit")));
     PressKey(dialog, VK_ESCAPE);
     ExpectGone(dialog);
     // The focus is where it was before the dialog.
-    EXPECT_TRUE(HasFocus(main, "cmdTypeOfPurge"));
+    ExpectFocus(main, "cmdTypeOfPurge");
     PressKey(main, VK_SPACE);
-    ASSERT_TRUE(WaitUntil([&] { return IsWindowVisible(dialog); }));
+    ExpectUsable(dialog, "cmdAccept");
     // The letter of a label leads to the list behind it, whichever list is shown.
-    PressKey(dialog, 'N', true);
-    EXPECT_TRUE(HasFocus(dialog, "cboNumberOfPasses(0)"));
-    PressKey(dialog, '2', true);
-    EXPECT_TRUE(HasFocus(dialog, "cmdAccept"));
-    PressKey(dialog, 'N', true);
-    EXPECT_TRUE(HasFocus(dialog, "cboNumberOfPasses(1)"));
-    PressKey(dialog, '1', true);
-    EXPECT_TRUE(HasFocus(dialog, "cmdAccept"));
+    for (const auto& [key, focus] : {std::pair<WORD, const char*>{'N', "cboNumberOfPasses(0)"},
+                                     {'2', "cmdAccept"},
+                                     {'N', "cboNumberOfPasses(1)"},
+                                     {'1', "cmdAccept"}}) {
+        PressKey(dialog, key, VK_MENU);
+        ExpectFocus(dialog, focus);
+    }
     PressKey(dialog, VK_RETURN);
     AnswerBox("Nullwright",
               "In the type of purge specified each file will be overwritten 6 times.\r\n"
@@ -72,36 +85,25 @@ struct F10Test : KeysTest, testing::WithParamInterface<const char*> {};
 TEST_P(F10Test, IsSeen) {
     Put("tree\\one\\a.txt", "a");
     Put("tree\\two\\b.txt", "b");
-    const std::string title = "Purge folders";
-    Click(main, "cmdSpecifyDirectory(1)");
-    AnswerBox(title, "", IDYES);
-    AnswerDialog("Specify folder containing subfolders to be purged", scratch + "\\tree");
-    HWND chooser = Window("Select subfolders of " + scratch + "\\tree\\ to be purged.");
-    ASSERT_NE(nullptr, chooser);
+    HWND chooser = OpenSubfolders("tree");
     const std::string place = GetParam();
-    for (int i = 0; place != "box" && i < 6 && Focused(chooser) != Named(chooser, place); ++i) {
-        HWND previous = Focused(chooser);
-        PressKey(chooser, VK_TAB);
-        WaitUntil([&] { return Focused(chooser) != previous; });
-    }
     const auto pressF10 = [](HWND form) {
-        HWND before = Focused(form);
         PressKey(form, VK_F10);
-        PressKey(form, VK_TAB); // once this has been seen, F10 has
-        EXPECT_TRUE(WaitUntil([&] { return Focused(form) != before; }));
+        MoveFocus(form, VK_TAB); // once this has been seen, F10 has
     };
     if (place != "box") {
-        ASSERT_TRUE(HasFocus(chooser, place));
+        for (int i = 0; i < 6 && NameOf(Focused(chooser)) != place; ++i)
+            MoveFocus(chooser, VK_TAB);
+        ExpectFocus(chooser, place);
         pressF10(chooser);
     }
     Click(chooser, "cmdChooseAll");
     Click(chooser, "cmdOK");
     if (place == "box")
-        pressF10(Window(title));
-    AnswerBox(title, "", IDOK);
+        pressF10(Window("Purge folders"));
+    AnswerBox("Purge folders", "", IDOK);
     Expect(main, "lblLargePurgeMessage", "Purge of folders was stopped.");
-    EXPECT_EQ("a", ContentOf("tree\\one\\a.txt"));
-    EXPECT_EQ("b", ContentOf("tree\\two\\b.txt"));
+    EXPECT_EQ("ab", ContentOf("tree\\one\\a.txt") + ContentOf("tree\\two\\b.txt"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Focus, F10Test,

@@ -1,7 +1,7 @@
 // The contract's world on Windows, or on Wine.
 #include "contract/ContractWorld.h"
 
-#include "platform/win32/Wide.h"
+#include "windows/Environment.h"
 
 #include <windows.h>
 
@@ -10,12 +10,6 @@ namespace {
 
 std::string scratch;
 HANDLE held = INVALID_HANDLE_VALUE;
-
-std::string Environment(const wchar_t* name) {
-    wchar_t value[1024];
-    const DWORD length = GetEnvironmentVariableW(name, value, 1024);
-    return length > 0 && length < 1024 ? platform::Narrow({value, length}) : std::string();
-}
 
 /// On Wine: a file's name on the host, in quotes; "" elsewhere.
 std::wstring HostName(const std::wstring& path) {
