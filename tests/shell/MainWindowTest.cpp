@@ -54,7 +54,7 @@ TEST_F(ShellTest, StartsWithTheSetupOfTheLastRun) {
               Labels());
     // A link to a folder is no subfolder, and what the label denies must not happen.
     fake::TakeAway("C:\\data\\sub");
-    fake::PutFolderLink("C:\\data\\link", "C:\\Users");
+    fake::PutFolder("C:\\data\\link").LinkTarget = "C:\\Users";
     UpdateSubdirectoriesLabels();
     EXPECT_EQ("C:\\data\\|Not specified||No|(The folder has no subfolders.)", Choice());
     EXPECT_FALSE(blnSubdirectories);
@@ -106,10 +106,10 @@ TEST_F(MainWindow, SaysWhatASpecificationMeans) {
 TEST_F(MainWindow, QuitsButNotInTheGuardedSecond) {
     StartQuitGuard();
     fake::Click(f.cmdQuit);
-    fake::FireTimers(900);
+    ui::Wait(900);
     fake::CloseForm(f);
     EXPECT_FALSE(user.Ended);
-    fake::FireTimers(200);
+    ui::Wait(200);
     fake::Click(f.cmdQuit);
     EXPECT_TRUE(user.Ended);
     EXPECT_EQ("", fake::JournalText()) << "nothing is saved on quit";
@@ -120,17 +120,22 @@ TEST_F(MainWindow, ClosingItWhileAnOperationRunsAsksForAStop) {
     fake::CloseForm(f);
     EXPECT_TRUE(user.Ended) << "an open setup panel is no operation";
     user.Ended = false;
-    fake::PressEscape(f);
+    user.AnswerOthers = [this](const fake::BoxSeen&) {
+        EXPECT_EQ("", f.HoldsShutdown()) << "nor is the loading of one";
+        return ui::AnswerOK;
+    };
+    user.Dialog("Specify operation file to be loaded", "C:\\gone.nws");
+    fake::Click(f.cmdLoadSetup);
 
     ui::SetFocus(f.cmdProcessFiles[1]);
-    EnableMenu(false);
+    EnableMain(false);
     EXPECT_FALSE(fake::CanReach(f.cmdQuit));
     EXPECT_FALSE(fake::CanReach(f.lblOnlineDocumentation)) << "a stray Enter opens no browser";
     fake::CloseForm(f);
     EXPECT_FALSE(user.Ended);
     EXPECT_TRUE(blnStop);
     user.Focus = nullptr;
-    EnableMenu(true);
+    EnableMain(true);
     EXPECT_EQ(&f.cmdProcessFiles[1], user.Focus);
     EXPECT_TRUE(fake::CanReach(f.lblOnlineDocumentation));
 }
@@ -153,7 +158,7 @@ TEST_F(MainWindow, HelpAndLinks) {
     EXPECT_EQ((std::vector<std::string>{strManual, "https://maker/", "https://maker/",
                                         "https://manual/"}),
               fake::linksOpened);
-    fake::FailNth(1, platform::Fault::NotFound, fake::Call::OpenLink);
+    fake::FailNth(1, platform::Fault::NotFound, "OpenLink");
     user.BoxLike("Error", "Cannot open https://maker/.\r\n");
     fake::Click(f.lblCV_URL);
 }

@@ -134,6 +134,8 @@ TEST_F(ProcessCommands, QuestionsByKind) {
           slack);
     EXPECT_EQ("Yes, purge these files", options.cmdDoPurge.Caption);
     Specify("*.doc");
+    Purge("the file C:\\docs\\*.doc ", "this file.)", ui::AnswerNo);
+    EXPECT_EQ("Yes, purge this file", options.cmdDoPurge.Caption);
     fake::Click(f.cmdSubdirectories);
     Purge("the 2 files C:\\docs\\*.doc\r\nand all files of the form \"*.doc\" in all subfolders",
           "these two files.", ui::AnswerNo);
@@ -212,7 +214,7 @@ TEST_F(ProcessCommands, CountingIsShownAndCanBeInterrupted) {
     fake::Click(f.cmdSubdirectories);
     Specify("*.txt");
     std::string message;
-    fake::OnCall(fake::Call::Enumerate, [&](const std::string&) {
+    fake::OnCall("EnumerateFolder", [&](const std::string&) {
         if (message.empty()) {
             message = f.lblLargePurgeMessage.Caption;
             fake::PressF10();
@@ -243,7 +245,7 @@ TEST_F(ProcessCommands, AnyCallMayFail) {
         fake::PutFile("C:\\docs\\a.txt", "aaaa");
         fake::PutFile("C:\\docs\\sub\\b.txt", "bbbb");
         fake::PutFile("C:\\other\\c.txt", "cccc");
-        fake::PutFolderLink("C:\\docs\\link", "C:\\other");
+        fake::PutFolder("C:\\docs\\link").LinkTarget = "C:\\other";
         StartProgram();
         user.AnswerOthers = [](const fake::BoxSeen& box) {
             return box.Buttons == ui::Buttons::OK ? ui::AnswerOK : ui::AnswerYes;

@@ -36,13 +36,13 @@ struct SetupPanel : StartedShell {
     }
     /// A text: of the box that complains.
     void Load(const std::string& text = "", const std::string& title = "Error") {
-        user.OpenFile("Specify operation file to be loaded", strOperation);
+        user.Dialog("Specify operation file to be loaded", strOperation);
         if (!text.empty())
             user.Box(title, text, fake::Warns);
         Press(f.cmdLoadSetup);
     }
     void SaveAs(const std::string& path, const fake::Action& boxes = {}) {
-        user.SaveFile("Specify operation file to be saved", path);
+        user.Dialog("Specify operation file to be saved", path);
         if (boxes)
             boxes();
         Press(f.cmdSaveSetupAsOperationFile);
@@ -83,7 +83,7 @@ TEST_F(SetupPanel, LoadsAnOperationFile) {
                   strOperation,
               SetupLabels());
     EXPECT_EQ(1, frmPurgeConfirmation.chkDoNotDeletePurgedFiles.Value);
-    user.OpenFile("Specify operation file to be loaded", ""); // cancelled: nothing changes
+    user.Dialog("Specify operation file to be loaded", ""); // cancelled: nothing changes
     Press(f.cmdLoadSetup);
     EXPECT_EQ(strOtherSetup, SetupText());
 }
@@ -136,10 +136,10 @@ TEST_F(SetupPanel, SavesForTheNextRunAndFindsItThere) {
 }
 
 TEST_F(SetupPanel, SaysThatItCouldNotSave) {
-    fake::FailNth(1, platform::Fault::AccessDenied, fake::Call::MakeFolder);
+    fake::FailNth(1, platform::Fault::AccessDenied, "MakeFolder");
     user.Box("Error", "Cannot save setup!", fake::Warns);
     Press(f.cmdSaveSetupForNextRun);
-    fake::FailNth(1, platform::Fault::DiskFull, fake::Call::Write);
+    fake::FailNth(1, platform::Fault::DiskFull, "WriteBytes");
     SaveAs(strOperation, [] {
         user.Box("Error", "Cannot save setup in operation file " + strOperation + "!", fake::Warns);
     });
@@ -151,6 +151,8 @@ TEST_F(SetupPanel, SavesAnOperationFileAndAsksBeforeItReplacesOne) {
     EXPECT_TRUE(fake::FilesBelow("C:\\ops").empty());
     SaveAs("C:\\ops\\weekly"); // the extension is added
     EXPECT_EQ(SetupText(), fake::ContentOf(strOperation));
+    SaveAs("C:\\ops\\plan 1.5");
+    EXPECT_EQ(SetupText(), fake::ContentOf("C:\\ops\\plan 1.5.nws"));
     blnConfirmFiles = true;
     const std::string strOld = fake::ContentOf(strOperation);
     for (const int intAnswer : {ui::AnswerNo, ui::AnswerCancel, ui::AnswerYes}) {

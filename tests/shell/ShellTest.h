@@ -49,7 +49,7 @@ struct CommandsTest : StartedShell {
     }
     /// `purgeAll` answers the question that is asked where the folder holds files.
     void ChooseFolder(const std::string& folder, std::optional<int> purgeAll = {}) {
-        fake::user.Folder("Specify folder containing files to be purged", folder);
+        fake::user.Dialog("Specify folder containing files to be purged", folder);
         if (purgeAll)
             fake::user.Box("Specify folder", "Do you wish to purge ALL files in " + folder + "\\?",
                            *purgeAll, fake::AsksYesNo);
@@ -67,11 +67,11 @@ struct CommandsTest : StartedShell {
         fake::Click(f.cmdSpecifyFiles);
     }
     void ChooseSingleFile(const std::string& path, const std::string& complaint = "") {
-        fake::user.OpenFile("Specify file to be purged.", path);
+        fake::user.Dialog("Specify file to be purged.", path);
         if (!complaint.empty())
             fake::user.Box("Single file", complaint, fake::Warns);
         fake::Click(f.cmdSingleFile);
-        fake::FireTimers(1100);
+        ui::Wait(1100);
     }
     /// A command that does nothing but complain.
     static void ClickWarned(ui::Button& command, const std::string& title,

@@ -1,4 +1,5 @@
 // Choosing what is to be purged: files, folders, subfolders, by dialogs, dropped, or given.
+#include "settings/frmTypeOfPurge.h"
 #include "shell/PurgeCommands.h"
 #include "shell/Session.h"
 #include "shell/ShellTest.h"
@@ -17,14 +18,14 @@ TEST_F(SpecifyCommands, SingleFile) {
     EXPECT_EQ(before, Labels());
     EXPECT_FALSE(f.blnQuitGuard);
 
-    user.OpenFile("Specify file to be purged.", "C:\\docs\\a.txt");
+    user.Dialog("Specify file to be purged.", "C:\\docs\\a.txt");
     fake::Click(f.cmdSingleFile);
     fake::Click(f.cmdSingleFile); // within the guarded second nothing happens
     fake::Click(f.cmdSpecifyFiles);
     EXPECT_EQ("C:\\docs\\|a.txt||No|(Do not operate on files in lower subfolders.)", Choice());
     EXPECT_FALSE(blnMultipleFiles);
     EXPECT_EQ("", f.lblPurgeSpeed.Caption + f.lblEstimatedTime.Caption);
-    fake::FireTimers(1100);
+    ui::Wait(1100);
 
     fake::AddDrive('A', 1 << 20);
     fake::PutFile("A:\\f.txt", "small");
@@ -32,17 +33,29 @@ TEST_F(SpecifyCommands, SingleFile) {
     ChooseSingleFile("A:\\f.txt");
     EXPECT_EQ("0.250 MB/sec. (1 overwrite) for Drive A (floppy drive).", f.lblPurgeSpeed.Caption);
     EXPECT_EQ("Less than a minute.", f.lblEstimatedTime.Caption);
+    fake::PutBigFile("A:\\f.txt", 600 << 10);
+    sngPurgeSpeeds[0] = 0.05F;
+    user.Modal(frmTypeOfPurge, [] {
+        fake::Choose(frmTypeOfPurge.cboNumberOfPasses[0], "9");
+        fake::Click(frmTypeOfPurge.cmdCancel); // the number of passes stays
+    });
+    fake::Click(f.cmdTypeOfPurge);
+    EXPECT_EQ("1 minute and 47 seconds", f.lblEstimatedTime.Caption);
+
     ChooseSingleFile("\\\\server\\share\\x",
                      "\\\\server\\share\\x is not on a drive with a letter.\r\n"
                      "Nullwright works only on drives that have a letter, not on network shares\r\n"
                      "or other places.");
+    fake::PutFile("C:\\docs\\link.txt").LinkTarget = "C:\\docs\\a.txt";
+    ChooseSingleFile("C:\\docs\\link.txt", "C:\\docs\\link.txt is a link to a file elsewhere.\r\n"
+                                           "Links are not followed: choose the file itself.");
     EXPECT_EQ("A:\\", strDirPath);
 }
 
 TEST_F(SpecifyCommands, SpecifyFolder) {
     PutFiles("C:\\docs", 1);
     fake::PutFolder("C:\\empty");
-    fake::PutFolderLink("C:\\linked\\link", "C:\\docs");
+    fake::PutFolder("C:\\linked\\link").LinkTarget = "C:\\docs";
     fake::PutFile("C:\\linked\\hidden.txt", "x", platform::AttributeHidden);
     ChooseFolder("C:\\docs", ui::AnswerYes);
     const std::string chosen = "C:\\docs\\|*.*|(All files.)|No|(The folder has no subfolders.)";
@@ -56,7 +69,7 @@ TEST_F(SpecifyCommands, SpecifyFolder) {
     EXPECT_EQ("C:\\linked\\|Not specified||No|(The folder has no subfolders.)", Choice());
     ChooseFolder("C:\\empty");
     EXPECT_EQ("C:\\empty\\|Not specified||No|(The folder has no subfolders.)", Choice());
-    user.Folder("Specify folder containing files to be purged", "C:\\gone");
+    user.Dialog("Specify folder containing files to be purged", "C:\\gone");
     ClickWarned(f.cmdSpecifyDirectory[0], "Error", "Cannot access the folder.");
 }
 
