@@ -8,7 +8,7 @@
 void BeginReportProgress();
 /// Looks at the clock, and shows the progress anew several times a second.
 void RefreshReportProgress();
-/// The time of a pause does not count.
+/// The time of a pause, and of a question to the user, does not count.
 void PauseReportProgress(bool blnPaused);
 /// A file was dealt with. The bytes of one that was not purged are no work any more, neither done
 /// nor to be done.

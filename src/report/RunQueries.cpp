@@ -3,21 +3,31 @@
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"
 #include "report/frmReport.h"
+#include "report/ReportProgress.h"
 #include "report/ReportText.h"
 #include "report/Walks.h"
 #include "shell/Session.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
+#include <functional>
+
 namespace {
 
-// A dialog over the report window, which shows all that was written so far.
-void ShowOverReport(ui::Form& form, int right, int below) {
+// A question to the user, over the report window with all that was written so far. The time that
+// he takes for the answer is none of the run's.
+void Ask(const std::function<void()>& question) {
     MovePendingText();
+    PauseReportProgress(true);
+    question();
+    PauseReportProgress(false);
+}
+
+void ShowOverReport(ui::Form& form, int right, int below) {
     form.Left = frmReport.Left + right;
     form.Top = frmReport.Top + below;
     ui::KeepOnScreen(form);
-    ui::ShowModal(form);
+    Ask([&] { ui::ShowModal(form); });
 }
 
 } // namespace
@@ -27,13 +37,16 @@ int AskSensitiveExtension(const std::string& strPath) {
     const char first = extension.empty() ? ' ' : extension.front();
     // "an" before e, i and o only, not before a and u: deliberately so.
     const bool blnAn = first == 'e' || first == 'i' || first == 'o';
-    MovePendingText();
-    return ui::MsgBox(strPath + "\r\n\r\nYou have requested to purge a file with a" +
-                          (blnAn ? "n" : "") + " \"" + extension +
-                          "\" extension.\r\nDo you wish to allow all files with this "
-                          "extension to be purged?\r\n"
-                          "(Permission lasts only during the course of this operation.)",
-                      ui::Buttons::YesNoCancel, ui::Icon::Question, "Purge query", 2);
+    int answer = ui::AnswerCancel;
+    Ask([&] {
+        answer = ui::MsgBox(strPath + "\r\n\r\nYou have requested to purge a file with a" +
+                                (blnAn ? "n" : "") + " \"" + extension +
+                                "\" extension.\r\nDo you wish to allow all files with this "
+                                "extension to be purged?\r\n"
+                                "(Permission lasts only during the course of this operation.)",
+                            ui::Buttons::YesNoCancel, ui::Icon::Question, "Purge query", 2);
+    });
+    return answer;
 }
 
 bool GivePurgeAdvice(const std::string& strPath) {
@@ -54,9 +67,8 @@ bool GivePurgeAdvice(const std::string& strPath) {
 bool ConfirmFile(const std::string& strPath) {
     if (!blnConfirmFiles || blnPurgeRemainingFiles)
         return true;
-    MovePendingText();
     frmConfirmFiles.blnFileConfirmed = false;
     frmConfirmFiles.lblFile.Caption = strPath;
-    ui::ShowModal(frmConfirmFiles);
+    Ask([] { ui::ShowModal(frmConfirmFiles); });
     return frmConfirmFiles.blnFileConfirmed;
 }

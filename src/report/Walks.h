@@ -1,4 +1,5 @@
-// The two walks over a folder tree, and what they share while a run lasts.
+// What the batch driver is made of: the two walks over a folder tree, what a purge run asks, does
+// and writes about one file, and the summary.
 #pragma once
 
 #include <cstdint>

@@ -47,7 +47,7 @@ void LoadPurgeWarningForm() {
     f.Name = "frmPurgeWarning";
     f.Caption = "Purge advice";
     f.Width = 6600;
-    f.Height = 3900; // the text with a path of 260 characters
+    f.Height = 4140; // the text with a path of 260 characters
     f.Position = ui::StartPosition::Manual;
     f.Activate = frmPurgeWarning_Activate;
     f.Close = cmdStopPurge_Click; // closing it is no consent to the purge
@@ -58,8 +58,8 @@ void LoadPurgeWarningForm() {
                   {&f.cmdStopPurge, "Cancel purge operation", 'C', cmdStopPurge_Click}});
     f.cmdOK.Default = f.cmdStopPurge.Cancel = true;
 
-    ui::Bind(f, {{&f.cmdOK, "cmdOK", 120, 3405, 1500, 375},
-                 {&f.cmdStopPurge, "cmdStopPurge", 1740, 3405, 2700, 375},
-                 {&f.chkDontShowAgain, "chkDontShowAgain", 120, 2940, 6360, 300},
-                 {&f.lblMessage, "lblMessage", 120, 120, 6360, 2700}});
+    ui::Bind(f, {{&f.cmdOK, "cmdOK", 120, 3645, 1500, 375},
+                 {&f.cmdStopPurge, "cmdStopPurge", 1740, 3645, 2700, 375},
+                 {&f.chkDontShowAgain, "chkDontShowAgain", 120, 3180, 6360, 300},
+                 {&f.lblMessage, "lblMessage", 120, 120, 6360, 2940}});
 }

@@ -272,9 +272,14 @@ Number of files purged: 3
 Sum of sizes of files purged: 3 bytes
 )");
     fake::PutFile("C:\\d\\b.txt");
-    user.Modal(frmConfirmFiles, [] { fake::Click(frmConfirmFiles.cmdStopPurge); });
-    EXPECT_EQ(Middle(Purge()), "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n\nNumber of files "
-                               "purged: 0\n\nPurge operation was stopped.\n");
+    user.Modal(frmConfirmFiles, [] {
+        fake::Advance(60000); // the user's time, not the run's
+        fake::Click(frmConfirmFiles.cmdStopPurge);
+    });
+    EXPECT_EQ(Middle(Purge(), "once", "12:01:00"),
+              "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n\nNumber of files "
+              "purged: 0\n\nPurge operation was stopped.\n");
+    EXPECT_EQ(frmReport.lblProgress.Caption, "1 file in 0s.");
     EXPECT_EQ(frmReport.lblPausedDone.Caption, "Stopped");
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
 }
