@@ -69,7 +69,7 @@ void ShowProgress() {
                                         FilesText(frmReport.lngNumFilesExpected) + ".  "
                                   : FilesText(lngFilesDone) + ".  ";
     text += "Elapsed: " + TimeOf(elapsed) + ".";
-    // While the user is asked about each file the pace is the user's, and nothing follows from it.
+    // While the user is asked about each file, nobody knows how many of them will be purged.
     const bool blnAsking = blnConfirmFiles && !blnPurgeRemainingFiles;
     if (share > 0 && share < 1 && elapsed >= lngBeforeRemaining && !blnAsking) {
         const double remaining = elapsed * (1 - share) / share;

@@ -3,7 +3,6 @@
 
 #include "ui/Controls.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
