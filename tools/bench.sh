@@ -10,14 +10,7 @@ trap stop_everything EXIT
 virtual_display
 make_prefix
 warm_wine
-place=$WINEPREFIX/drive_c/bench
-mkdir -p "$place"
-cp -f build/windows/bench/*.exe build/windows/bench/*.dll "$place/"
-# What a run that was broken off has left.
-rm -rf "$WINEPREFIX/drive_c/nullwright-bench"
 
 say "$(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -1), $(nproc) processors, Linux $(uname -r)," \
-    "$(stat -f -c %T "$place"), $(wine --version), load $(cut -d ' ' -f 1 /proc/loadavg)"
-status=0
-wine 'C:\bench\nullwright_bench.exe' "$@" < /dev/null 2>&1 | tr -d '\r' || status=$?
-exit $status
+    "$(stat -f -c %T "$WINEPREFIX"), $(wine --version), load $(cut -d ' ' -f 1 /proc/loadavg)"
+bench nullwright_bench "$@"

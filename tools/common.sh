@@ -1,4 +1,4 @@
-# Sourced by ./run and ./test: packages, builds, a Wine prefix of our own, a display, cleaning up.
+# Sourced by ./run, ./test and the benches: packages, builds, a Wine prefix of our own, a display, cleaning up.
 # shellcheck shell=bash
 
 set -euo pipefail
@@ -149,6 +149,17 @@ warm_wine() {
 install_product() {
     mkdir -p "$product"
     cp -f build/windows/product/* "$product/"
+}
+
+# bench NAME ARGUMENT ...: runs one of the built benches.
+bench() {
+    local place=$WINEPREFIX/drive_c/bench name=$1
+    shift
+    mkdir -p "$place"
+    # What a run that was broken off has left.
+    rm -rf "$WINEPREFIX/drive_c/nullwright-bench" "$place/nullwright_listbench"
+    cp -f "build/windows/bench/$name.exe" build/windows/bench/nwaux6.dll "$place/"
+    wine "C:\\bench\\$name.exe" "$@" < /dev/null 2>&1 | tr -d '\r'
 }
 
 # screenshot NAME: the whole virtual screen, as build/screenshots/NAME.png.

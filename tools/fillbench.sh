@@ -18,11 +18,8 @@ virtual_display
 make_prefix
 ln -sfn "$mountpoint" "$WINEPREFIX/dosdevices/x:"
 warm_wine
-place=$WINEPREFIX/drive_c/bench
-mkdir -p "$place"
-cp -f build/windows/bench/nullwright_fillbench.exe build/windows/bench/nwaux6.dll "$place/"
 status=0
-wine 'C:\bench\nullwright_fillbench.exe' X "$rounds" < /dev/null 2>&1 | tr -d '\r' || status=$?
+bench nullwright_fillbench X "$rounds" || status=$?
 wineserver -k -w || true
 rm -f "$WINEPREFIX/dosdevices/x:"
 umount "$mountpoint" && rm -f "$image"

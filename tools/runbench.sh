@@ -10,11 +10,4 @@ trap stop_everything EXIT
 virtual_display
 make_prefix
 warm_wine
-place=$WINEPREFIX/drive_c/bench
-mkdir -p "$place"
-cp -f build/windows/bench/nullwright_listbench.exe build/windows/bench/nwaux6.dll "$place/"
-# What a run that was broken off has left.
-rm -rf "$place/nullwright_listbench"
-status=0
-wine 'C:\bench\nullwright_listbench.exe' 'C:\bench' "$@" < /dev/null 2>&1 | tr -d '\r' || status=$?
-exit $status
+bench nullwright_listbench 'C:\bench' "$@"

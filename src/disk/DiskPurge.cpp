@@ -74,7 +74,7 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
                                        : GroupedDigits(loop.lngTotal) + " files are being purged.");
         Message("To interrupt this operation upon completion of the current file purge,\r\n"
                 "press the F10 key twice and wait for the 'Cancel?' query.");
-        BeginRunProgress();
+        BeginRunProgress([&loop] { return ShareDone(loop); });
         blnFinished = WalkDisk(loop, state);
         EndRunProgress();
     }

@@ -60,6 +60,7 @@ std::int16_t PurgeOneFile(FileLoop& loop, const std::string& strPath) {
     std::int16_t intResult = 0;
     std::uint32_t lngReach = 0;
     for (std::int16_t intPass = 1; intPass <= intPasses && intResult == 0; ++intPass) {
+        loop.intPassesOver = intPass - 1;
         ShowFile(loop, intPass, strPath);
         (void)PurgeFileWithChecks(strPath, GetPurgeType(), 1, intPass == intPasses, true, true,
                                   false, 0, intResult, &lngReach);
@@ -86,8 +87,8 @@ bool VisitFile(FileLoop& loop, const std::string& strPath) {
     else {
         intResult = PurgeOneFile(loop, strPath);
         ++loop.lngDone;
-        if (loop.lngTotal > 0)
-            ShowRunProgress(static_cast<double>(loop.lngDone) / static_cast<double>(loop.lngTotal));
+        loop.intPassesOver = 0;
+        ShowRunProgress();
     }
     ui::DoEvents();
     if (blnStop && !GoOn(loop, strPath + "\r\n"))
@@ -129,6 +130,13 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
         if (!WalkFiles(loop, strPath + strName, true))
             return false;
     return true;
+}
+
+double ShareDone(const FileLoop& loop) {
+    const double dblFileInHand = (loop.intPassesOver + PurgeShareDone()) / GetNumberOfPasses();
+    return loop.lngTotal > 0 ? (static_cast<double>(loop.lngDone) + dblFileInHand) /
+                                   static_cast<double>(loop.lngTotal)
+                             : 0;
 }
 
 void EndCounting(FileLoop& loop) {

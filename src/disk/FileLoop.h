@@ -16,6 +16,7 @@ struct FileLoop {
     std::int64_t lngPartly = 0; ///< purged, but writing in place does not reach all of their data
     std::int64_t lngUnreadFolders = 0; ///< folders that could not be listed
     std::int64_t lngDone = 0;          ///< files the loop is through with
+    int intPassesOver = 0;             ///< of the file in hand
     bool blnBegun = false;             ///< a folder was looked at
 };
 
@@ -23,6 +24,8 @@ struct FileLoop {
 /// purged through; files in the program's own folder, "pagefile.sys" and *.swp are passed over.
 /// False when the user ended the loop: blnStop is left set then.
 bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders);
+/// How much of the purging is done, 0 to 1, by the number of files.
+double ShareDone(const FileLoop& loop);
 /// Ends counting; what comes next is purging.
 void EndCounting(FileLoop& loop);
 /// Ends the loop: clears blnStop unless the user stopped the loop.

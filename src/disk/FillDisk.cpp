@@ -271,6 +271,14 @@ void WriteFiles(FillWork& work) {
     }
 }
 
+double BytesWritten() {
+    return FillDisk.dblBytesInFinishedFiles + static_cast<double>(FillDisk.lngBytesInCurrentFile);
+}
+
+double BytesToWrite() {
+    return std::max(FillDisk.dblFreeSpaceAtStart, 1.0);
+}
+
 std::string StatusText(char chrDrive) {
     std::string strText = intNumDummyFiles == 1
                               ? std::string("One dummy file is being written ")
@@ -332,7 +340,8 @@ void WriteDummyFiles() {
         EndWithFault(work);
         return;
     }
-    BeginRunProgress();
+    if (!blnTest)
+        BeginRunProgress([] { return BytesWritten() / BytesToWrite(); });
     WriteFiles(work);
     EndRunProgress();
 }
@@ -340,14 +349,12 @@ void WriteDummyFiles() {
 void ShowDummyFileProgress() {
     if (FillDisk.intTestQuantity > 0)
         return;
-    const double dblWritten =
-        FillDisk.dblBytesInFinishedFiles + static_cast<double>(FillDisk.lngBytesInCurrentFile);
-    const double dblStart = std::max(FillDisk.dblFreeSpaceAtStart, 1.0);
+    const double dblWritten = BytesWritten();
     // Space that others gave back meanwhile is filled too: never less than nothing to be written.
     const double dblToWrite = std::max(FillDisk.dblFreeSpaceAtStart - dblWritten, 0.0);
     SetMainLine(MainLine::Status, "Written: " + ByteSizeTextUpToMB(dblWritten, 0) + " (" +
-                                      FormatNumber(dblWritten * 100 / dblStart, 0) +
+                                      FormatNumber(dblWritten * 100 / BytesToWrite(), 0) +
                                       "%)   To be written: " + ByteSizeTextUpToMB(dblToWrite, 0));
-    ShowRunProgress(dblWritten / dblStart);
+    ShowRunProgress();
     RepaintMain();
 }

@@ -89,9 +89,12 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     const std::int16_t intNumberOfPasses = GetNumberOfPasses();
     std::vector<DummyFile> files;
     ListDummyFilesInOrder(lngCluster, files);
-    if (blnInteractive)
-        BeginRunProgress();
     std::int64_t lngDone = 0;
+    if (blnInteractive)
+        BeginRunProgress([&] {
+            return (static_cast<double>(lngDone) + PurgeShareDone()) /
+                   static_cast<double>(files.size());
+        });
     for (const DummyFile& file : files) {
         const std::string strPath =
             DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, file.lngNumber);
@@ -106,7 +109,8 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
                 break;
             continue;
         }
-        ShowRunProgress(static_cast<double>(++lngDone) / static_cast<double>(files.size()));
+        ++lngDone;
+        ShowRunProgress();
         if ((blnStop || intResult < 0) &&
             !GoOnWithNextFile(intResult, strPath, lngNumDummyFiles - FillDisk.lngFilesPurged))
             break;

@@ -70,8 +70,7 @@ std::string MakeDummyFolder(const std::string& strDriveRoot, const std::string& 
                                        platform::Access::CreateNew, marker)))
             return strFolder;
         // Without its marker the folder would not be known as ours after a crash.
-        if (Failed(platform::RemoveFolder(strFolder)))
-            (void)platform::RemoveFolder(strFolder);
+        (void)platform::RemoveFolder(strFolder);
         return {};
     }
     return {};

@@ -7,6 +7,9 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
+
+ui::Timer tmrRunProgress;
 
 namespace {
 
@@ -14,25 +17,32 @@ namespace {
 constexpr double dblSecondsBeforeEstimate = 3;
 constexpr double dblFractionBeforeEstimate = 0.005;
 
+std::function<double()> shareOfRun; ///< none while nothing runs
 std::uint64_t lngStarted = 0;
 std::int64_t lngSecondShown = 0;
 
 } // namespace
 
-void BeginRunProgress() {
+void BeginRunProgress(std::function<double()> shareDone) {
+    shareOfRun = std::move(shareDone);
+    tmrRunProgress.Interval = 500;
+    tmrRunProgress.Tick = ShowRunProgress;
+    tmrRunProgress.Enabled = true;
     lngStarted = platform::TickCount();
     lngSecondShown = 0;
     SetMainLine(MainLine::EstimatedTime, "");
     ShowMainProgress(0);
 }
 
-void ShowRunProgress(double dblFraction) {
-    const double dblShare = std::clamp(dblFraction, 0.0, 1.0);
+void ShowRunProgress() {
+    if (!shareOfRun)
+        return;
     const double dblElapsed = static_cast<double>(platform::TickCount() - lngStarted) / 1000;
     const auto lngSecond = static_cast<std::int64_t>(dblElapsed);
     if (lngSecond == lngSecondShown)
         return;
     lngSecondShown = lngSecond;
+    const double dblShare = std::clamp(shareOfRun(), 0.0, 1.0);
     std::string strText = "Elapsed: " + SecondsText(lngSecond, false) + ".";
     if (dblElapsed >= dblSecondsBeforeEstimate && dblShare >= dblFractionBeforeEstimate)
         strText += "  Remaining: about " +
@@ -42,6 +52,8 @@ void ShowRunProgress(double dblFraction) {
 }
 
 void EndRunProgress() {
+    shareOfRun = nullptr;
+    tmrRunProgress.Enabled = false;
     SetMainLine(MainLine::EstimatedTime, "");
     ShowMainProgress(-1);
 }

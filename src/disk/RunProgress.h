@@ -2,8 +2,16 @@
 // share done on the taskbar button.
 #pragma once
 
-void BeginRunProgress();
-/// The share that is done, 0 to 1. The time line changes at most once a second.
-void ShowRunProgress(double dblFraction);
+#include "ui/Controls.h"
+
+#include <functional>
+
+/// Shows the time that passes while one file is at work. Belongs to the main window.
+extern ui::Timer tmrRunProgress;
+
+/// shareDone tells the share that is done, 0 to 1; it is asked until EndRunProgress.
+void BeginRunProgress(std::function<double()> shareDone);
+/// Brings the time line and the share up to date, at most once a second.
+void ShowRunProgress();
 /// Takes line and share away.
 void EndRunProgress();

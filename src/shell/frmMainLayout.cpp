@@ -1,5 +1,6 @@
 // The main window's look: places, captions, colours; and the binding of all its handlers.
 #include "disk/DriveCommands.h"
+#include "disk/RunProgress.h"
 #include "report/frmReport.h"
 #include "shell/frmMain.h"
 #include "shell/MainHandlers.h"
@@ -240,7 +241,7 @@ void BindHandlers() {
 
     f.Clock2.Interval = 1000;
     f.Clock2.Tick = Clock2_Tick;
-    f.Timers = {&f.Clock2};
+    f.Timers = {&f.Clock2, &tmrRunProgress};
     f.Close = cmdQuit_Click;
     f.HoldsShutdown = ShutdownObjection;
     f.FilesDropped = FilesDroppedOnMain;

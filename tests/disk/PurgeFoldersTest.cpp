@@ -60,6 +60,18 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     EXPECT_EQ("", frmMain.lblSubdirectories2.Caption);
 }
 
+TEST_F(PurgeFoldersTest, ShowsHowFarALargeFileIs) {
+    fake::drives['D'].BytesPerSecond = 1 << 20;
+    fake::PutBigFile("D:\\big\\a\\f", 8 << 20);
+    Choose("D:\\big\\", {"a"});
+    Summary("One folder will be purged:a ");
+    user.During(
+        [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 5s."; },
+        [] {});
+    Click();
+    EXPECT_EQ("", frmMain.lblEstimatedTime.Caption);
+}
+
 TEST_F(PurgeFoldersTest, EndsWhereTheUserSaysSo) {
     user.Box(strTitle, strFirst, ui::AnswerNo);
     Click();

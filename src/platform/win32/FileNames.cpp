@@ -1,8 +1,8 @@
 // What is asked and done by a file's name: attributes, facts, streams, deletion, renaming.
 #include "platform/Files.h"
 
+#include "platform/win32/FindData.h"
 #include "platform/win32/LastFault.h"
-#include "platform/win32/Reparse.h"
 #include "platform/win32/Wide.h"
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Which reparse points are links.
+// What Windows tells with a name: its length, and whether it is a link.
 #pragma once
 
 #include <windows.h>
