@@ -89,6 +89,8 @@ TEST_F(ReportTest, F10InTheConfirmationThenToTheEnd) {
     Click(main, "cmdConfirmFiles");
     StartPurge();
     HWND confirmation = Window("Confirm purging of this file");
+    // Enter pressed too early must not purge anything.
+    EXPECT_TRUE(WaitUntil([&] { return Focused(confirmation) == Named(confirmation, "cmdNo"); }));
     PressKey(confirmation, VK_F10);
     Click(confirmation, "cmdNo");
     HWND report = Window("Purge files");
