@@ -46,6 +46,22 @@ struct Demo : WindowTest {
         ExpectGone(report);
         return text;
     }
+    /// Of the drive that holds the prepared folder.
+    void MeasureSpeed() {
+        Click(main, "cmdLargePurge(0)");
+        AnswerBox("Test purge speed", "", IDYES);
+        const DWORD drives = GetLogicalDrives();
+        if ((drives & (drives - 1)) != 0) { // one alone is not asked for
+            HWND chooser = Window("Test purge speed on which drive?");
+            Choose(chooser, "lstDrives", scratch.substr(0, 2));
+            Click(chooser, "cmdOK");
+        }
+        AnswerBox("Test purge speed", "", IDOK);
+        ExpectUsable(main, "cmdQuit");
+        const std::string speed = TextOf(Named(main, "lblPurgeSpeed"));
+        EXPECT_TRUE(speed.ends_with(" MB/sec. (1 overwrite) for Drive C.")) << speed;
+        std::cout << "---- Test purge speed ----\n" << speed << "\n" << std::flush;
+    }
     void List(int displayNames) {
         Click(main, "cmdProcessFiles(0)");
         AnswerBox("List files", "Display folder names?", displayNames);
@@ -106,10 +122,12 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
     const std::string listing =
         Report("List files", "6-listing", "Number of files *.txt: " + files + "\r\n");
     EXPECT_EQ(std::stoi(files), CountOccurrences(listing, " bytes)"));
+    EXPECT_TRUE(listing.ends_with("For an estimate of the purge time test the purge speed for "
+                                  "Drive C\r\nthen relist the files."));
+    MeasureSpeed();
     List(IDNO);
     Report("Estimate purge time", "7-estimate",
-           "For an estimate of the purge time test the purge speed for Drive C\r\n"
-           "then relist the files.");
+           "Purge type: alternate bit patterns once\r\nEstimated purge time: ");
     Purge({"chkOKToPurgeReadOnlyFiles", "chkDeleteEmptyFolders"}, "8-options");
     Picture("9-question", Window("Purge files"));
     AnswerBox("Purge files",

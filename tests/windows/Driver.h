@@ -2,7 +2,8 @@
 // clicks, types, reads, answers boxes and dialogs, and waits for conditions, never for a time.
 //
 // Nothing outside the scratch folder is ever chosen in a dialog, and no drive but NW_SMALL_DRIVE
-// ("T:\"), where that is set: all else is refused here, whatever a test asks for.
+// ("T:\"), where that is set, and to measure its speed that of the scratch folder: all else is
+// refused here, whatever a test asks for.
 #pragma once
 
 #include <gtest/gtest.h>
