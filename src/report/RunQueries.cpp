@@ -68,7 +68,7 @@ bool ConfirmFile(const std::string& strPath) {
     if (!blnConfirmFiles || blnPurgeRemainingFiles)
         return true;
     frmConfirmFiles.blnFileConfirmed = false;
-    frmConfirmFiles.lblFile.Caption = strPath;
+    SetFileToConfirm(strPath);
     Ask([] { ui::ShowModal(frmConfirmFiles); });
     return frmConfirmFiles.blnFileConfirmed;
 }

@@ -4,6 +4,8 @@
 #include "shell/Session.h"
 #include "ui/Interface.h"
 
+#include <algorithm>
+
 FrmConfirmFiles frmConfirmFiles;
 
 namespace {
@@ -32,6 +34,21 @@ void cmdStopPurge_Click() {
     Answer(false);
 }
 
+/// The window grows with the path, which is shown as a whole: nobody should have to agree to the
+/// end of a file whose name is cut short.
+void LayOut() {
+    FrmConfirmFiles& f = frmConfirmFiles;
+    constexpr int intCharactersInLine = 60, intLineHeight = 225, intMaxLines = 20;
+    const int intLines =
+        static_cast<int>(f.lblFile.Caption.size() / intCharactersInLine) + 1; // on the safe side
+    f.lblFile.Height = std::clamp(intLines, 2, intMaxLines) * intLineHeight;
+    const int intTop = f.lblFile.Top + f.lblFile.Height + 210;
+    for (ui::Button* button : {&f.cmdYes, &f.cmdNo, &f.cmdStopPurge})
+        button->Top = intTop;
+    f.cmdYesAndDontShowAgain.Top = intTop + 495;
+    f.Height = intTop + 990;
+}
+
 } // namespace
 
 void LoadConfirmFilesForm() {
@@ -39,7 +56,6 @@ void LoadConfirmFilesForm() {
     f.Name = "frmConfirmFiles";
     f.Caption = "Confirm purging of this file";
     f.Width = 7200;
-    f.Height = 1920;
     // Neither closing it nor Enter pressed too early is a consent to the purge.
     f.Close = cmdNo_Click;
     f.Activate = [] { ui::SetFocus(frmConfirmFiles.cmdNo); };
@@ -51,12 +67,17 @@ void LoadConfirmFilesForm() {
                    "Purge this file and all subsequent files (don't show this again).", 'P',
                    cmdYesAndDontShowAgain_Click},
                   {&f.cmdStopPurge, "Stop this purge", 'S', cmdStopPurge_Click}});
-    f.lblFile.Ellipsis = true;
     f.cmdNo.Default = f.cmdNo.Cancel = true;
 
-    ui::Bind(f, {{&f.lblFile, "lblFile", 120, 180, 6960, 540},
-                 {&f.cmdYes, "cmdYes", 120, 840, 1500, 375},
-                 {&f.cmdNo, "cmdNo", 1740, 840, 1500, 375},
-                 {&f.cmdStopPurge, "cmdStopPurge", 5280, 840, 1800, 375},
-                 {&f.cmdYesAndDontShowAgain, "cmdYesAndDontShowAgain", 120, 1425, 6960, 375}});
+    ui::Bind(f, {{&f.lblFile, "lblFile", 120, 180, 6960, 0},
+                 {&f.cmdYes, "cmdYes", 120, 0, 1500, 375},
+                 {&f.cmdNo, "cmdNo", 1740, 0, 1500, 375},
+                 {&f.cmdStopPurge, "cmdStopPurge", 5280, 0, 1800, 375},
+                 {&f.cmdYesAndDontShowAgain, "cmdYesAndDontShowAgain", 120, 0, 6960, 375}});
+    LayOut();
+}
+
+void SetFileToConfirm(const std::string& strPath) {
+    frmConfirmFiles.lblFile.Caption = strPath;
+    LayOut();
 }

@@ -3,6 +3,8 @@
 
 #include "ui/Controls.h"
 
+#include <string>
+
 struct FrmConfirmFiles : ui::Form {
     ui::Label lblFile;
     ui::Button cmdYes, cmdNo, cmdYesAndDontShowAgain, cmdStopPurge;
@@ -12,3 +14,5 @@ struct FrmConfirmFiles : ui::Form {
 extern FrmConfirmFiles frmConfirmFiles;
 
 void LoadConfirmFilesForm();
+/// What the form asks about at its next showing.
+void SetFileToConfirm(const std::string& strPath);

@@ -58,8 +58,8 @@ void LoadPurgeWarningForm() {
                   {&f.cmdStopPurge, "Cancel purge operation", 'C', cmdStopPurge_Click}});
     f.cmdOK.Default = f.cmdStopPurge.Cancel = true;
 
-    ui::Bind(f, {{&f.cmdOK, "cmdOK", 120, 3645, 1500, 375},
-                 {&f.cmdStopPurge, "cmdStopPurge", 1740, 3645, 2700, 375},
-                 {&f.chkDontShowAgain, "chkDontShowAgain", 120, 3180, 6360, 300},
-                 {&f.lblMessage, "lblMessage", 120, 120, 6360, 2940}});
+    ui::Bind(f, {{&f.cmdOK, "cmdOK", 2160, 3405, 1500, 375},
+                 {&f.cmdStopPurge, "cmdStopPurge", 3780, 3405, 2700, 375},
+                 {&f.chkDontShowAgain, "chkDontShowAgain", 120, 2940, 6360, 300},
+                 {&f.lblMessage, "lblMessage", 120, 120, 6360, 2700}});
 }
