@@ -64,6 +64,18 @@ ui::TextBox* BoxOf(std::size_t kind) {
     }
 }
 
+/// The focus goes to the box of a choice, its text selected so that typing replaces it; where there
+/// is no box, to the choice itself.
+void FocusOn(std::size_t kind) {
+    if (ui::TextBox* box = BoxOf(kind)) {
+        box->SelStart = 0;
+        box->SelLength = box->Text.size();
+        ui::SetFocus(*box);
+    } else {
+        ui::SetFocus(frm.optSpecification[kind]);
+    }
+}
+
 /// The name as typed; a whole path of a file in the folder gives its name.
 std::string TypedName() {
     const std::string text = Trimmed(frm.txbSingleFile.Text);
@@ -168,8 +180,7 @@ void PutIntoFields(const std::string& filespec) {
 
 void optSpecification_Click() {
     ShowMatches();
-    if (ui::TextBox* box = BoxOf(ChosenKind()))
-        ui::SetFocus(*box);
+    FocusOn(ChosenKind());
 }
 
 /// Who types into a box means the choice that the box belongs to.
@@ -198,8 +209,7 @@ void cmdOK_Click() {
     const std::string filespec = SpecificationInFields(complaint);
     if (!complaint.empty()) {
         ui::Complain(complaint);
-        if (ui::TextBox* box = BoxOf(ChosenKind()))
-            ui::SetFocus(*box);
+        FocusOn(ChosenKind());
         return;
     }
     frm.strResult = filespec;
@@ -213,10 +223,7 @@ void cmdCancel_Click() {
 
 void Form_Activate() {
     ShowMatches();
-    if (ui::TextBox* box = BoxOf(ChosenKind()))
-        ui::SetFocus(*box);
-    else
-        ui::SetFocus(frm.optSpecification[ChosenKind()]);
+    FocusOn(ChosenKind());
 }
 
 } // namespace

@@ -130,12 +130,12 @@ void LoadSubfoldersForm() {
     frm.Width = 7200;
     frm.Height = 5400;
 
-    ui::PutWords(
-        {{&frm.lblMessage, "Click on the subfolders to choose them; click again to let one go."},
-         {&frm.cmdChooseAll, "All", 'A', [] { ChooseAll(true); }},
-         {&frm.cmdChooseNone, "None", 'N', [] { ChooseAll(false); }},
-         {&frm.cmdOK, "OK", 0, cmdOK_Click},
-         {&frm.cmdCancel, "Cancel", 0, cmdCancel_Click}});
+    ui::PutWords({{&frm.lblMessage,
+                   "Click on a subfolder, or press the space bar, to choose it or to let it go."},
+                  {&frm.cmdChooseAll, "All", 'A', [] { ChooseAll(true); }},
+                  {&frm.cmdChooseNone, "None", 'N', [] { ChooseAll(false); }},
+                  {&frm.cmdOK, "OK", 0, cmdOK_Click},
+                  {&frm.cmdCancel, "Cancel", 0, cmdCancel_Click}});
     frm.cmdOK.Default = frm.cmdCancel.Cancel = true;
     frm.lstSubfolders.MultiSelect = true;
     frm.Clock1.Interval = 15;
