@@ -141,7 +141,7 @@ void LayOut() {
     f.Name = "frmPurgeConfirmation";
     f.Caption = "Purge options";
     f.Width = 7260;
-    f.Height = 5190;
+    f.Height = 5250;
     ui::PutInto(f.fraClusterSize, {&f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem});
     constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
     ui::Bind(

@@ -92,7 +92,7 @@ void LayOut() {
     f.Name = "frmTypeOfPurge";
     f.Caption = "What type of purge should be used?";
     f.Width = 7740;
-    f.Height = 4800;
+    f.Height = 4920;
     constexpr int intTextLeft = 480, intTextWidth = 7020;
     ui::Bind(f, {{&f.optPurgeType[0], "optPurgeType(0)", 240, 180, 7260, 300},
                  {&f.lblPurgeType[0], "lblPurgeType(0)", intTextLeft, 480, intTextWidth, 270},
