@@ -22,12 +22,16 @@ COLORREF LinkColour(COLORREF back) {
     return Brightness(back) >= 128 ? RGB(0, 84, 166) : GetSysColor(COLOR_BTNTEXT);
 }
 
-void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
-    const auto& label = static_cast<const Label&>(*native.Which);
-    const bool coloured = BackColorOf(label) && !native.Caption.empty();
-    const HBRUSH brush = CreateSolidBrush(coloured ? *BackColorOf(label) : BackgroundBehind(label));
+void Fill(HDC context, const RECT& box, COLORREF colour) {
+    const HBRUSH brush = CreateSolidBrush(colour);
     FillRect(context, &box, brush);
     DeleteObject(brush);
+}
+
+void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
+    const auto& label = static_cast<const Label&>(*native.Which);
+    Fill(context, box, BackgroundBehind(label));
+    const bool coloured = BackColorOf(label).has_value();
     const std::wstring text = WindowCaption(label);
     if (text.empty())
         return;
@@ -47,8 +51,8 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
     else if (SendMessageW(native.Window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL)
         format |= DT_HIDEPREFIX;
     RECT place = box;
+    const int margin = ToPixels(60, FormOfWindow(native.Window)->Scale);
     if (coloured) { // the text must not touch the edge of its colour
-        const int margin = ToPixels(60, FormOfWindow(native.Window)->Scale);
         place.left += margin;
         place.right -= margin;
     }
@@ -59,6 +63,9 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
         // With its last backslash the name of the folder itself would be cut out.
         if (needed.right > place.right && text.back() == L'\\')
             --length;
+        // Some systems take the shortened path for a little narrower than it is.
+        if (needed.right > place.right)
+            place.right -= margin;
         format |= DT_SINGLELINE | DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
     } else {
         format |= DT_WORDBREAK;
@@ -66,8 +73,11 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
         if (needed.right > place.right) // one word alone is too long for the line: a path, say
             format |= DT_EDITCONTROL;
     }
-    if (coloured)
+    if (coloured) {
+        Fill(context, {box.left, box.top, std::min(needed.right + margin, box.right), box.bottom},
+             *BackColorOf(label));
         place.top += std::max(0L, (place.bottom - needed.bottom) / 2);
+    }
     DrawTextW(context, text.c_str(), length, &place, format);
     SelectObject(context, old);
     if (label.Link && ::GetFocus() == native.Window) {
