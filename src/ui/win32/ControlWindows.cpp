@@ -106,10 +106,16 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             PostMessageW(GetParent(window), WM_COMMAND,
                          MAKEWPARAM(GetDlgCtrlID(window), LBN_SELCHANGE),
                          reinterpret_cast<LPARAM>(window));
+        // Text can be selected by keys as well.
+        if (control.Kind == ControlKind::TextBox && Usable(control))
+            Run(static_cast<TextBox&>(control).MouseUp);
         break;
     case WM_GETDLGCODE:
         if (link)
             return DLGC_BUTTON;
+        // Tab would select a long text as a whole, and lose the place in it.
+        if (control.Kind == ControlKind::TextBox && static_cast<const TextBox&>(control).MultiLine)
+            return DefSubclassProc(window, message, wParam, lParam) & ~DLGC_HASSETSEL;
         break;
     case WM_SETCURSOR:
         if (link) {

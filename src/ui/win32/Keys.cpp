@@ -91,6 +91,13 @@ bool HandleKeyDown(NativeForm& form, const MSG& message) {
         return !listOpen && HandleEscape(form, repeated);
     case VK_UP:
     case VK_DOWN:
+        // An arrow key in a closed list would be a choice already, and each one of the way to the
+        // item that is meant. In the open list the choice is made by Enter.
+        if (focused && focused->Kind == ControlKind::ComboBox && !listOpen) {
+            SendMessageW(NativeOf(*focused)->Window, CB_SHOWDROPDOWN, TRUE, 0);
+            return true;
+        }
+        [[fallthrough]];
     case VK_LEFT:
     case VK_RIGHT:
         return HandleArrow(form, focused, message.wParam);
