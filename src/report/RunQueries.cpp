@@ -59,7 +59,7 @@ bool GivePurgeAdvice(const std::string& strPath) {
     }
     if (purgeRun.blnNoMonitoring)
         return true;
-    frmPurgeWarning.strFilePath = strPath;
+    SetFileOfAdvice(strPath);
     ShowOverReport(frmPurgeWarning, 1200, 1200);
     return !blnStopPurge;
 }

@@ -3,6 +3,8 @@
 #include "shell/Session.h"
 #include "ui/Interface.h"
 
+#include <algorithm>
+
 FrmPurgeWarning frmPurgeWarning;
 
 namespace {
@@ -40,6 +42,20 @@ void cmdStopPurge_Click() {
     ui::Hide(frmPurgeWarning);
 }
 
+/// The window grows with the path that stands in its text.
+void LayOut() {
+    FrmPurgeWarning& f = frmPurgeWarning;
+    constexpr int intCharactersBesidePath = 250, intCharactersInLine = 58, intLineHeight = 225;
+    constexpr int intLinesBelow = 3, intMaxLines = 30;
+    const int intLines =
+        (static_cast<int>(f.strFilePath.size()) + intCharactersBesidePath) / intCharactersInLine +
+        1 + intLinesBelow; // on the safe side
+    f.lblMessage.Height = std::min(intLines, intMaxLines) * intLineHeight;
+    f.chkDontShowAgain.Top = f.lblMessage.Top + f.lblMessage.Height + 120;
+    f.cmdOK.Top = f.cmdStopPurge.Top = f.chkDontShowAgain.Top + 465;
+    f.Height = f.cmdOK.Top + 495;
+}
+
 } // namespace
 
 void LoadPurgeWarningForm() {
@@ -47,7 +63,6 @@ void LoadPurgeWarningForm() {
     f.Name = "frmPurgeWarning";
     f.Caption = "Purge advice";
     f.Width = 6600;
-    f.Height = 4140; // the text with a path of 260 characters
     f.Position = ui::StartPosition::Manual;
     f.Activate = frmPurgeWarning_Activate;
     f.Close = cmdStopPurge_Click; // closing it is no consent to the purge
@@ -58,8 +73,14 @@ void LoadPurgeWarningForm() {
                   {&f.cmdStopPurge, "Cancel purge operation", 'C', cmdStopPurge_Click}});
     f.cmdOK.Default = f.cmdStopPurge.Cancel = true;
 
-    ui::Bind(f, {{&f.cmdOK, "cmdOK", 2160, 3405, 1500, 375},
-                 {&f.cmdStopPurge, "cmdStopPurge", 3780, 3405, 2700, 375},
-                 {&f.chkDontShowAgain, "chkDontShowAgain", 120, 2940, 6360, 300},
-                 {&f.lblMessage, "lblMessage", 120, 120, 6360, 2700}});
+    ui::Bind(f, {{&f.cmdOK, "cmdOK", 2160, 0, 1500, 375},
+                 {&f.cmdStopPurge, "cmdStopPurge", 3780, 0, 2700, 375},
+                 {&f.chkDontShowAgain, "chkDontShowAgain", 120, 0, 6360, 300},
+                 {&f.lblMessage, "lblMessage", 120, 120, 6360, 0}});
+    LayOut();
+}
+
+void SetFileOfAdvice(const std::string& strPath) {
+    frmPurgeWarning.strFilePath = strPath;
+    LayOut();
 }

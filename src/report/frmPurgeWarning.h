@@ -10,8 +10,10 @@ struct FrmPurgeWarning : ui::Form {
     ui::CheckBox chkDontShowAgain;
     ui::Button cmdOK, cmdStopPurge;
 
-    std::string strFilePath; ///< set before it is shown
+    std::string strFilePath;
 };
 extern FrmPurgeWarning frmPurgeWarning;
 
 void LoadPurgeWarningForm();
+/// The file that its next showing is about.
+void SetFileOfAdvice(const std::string& strPath);
