@@ -129,6 +129,7 @@ void CloseRun() {
     f.blnRunning = false;
     f.lngNumFilesExpected = 0;
     f.dblBytesExpected = 0;
+    LayOutReport();
     ui::Repaint(f);
 }
 

@@ -77,7 +77,10 @@ void ShowProgress() {
             text += "  Remaining: about " + TimeOf(remaining + 999) + ".";
     }
     frmReport.lblProgress.Caption = text;
-    frmReport.barProgress.Visible = share >= 0;
+    if (frmReport.barProgress.Visible != (share >= 0)) {
+        frmReport.barProgress.Visible = share >= 0;
+        LayOutReport();
+    }
     frmReport.barProgress.Fraction = std::max(share, 0.0);
     ui::ShowTaskbarProgress(frmReport, share, blnInPause);
 }

@@ -21,8 +21,9 @@ constexpr int intCloseWidth = 1200;
 constexpr int intCopyWidth = 2115;         // "Copy to clipboard"
 constexpr int intCopySelectedWidth = 3200; // "Copy selected text to clipboard"
 
-// Places everything by the window's size; the text gets what the two rows below it leave.
-void LayOut() {
+} // namespace
+
+void LayOutReport() {
     FrmReport& f = frmReport;
     const int buttonTop = f.Height - intMargin - intButtonHeight;
     const int rowTop = buttonTop - intMargin - intRowHeight;
@@ -33,7 +34,11 @@ void LayOut() {
     f.lblDots.Top = rowTop;
     f.barProgress.Top = rowTop;
     f.lblProgress.Top = rowTop;
-    f.lblProgress.Left = 2 * intMargin + (WritesDots() ? f.lblDots.Width : f.barProgress.Width);
+    f.lblProgress.Left = intMargin;
+    if (WritesDots())
+        f.lblProgress.Left += f.lblDots.Width + intMargin;
+    else if (f.barProgress.Visible)
+        f.lblProgress.Left += f.barProgress.Width + intMargin;
     f.lblProgress.Width = f.Width - intMargin - f.lblProgress.Left;
 
     for (ui::Button* button : {&f.cmdPauseContinue, &f.cmdStop, &f.cmdCopyToClipboard, &f.cmdClose})
@@ -44,11 +49,13 @@ void LayOut() {
     f.cmdCopyToClipboard.Left = f.cmdClose.Left - intMargin - f.cmdCopyToClipboard.Width;
 }
 
+namespace {
+
 void SetCopyCaption(bool blnSelection) {
     frmReport.cmdCopyToClipboard.Caption =
         blnSelection ? "Copy selected text to clipboard" : "Copy to clipboard";
     frmReport.cmdCopyToClipboard.Width = blnSelection ? intCopySelectedWidth : intCopyWidth;
-    LayOut();
+    LayOutReport();
 }
 
 void SetPauseButton(const char* caption, int width, char mnemonic) {
@@ -66,7 +73,7 @@ void cmdPauseContinue_Click() {
         SetPauseButton("Continue", 1500, 'n');
         frmReport.lblPausedDone.Caption = "Paused";
         frmReport.lblDots.Visible = false;
-        LayOut();
+        LayOutReport();
     } else {
         SetRunButtons();
         frmReport.lblPausedDone.Caption = "";
@@ -140,7 +147,7 @@ void SetRunButtons() {
         SetPauseButton("Pause at next purge", 2500, 'P');
     else
         SetPauseButton("Pause", 1000, 'P');
-    LayOut();
+    LayOutReport();
 }
 
 void ShowReportAgain() {
@@ -165,7 +172,7 @@ void LoadReportForm() {
     f.Resizable = true;
     f.Activate = frmReport_Activate;
     f.Close = cmdClose_Click;
-    f.Resize = LayOut;
+    f.Resize = LayOutReport;
 
     ui::PutWords(
         {{&f.txbText, "Report"}, // for screen readers, as the next one
@@ -197,7 +204,7 @@ void LoadReportForm() {
                  {&f.cmdCopyToClipboard, "cmdCopyToClipboard", 4960, buttons, 3200, 375},
                  {&f.cmdClose, "cmdClose", 8280, buttons, intCloseWidth, 375}});
     f.Timers = {&f.tmrProgress};
-    LayOut();
+    LayOutReport();
 
     LoadPurgeWarningForm();
     LoadAntiVirusQueryForm();

@@ -46,6 +46,9 @@ bool WritesDots();
 void LoadReportForm();
 /// Yields, and waits here while the run is paused. The caller tests blnStop afterwards.
 void CheckPauseStop();
+/// Places everything by the window's size and by what is shown; the text gets what the two rows
+/// below it leave.
+void LayOutReport();
 /// Captions, widths and visibility of Pause and Stop for the run in hand.
 void SetRunButtons();
 /// The main window's "Report": the window with its text, or "Nothing to report!".
