@@ -106,6 +106,7 @@ void CloseSetupFrame() {
 }
 
 void cmdSetup_Click() {
+    ClearStatus();
     EnableMenu(false);
     frmMain.lblSetupFilename.Visible = false;
     frmMain.fraSetup.Visible = true;
@@ -147,10 +148,12 @@ void cmdKeepSetup_Click() {
 }
 
 void cmdSaveSetupForNextRun_Click() {
-    if (MakeNextRunFolder() && WriteSetupFile(NextRunSetupPath()))
+    if (MakeNextRunFolder() && WriteSetupFile(NextRunSetupPath())) {
         SaveWindowPosition();
-    else
+        SetMainLine(MainLine::Status, "The setup was saved for the next run.");
+    } else {
         ui::Complain("Cannot save setup!");
+    }
     frmMain.picSaveSetup.Visible = false;
     CloseSetupFrame();
 }
@@ -167,7 +170,9 @@ void cmdSaveSetupAsOperationFile_Click() {
             !platform::FileExists(strPath) ||
             ui::MsgBox("Overwrite existing file " + strPath + "?", ui::Buttons::YesNoCancel,
                        ui::Icon::Question, "File exists") == ui::AnswerYes;
-        if (blnWrite && !WriteSetupFile(strPath))
+        if (blnWrite && WriteSetupFile(strPath))
+            SetMainLine(MainLine::Status, "The setup was saved in " + strPath + ".");
+        else if (blnWrite)
             ui::Complain("Cannot save setup in operation file " + strPath + "!");
     }
     frmMain.picSaveSetup.Visible = false;
