@@ -45,7 +45,7 @@ void cmdStopPurge_Click() {
 /// The window grows with the path that stands in its text.
 void LayOut() {
     FrmPurgeWarning& f = frmPurgeWarning;
-    constexpr int intCharactersBesidePath = 250, intCharactersInLine = 58, intLineHeight = 225;
+    constexpr int intCharactersBesidePath = 250, intCharactersInLine = 52, intLineHeight = 225;
     constexpr int intLinesBelow = 3, intMaxLines = 30;
     const int intLines =
         (static_cast<int>(f.strFilePath.size()) + intCharactersBesidePath) / intCharactersInLine +
