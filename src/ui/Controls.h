@@ -109,7 +109,7 @@ struct TextBox : Control {
     bool MultiLine = false;
     bool Locked = false;     ///< the user may select and copy but not change
     bool FixedPitch = false; ///< Courier New instead of the dialog font
-    Handler MouseUp;         ///< left button or a key released in it; the selection is in the fields
+    Handler MouseUp; ///< left button or a key released in it; the selection is in the fields
     Handler Change;
 };
 
