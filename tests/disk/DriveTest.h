@@ -22,14 +22,13 @@ constexpr std::uint64_t MiB = 1048576;
 inline const char* const strTrailer =
     "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.";
 
-struct DriveTest : ProgramTest {
+struct DriveTest : StartedTest {
     /// Drive D: with a file of somebody's on it; one random pass.
     void SetUp() override { Begin(120 * MiB); }
     void Begin(std::uint64_t capacity) {
-        ProgramTest::SetUp();
+        StartedTest::SetUp();
         fake::AddDrive('D', capacity);
         fake::PutFile("D:\\docs\\letter.txt", "somebody's");
-        StartProgram();
         SetPasses(1);
     }
     static void SetPasses(int passes) {
@@ -63,6 +62,9 @@ struct DriveTest : ProgramTest {
     static void PressF10When(std::function<bool()> when) {
         user.During(std::move(when), [] { fake::PressF10(); });
     }
+    static void Cancels(int answer) {
+        user.Box("Cancel?", "Do you wish to cancel this operation?", answer, fake::AsksYesNo);
+    }
     /// Our folders and dummy files on a drive.
     static Paths Dummies() {
         Paths found;
@@ -77,6 +79,22 @@ struct DriveTest : ProgramTest {
         fake::Click(command);
         ExpectRest();
         user.Finish();
+    }
+    /// The same with any one call failing. `prepare` begins anew and scripts the way to the work;
+    /// `kept` is a file that must stay as it is.
+    static void RunWithEveryFault(ui::Button& command, Fault fault, const std::string& kept,
+                                  const std::function<void()>& prepare) {
+        int n = 0;
+        do {
+            SCOPED_TRACE(++n);
+            prepare();
+            const std::string before = fake::ContentOf(kept);
+            fake::FailNth(n, fault);
+            fake::Click(command);
+            ExpectRest();
+            EXPECT_EQ(before, fake::ContentOf(kept));
+        } while (fake::HasFailed() && !HasFailure());
+        user.Reset();
     }
     /// Nothing of ours is left, nothing runs, the menu is there.
     static void ExpectRest() {

@@ -74,14 +74,11 @@ Place Nowhere(Fault fault) {
     return place;
 }
 
-/// What the files of a folder take, in whole clusters.
+/// What the files of a folder and their streams take, in whole clusters.
 std::uint64_t SpaceOf(const Drive& drive, const Node& folder) {
     std::uint64_t space = 0;
-    for (const auto& node : folder.Children) {
+    for (const auto& node : folder.Children)
         space += drive.InClusters(node->Data.Length()) + SpaceOf(drive, *node);
-        for (const auto& [name, stream] : node->Streams)
-            space += drive.InClusters(stream.Length());
-    }
     return space;
 }
 
@@ -187,35 +184,29 @@ Place Find(const std::string& path, bool followLast) {
     if (!place.Disk->MediaPresent)
         return Nowhere(Fault::NotReady);
     std::vector<std::string> parts = Split(path.substr(2));
-    if (!parts.empty()) {
-        const std::size_t colon = parts.back().find(':');
-        if (colon != std::string::npos) {
-            place.Stream = parts.back().substr(colon + 1);
-            parts.back().resize(colon);
-            if (place.Disk->FileSystem != "NTFS")
-                return Nowhere(Fault::InvalidName);
-        }
+    const std::size_t colon = parts.empty() ? std::string::npos : parts.back().find(':');
+    if (colon != std::string::npos) {
+        parts.push_back(parts.back().substr(colon + 1));
+        parts[parts.size() - 2].resize(colon);
     }
     place.Item = place.Disk->Root;
     place.Path = std::string(1, place.Letter) + ":";
     for (std::size_t i = 0; i < parts.size(); ++i) {
-        if (!place.Item || !place.Item->Folder)
+        const bool last = i + 1 == parts.size(), isStream = last && colon != std::string::npos;
+        if (!place.Item || place.Item->Folder == isStream)
             return Nowhere(Fault::NotFound);
-        if (!IsValidName(parts[i]))
+        if (!IsValidName(parts[i]) || (isStream && place.Disk->FileSystem != "NTFS"))
             return Nowhere(Fault::InvalidName);
         place.Folder = place.Item;
         place.Name = parts[i];
         const auto found = place.Folder->ByName.find(platform::LowerCase(parts[i]));
         place.Item = found == place.Folder->ByName.end() ? nullptr : found->second;
-        const bool last = i + 1 == parts.size();
         if (place.Item && !place.Item->LinkTarget.empty() && (!last || followLast)) {
-            const std::string stream = place.Stream;
             place = Find(place.Item->LinkTarget, true);
-            place.Stream = stream;
             if (Failed(place.Trouble))
                 return place;
         } else {
-            place.Path += "\\" + (place.Item ? place.Item->Name : place.Name);
+            place.Path += (isStream ? ":" : "\\") + (place.Item ? place.Item->Name : place.Name);
         }
     }
     return place;
@@ -246,7 +237,7 @@ Node& PutFolder(const std::string& path) {
 
 Node& PutFile(const std::string& path, const std::string& content, std::uint32_t attributes) {
     TakeAway(path);
-    const std::size_t end = path.rfind('\\');
+    const std::size_t end = path.find_last_of("\\:");
     Node& file = *Add(PutFolder(path.substr(0, end)), path.substr(end + 1), false);
     file.Attributes = attributes;
     file.Data.Write(0, MakeRun(content.data(), content.size()));
@@ -259,15 +250,9 @@ Node& PutBigFile(const std::string& path, std::uint64_t length, char byte) {
     return file;
 }
 
-void PutStream(const std::string& path, const std::string& stream, const std::string& content) {
-    At(path)->Streams[stream].Write(0, MakeRun(content.data(), content.size()));
-}
-
 void TakeAway(const std::string& path) {
     const Place place = Find(path, false);
-    if (place.Item && !place.Stream.empty())
-        place.Item->Streams.erase(place.Stream);
-    else if (place.Item && place.Folder)
+    if (place.Item && place.Folder)
         Drop(*place.Folder, *place.Item);
 }
 
@@ -279,7 +264,7 @@ std::string ContentOf(const std::string& path) {
     const Place place = Find(path, true);
     if (!place.Item || place.Item->Folder)
         return "(missing)";
-    return place.Data().Read(0, place.Data().Length());
+    return place.Item->Data.Read(0, place.Item->Data.Length());
 }
 
 std::vector<std::string> FilesBelow(const std::string& folder) {

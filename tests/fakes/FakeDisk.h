@@ -10,14 +10,9 @@ struct Place {
     platform::Fault Trouble = platform::Fault::None; ///< why not even the folder could be reached
     char Letter = 0;
     Drive* Disk = nullptr;
-    std::shared_ptr<Node> Folder; ///< that holds the item; null for the root
+    std::shared_ptr<Node> Folder; ///< that holds the item, of a stream the file; null for the root
     std::shared_ptr<Node> Item;   ///< null: no such name in Folder
-    std::string Name, Stream;
-    std::string Path; ///< the real path, without the stream
-    /// The bytes of the item, or of its stream.
-    Content& Data() const { return Stream.empty() ? Item->Data : Item->Streams[Stream]; }
-    bool HasStream() const { return Stream.empty() || Item->Streams.count(Stream) > 0; }
-    std::string FullPath() const { return Stream.empty() ? Path : Path + ":" + Stream; }
+    std::string Name, Path;       ///< the real path
 };
 Place Find(const std::string& path, bool followLast);
 

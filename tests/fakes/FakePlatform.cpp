@@ -20,7 +20,6 @@ namespace {
 
 struct Handle {
     std::shared_ptr<Node> Item;
-    Content* Data = nullptr;
     std::string Path;
     char Letter = 0;
     std::uint64_t Position = 0;
@@ -75,18 +74,18 @@ Fault MayChange(const Place& place, bool exclusively) {
 
 Fault SetLength(const Place& place, std::uint64_t length) {
     const Drive& drive = *place.Disk;
-    const std::uint64_t now = place.Data().Length(), allocated = drive.InClusters(now);
+    const std::uint64_t now = place.Item->Data.Length(), allocated = drive.InClusters(now);
     if (length > allocated && length - allocated > drive.Free())
         return Fault::DiskFull;
     if (length != now)
-        Journal("length", place.FullPath(), length);
-    place.Data().Resize(length);
+        Journal("length", place.Path, length);
+    place.Item->Data.Resize(length);
     return Fault::None;
 }
 
 Place FindItem(const std::string& path, bool followLast) {
     Place place = Find(path, followLast);
-    if (!Failed(place.Trouble) && (!place.Item || !place.HasStream()))
+    if (!Failed(place.Trouble) && !place.Item)
         place.Trouble = Fault::NotFound;
     return place;
 }
@@ -161,6 +160,11 @@ void OnCall(const std::string& call, std::function<Fault(const std::string&)> ho
     hooks.emplace_back(call, std::move(hook));
 }
 
+void FailAlways(const std::string& call, const std::string& end, Fault fault) {
+    OnCall(call,
+           [=](const std::string& path) { return path.ends_with(end) ? fault : Fault::None; });
+}
+
 void Advance(double milliseconds) {
     tick += milliseconds;
     secondsSinceMidnight = std::fmod(secondsSinceMidnight + milliseconds / 1000, 86400);
@@ -178,41 +182,38 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
     Place place = Find(path, true);
     if (Failed(place.Trouble))
         return place.Trouble;
-    const bool changes = access != Access::Read;
+    const bool changes = access != Access::Read, creates = access == Access::CreateNew;
     Fault fault = Fault::None;
-    if (place.Item && place.Item->Folder) {
-        fault = access == Access::CreateNew ? Fault::AlreadyExists : Fault::AccessDenied;
-    } else if (place.Item && place.HasStream()) {
-        fault = access == Access::CreateNew ? Fault::AlreadyExists
-                : changes                   ? MayChange(place, false)
-                : place.Item->Denied        ? Fault::AccessDenied
-                : place.Item->Locked        ? Fault::SharingViolation
-                                            : Fault::None;
-    } else {
-        fault = access == Access::CreateNew || access == Access::Replace
-                    ? MayWrite(*place.Disk, *place.Folder)
-                    : Fault::NotFound;
-        if (!Failed(fault)) {
-            if (!place.Item)
-                place.Item = Add(*place.Folder, place.Name, false);
-            place.Item->Attributes |= AttributeArchive;
-            Journal("create", place.Path);
-        }
-    }
+    if (place.Item && creates)
+        fault = Fault::AlreadyExists;
+    else if (place.Item && changes)
+        fault = MayChange(place, false);
+    else if (place.Item)
+        fault = place.Item->Folder || place.Item->Denied ? Fault::AccessDenied
+                : place.Item->Locked                     ? Fault::SharingViolation
+                                                         : Fault::None;
+    else
+        fault = creates || access == Access::Replace ? MayWrite(*place.Disk, *place.Folder)
+                                                     : Fault::NotFound;
     if (Failed(fault))
         return fault;
-    if (access == Access::Replace && Failed(SetLength(place, 0)))
-        return Fault::Other;
+    if (!place.Item) {
+        place.Item = Add(*place.Folder, place.Name, false);
+        place.Item->Attributes = AttributeArchive;
+        Journal("create", place.Path);
+    } else if (access == Access::Replace) {
+        (void)SetLength(place, 0);
+    }
     ++place.Item->Handles;
     place.Item->Open = place.Item->Open || changes;
     file.Handle = nextHandle++;
-    handles[file.Handle] = {place.Item, &place.Data(), place.FullPath(), place.Letter, 0, access};
+    handles[file.Handle] = {place.Item, place.Path, place.Letter, 0, access};
     return Fault::None;
 }
 
 Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
     return OnOpen(__func__, file, [&](Handle& handle) {
-        const std::string bytes = handle.Data->Read(handle.Position, size);
+        const std::string bytes = handle.Item->Data.Read(handle.Position, size);
         std::memcpy(data, bytes.data(), bytes.size());
         read = bytes.size();
         handle.Position += read;
@@ -226,7 +227,7 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
         return Failed(fault) ? fault : Fault::AccessDenied;
     std::uint64_t count = Failed(fault) ? size / 2 : size;
     const Drive& drive = drives.at(handle.Letter);
-    const std::uint64_t room = drive.InClusters(handle.Data->Length()) + drive.Free();
+    const std::uint64_t room = drive.InClusters(handle.Item->Data.Length()) + drive.Free();
     if (handle.Position + count > room) {
         count = room > handle.Position ? room - handle.Position : 0;
         fault = Failed(fault) ? fault : Fault::DiskFull;
@@ -234,7 +235,7 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
     if (count > 0) {
         const Run run = MakeRun(data, count);
         Journal("write", handle.Path, handle.Position, run);
-        handle.Data->Write(handle.Position, run);
+        handle.Item->Data.Write(handle.Position, run);
         handle.Position += count;
         if (drive.BytesPerSecond > 0)
             Advance(static_cast<double>(count) * 1000 / drive.BytesPerSecond);
@@ -247,7 +248,7 @@ Fault SeekTo(File file, std::uint64_t position) {
 }
 
 Fault ReadLength(File file, std::uint64_t& length) {
-    return OnOpen(__func__, file, [&](Handle& handle) { length = handle.Data->Length(); });
+    return OnOpen(__func__, file, [&](Handle& handle) { length = handle.Item->Data.Length(); });
 }
 
 Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
@@ -300,7 +301,7 @@ Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
     return OnItem(__func__, path, false, [&](const Place& place) {
         if (place.Item->Folder)
             return Fault::AccessDenied;
-        length = place.Data().Length();
+        length = place.Item->Data.Length();
         return Fault::None;
     });
 }
@@ -316,8 +317,8 @@ Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
 Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
     return OnItem(__func__, path, true, [&](const Place& place) {
         streams.clear();
-        for (const auto& [name, data] : place.Item->Streams)
-            streams.push_back({path + ":" + name, data.Length()});
+        for (const auto& stream : place.Item->Children)
+            streams.push_back({path + ":" + stream->Name, stream->Data.Length()});
         return Fault::None;
     });
 }
@@ -327,7 +328,7 @@ Fault RemoveFile(const std::string& path) {
         const Fault fault = MayChange(place, true);
         if (!Failed(fault)) {
             TakeAway(path);
-            Journal("remove", place.FullPath());
+            Journal("remove", place.Path);
         }
         return fault;
     });

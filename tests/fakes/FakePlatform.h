@@ -44,12 +44,11 @@ struct Node {
     Content Data;
     std::uint32_t HardLinks = 1;
     std::string LinkTarget; ///< path of the target when this is a link (junction, symbolic link)
-    std::map<std::string, Content> Streams;
-    bool Locked = false;                         ///< another program holds it: SharingViolation
-    bool Denied = false;                         ///< no permission: AccessDenied
-    bool Open = false;                           ///< the program has it open for writing just now
-    int Handles = 0;                             ///< open handles of the program
-    std::vector<std::shared_ptr<Node>> Children; ///< in the file system's order
+    bool Locked = false;    ///< another program holds it: SharingViolation
+    bool Denied = false;    ///< no permission: AccessDenied
+    bool Open = false;      ///< the program has it open for writing just now
+    int Handles = 0;        ///< open handles of the program
+    std::vector<std::shared_ptr<Node>> Children; ///< in the file system's order; a file's streams
     std::unordered_map<std::string, std::shared_ptr<Node>> ByName; ///< by lower-case name
 };
 
@@ -88,13 +87,13 @@ void Reset();
 extern std::map<char, Drive> drives; ///< by upper-case letter
 Drive& AddDrive(char letter, std::uint64_t capacity, std::uint32_t cluster = 4096,
                 platform::DriveType type = platform::DriveType::Fixed);
-/// Makes a file, with the folders on the way; replaces one that is there. Not journaled.
+/// Makes a file, with the folders on the way, or a stream of a file ("C:\a:s"); replaces one that
+/// is there. Not journaled.
 Node& PutFile(const std::string& path, const std::string& content = "x",
               std::uint32_t attributes = platform::AttributeArchive);
 /// A file of `length` equal bytes.
 Node& PutBigFile(const std::string& path, std::uint64_t length, char byte = 'x');
 Node& PutFolder(const std::string& path);
-void PutStream(const std::string& path, const std::string& stream, const std::string& content);
 /// Takes a file, or a folder with all in it, away. Not journaled.
 void TakeAway(const std::string& path);
 /// The file or folder, or nullptr.
@@ -127,6 +126,8 @@ std::string FailedCall();
 bool HasFailed();
 /// Calls made since Reset.
 std::int64_t CallsMade(const std::string& call = "");
+/// Every such call for a path that ends so fails.
+void FailAlways(const std::string& call, const std::string& end, platform::Fault fault);
 /// Called with the path before each such call; what it returns, if not None, is the call's fault.
 /// A hook may change the disk.
 void OnCall(const std::string& call, std::function<platform::Fault(const std::string& path)> hook);

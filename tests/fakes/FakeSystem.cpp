@@ -253,7 +253,7 @@ std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLe
 
 std::int32_t AuxiliaryFlushFile(const std::string& path) {
     return InLibrary(__func__, path, [](const Place& place) {
-        Journal("flush", place.FullPath());
+        Journal("flush", place.Path);
         return Fault::None;
     });
 }

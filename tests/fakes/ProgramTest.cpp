@@ -28,3 +28,8 @@ void ProgramTest::TearDown() {
 void ProgramTest::StartProgram() {
     StartUp();
 }
+
+void StartedTest::SetUp() {
+    ProgramTest::SetUp();
+    StartProgram();
+}

@@ -14,3 +14,8 @@ struct ProgramTest : testing::Test {
     /// Runs StartUp(); the main window is shown then.
     void StartProgram();
 };
+
+/// The program has been started.
+struct StartedTest : ProgramTest {
+    void SetUp() override;
+};

@@ -12,24 +12,13 @@
 
 #include <string>
 
-struct RunTest : ProgramTest {
+struct RunTest : StartedTest {
     void SetUp() override { Begin(1); }
-    void TearDown() override {
-        ProgramTest::TearDown();
-        ForgetOptions();
-    }
     /// A fresh disk and a fresh program, in which files get so many random passes.
     void Begin(int passes) {
-        ProgramTest::SetUp();
-        StartProgram();
-        ForgetOptions();
+        StartedTest::SetUp();
         blnShowPurgeWarning = false;
         SetPasses(passes);
-    }
-    static void ForgetOptions() {
-        blnPurgeSlackOnly = blnDoNotDeletePurgedFiles = blnOKToPurgeReadOnlyFiles = false;
-        blnOKToPurgeSystemFiles = blnOKToPurgeSensitiveFiles = false;
-        blnFolderNamesOnly = blnDeleteEmptyFolders = false;
     }
     /// Random bytes, as many times.
     static void SetPasses(int passes) {
@@ -60,14 +49,11 @@ struct RunTest : ProgramTest {
         return Run(false, spec);
     }
     /// Line ends as \n, so that expected texts can be read; a line end of another kind shows.
-    static std::string Plain(const std::string& text) {
-        std::string plain;
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text.compare(i, 2, "\r\n") == 0)
-                continue;
-            plain += text[i] == '\n' && (i == 0 || text[i - 1] != '\r') ? '?' : text[i];
-        }
-        return plain;
+    static std::string Plain(std::string text) {
+        for (std::size_t i = 0; (i = text.find_first_of("\r\n", i)) != std::string::npos; ++i)
+            text.replace(i, text.compare(i, 2, "\r\n") == 0 ? 2 : 1,
+                         text.compare(i, 2, "\r\n") == 0 ? "\n" : "?");
+        return text;
     }
     /// What stands between the header and the closing time of a purge of all files in C:\d\.
     static std::string Middle(const std::string& report, const std::string& how = "once",

@@ -6,22 +6,25 @@ using fake::user;
 
 namespace {
 
-struct PurgeOptions : ProgramTest {
+struct PurgeOptions : StartedTest {
     FrmPurgeConfirmation& f = frmPurgeConfirmation;
-    void SetUp() override {
-        ProgramTest::SetUp();
-        StartProgram();
-    }
     bool Ask(fake::Action action, bool blnSingleFile = false, bool blnFolders = true,
              const std::string& folder = "C:\\data\\") {
         user.Modal(f, std::move(action));
         return AskPurgeOptions(folder, blnSingleFile, blnFolders);
     }
-    std::string Selected() const {
-        return f.cboClusterSize.ListIndex < 0
-                   ? "(none)"
-                   : f.cboClusterSize.Items[static_cast<std::size_t>(f.cboClusterSize.ListIndex)]
-                         .Text;
+    /// Opens the dialog for a folder and cancels; the size that was selected.
+    std::string SelectedFor(const std::string& folder) {
+        std::string selected = "(none)";
+        const auto look = [&] {
+            if (f.cboClusterSize.ListIndex >= 0)
+                selected =
+                    f.cboClusterSize.Items[static_cast<std::size_t>(f.cboClusterSize.ListIndex)]
+                        .Text;
+            fake::Click(f.cmdCancel);
+        };
+        EXPECT_FALSE(Ask(look, false, true, folder));
+        return selected;
     }
     static std::string Flags() {
         std::string text;
@@ -93,54 +96,32 @@ TEST_F(PurgeOptions, SlackOnlyForcesDoNotDeleteAndGivesItBack) {
 
 TEST_F(PurgeOptions, ClusterSizeFromTheDriveTheTableOrTheUser) {
     fake::AddDrive('D', 1 << 30, 131072);
-    fake::AddDrive('E', 1 << 30);
-    fake::drives['E'].BytesPerSector = 1000;
-    fake::drives['E'].SectorsPerCluster = 3;
+    fake::AddDrive('E', 1 << 30).BytesPerSector = 1000;
     fake::AddDrive('F', 1 << 30, 2048);
-    EXPECT_EQ(4096, GetClusterSize("C"));
-    EXPECT_EQ(65536, GetClusterSize("D"));
-    EXPECT_EQ(3000, GetClusterSize("E"));
-    EXPECT_EQ(2048, GetClusterSize("f:"));
-    EXPECT_EQ(512, GetClusterSize("A")) << "no medium, no drive";
-    EXPECT_EQ(512, GetClusterSize("B"));
-    EXPECT_EQ(4096, GetClusterSize("X"));
-
-    const auto look = [&](const std::string& folder, const std::string& expected) {
-        EXPECT_FALSE(Ask(
-            [&] {
-                EXPECT_EQ(expected, Selected());
-                fake::Click(f.cmdCancel);
-            },
-            false, true, folder));
-    };
-    look("D:\\x\\", "64 KB");
-    look("E:\\", "(none)");
+    const std::pair<const char*, int> sizes[] = {
+        {"C", 4096}, {"D", 65536}, {"E", 8000}, {"f:", 2048}, {"A", 512}, {"B", 512}, {"X", 4096}};
+    for (const auto& [drive, size] : sizes)
+        EXPECT_EQ(size, GetClusterSize(drive)) << drive;
+    EXPECT_EQ("64 KB", SelectedFor("D:\\x\\"));
+    EXPECT_EQ("(none)", SelectedFor("E:\\"));
     EXPECT_TRUE(Ask([&] { fake::Click(f.cmdDoPurge); }, false, true, "E:\\"));
-    EXPECT_EQ(3000, GetClusterSize("E")) << "nothing selected, nothing stored";
+    EXPECT_EQ(8000, GetClusterSize("E")) << "nothing selected, nothing stored";
+    EXPECT_EQ("4 KB", SelectedFor("C:\\data\\"));
     EXPECT_TRUE(Ask([&] {
-        EXPECT_EQ("4 KB", Selected());
         fake::Choose(f.cboClusterSize, "2 KB");
         EXPECT_EQ(&f.cmdCancel, user.Focus);
-        fake::Click(f.cmdDoPurge);
-    }));
-    EXPECT_EQ(2048, GetClusterSize("C"));
-    look("C:\\data\\", "2 KB");
-    const std::int64_t lngCalls = fake::CallsMade("ReadClusterFacts");
-    GetClusterSize("C");
-    EXPECT_EQ(lngCalls, fake::CallsMade("ReadClusterFacts")) << "kept, not asked again";
-}
-
-TEST_F(PurgeOptions, FileSystemIsShownOnAClick) {
-    Ask([&] {
-        EXPECT_FALSE(f.lblFileSystem.Visible);
         fake::Click(f.lblClusterSize);
         EXPECT_TRUE(f.lblFileSystem.Visible);
         EXPECT_EQ("NTFS", f.lblFileSystem.Caption);
         fake::Click(f.lblFileSystem);
         EXPECT_FALSE(f.lblFileSystem.Visible);
-        fake::Click(f.cmdCancel);
-    });
-    EXPECT_EQ("", f.lblFileSystem.Caption);
+        fake::Click(f.cmdDoPurge);
+    }));
+    EXPECT_EQ(2048, GetClusterSize("C"));
+    EXPECT_EQ("2 KB", SelectedFor("C:\\data\\"));
+    const std::int64_t lngCalls = fake::CallsMade("ReadClusterFacts");
+    GetClusterSize("C");
+    EXPECT_EQ(lngCalls, fake::CallsMade("ReadClusterFacts")) << "kept, not asked again";
 }
 
 } // namespace
