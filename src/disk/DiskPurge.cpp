@@ -36,8 +36,7 @@ bool LookAtRoot(DiskPurgeState& state) {
             return true;
         });
     if (Failed(fault))
-        ui::MsgBox("Error: " + platform::FaultText(fault), ui::Buttons::OK, ui::Icon::Exclamation,
-                   "Error");
+        ui::Complain("Error: " + platform::FaultText(fault));
     return !Failed(fault);
 }
 

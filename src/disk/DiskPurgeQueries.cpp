@@ -204,9 +204,9 @@ bool AskAboutTopFolders(DiskPurgeState& state) {
     if (!blnExcluded || state.NonExcluded() > 0 ||
         (state.lngTopFiles > 0 && !state.blnExcludeTopFiles))
         return true;
-    ui::MsgBox("You have excluded all top-level files and all top-level folders\r\n"
-               "from the purge operation.",
-               ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+    ui::Complain("You have excluded all top-level files and all top-level folders\r\n"
+                 "from the purge operation.",
+                 strTitle);
     return false;
 }
 

@@ -10,18 +10,10 @@
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
-namespace {
-
-void Refuse(const std::string& strText, const std::string& strTitle) {
-    ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
-}
-
-} // namespace
-
 std::string FindDrives(const std::string& strTitle) {
     std::string strLetters = platform::DriveLetters();
     if (strLetters.empty())
-        Refuse("Cannot find any disk drive.", strTitle);
+        ui::Complain("Cannot find any disk drive.", strTitle);
     return strLetters;
 }
 
@@ -30,25 +22,26 @@ bool CheckDriveWritable(char chrDrive, const std::string& strTitle) {
     const std::string strRoot = strDrive + ":\\";
     const auto type = platform::TypeOfDrive(strRoot);
     if (type == platform::DriveType::Remote) {
-        Refuse("Drive " + strDrive +
-                   " is a network drive.\r\n"
-                   "Only the drives of this computer itself can be purged.",
-               strTitle);
+        ui::Complain("Drive " + strDrive +
+                         " is a network drive.\r\n"
+                         "Only the drives of this computer itself can be purged.",
+                     strTitle);
         return false;
     }
     if (!IsDriveReady(strRoot)) {
-        Refuse(std::string("There is no ") +
-                   (type == platform::DriveType::CdRom ? "CD-ROM" : "disk") + " in Drive " +
-                   strDrive + ".",
-               strTitle);
+        ui::Complain(std::string("There is no ") +
+                         (type == platform::DriveType::CdRom ? "CD-ROM" : "disk") + " in Drive " +
+                         strDrive + ".",
+                     strTitle);
         return false;
     }
     platform::VolumeFacts facts;
     const auto fault = platform::ReadVolumeFacts(strRoot, facts);
     // A disc whose file system tells nothing is taken for what discs mostly are.
     if (Failed(fault) ? type == platform::DriveType::CdRom : facts.ReadOnly) {
-        Refuse("The disk in Drive " + strDrive + " is read-only.\r\nNothing on it can be purged.",
-               strTitle);
+        ui::Complain("The disk in Drive " + strDrive +
+                         " is read-only.\r\nNothing on it can be purged.",
+                     strTitle);
         return false;
     }
     return true;
@@ -60,6 +53,13 @@ char ChooseWritableDrive(const std::string& strQuestion, const std::string& strT
         return 0;
     const char chrDrive = ChooseDrive(strQuestion, strLetters);
     return chrDrive != 0 && CheckDriveWritable(chrDrive, strTitle) ? chrDrive : '\0';
+}
+
+void ComplainOfUnknownSpace(char chrDrive, const std::string& strTitle) {
+    ui::Complain(std::string("An error occurred when attempting to ascertain\r\n"
+                             "information about the disk in Drive ") +
+                     chrDrive + ".  ",
+                 strTitle);
 }
 
 bool AcceptFillingOf(char chrDrive, const std::string& strTitle) {

@@ -12,6 +12,8 @@ std::string FindDrives(const std::string& strTitle);
 bool CheckDriveWritable(char chrDrive, const std::string& strTitle);
 /// The drive chooser, then the check: the letter, or 0.
 char ChooseWritableDrive(const std::string& strQuestion, const std::string& strTitle);
+/// Tells that the system does not say how much is free on a drive.
+void ComplainOfUnknownSpace(char chrDrive, const std::string& strTitle);
 /// Filling the system's own drive leaves other programs without space: OK or Cancel. True at once
 /// for other drives.
 bool AcceptFillingOf(char chrDrive, const std::string& strTitle);

@@ -217,8 +217,7 @@ void EndWithFault(FillWork& work) {
     FillDisk.Outcome = FillOutcome::Faulted;
     if (FillDisk.intTestQuantity > 0)
         return;
-    ui::MsgBox("Error: " + (work.strError ? work.strError : platform::FaultText(work.Error)),
-               ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+    ui::Complain("Error: " + (work.strError ? work.strError : platform::FaultText(work.Error)));
 }
 
 void WriteFiles(FillWork& work) {
@@ -307,8 +306,8 @@ void WriteDummyFiles() {
     FillDisk.dblBytesInFinishedFiles = 0;
     if (dblSpaceInFreeClusters <= 0) {
         if (!blnTest)
-            ui::MsgBox(std::string("No free space on the disk in Drive ") + chrDrive + ".",
-                       ui::Buttons::OK, ui::Icon::Exclamation, "Disk full");
+            ui::Complain(std::string("No free space on the disk in Drive ") + chrDrive + ".",
+                         "Disk full");
         return;
     }
     if (!blnTest) {
@@ -323,9 +322,9 @@ void WriteDummyFiles() {
         MakeDummyFolder(FillDisk.strDriveRoot, strDummyFileFolderStub, FillDisk.Marker);
     if (FillDisk.strDummyFolder.empty()) {
         if (!blnTest)
-            ui::MsgBox(std::string("Unable to create a temporary folder on the disk in Drive ") +
-                           chrDrive + ".",
-                       ui::Buttons::OK, ui::Icon::Exclamation, "Disk full");
+            ui::Complain(std::string("Unable to create a temporary folder on the disk in Drive ") +
+                             chrDrive + ".",
+                         "Disk full");
         return;
     }
     blnStop = false;

@@ -150,10 +150,10 @@ bool DeleteDummyFiles(const std::string& strFolder) {
         blnGone = !Failed(fault) || fault == platform::Fault::NotEmpty;
     }
     if (!blnGone)
-        ui::MsgBox("Not all dummy files could be deleted.  They are in the folder\r\n" + strFolder +
-                       "\r\nDelete this folder yourself, or let Nullwright remove it at its next "
-                       "start.",
-                   ui::Buttons::OK, ui::Icon::Exclamation, "Error");
+        ui::Complain("Not all dummy files could be deleted.  They are in the folder\r\n" +
+                     strFolder +
+                     "\r\nDelete this folder yourself, or let Nullwright remove it at its next "
+                     "start.");
     if (strFolder == FillDisk.strDummyFolder)
         FillDisk.strDummyFolder.clear();
     return blnGone;

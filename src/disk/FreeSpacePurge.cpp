@@ -151,16 +151,12 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     const std::string strDrive(1, chrDrive);
     FillDisk.Outcome = FillOutcome::NothingWritten;
     if (!ReadFreeSpace(chrDrive)) {
-        ui::MsgBox("An error occurred when attempting to ascertain\r\n"
-                   "information about the disk in Drive " +
-                       strDrive + ".  ",
-                   ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+        ComplainOfUnknownSpace(chrDrive, strTitle);
         return FreeSpaceResult::Failed;
     }
     if (dblSpaceInFreeClusters <= 0) {
         if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive)
-            ui::MsgBox("There is no free space on the disk in Drive " + strDrive + ".",
-                       ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+            ui::Complain("There is no free space on the disk in Drive " + strDrive + ".", strTitle);
         return FreeSpaceResult::NoSpace;
     }
     PlanDummyFiles(chrDrive);

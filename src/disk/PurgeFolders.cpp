@@ -146,8 +146,7 @@ void PurgeFoldersCommand(const std::string& strTitle) {
             return;
         bool blnSubfolders = false;
         if (Failed(HasSubfolders(strFolder, blnSubfolders))) {
-            ui::MsgBox("Cannot access the folder.", ui::Buttons::OK, ui::Icon::Exclamation,
-                       "Error");
+            ui::Complain("Cannot access the folder.");
             return;
         }
         if (!blnSubfolders) {

@@ -26,7 +26,7 @@ constexpr double dblLeastSeconds = 0.001;
 constexpr int intMillisecondsBeforeTest = 1000; ///< lets the disk come to rest
 
 bool Fail(const std::string& strText) {
-    ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Exclamation, strTitle);
+    ui::Complain(strText, strTitle);
     return false;
 }
 
@@ -87,10 +87,10 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
     const bool blnFloppy = IsFloppyLetter(chrDrive);
     double dblFree = 0, dblTotal = 0;
     FillDisk.Outcome = FillOutcome::NothingWritten;
-    if (GetDiskSpaceEx(strDrive + ":\\", dblFree, dblTotal) != 0 || !ReadFreeSpace(chrDrive))
-        return Fail("An error occurred when attempting to ascertain\r\n"
-                    "information about the disk in Drive " +
-                    strDrive + ".  ");
+    if (GetDiskSpaceEx(strDrive + ":\\", dblFree, dblTotal) != 0 || !ReadFreeSpace(chrDrive)) {
+        ComplainOfUnknownSpace(chrDrive, strTitle);
+        return false;
+    }
     if (dblFree < (blnFloppy ? dblLeastFreeFloppy : dblLeastFree))
         return Fail((dblFree <= 0 ? "There is no free space on the disk in Drive " + strDrive + "."
                                   : "Drive " + strDrive + " has only " + FormatNumber(dblFree, 0) +
