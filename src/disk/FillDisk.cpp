@@ -203,8 +203,8 @@ bool FillOneFile(FillWork& work) {
         if (!blnStop)
             return true;
         ShowDummyFileProgress();
-        if (ui::MsgBox("Do you wish to cancel this operation?", ui::Buttons::YesNo,
-                       ui::Icon::Question, "Cancel?") == ui::AnswerYes)
+        if (AskInRun("Do you wish to cancel this operation?", ui::Buttons::YesNo,
+                     ui::Icon::Question, "Cancel?") == ui::AnswerYes)
             return false;
         blnStop = false;
         work.blnAskFree = true;

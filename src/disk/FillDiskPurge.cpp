@@ -46,23 +46,23 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
     if (!blnAskOnFailure && !blnStop)
         return true;
     if (blnAskOnFailure &&
-        ui::MsgBox(CountsText(lngNotPurged) + "Error " + std::to_string(intResult) +
-                       " when purging " + FileNameOf(strPath) +
-                       ".\r\nDo you wish to continue with this operation?",
-                   ui::Buttons::YesNo, ui::Icon::Question, OperationTitle()) != ui::AnswerYes) {
+        AskInRun(CountsText(lngNotPurged) + "Error " + std::to_string(intResult) +
+                     " when purging " + FileNameOf(strPath) +
+                     ".\r\nDo you wish to continue with this operation?",
+                 ui::Buttons::YesNo, ui::Icon::Question, OperationTitle()) != ui::AnswerYes) {
         blnStop = true;
         return false;
     }
     if (lngNotPurged < 2) {
-        ui::MsgBox(CountsText(lngNotPurged) + "The unpurged dummy file will now be deleted.",
-                   ui::Buttons::OK, ui::Icon::Information, OperationTitle());
+        AskInRun(CountsText(lngNotPurged) + "The unpurged dummy file will now be deleted.",
+                 ui::Buttons::OK, ui::Icon::Information, OperationTitle());
         return false;
     }
     if (!blnStop)
         return true;
-    if (ui::MsgBox(CountsText(lngNotPurged) + "Click 'OK' to continue with the next file\r\n"
-                                              "or click 'Cancel' to terminate this operation.",
-                   ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle()) != ui::AnswerOK)
+    if (AskInRun(CountsText(lngNotPurged) + "Click 'OK' to continue with the next file\r\n"
+                                            "or click 'Cancel' to terminate this operation.",
+                 ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle()) != ui::AnswerOK)
         return false;
     blnStop = false;
     return true;

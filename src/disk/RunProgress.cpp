@@ -57,3 +57,13 @@ void EndRunProgress() {
     SetMainLine(MainLine::EstimatedTime, "");
     ShowMainProgress(-1);
 }
+
+int AskInRun(const std::string& strText, ui::Buttons buttons, ui::Icon icon,
+             const std::string& strTitle) {
+    const std::uint64_t lngAsked = platform::TickCount();
+    tmrRunProgress.Enabled = false;
+    const int intAnswer = ui::MsgBox(strText, buttons, icon, strTitle);
+    tmrRunProgress.Enabled = shareOfRun != nullptr;
+    lngStarted += platform::TickCount() - lngAsked;
+    return intAnswer;
+}

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "ui/Controls.h"
+#include "ui/Interface.h"
 
 #include <functional>
+#include <string>
 
 /// Shows the time that passes while one file is at work. Belongs to the main window.
 extern ui::Timer tmrRunProgress;
@@ -15,3 +17,6 @@ void BeginRunProgress(std::function<double()> shareDone);
 void ShowRunProgress();
 /// Takes line and share away.
 void EndRunProgress();
+/// A box in the middle of the work: the time that the user takes for the answer does not count.
+int AskInRun(const std::string& strText, ui::Buttons buttons, ui::Icon icon,
+             const std::string& strTitle);
