@@ -88,11 +88,10 @@ void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec
     if (!ListFolder(folder, strSpec, subfolders))
         return;
     for (const FoundFolder& subfolder : subfolders) {
-        if (subfolder.IsLink) {
+        if (subfolder.IsLink)
             ListLink(folder + subfolder.Name + "\\", frmReport.blnDisplayFolderNames);
-            continue;
-        }
-        ListFilesRecursive(folder + subfolder.Name, strSpec);
+        else
+            ListFilesRecursive(folder + subfolder.Name, strSpec);
         if (PollStop() || frmReport.lngNumFilesProcessed == -1)
             return;
     }

@@ -22,6 +22,13 @@ void ExpectFilesOf(const FolderList& list) {
         frmReport.dblBytesExpected += file.IsLink ? 0 : static_cast<double>(file.Length);
 }
 
+void PurgeListedFile(const std::string& folder, const FoundFile& file, bool blnSlackOnly) {
+    ++frmReport.lngNumFilesProcessed;
+    const std::int64_t purged = frmReport.lngNumFilesPurged;
+    PurgeOneFile(folder + file.Name, blnSlackOnly);
+    NoteFileDone(static_cast<double>(file.Length), frmReport.lngNumFilesPurged > purged);
+}
+
 // The files of one folder; false when the walk of it ends here.
 bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bool blnSlackOnly,
                       std::vector<FoundFolder>& subfolders) {
@@ -36,14 +43,10 @@ bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bo
     for (const FoundFile& file : list.Files) {
         if (blnStop)
             return false;
-        if (file.IsLink) {
+        if (file.IsLink)
             TellLink(folder + file.Name);
-            continue;
-        }
-        ++frmReport.lngNumFilesProcessed;
-        const std::int64_t purged = frmReport.lngNumFilesPurged;
-        PurgeOneFile(folder + file.Name, blnSlackOnly);
-        NoteFileDone(static_cast<double>(file.Length), frmReport.lngNumFilesPurged > purged);
+        else
+            PurgeListedFile(folder, file, blnSlackOnly);
         CheckPauseStop();
     }
     subfolders = std::move(list.Subfolders);
@@ -91,13 +94,17 @@ void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec
         const std::string subfolder = folder + found.Name + "\\";
         if (found.IsLink) {
             TellLink(subfolder);
-            continue;
+        } else {
+            NWesPurgeRecursive(subfolder, strSpec, blnSlackOnly);
+            if (blnStop)
+                return;
+            // The options dialog switches the box off in a slack-only purge without clearing it.
+            if (blnDeleteEmptyFolders && !blnSlackOnly)
+                RemoveIfEmpty(subfolder);
         }
-        NWesPurgeRecursive(subfolder, strSpec, blnSlackOnly);
+        // Folders without a single file to be purged must not keep the user waiting.
+        CheckPauseStop();
         if (blnStop)
             return;
-        // The options dialog switches the box off in a slack-only purge without clearing it.
-        if (blnDeleteEmptyFolders && !blnSlackOnly)
-            RemoveIfEmpty(subfolder);
     }
 }

@@ -349,6 +349,13 @@ TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
     user.During([yields] { return user.Yields > yields; }, [] { fake::PressF10(); });
     EXPECT_EQ(Middle(Purge()), "Number of files purged: 0\n\nPurge operation was stopped.\n");
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 1U);
+    // Nor is one that comes where there are folders only.
+    fake::PutFolder("C:\\d\\p");
+    blnSubdirectories = true;
+    frmReport.lngNumFilesExpected = 1; // no yields for a count
+    const std::int64_t before = user.Yields;
+    user.During([before] { return user.Yields > before + 1; }, [] { fake::PressF10(); });
+    EXPECT_TRUE(Purge("*.none").find("was stopped.") != std::string::npos);
 }
 
 TEST_F(RunTest, AFullReportDoesNotEndThePurge) {
