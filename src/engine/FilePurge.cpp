@@ -31,17 +31,15 @@ const std::vector<std::int16_t> overwritesOfType[] = {
 /// What the purge under way will have written in the end, bytes; 0 when none is under way.
 double dblBytesToOverwrite = 0;
 
+std::int64_t lngPurgedLength = 0;
+
 bool HasSlack(std::int64_t length, std::int32_t clusterSize) {
     return length < 1 || clusterSize == 0 || length % clusterSize != 0;
 }
 
-/// The file and its streams; false when they cannot be found out. A length that cannot be read must
-/// not pass for 0: the file would be cut to that. Nor must a fault pass for "no streams": they
-/// would be deleted unpurged.
-bool FindTargets(const std::string& path, std::vector<PurgeTarget>& targets) {
-    std::uint64_t length = 0;
-    if (Failed(platform::ReadFileLength(path, length)))
-        return false;
+/// The file and its streams; false when they cannot be found out. A fault must not pass for "no
+/// streams": they would be deleted unpurged.
+bool FindTargets(const std::string& path, std::uint64_t length, std::vector<PurgeTarget>& targets) {
     std::vector<platform::Stream> streams;
     const platform::Fault fault = platform::ListStreams(path, streams);
     if (Failed(fault) && fault != platform::Fault::NotSupported)
@@ -166,7 +164,8 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
     if (path.empty())
         return PurgeEmptyPath;
     std::uint32_t attributes = 0;
-    if (Failed(platform::ReadAttributes(path, attributes)))
+    std::uint64_t length = 0;
+    if (Failed(platform::ReadAttributes(path, attributes, &length)))
         return PurgeCannotOpen;
     reach = ReachOf(attributes);
     if ((attributes & platform::AttributeFolder) != 0 || MayBeLink(path, attributes))
@@ -184,8 +183,9 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
         return PurgeCannotOpen;
 
     std::vector<PurgeTarget> targets;
-    if (!FindTargets(path, targets))
+    if (!FindTargets(path, length, targets))
         return PurgeCannotOpen;
+    lngPurgedLength = targets.front().Length;
     const std::int16_t result =
         PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
     dblBytesToOverwrite = 0;
@@ -206,8 +206,10 @@ std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std
                        bool deleteAfter, bool slackOnly) {
     if (path.empty())
         return PurgeEmptyPath;
+    // A length that cannot be read must not pass for 0: the file would be cut to that.
+    std::uint64_t length = 0;
     std::vector<PurgeTarget> targets;
-    if (!FindTargets(path, targets))
+    if (Failed(platform::ReadFileLength(path, length)) || !FindTargets(path, length, targets))
         return PurgeCannotOpen;
     return PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
 }
@@ -222,6 +224,10 @@ bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
     if (reach != nullptr)
         *reach = reachBits;
     return resultCode >= 0;
+}
+
+std::int64_t LengthOfPurgedFile() {
+    return lngPurgedLength;
 }
 
 double PurgeShareDone() {

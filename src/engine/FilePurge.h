@@ -42,6 +42,9 @@ bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
 std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
                        bool deleteAfter, bool slackOnly);
 
+/// The length in bytes that the file had that PurgeFileWithChecks was done with last.
+std::int64_t LengthOfPurgedFile();
+
 /// The share (0 to 1) of the purge under way that is written, for whoever shows it while the purge
 /// yields; 0 when none is under way. Slack is too little to be counted.
 double PurgeShareDone();

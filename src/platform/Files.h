@@ -73,7 +73,9 @@ Fault FlushBytes(File file);
 /// Closes the file whatever happens; a fault tells that the system complained.
 Fault CloseFile(File& file);
 
-Fault ReadAttributes(const std::string& path, std::uint32_t& attributes);
+/// `length`, when given, takes the length in bytes, which the same question to the system answers.
+Fault ReadAttributes(const std::string& path, std::uint32_t& attributes,
+                     std::uint64_t* length = nullptr);
 Fault WriteAttributes(const std::string& path, std::uint32_t attributes);
 /// Length by path, without opening the file for change.
 Fault ReadFileLength(const std::string& path, std::uint64_t& length);

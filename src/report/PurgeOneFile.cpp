@@ -16,9 +16,10 @@
 
 namespace {
 
-// A file's line in the report while it is purged: what stands behind its "bytes)" changes.
+// A file's line in the report while it is purged: what stands behind its path changes.
 struct FileLine {
     std::size_t lngTail = 0; ///< where that begins
+    std::int64_t lngLength = 0;
     bool blnRuler = false;
 };
 
@@ -27,12 +28,14 @@ std::string Ruler(int passesDone, int passes) {
            std::string(passes - passesDone, '_') + " ";
 }
 
+std::string SizeText(const FileLine& line) {
+    return " (" + GroupedDigits(line.lngLength) + " bytes)";
+}
+
 FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) {
-    FileLine line;
-    AppendReport(path + " (" + GroupedDigits(length) + " bytes)", false);
-    line.lngTail = ReportEnd();
-    line.blnRuler = blnRuler;
-    std::string tail = " purging";
+    AppendReport(path, false);
+    const FileLine line{ReportEnd(), length, blnRuler};
+    std::string tail = SizeText(line) + " purging";
     if (blnRuler) // at first with no more than ten marks, however many passes there are
         tail += "\r\n" + std::string(std::min<int>(purgeRun.intNumberOfPasses, 10), '_') + " ";
     AppendReport(tail, true);
@@ -40,11 +43,12 @@ FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) 
 }
 
 void RedrawRuler(const FileLine& line, int passesDone) {
-    ReplaceReportTail(line.lngTail, " purging\r\n" + Ruler(passesDone, purgeRun.intNumberOfPasses));
+    ReplaceReportTail(line.lngTail, SizeText(line) + " purging\r\n" +
+                                        Ruler(passesDone, purgeRun.intNumberOfPasses));
 }
 
 void EndLine(const FileLine& line, const std::string& tail) {
-    ReplaceReportTail(line.lngTail, tail + "\r\n");
+    ReplaceReportTail(line.lngTail, SizeText(line) + tail + "\r\n");
 }
 
 // What the pass loop came to.
@@ -84,7 +88,7 @@ Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOn
 void PurgeAndTell(const std::string& path, std::int64_t length, bool blnSlackOnly) {
     const bool blnRuler = purgeRun.intNumberOfPasses >= 2 && !blnSlackOnly &&
                           static_cast<double>(length) >= purgeRun.dblRulerLength;
-    const FileLine line = BeginLine(path, length, blnRuler);
+    FileLine line = BeginLine(path, length, blnRuler);
     const Passes passes = DrivePasses(path, length, blnSlackOnly, line);
     if (passes.intResult != PurgeDone) {
         EndLine(line, " purging" + ResultText(passes.intResult, blnSlackOnly, path));
@@ -93,9 +97,10 @@ void PurgeAndTell(const std::string& path, std::int64_t length, bool blnSlackOnl
         EndLine(line, " purging stopped after pass " + GroupedDigits(passes.intDone) + " of " +
                           GroupedDigits(purgeRun.intNumberOfPasses) + ", not purged.");
     } else {
+        line.lngLength = LengthOfPurgedFile(); // the file may have changed since it was listed
         // A slack-only purge leaves its line at "purging".
         EndLine(line, (blnSlackOnly ? " purging" : " purged") + OutOfReachText(passes.lngReach));
-        frmReport.dblTotalBytesPurged += static_cast<double>(length);
+        frmReport.dblTotalBytesPurged += static_cast<double>(line.lngLength);
         ++frmReport.lngNumFilesPurged;
     }
 }
@@ -129,7 +134,7 @@ bool Classify(const std::string& path, std::int16_t& code) {
 
 } // namespace
 
-void PurgeOneFile(const std::string& strPath, bool blnSlackOnly) {
+void PurgeOneFile(const std::string& strPath, std::int64_t lngLength, bool blnSlackOnly) {
     std::int16_t code = ClassNoObjection;
     if (!Classify(strPath, code)) {
         CancelRun(strPath);
@@ -139,8 +144,10 @@ void PurgeOneFile(const std::string& strPath, bool blnSlackOnly) {
         WriteReportLine(strPath + ResultText(code, blnSlackOnly, strPath));
         return;
     }
-    const std::int64_t length = GetFileLength(strPath);
-    if (blnSlackOnly && purgeRun.lngClusterSize > 0 && length % purgeRun.lngClusterSize == 0) {
+    // Whether there is slack must not hang on a length that was listed a while ago.
+    if (blnSlackOnly)
+        lngLength = GetFileLength(strPath);
+    if (blnSlackOnly && purgeRun.lngClusterSize > 0 && lngLength % purgeRun.lngClusterSize == 0) {
         WriteReportLine(strPath + ResultText(PurgeNoSlack, blnSlackOnly, strPath));
         return;
     }
@@ -152,5 +159,5 @@ void PurgeOneFile(const std::string& strPath, bool blnSlackOnly) {
         WriteReportLine(strPath + " -- not purged.");
         return;
     }
-    PurgeAndTell(strPath, length, blnSlackOnly);
+    PurgeAndTell(strPath, lngLength, blnSlackOnly);
 }

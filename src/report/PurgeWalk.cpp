@@ -25,7 +25,7 @@ void ExpectFilesOf(const FolderList& list) {
 void PurgeListedFile(const std::string& folder, const FoundFile& file, bool blnSlackOnly) {
     ++frmReport.lngNumFilesProcessed;
     const std::int64_t purged = frmReport.lngNumFilesPurged;
-    PurgeOneFile(folder + file.Name, blnSlackOnly);
+    PurgeOneFile(folder + file.Name, static_cast<std::int64_t>(file.Length), blnSlackOnly);
     NoteFileDone(static_cast<double>(file.Length), frmReport.lngNumFilesPurged > purged);
 }
 

@@ -27,9 +27,9 @@ void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec
 
 /// The line of a link, lest it be passed over in silence: it is left alone.
 void TellLink(const std::string& strPath);
-/// Asks what there is to ask about one file, purges it, and writes its line. Ends with blnStop
-/// set when the run is to end.
-void PurgeOneFile(const std::string& strPath, bool blnSlackOnly);
+/// Asks what there is to ask about one file, purges it, and writes its line. `lngLength` is the
+/// length in bytes that the folder lists. Ends with blnStop set when the run is to end.
+void PurgeOneFile(const std::string& strPath, std::int64_t lngLength, bool blnSlackOnly);
 /// The text that a file purge's result, or the file's classification, appends to the file's line.
 std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std::string& strPath);
 /// " (encrypted: ...)" for OutOfReach bits, "" for none.

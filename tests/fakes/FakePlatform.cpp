@@ -277,9 +277,11 @@ Fault CloseFile(File& file) {
     return Begin(__func__, handle.Path);
 }
 
-Fault ReadAttributes(const std::string& path, std::uint32_t& attributes) {
+Fault ReadAttributes(const std::string& path, std::uint32_t& attributes, std::uint64_t* length) {
     return OnItem(__func__, path, false, [&](const Place& place) {
         attributes = AttributesOf(*place.Item);
+        if (length)
+            *length = place.Item->Data.Length();
         return Fault::None;
     });
 }

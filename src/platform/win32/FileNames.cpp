@@ -45,11 +45,13 @@ bool AskByName(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& facts) {
 
 } // namespace
 
-Fault ReadAttributes(const std::string& path, std::uint32_t& attributes) {
+Fault ReadAttributes(const std::string& path, std::uint32_t& attributes, std::uint64_t* length) {
     WIN32_FILE_ATTRIBUTE_DATA facts;
     if (!AskByName(WidePath(path), facts))
         return LastFault();
     attributes = facts.dwFileAttributes;
+    if (length)
+        *length = Joined(facts.nFileSizeHigh, facts.nFileSizeLow);
     return Fault::None;
 }
 
