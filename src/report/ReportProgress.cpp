@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr std::uint64_t lngBetweenLooks = 250;        // ms; more often no eye can read it
+constexpr std::uint64_t lngBetweenLooks = 500;        // ms; to paint it takes milliseconds, too
 constexpr std::uint64_t lngBeforeRemaining = 2000;    // ms; an earlier guess is worth nothing
 constexpr double dblLongestRemaining = 365.0 * 86400; // s; beyond a year it says nothing
 
