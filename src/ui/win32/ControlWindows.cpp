@@ -62,6 +62,25 @@ Window WindowFor(const Control& control) {
     return {WC_STATICW, style, 0};
 }
 
+/// Somebody is about to read the text of a box, or to go to another place in it.
+bool LooksIntoText(UINT message) {
+    switch (message) {
+    case WM_GETTEXT:
+    case WM_GETTEXTLENGTH:
+    case WM_COPY:
+    case WM_KEYDOWN:
+    case WM_VSCROLL:
+    case WM_MOUSEWHEEL:
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case EM_GETLINE:
+    case EM_GETLINECOUNT:
+        return true;
+    default:
+        return false;
+    }
+}
+
 LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                              DWORD_PTR data) {
     auto& native = *reinterpret_cast<NativeControl*>(data);
@@ -70,6 +89,8 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     const bool link = label && static_cast<const Label&>(control).Link;
     const bool bareFrame =
         control.Kind == ControlKind::Frame && !static_cast<const Frame&>(control).Border;
+    if (!native.Sending && LooksIntoText(message))
+        CloseGap(native);
     switch (message) {
     case WM_PAINT:
         if (label) {

@@ -52,7 +52,8 @@ void Loop(const std::function<bool()>& goOn) {
         if (quitting || !goOn())
             break;
         SyncAll(Thorough::Yes);
-        MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        MsgWaitForMultipleObjectsEx(0, nullptr, AnyGap() ? 0 : INFINITE, QS_ALLINPUT,
+                                    MWMO_INPUTAVAILABLE);
     }
 }
 
@@ -96,8 +97,8 @@ void Wait(int milliseconds) {
         if (now >= end)
             return;
         SyncAll(Thorough::Yes);
-        MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(end - now), QS_ALLINPUT,
-                                    MWMO_INPUTAVAILABLE);
+        MsgWaitForMultipleObjectsEx(0, nullptr, AnyGap() ? 0 : static_cast<DWORD>(end - now),
+                                    QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     }
 }
 

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ui::win32 {
@@ -49,7 +50,8 @@ struct NativeControl {
     std::size_t Units = 0;
     std::size_t SelStart = 0, SelLength = 0;
     DWORD WindowStart = 0, WindowEnd = 0;
-    std::int64_t NextUpdate = 0; ///< performance counter; see SyncText
+    std::int64_t NextUpdate = 0;          ///< performance counter; see SyncText
+    std::size_t GapStart = 0, GapEnd = 0; ///< bytes of Text that the window lacks; see LongText.cpp
 };
 
 struct NativeTimer {
@@ -146,6 +148,23 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how);
 /// Copies the user's selection in text boxes into the fields.
 void CollectSelection(NativeControl& native, TextBox& box);
 void CollectText(NativeControl& native, TextBox& box);
+/// Gives the window all of a long text, before somebody looks into it.
+void CloseGap(NativeControl& native);
+
+// ---- LongText.cpp
+/// The UTF-16 units of a text of UTF-8.
+std::size_t UnitsOf(std::string_view text);
+/// A place in the field's text, in bytes, as one in the window's, in units, and back.
+std::size_t WindowPlace(const NativeControl& native, std::size_t bytes);
+std::size_t FieldPlace(const NativeControl& native, std::size_t units);
+/// The window has the last screenful of what was added to its text, and not all before it.
+bool HasGap(const NativeControl& native);
+/// A window on the screen has a gap that is to be filled when nothing else is to be done.
+bool AnyGap();
+/// Gives the window the next lines of those that it lacks, some `bytes` of them.
+void FillGap(NativeControl& native, std::size_t bytes);
+/// Brings the window up to date as far as it can be seen at once.
+void ChangeLongText(NativeControl& native, const std::string& text, bool follow);
 
 // ---- Input.cpp
 /// Copies what the user did without a notification into the fields of all forms.

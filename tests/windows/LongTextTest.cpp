@@ -1,0 +1,91 @@
+// A long text in its window: whoever looks gets all of it, whatever has reached the window so far.
+#include "platform/win32/Wide.h"
+#include "ui/Interface.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+namespace {
+
+struct LongTextTest : testing::Test {
+    ui::Form form;
+    ui::TextBox box;
+    HWND edit = nullptr;
+
+    void SetUp() override {
+        form.Caption = "Long text";
+        form.Width = 9000;
+        form.Height = 3000;
+        box.MultiLine = true;
+        box.Locked = true;
+        ui::Bind(form, {{&box, "box", 120, 120, 8760, 2760}});
+        ui::Show(form);
+        edit = FindWindowExW(FindWindowW(nullptr, L"Long text"), nullptr, L"Edit", nullptr);
+        ASSERT_TRUE(edit);
+    }
+    void TearDown() override { ui::Hide(form); }
+
+    void Grow(int lines, bool follow) {
+        for (int i = 0; i < lines; ++i)
+            box.Text += std::to_string(i) + " \xE6\x96\x87 \xF0\x9F\x98\x80 purged\r\n";
+        if (follow)
+            box.SelStart = box.Text.size();
+        ui::Repaint(form);
+    }
+    bool HasLine(int line) const {
+        return SendMessageW(edit, EM_LINEINDEX, static_cast<WPARAM>(line), 0) >= 0;
+    }
+    void ExpectWhole() {
+        std::wstring text(box.Text.size() + 1, L'\0');
+        text.resize(static_cast<std::size_t>(
+            GetWindowTextW(edit, text.data(), static_cast<int>(text.size()))));
+        EXPECT_EQ(box.Text, platform::Narrow(text));
+    }
+    // What the user selects, in units of UTF-16, is what the field says, in bytes.
+    void SelectUnits(LONG from, LONG to) {
+        SendMessageW(edit, EM_SETSEL, static_cast<WPARAM>(from), to);
+        ui::Wait(0);
+    }
+    std::string Selected() const { return box.Text.substr(box.SelStart, box.SelLength); }
+};
+
+} // namespace
+
+TEST_F(LongTextTest, IsWholeForWhoeverLooks) {
+    Grow(400, true);
+    EXPECT_FALSE(HasLine(399)) << "all lines at once: what is to be tested does not happen";
+    DWORD end = 0;
+    SendMessageW(edit, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
+    const auto last = static_cast<LONG>(end);
+    SelectUnits(last - 11, last - 2);
+    EXPECT_EQ("\xF0\x9F\x98\x80 purged", Selected());
+    ExpectWhole();
+    EXPECT_TRUE(HasLine(400));
+    EXPECT_EQ("\xF0\x9F\x98\x80 purged", Selected());
+
+    // The user reads further up while the text grows, changes at its end, and is cut.
+    SelectUnits(2, 4);
+    EXPECT_EQ("\xE6\x96\x87 ", Selected());
+    Grow(300, false);
+    EXPECT_EQ("\xE6\x96\x87 ", Selected());
+    box.Text.resize(box.Text.size() - 8);
+    box.Text += "not purged\r\n";
+    ui::Repaint(form);
+    box.Text.resize(box.Text.find("250 ", box.Text.size() / 2));
+    Grow(1, false);
+    ExpectWhole();
+    EXPECT_EQ("\xE6\x96\x87 ", Selected());
+    EXPECT_EQ(0, SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0));
+}
+
+TEST_F(LongTextTest, IsFilledInWhileNothingElseIsToBeDone) {
+    Grow(600, true);
+    EXPECT_FALSE(HasLine(600));
+    ui::Wait(300);
+    EXPECT_TRUE(HasLine(600));
+    EXPECT_GT(SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0), 550) << "the end stays in view";
+    box.Text = "short";
+    ui::Repaint(form);
+    ExpectWhole();
+}
