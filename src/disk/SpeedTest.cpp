@@ -64,12 +64,17 @@ double TimedWriteAndPurge() {
     WriteDummyFiles();
     const bool blnWritten =
         FillDisk.Outcome == FillOutcome::Done && FillDisk.dblBytesInFinishedFiles > 0;
-    if (blnWritten)
+    if (blnWritten) {
+        blnPurgingFreeSpace = true; // or F10 would wait for all passes
         (void)PurgeDummyFiles(false, FillDisk.lngFilesWritten, "");
-    else
+        blnPurgingFreeSpace = false;
+    } else
         (void)DeleteDummyFiles(FillDisk.strDummyFolder);
-    if (!blnWritten || FillDisk.lngFilesPurged != FillDisk.lngFilesWritten)
+    if (!blnWritten || FillDisk.lngFilesPurged != FillDisk.lngFilesWritten) {
+        if (blnWritten && blnStop)
+            FillDisk.Outcome = FillOutcome::Stopped;
         return -1;
+    }
     double dt = platform::SecondsSinceMidnight() - t0;
     if (dt < 0)
         dt += dblSecondsPerDay;
