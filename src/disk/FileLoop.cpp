@@ -1,6 +1,7 @@
 #include "disk/FileLoop.h"
 
 #include "disk/RunProgress.h"
+#include "engine/FileProc.h"
 #include "engine/FilePurge.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
@@ -126,8 +127,8 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
         if (!VisitFile(loop, strPath + strName))
             return false;
     files = {};
-    for (const std::string& strName : subfolders)
-        if (!WalkFiles(loop, strPath + strName, true))
+    for (const std::string& strName : subfolders) // asked again: the list has grown old meanwhile
+        if (!IsLink(strPath + strName) && !WalkFiles(loop, strPath + strName, true))
             return false;
     return true;
 }

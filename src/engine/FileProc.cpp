@@ -70,6 +70,11 @@ bool FileExistsFSO(const std::string& path) {
     return platform::FileExists(path);
 }
 
+bool IsLink(const std::string& path) {
+    platform::FileFacts facts;
+    return !Failed(platform::ReadFileFacts(path, facts)) && facts.IsLink;
+}
+
 std::int64_t GetFileLength(const std::string& path) {
     std::uint64_t length = 0;
     return Failed(platform::ReadFileLength(path, length)) ? 0 : static_cast<std::int64_t>(length);

@@ -13,6 +13,8 @@ std::int16_t ChangeFileSize(const std::string& path, std::int64_t newLength);
 bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, bool clearReadOnly,
                                   bool clearSystem);
 bool FileExistsFSO(const std::string& path);
+/// The name, a file's or a folder's, is a link just now: its data or files belong to another name.
+bool IsLink(const std::string& path);
 /// A file's length in bytes; 0 when it cannot be read.
 std::int64_t GetFileLength(const std::string& path);
 /// `base` followed by 1, 2, 3 ...: the first name that no file has yet.

@@ -1,3 +1,4 @@
+#include "engine/FileProc.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "report/FolderList.h"
@@ -92,7 +93,9 @@ void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec
         return;
     for (const FoundFolder& found : subfolders) {
         const std::string subfolder = folder + found.Name + "\\";
-        if (found.IsLink) {
+        // The list is as old as the purge of all before it: asked again, lest a link that was put
+        // in the folder's place meanwhile be followed.
+        if (found.IsLink || IsLink(FolderWithoutBackslash(subfolder))) {
             TellLink(subfolder);
         } else {
             NWesPurgeRecursive(subfolder, strSpec, blnSlackOnly);

@@ -1,6 +1,7 @@
 // The commands with which the user says what is to be purged.
 #include "disk/DriveCommands.h"
 #include "disk/SpeedTest.h"
+#include "engine/FileProc.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
@@ -90,8 +91,7 @@ void TakeSingleFile(const std::string& path) {
     const std::string& title = frmMain.cmdSingleFile.Caption;
     if (RefuseWithoutDriveLetter(path, title))
         return;
-    platform::FileFacts facts;
-    if (!platform::Failed(platform::ReadFileFacts(path, facts)) && facts.IsLink) {
+    if (IsLink(path)) {
         ui::Complain(path + " is a link to a file elsewhere.\r\n"
                             "Links are not followed: choose the file itself.",
                      title);

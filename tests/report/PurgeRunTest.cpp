@@ -30,6 +30,9 @@ TEST_F(RunTest, PurgesATreeAndRemovesItsFolders) {
     fake::At("C:\\d\\sub2")->Attributes |= platform::AttributeReadOnly;
     fake::PutFile("C:\\out\\o.txt", "x");
     fake::PutFolder("C:\\d\\junction").LinkTarget = "C:\\out";
+    fake::PutFolder("C:\\d\\turned"); // into a link, after it was listed
+    user.During([] { return !fake::At("C:\\d\\a.txt"); },
+                [] { fake::At("C:\\d\\turned")->LinkTarget = "C:\\out"; });
     fake::PutFile("C:\\d\\link.txt").LinkTarget = "C:\\out\\o.txt";
     blnSubdirectories = true;
     blnDeleteEmptyFolders = true;
@@ -58,6 +61,7 @@ C:\d\sub\deep\c.txt (1 bytes) purged
 Folder C:\d\sub\deep\ removed.
 Folder C:\d\sub\ removed.
 C:\d\junction\: a link, not purged.
+C:\d\turned\: a link, not purged.
 Number of files purged: 3
 
 Sum of sizes of files purged: 4.89 KB
