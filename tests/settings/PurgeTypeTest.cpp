@@ -115,8 +115,6 @@ TEST_F(PurgeType, RefusesMoreThan32Overwrites) {
     EXPECT_EQ(0, GetNumOverwrites());
     f.optPurgeType[2].Value = false;
     EXPECT_EQ(2, GetPurgeType()) << "no button set counts as the last type";
-    EXPECT_EQ("alternate bit patterns 0 times", PurgeTypeNumPasses(1, 0));
-    EXPECT_EQ(" 4 times", PurgeTypeNumPasses(3, 4));
 }
 
 } // namespace

@@ -121,20 +121,17 @@ TEST_F(SetupFiles, AFaultKeepsWhatWasReadBeforeIt) {
 }
 
 TEST_F(SetupFiles, RefusesFilesThatCannotBeSetups) {
-    const std::string strStart = SetupText();
+    const std::string strStart = SetupText(), strText = Join(lines);
     fake::PutBigFile("C:\\big.nws", 5ULL << 30, '1');
-    fake::PutFile("C:\\million.nws", Join(lines) + std::string(lngMaxTextFile, ' '));
+    fake::PutFile("C:\\million.nws", strText + std::string(lngMaxTextFile, ' '));
     fake::PutFolder("C:\\folder.nws");
-    fake::PutFile("C:\\locked.nws", Join(lines)).Denied = true;
-    for (const char* path : {"C:\\big.nws", "C:\\million.nws", "C:\\folder.nws", "C:\\locked.nws",
-                             "C:\\missing.nws", ""})
+    fake::PutFile(strPath, strText);
+    fake::FailAlways("ReadBytes", strPath, platform::Fault::ReadFault);
+    for (const char* path :
+         {"C:\\big.nws", "C:\\million.nws", "C:\\folder.nws", "C:\\a.nws", "C:\\missing.nws", ""})
         EXPECT_FALSE(ReadSetupFile(path)) << path;
-    fake::PutFile(strPath, Join(lines));
-    fake::FailNth(1, platform::Fault::ReadFault, "ReadBytes");
-    EXPECT_FALSE(ReadSetupFile(strPath));
     EXPECT_EQ(strStart, SetupText());
-    fake::PutFile("C:\\most.nws",
-                  Join(lines) + std::string(lngMaxTextFile - Join(lines).size(), ' '));
+    fake::PutFile("C:\\most.nws", strText + std::string(lngMaxTextFile - strText.size(), ' '));
     EXPECT_TRUE(ReadSetupFile("C:\\most.nws"));
 }
 
