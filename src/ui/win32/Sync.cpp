@@ -29,9 +29,11 @@ void SyncPlace(NativeForm& form, NativeControl& native) {
     int height = place.bottom - place.top;
     if (native.Which->Kind == ControlKind::ComboBox)
         height += ToPixels(lngListHeight, form.Scale);
+    // Painted anew instead of copied: a neighbour that grew first may already lie over the old
+    // place.
     SetWindowPos(native.Window, nullptr, place.left, place.top, place.right - place.left, height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-    if (native.Which->Kind == ControlKind::Label || frame)
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    if (frame)
         InvalidateRect(native.Window, nullptr, TRUE);
     if (frame && native.Visible)
         InvalidateRect(form.Window, &native.Place, TRUE);
