@@ -200,6 +200,10 @@ void cmdSpecifyDirectory_Click(int intIndex) {
     else {
         EnableMain(false);
         PurgeFoldersCommand(frmMain.cmdSpecifyDirectory[1].Caption);
+        // It says there what has been purged; after a stop it must not go on saying what is being
+        // purged.
+        if (frmMain.lblSubdirectories2.Caption.ends_with(" being purged."))
+            UpdateSubdirectoriesLabels();
         EnableMain(true);
     }
 }

@@ -145,6 +145,8 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
                 user.Box(strTitle, "One file could not be purged.");
             Click();
             EXPECT_EQ(goOn, fake::At("D:\\work\\a\\f3") == nullptr);
+            EXPECT_EQ(goOn, frmMain.lblSubdirectories2.Caption.ends_with(" been purged."));
+            EXPECT_FALSE(frmMain.lblSubdirectories2.Caption.ends_with(" being purged."));
             EXPECT_EQ(goOn ? "" : "Purge of folders was stopped.",
                       frmMain.lblLargePurgeMessage.Caption);
             EXPECT_EQ("", frmMain.lblPurgeFoldersMessage.Caption);
