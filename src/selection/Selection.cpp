@@ -1,5 +1,6 @@
 #include "selection/Selection.h"
 
+#include "engine/FileProc.h"
 #include "shell/Session.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
@@ -15,20 +16,24 @@ void LoadSelectionForms() {
     LoadDrivesForm();
 }
 
-bool RefuseWithoutDriveLetter(const std::string& strPath, const std::string& strTitle) {
-    if (DriveIndexOf(strPath) >= 0)
+bool RefusePath(const std::string& strPath, const std::string& strTitle) {
+    if (DriveIndexOf(strPath) < 0)
+        ui::Complain(strPath + " is not on a drive with a letter.\r\n"
+                               "Nullwright works only on drives that have a letter, not on network "
+                               "shares\r\nor other places.",
+                     strTitle);
+    else if (IsLink(strPath))
+        ui::Complain(strPath + " is a link.\r\nLinks are not followed: choose what it leads to.",
+                     strTitle);
+    else
         return false;
-    ui::Complain(strPath + " is not on a drive with a letter.\r\n"
-                           "Nullwright works only on drives that have a letter, not on network "
-                           "shares\r\nor other places.",
-                 strTitle);
     return true;
 }
 
 std::string BrowseFolder(const std::string& strTitle) {
     const std::string folder =
         ui::BrowseFolderDialog(strTitle, strBrowsePath.empty() ? strDirPath : strBrowsePath);
-    if (folder.empty() || RefuseWithoutDriveLetter(folder, "Error"))
+    if (folder.empty() || RefusePath(folder, "Error"))
         return {};
     return FolderWithBackslash(folder);
 }

@@ -7,7 +7,7 @@
 void LoadSelectionForms();
 
 /// The folder browser; a folder path with a drive letter and a trailing backslash, "" when
-/// cancelled. A folder without a drive letter (a network share) is refused with a message.
+/// cancelled or refused with a message.
 std::string BrowseFolder(const std::string& strTitle);
 /// The file-specification dialog for a folder: "*.*", "*.ext", a wildcard form or one file name;
 /// "" when cancelled.
@@ -18,5 +18,6 @@ std::string SelectSubfolders(const std::string& strFolder, const std::string& st
 /// The drive chooser: one of the letters, or 0 when cancelled.
 char ChooseDrive(const std::string& strTitle, const std::string& strLetters);
 
-/// True, with a message, for a path that is not on a drive with a letter.
-bool RefuseWithoutDriveLetter(const std::string& strPath, const std::string& strTitle);
+/// True, with a message, for what cannot be purged where it is: a path that is not on a drive with
+/// a letter, and a link, behind which lies what was not chosen and is perhaps on another drive.
+bool RefusePath(const std::string& strPath, const std::string& strTitle);

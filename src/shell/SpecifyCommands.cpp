@@ -1,7 +1,6 @@
 // The commands with which the user says what is to be purged.
 #include "disk/DriveCommands.h"
 #include "disk/SpeedTest.h"
-#include "engine/FileProc.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
@@ -88,15 +87,8 @@ std::string PurgeSpeedText(const std::string& path) {
 }
 
 void TakeSingleFile(const std::string& path) {
-    const std::string& title = frmMain.cmdSingleFile.Caption;
-    if (RefuseWithoutDriveLetter(path, title))
+    if (RefusePath(path, frmMain.cmdSingleFile.Caption))
         return;
-    if (IsLink(path)) {
-        ui::Complain(path + " is a link to a file elsewhere.\r\n"
-                            "Links are not followed: choose the file itself.",
-                     title);
-        return;
-    }
     SetFolder(FolderPartOf(path));
     strFilespec = FileNameOf(path);
     blnMultipleFiles = false;
@@ -164,7 +156,7 @@ void OpenGivenPath(const std::string& path) {
         return;
     }
     if (platform::FolderExists(path)) {
-        if (!RefuseWithoutDriveLetter(path, frmMain.cmdSpecifyDirectory[0].Caption))
+        if (!RefusePath(path, frmMain.cmdSpecifyDirectory[0].Caption))
             TakeFolder(FolderWithBackslash(path));
     } else if (platform::FileExists(path)) {
         TakeSingleFile(path);

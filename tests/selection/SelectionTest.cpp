@@ -177,7 +177,7 @@ TEST_F(SelectionTest, DrivesAreShownWithWhatIsKnown) {
     EXPECT_EQ(0, ChooseDrive("Which drive?", "CD"));
 }
 
-TEST_F(SelectionTest, FoldersOnNetworkSharesAreRefused) {
+TEST_F(SelectionTest, FoldersElsewhereAreRefused) {
     strBrowsePath = "C:\\docs\\";
     user.Dialog("Which folder?", "C:\\docs\\sub");
     EXPECT_EQ("C:\\docs\\sub\\", BrowseFolder("Which folder?"));
@@ -188,6 +188,11 @@ TEST_F(SelectionTest, FoldersOnNetworkSharesAreRefused) {
              "Nullwright works only on drives that have a letter, not on network shares\r\n"
              "or other places.",
              fake::Warns);
+    EXPECT_EQ("", BrowseFolder("Which folder?"));
+    fake::PutFolder("C:\\docs\\link").LinkTarget = "C:\\elsewhere";
+    user.Dialog("Which folder?", "C:\\docs\\link");
+    user.Box("Error", "C:\\docs\\link is a link.\r\n"
+                      "Links are not followed: choose what it leads to.");
     EXPECT_EQ("", BrowseFolder("Which folder?"));
 }
 

@@ -47,8 +47,8 @@ TEST_F(SpecifyCommands, SingleFile) {
                      "Nullwright works only on drives that have a letter, not on network shares\r\n"
                      "or other places.");
     fake::PutFile("C:\\docs\\link.txt").LinkTarget = "C:\\docs\\a.txt";
-    ChooseSingleFile("C:\\docs\\link.txt", "C:\\docs\\link.txt is a link to a file elsewhere.\r\n"
-                                           "Links are not followed: choose the file itself.");
+    ChooseSingleFile("C:\\docs\\link.txt", "C:\\docs\\link.txt is a link.\r\n"
+                                           "Links are not followed: choose what it leads to.");
     EXPECT_EQ("A:\\", strDirPath);
 }
 
