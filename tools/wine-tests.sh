@@ -24,5 +24,4 @@ for program in "$programs"/*_tests.exe "$programs"/*_contract.exe; do
     name=$(basename "$program" .exe)
     gtest "$name" wine "C:\\tests\\$name.exe"
 done
-step forensics bash tests/windows/forensics.sh "$programs/nullwright_purge.exe" build/forensics
 step "wiped image" bash tools/wiped-image.sh

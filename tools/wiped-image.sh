@@ -1,71 +1,117 @@
 #!/usr/bin/env bash
-# After the free space of a small disk was purged through the program's windows, nothing of a file
-# that was deleted before is in the disk's image any more: on ext4 with blocks of 4096 and of 1024
-# bytes, and on NTFS. Run by ./test, which has Wine, the program and a display ready. Exit code 77:
-# skipped.
+# What was purged through the program's windows is in the raw image of its disk no more: files of all
+# lengths, and what the free space still held of a deleted file. On ext4 with blocks of 4096 and of
+# 1024 bytes, on ext4 that keeps small files in its inodes (without a journal, which would hold them,
+# too), and on NTFS, which keeps them in its file records. Run by ./test, which has Wine, the program
+# and a display ready. Exit code 77: skipped.
 set -euo pipefail
 
-image=build/wiped.img mountpoint=$PWD/build/wiped marker=MARKER-OF-A-DELETED-FILE
-mkdir -p "$mountpoint"
+image=build/wiped.img mounted=$PWD/build/wiped marker=nw-marker-5d1c-
+sizes="20 60 100 240 500 690 1000 2000 4095 4096 4097 12345 65536 300001 1048576 3000001"
+mkdir -p "$mounted"
 # The letter of the other small drive, which Wine knows: new letters it sees at its next start only.
 letter=$WINEPREFIX/dosdevices/t:
 other=$(readlink "$letter" || true)
+
+detach() {
+    mountpoint -q "$mounted" || return 0
+    # Wine lets go of a folder a moment after its program has ended.
+    for _ in $(seq 50); do
+        umount "$mounted" 2> /dev/null && return
+        sleep 0.1
+    done
+    umount -l "$mounted"
+    return 1
+}
 clean_up() {
     if [ -n "$other" ]; then ln -sfn "$other" "$letter"; else rm -f "$letter"; fi
-    umount "$mountpoint" 2> /dev/null || true
+    detach || true
     rm -f "$image"
 }
 trap clean_up EXIT
-markers() { { grep -a -o "$marker" "$image" || true; } | wc -l; }
 
-# make_disk FILESYSTEM CLUSTER: an empty image, mounted. Fails where that cannot be done.
-make_disk() {
-    [ "$(id -u)" = 0 ] || return 1
+make_image() {
     rm -f "$image"
     truncate -s 24M "$image"
-    if [ "$1" = ntfs ]; then
-        mkfs.ntfs -q -F -Q -c "$2" "$image" > /dev/null 2>&1 && ntfs-3g "$image" "$mountpoint" 2> /dev/null
-        return
-    fi
-    mkfs.ext4 -q -m 0 -b "$2" "$image" && mount -o loop "$image" "$mountpoint" 2> /dev/null || return 1
-    # ext4 keeps some blocks back for its own records, which no program can fill.
-    echo 0 > "/sys/fs/ext4/$(basename "$(findmnt -n -o SOURCE "$mountpoint")")/reserved_clusters"
+    case $1 in
+    ext4) mkfs.ext4 -q -m 0 -b "$2" "$image" ;;
+    ext4-inline) mkfs.ext4 -q -m 0 -b "$2" -I 1024 -O 'inline_data,^has_journal' "$image" ;;
+    ntfs) mkfs.ntfs -q -F -Q -c "$2" -p 0 -H 16 -S 63 "$image" > /dev/null 2>&1 ;;
+    esac
 }
 
-# try_on FILESYSTEM CLUSTER: the whole of the disk was somebody's file, which is deleted.
-try_on() {
-    local before after
+attach() {
+    case $1 in
+    ext4*)
+        mount -o loop "$image" "$mounted" 2> /dev/null || return 1
+        # ext4 keeps some blocks back for its own records, which no program can fill.
+        echo 0 > "/sys/fs/ext4/$(basename "$(findmnt -n -o SOURCE "$mounted")")/reserved_clusters"
+        ;;
+    ntfs) ntfs-3g "$image" "$mounted" 2> /dev/null ;;
+    esac
+}
+
+# markers_of LENGTH FILE: fills a file, as far as there is room. "yes" ends by a broken pipe.
+markers_of() { { yes "$marker" || true; } 2> /dev/null | tr -d '\n' | head -c "$1" > "$2" 2> /dev/null || true; }
+
+# expect_markers LEAST WHEN: how many there are in the raw image; at most 0 where LEAST is 0.
+expect_markers() {
+    local count
+    count=$({ grep -a -o "$marker" "$image" || true; } | wc -l)
+    echo "$disk: markers $2: $count"
+    [ "$1" = 0 ] && [ "$count" = 0 ] || [ "$1" != 0 ] && [ "$count" -ge "$1" ]
+}
+
+# drive PROGRAM TEST: lets a test drive Nullwright on the disk.
+drive() {
+    ln -sfn "$mounted" "$letter"
+    NW_SMALL_DRIVE='T:\' timeout 120 wine "C:\\tests\\$1.exe" --gtest_brief=1 --gtest_filter="$2" < /dev/null
+}
+
+purge_files() {
+    local test size
+    for test in WithRandomBytes WithPatternsAndRandomBytes; do
+        mkdir "$mounted/data"
+        for size in $sizes; do markers_of "$size" "$mounted/data/$size.txt"; done
+        detach && expect_markers 200000 "in files" && attach "$1" || return 1
+        drive nullwright_purge "PurgeFolder.$test" && rmdir "$mounted/data" || return 1
+        detach && expect_markers 0 "after purging them" && attach "$1" || return 1
+    done
+}
+
+purge_free_space() {
     # Wine finds the device behind a drive letter in this list; without the device the program cannot
     # have the file system's own records flushed, which ext4 needs.
     [ "$1" = ntfs ] || [ -e /etc/mtab ] || { echo "no /etc/mtab"; return 77; }
-    make_disk "$1" "$2" || { echo "no right to mount an image"; return 77; }
-    { yes "$marker" || true; } 2> /dev/null | head -c 25000000 > "$mountpoint/secret.txt" 2> /dev/null || true
-    sync -f "$mountpoint"
-    rm "$mountpoint/secret.txt"
-    sync -f "$mountpoint"
-    before=$(markers)
-    echo "$1, clusters of $2: markers after deleting the file: $before"
-    [ "$before" -gt 500000 ] || { echo "the deleted file was not there: nothing is shown"; return 1; }
-    ln -sfn "$mountpoint" "$letter"
-    NW_SMALL_DRIVE='T:\' timeout 120 wine 'C:\tests\nullwright_window_tests.exe' \
-        --gtest_filter='DrivesTest.SpeedIsMeasuredAndFreeSpacePurged' < /dev/null || return 1
-    umount "$mountpoint"
-    after=$(markers)
-    echo "$1, clusters of $2: markers after purging the free space: $after"
-    [ "$after" = 0 ]
+    # The whole of the disk was somebody's file, which is deleted.
+    markers_of 25000000 "$mounted/secret.txt"
+    sync -f "$mounted"
+    rm "$mounted/secret.txt"
+    sync -f "$mounted"
+    expect_markers 500000 "of a deleted file" || return 1
+    drive nullwright_window_tests DrivesTest.SpeedIsMeasuredAndFreeSpacePurged || return 1
+    detach && expect_markers 0 "after purging the free space"
 }
 
-done_on=0 result=0
-for disk in "ext4 4096" "ext4 1024" "ntfs 4096"; do
-    status=0
+[ "$(id -u)" = 0 ] || { echo "skipped: no right to mount an image"; exit 77; }
+tried=0 failed=0
+for disk in "ext4 4096" "ext4 1024" "ext4-inline 4096" "ntfs 4096"; do
     # shellcheck disable=SC2086
-    try_on $disk || status=$?
+    if ! { make_image $disk && attach $disk; }; then
+        echo "skipped: $disk: cannot be mounted"
+        continue
+    fi
+    tried=$((tried + 1)) status=0
+    # shellcheck disable=SC2086
+    purge_files $disk || failed=1
+    # shellcheck disable=SC2086
+    [ "${disk% *}" = ext4-inline ] || purge_free_space $disk || status=$?
     case $status in
-    0) done_on=$((done_on + 1)) ;;
-    77) echo "skipped: $disk" ;;
-    *) result=1 ;;
+    0) ;;
+    77) echo "skipped: free space of $disk" ;;
+    *) failed=1 ;;
     esac
-    umount "$mountpoint" 2> /dev/null || true
+    detach || failed=1
 done
-[ $result = 0 ] || exit 1
-[ $done_on -gt 0 ] || { echo "skipped: no image can be tried here"; exit 77; }
+[ $failed = 0 ] || { echo "markers were left, or were never there"; exit 1; }
+[ $tried -gt 0 ] || { echo "skipped: no image can be mounted here"; exit 77; }

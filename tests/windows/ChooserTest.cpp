@@ -10,7 +10,7 @@ TEST_F(ChooserTest, SubfoldersComeWithTheirCounts) {
     Put("data\\Program Files (x86)\\b.txt", "b");
     Put("data\\c (1)\\inner\\d.txt", "d");
     HWND chooser = OpenSubfolders("data");
-    EXPECT_TRUE(WaitUntil([&] { return Focused(chooser) == Named(chooser, "lstSubfolders"); }));
+    ExpectFocus(chooser, "lstSubfolders");
     PressKey(chooser, VK_SPACE);
     Expect(chooser, "lblChosen", "One subfolder is chosen.");
     PressKey(chooser, VK_DOWN);
@@ -34,7 +34,7 @@ TEST_F(ChooserTest, FilesAreSpecified) {
     Click(main, "cmdSpecifyFiles");
     HWND specify = Window("Specify files"), extension = Named(specify, "txbExtension");
     PressKey(specify, 'E', VK_MENU);
-    EXPECT_TRUE(WaitUntil([&] { return Focused(specify) == extension; }));
+    ExpectFocus(specify, "txbExtension");
     EXPECT_TRUE(IsChecked(Named(specify, "optSpecification(2)")));
     Type(extension, "tar.gz");
     PressKey(specify, VK_RETURN);

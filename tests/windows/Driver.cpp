@@ -221,6 +221,12 @@ void ExpectUsable(HWND form, const std::string& name) {
         Fail(name + " cannot be used.");
 }
 
+void ExpectFocus(HWND form, const std::string& name) {
+    HWND control = Named(form, name);
+    if (control != nullptr && !WaitUntil([&] { return Focused(form) == control; }))
+        Fail(name + " has no focus.");
+}
+
 void ExpectGone(HWND form) {
     if (!WaitUntil([&] { return !IsWindowVisible(form); }))
         Fail("The window stays.");

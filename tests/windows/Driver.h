@@ -43,9 +43,10 @@ std::string TextOf(HWND window);
 /// Visible and enabled, as are all windows around it.
 bool IsUsable(HWND control);
 bool IsChecked(HWND button);
-/// Waits for a control to have this text, for a control to be usable, for a window to go.
+/// Waits for a control to have this text, to be usable, to have the focus; for a window to go.
 void Expect(HWND form, const std::string& name, const std::string& text);
 void ExpectUsable(HWND form, const std::string& name);
+void ExpectFocus(HWND form, const std::string& name);
 void ExpectGone(HWND form);
 /// All windows of the program with their texts, for failure messages.
 std::string Describe();

@@ -7,11 +7,6 @@
 using namespace driver;
 
 struct KeysTest : WindowTest {
-    /// Waits until the control with this name has the focus.
-    static void ExpectFocus(HWND form, const std::string& name) {
-        HWND control = Named(form, name);
-        EXPECT_TRUE(WaitUntil([&] { return Focused(form) == control; })) << name << Describe();
-    }
     /// Presses a key that moves the focus, and waits until it has; gives its name.
     static std::string MoveFocus(HWND form, WORD key) {
         HWND before = Focused(form);

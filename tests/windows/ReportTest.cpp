@@ -23,16 +23,12 @@ struct ReportTest : WindowTest {
         Click(main, "cmdSubdirectories");
         Expect(main, "lblSubdirectories", "Yes");
     }
-    void StartPurge() {
+    /// What is to come is a form that the run shows.
+    HWND StartRun(const char* toCome = "Purge files") {
         filesBefore = FilesLeft();
-        Click(main, "cmdProcessFiles(1)");
-        Click(Window("Purge options"), "cmdDoPurge");
-        AnswerBox("Purge files", "", IDYES);
-        Click(Window("File-monitoring software query"), "cmdNo");
-    }
-    HWND StartRun() {
         StartPurge();
-        return Window("Purge files");
+        Click(Window("File-monitoring software query"), "cmdNo");
+        return Window(toCome);
     }
     int FilesLeft() { return static_cast<int>(std::count_if(files.begin(), files.end(), Exists)); }
     void ExpectEnd(HWND report, const std::string& state) {
@@ -87,10 +83,8 @@ TEST_F(ReportTest, F10AndClosingInterrupt) {
 
 TEST_F(ReportTest, F10InTheConfirmationThenToTheEnd) {
     Click(main, "cmdConfirmFiles");
-    StartPurge();
-    HWND confirmation = Window("Confirm purging of this file");
-    // Enter pressed too early must not purge anything.
-    EXPECT_TRUE(WaitUntil([&] { return Focused(confirmation) == Named(confirmation, "cmdNo"); }));
+    HWND confirmation = StartRun("Confirm purging of this file");
+    ExpectFocus(confirmation, "cmdNo"); // Enter pressed too early must not purge anything
     PressKey(confirmation, VK_F10);
     Click(confirmation, "cmdNo");
     HWND report = Window("Purge files");

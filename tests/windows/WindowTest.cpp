@@ -97,6 +97,12 @@ HWND WindowTest::OpenTypeOfPurge() {
     return Window("What type of purge should be used?");
 }
 
+void WindowTest::StartPurge() {
+    Click(main, "cmdProcessFiles(1)");
+    Click(Window("Purge options"), "cmdDoPurge");
+    AnswerBox("Purge files", "", IDYES);
+}
+
 HWND WindowTest::OpenSubfolders(const std::string& name) {
     Click(main, "cmdSpecifyDirectory(1)");
     AnswerBox("Purge folders", "", IDYES);

@@ -21,6 +21,8 @@ struct WindowTest : testing::Test {
     /// "Type of purge", and "Purge folders" up to the choice of subfolders of a folder.
     HWND OpenTypeOfPurge();
     HWND OpenSubfolders(const std::string& name);
+    /// "Purge files" with the options as they are, up to "Yes" to its question.
+    void StartPurge();
     HWND main = nullptr;
 
 private:
