@@ -108,6 +108,10 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     if (blnStop && (!loop.blnBegun || !GoOn(loop, strPath + "\r\n")))
         return false;
     loop.blnBegun = true;
+    // The list that it comes from may be hours old: a link that was put in its place meanwhile must
+    // not be followed. The root of a drive is none.
+    if (blnSubfolders && IsLink(FolderWithoutBackslash(strFolder)))
+        return true;
     // The whole list first: purging a file while its folder is being listed could hide others.
     std::vector<std::string> files, subfolders;
     const bool blnFilesStay = IsProgramFolder(strPath);
@@ -127,8 +131,8 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
         if (!VisitFile(loop, strPath + strName))
             return false;
     files = {};
-    for (const std::string& strName : subfolders) // asked again: the list has grown old meanwhile
-        if (!IsLink(strPath + strName) && !WalkFiles(loop, strPath + strName, true))
+    for (const std::string& strName : subfolders)
+        if (!WalkFiles(loop, strPath + strName, true))
             return false;
     return true;
 }
