@@ -10,6 +10,7 @@
 #include "shell/Session.h"
 #include "support/Numbers.h"
 
+#include <algorithm>
 #include <string>
 
 struct RunTest : StartedTest {
@@ -48,11 +49,10 @@ struct RunTest : StartedTest {
         frmReport.blnDisplayFileNames = blnFiles;
         return Run(false, spec);
     }
-    /// Line ends as \n, so that expected texts can be read; a line end of another kind shows.
+    /// Line ends as \n, so that expected texts can be read; a lone \n is lost, and shows so.
     static std::string Plain(std::string text) {
-        for (std::size_t i = 0; (i = text.find_first_of("\r\n", i)) != std::string::npos; ++i)
-            text.replace(i, text.compare(i, 2, "\r\n") == 0 ? 2 : 1,
-                         text.compare(i, 2, "\r\n") == 0 ? "\n" : "?");
+        std::erase(text, '\n');
+        std::replace(text.begin(), text.end(), '\r', '\n');
         return text;
     }
     /// What stands between the header and the closing time of a purge of all files in C:\d\.
