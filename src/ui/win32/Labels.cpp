@@ -74,8 +74,9 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
             format |= DT_EDITCONTROL;
     }
     if (coloured) {
-        Fill(context, {box.left, box.top, std::min(needed.right + margin, box.right), box.bottom},
-             *BackColorOf(label));
+        // Here too the text may be a little wider than it was measured.
+        const LONG right = std::min(needed.right + margin + margin / 2, box.right);
+        Fill(context, {box.left, box.top, right, box.bottom}, *BackColorOf(label));
         place.top += std::max(0L, (place.bottom - needed.bottom) / 2);
     }
     DrawTextW(context, text.c_str(), length, &place, format);
