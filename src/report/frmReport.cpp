@@ -35,7 +35,7 @@ void LayOutReport() {
     f.barProgress.Top = rowTop;
     f.lblProgress.Top = rowTop;
     f.lblProgress.Left = intMargin;
-    if (WritesDots())
+    if (f.blnRunning && WritesDots())
         f.lblProgress.Left += f.lblDots.Width + intMargin;
     else if (f.barProgress.Visible)
         f.lblProgress.Left += f.barProgress.Width + intMargin;
