@@ -37,8 +37,6 @@ bool MakeFolderLink(const std::string& path, const std::string& target);
 bool MakeHardLink(const std::string& path, const std::string& other);
 /// Whether the drive of the scratch folder keeps alternate data streams.
 bool KeepsStreams();
-/// Whether this user is refused when opening a read-only file for writing (root is not).
-bool ReadOnlyBinds();
 
 /// A fresh scratch folder for each case.
 struct Contract : testing::Test {

@@ -53,8 +53,4 @@ bool KeepsStreams() {
     return true;
 }
 
-bool ReadOnlyBinds() {
-    return true;
-}
-
 } // namespace contract

@@ -4,12 +4,10 @@
 #include "platform/System.h"
 
 using namespace platform;
-using contract::Content;
-using contract::Contract;
-using contract::Put;
+using namespace contract;
 
 TEST_F(Contract, AFullDriveIsDiskFullAndShortCountsAreFaults) {
-    const std::string root = contract::SmallDrive();
+    const std::string root = SmallDrive();
     if (root.empty())
         GTEST_SKIP() << "no small drive was prepared (NW_SMALL_DRIVE)";
     std::uint64_t free = 0, total = 0;
@@ -30,10 +28,6 @@ TEST_F(Contract, AFullDriveIsDiskFullAndShortCountsAreFaults) {
     EXPECT_GE(length, blocks * block.size());
     EXPECT_LE(length, free);
     EXPECT_GT(length + (1u << 20), free) << "full long before the end";
-    EXPECT_EQ(ReadDriveSpace(root, left, total), Fault::None);
-    EXPECT_LE(left, free - length);
-    EXPECT_EQ(Put(path + "2", block + block), Fault::DiskFull);
-    (void)RemoveFile(path + "2");
     EXPECT_EQ(RemoveFile(path), Fault::None);
     EXPECT_EQ(ReadDriveSpace(root, left, total), Fault::None);
     EXPECT_EQ(left, free);
@@ -53,38 +47,15 @@ TEST_F(Contract, DrivesTellTheirSpace) {
     ASSERT_GE(cluster, 512u);
     EXPECT_EQ(facts.TotalClusters, total / cluster);
     EXPECT_LE(facts.FreeClusters, facts.TotalClusters);
-    const std::string letters = DriveLetters();
-    for (char letter = 'Z'; letter >= 'A'; --letter) {
-        if (letters.find(letter) != std::string::npos)
-            continue;
-        const std::string missing = std::string(1, letter) + ":\\";
-        EXPECT_EQ(TypeOfDrive(missing), DriveType::NoRoot);
-        free = 77;
-        EXPECT_NE(ReadDriveSpace(missing, free, total), Fault::None);
-        EXPECT_EQ(free, 77u);
-        EXPECT_NE(ReadClusterFacts(missing, facts), Fault::None);
-        VolumeFacts volume;
-        EXPECT_NE(ReadVolumeFacts(missing, volume), Fault::None);
-        EXPECT_FALSE(FolderExists(missing));
-        break;
-    }
-}
-
-TEST_F(Contract, ClockAndFolders) {
-    const std::uint64_t before = TickCount();
-    const double seconds = SecondsSinceMidnight();
-    EXPECT_GE(seconds, 0);
-    EXPECT_LT(seconds, 86400);
-    EXPECT_GE(TickCount(), before);
-    const std::string time = TimeText();
-    ASSERT_EQ(time.size(), 8u);
-    EXPECT_TRUE(time[2] == ':' && time[5] == ':');
-    EXPECT_NE(DateText(), "");
-    std::string data;
-    EXPECT_EQ(ReadApplicationDataFolder(data), Fault::None);
-    EXPECT_NE(data, "");
-    EXPECT_NE(data.back(), '\\');
-    EXPECT_EQ(ProgramPath().compare(0, ProgramFolder().size() + 1, ProgramFolder() + "\\"), 0);
+    std::string missing = "Z:\\";
+    while (missing[0] > 'A' && DriveLetters().find(missing[0]) != std::string::npos)
+        --missing[0];
+    EXPECT_EQ(TypeOfDrive(missing), DriveType::NoRoot);
+    VolumeFacts volume;
+    EXPECT_NE(ReadDriveSpace(missing, free, total), Fault::None);
+    EXPECT_NE(ReadClusterFacts(missing, facts), Fault::None);
+    EXPECT_NE(ReadVolumeFacts(missing, volume), Fault::None);
+    EXPECT_FALSE(FolderExists(missing));
 }
 
 TEST_F(Contract, CaseOfTheWholeOfUnicode) {
@@ -114,12 +85,6 @@ TEST_F(Contract, TheAuxiliaryLibrary) {
     EXPECT_LT(AuxiliaryChangeFileSize(path, -2), 0);
     EXPECT_EQ(AuxiliaryFlushFile(path), 0);
     EXPECT_LT(AuxiliaryChangeFileSize(In("no"), -1), 0);
-    EXPECT_LT(AuxiliaryChangeFileSize(folder, -1), 0);
     EXPECT_NE(AuxiliaryFlushFile(In("no")), 0);
     EXPECT_FALSE(FileExists(In("no")));
-    if (contract::HoldFile(path)) {
-        EXPECT_LT(AuxiliaryChangeFileSize(path, -1), 0);
-        contract::LetGoOfFile();
-    }
-    EXPECT_EQ(Content(path).size(), 6u);
 }

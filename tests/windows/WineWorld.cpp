@@ -129,16 +129,4 @@ bool KeepsStreams() {
            (flags & FILE_NAMED_STREAMS) != 0;
 }
 
-bool ReadOnlyBinds() {
-    const std::wstring path = platform::WidePath(scratch + "\\read-only-probe");
-    CloseHandle(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                            FILE_ATTRIBUTE_READONLY, nullptr));
-    HANDLE probe = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (probe != INVALID_HANDLE_VALUE)
-        CloseHandle(probe);
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    DeleteFileW(path.c_str());
-    return probe == INVALID_HANDLE_VALUE;
-}
-
 } // namespace contract
