@@ -176,8 +176,8 @@ Place Find(const std::string& path, bool followLast) {
     if (path.size() < 2 || path[1] != ':')
         return path.empty() ? Nowhere(Fault::NotFound)
                             : Find(currentFolder + "\\" + path, followLast);
-    place.Letter = static_cast<char>(path[0] & ~0x20);
-    const auto drive = drives.find(place.Letter);
+    const char letter = static_cast<char>(path[0] & ~0x20);
+    const auto drive = drives.find(letter);
     if (drive == drives.end())
         return Nowhere(Fault::NotFound);
     place.Disk = &drive->second;
@@ -190,7 +190,7 @@ Place Find(const std::string& path, bool followLast) {
         parts[parts.size() - 2].resize(colon);
     }
     place.Item = place.Disk->Root;
-    place.Path = std::string(1, place.Letter) + ":";
+    place.Path = std::string(1, letter) + ":";
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const bool last = i + 1 == parts.size(), isStream = last && colon != std::string::npos;
         if (!place.Item || place.Item->Folder == isStream)
@@ -277,15 +277,15 @@ std::vector<std::string> FilesBelow(const std::string& folder) {
 
 // ---- The journal -------------------------------------------------------------------------------
 
-void Journal(const char* what, const std::string& path, std::uint64_t offset, const Run& run,
-             const std::string& newPath) {
+void Journal(const std::string& what, const std::string& path, std::uint64_t offset,
+             const Run& run) {
     if (!journal.empty()) {
         Event& last = journal.back();
         if (last.What == "write" && last.What == what && last.Path == path &&
             last.Offset + last.Data.Length == offset && Join(last.Data, run))
             return;
     }
-    journal.push_back({what, path, offset, run, newPath});
+    journal.push_back({what, path, offset, run});
 }
 
 std::string JournalText(const std::string& path) {
@@ -305,8 +305,6 @@ std::string JournalText(const std::string& path) {
             text += event.Data.Pattern.size() == 1 ? byte : "*";
         } else if (event.What == "length" || event.What == "attributes") {
             text += " " + offset;
-        } else if (event.What == "rename") {
-            text += " " + event.NewPath;
         }
         text += "\n";
     }

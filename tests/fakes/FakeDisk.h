@@ -8,7 +8,6 @@ namespace fake {
 /// Where a path leads. Folder links on the way are followed.
 struct Place {
     platform::Fault Trouble = platform::Fault::None; ///< why not even the folder could be reached
-    char Letter = 0;
     Drive* Disk = nullptr;
     std::shared_ptr<Node> Folder; ///< that holds the item, of a stream the file; null for the root
     std::shared_ptr<Node> Item;   ///< null: no such name in Folder
@@ -17,8 +16,8 @@ struct Place {
 Place Find(const std::string& path, bool followLast);
 
 Run MakeRun(const void* data, std::size_t size);
-void Journal(const char* what, const std::string& path, std::uint64_t offset = 0,
-             const Run& run = {}, const std::string& newPath = "");
+void Journal(const std::string& what, const std::string& path, std::uint64_t offset = 0,
+             const Run& run = {});
 void Add(Node& folder, const std::shared_ptr<Node>& node);
 std::shared_ptr<Node> Add(Node& folder, const std::string& name, bool isFolder);
 void Drop(Node& folder, const Node& item);

@@ -21,7 +21,6 @@ namespace {
 struct Handle {
     std::shared_ptr<Node> Item;
     std::string Path;
-    char Letter = 0;
     std::uint64_t Position = 0;
     platform::Access Mode = platform::Access::Read;
 };
@@ -101,7 +100,7 @@ namespace {
 /// A call on an open file: NotReady when the medium under it is gone.
 Fault BeginOn(const char* call, const Handle& handle) {
     const Fault fault = Begin(call, handle.Path);
-    const auto drive = drives.find(handle.Letter);
+    const auto drive = drives.find(handle.Path[0]);
     return drive == drives.end() || !drive->second.MediaPresent ? Fault::NotReady : fault;
 }
 
@@ -207,7 +206,7 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
     ++place.Item->Handles;
     place.Item->Open = place.Item->Open || changes;
     file.Handle = nextHandle++;
-    handles[file.Handle] = {place.Item, place.Path, place.Letter, 0, access};
+    handles[file.Handle] = {place.Item, place.Path, 0, access};
     return Fault::None;
 }
 
@@ -226,7 +225,7 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
     if (fault == Fault::NotReady || handle.Mode == Access::Read)
         return Failed(fault) ? fault : Fault::AccessDenied;
     std::uint64_t count = Failed(fault) ? size / 2 : size;
-    const Drive& drive = drives.at(handle.Letter);
+    const Drive& drive = drives.at(handle.Path[0]);
     const std::uint64_t room = drive.InClusters(handle.Item->Data.Length()) + drive.Free();
     if (handle.Position + count > room) {
         count = room > handle.Position ? room - handle.Position : 0;
@@ -339,22 +338,17 @@ Fault RemoveFile(const std::string& path) {
 Fault RenameReplacing(const std::string& from, const std::string& to) {
     return OnItem(__func__, from, false, [&](const Place& source) {
         const Place target = Find(to, false);
-        if (Failed(target.Trouble) || source.Disk != target.Disk)
-            return Failed(target.Trouble) ? target.Trouble : Fault::Other;
-        if (source.Disk->ReadOnly)
-            return Fault::WriteProtected;
-        if (source.Item->Locked || source.Item->Handles > 0)
-            return Fault::SharingViolation;
-        if (target.Item && target.Item != source.Item) {
-            if (const Fault fault = MayChange(target, true); Failed(fault))
-                return fault;
-            TakeAway(to);
-        }
+        Fault fault = Failed(target.Trouble) ? target.Trouble : MayChange(source, true);
+        if (!Failed(fault) && target.Item)
+            fault = MayChange(target, true);
+        if (Failed(fault))
+            return fault;
+        TakeAway(to);
         Drop(*source.Folder, *source.Item);
         source.Item->Name = target.Name;
         Add(*target.Folder, source.Item);
-        Journal("rename", source.Path, 0, {}, target.Path);
-        return Fault::None;
+        Journal("rename " + target.Path, source.Path);
+        return fault;
     });
 }
 

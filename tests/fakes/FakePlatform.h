@@ -71,11 +71,10 @@ struct Drive {
 /// What was done to the disk, in order. Writes that continue one another are one event, however
 /// many calls they took. Paths are the real ones, behind links.
 struct Event {
-    std::string What; ///< as in JournalText: "create", "write"
+    std::string What; ///< as in JournalText: "create", "write", "rename <new path>"
     std::string Path;
     std::uint64_t Offset = 0; ///< of a write; the new length of Length, the new attributes
     Run Data;                 ///< of a write
-    std::string NewPath;      ///< of a rename
 };
 
 /// Everything as at the beginning: drive C: (fixed, NTFS, 64 GiB, clusters of 4096), the

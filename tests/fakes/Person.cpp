@@ -109,11 +109,6 @@ void ReleaseMouse(ui::TextBox& textBox, std::size_t start, std::size_t length) {
     Invoke(textBox.MouseUp);
 }
 
-void HoverOver(ui::Control& control) {
-    EXPECT_TRUE(CanReach(control)) << "A person could not point at " << control.Name;
-    Invoke(control.MouseOver);
-}
-
 void PressF10() {
     if (user.KeyHandler)
         user.KeyHandler(121);

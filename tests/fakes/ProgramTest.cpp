@@ -28,8 +28,3 @@ void ProgramTest::TearDown() {
 void ProgramTest::StartProgram() {
     StartUp();
 }
-
-void StartedTest::SetUp() {
-    ProgramTest::SetUp();
-    StartProgram();
-}

@@ -16,6 +16,11 @@ struct ProgramTest : testing::Test {
 };
 
 /// The program has been started.
-struct StartedTest : ProgramTest {
-    void SetUp() override;
+template<typename Test>
+struct Started : Test {
+    void SetUp() override {
+        Test::SetUp();
+        Test::StartProgram();
+    }
 };
+using StartedTest = Started<ProgramTest>;

@@ -94,7 +94,6 @@ void DoubleClick(ui::ListBox& list, const std::string& item);
 void Type(ui::TextBox& textBox, const std::string& text);
 /// Selects a part of a text box with the mouse.
 void ReleaseMouse(ui::TextBox& textBox, std::size_t start = 0, std::size_t length = 0);
-void HoverOver(ui::Control& control);
 void PressF10();
 /// Enter presses the button with the focus, else the form's Default one; Escape its Cancel one.
 void PressEnter(ui::Form& form);

@@ -50,16 +50,6 @@ TEST_F(ShellTest, StartsWithTheSetupOfTheLastRun) {
     EXPECT_FALSE(blnSubdirectories);
 }
 
-TEST_F(ShellTest, SaysWhatIsWrongWithTheFilesItStartsFrom) {
-    fake::PutFile(fake::programFolder + "\\nullwright.dat", "");
-    fake::PutFile(strNextRun, "1.0\r\n");
-    user.BoxLike("Error", "nullwright.dat");
-    user.Box("Error", "Error when attempting to load setup from file " + strNextRun + "!",
-             fake::Warns);
-    StartProgram();
-    EXPECT_TRUE(f.Visible);
-}
-
 TEST_F(ShellTest, StartsWhateverCallFails) {
     fake::PutFile(strNextRun, "1.0,0,0,,,0,1,0,0,0,0,0,0,0");
     bool blnFailed = true;
@@ -146,11 +136,9 @@ TEST_F(MainWindow, ButtonsAnswerToMouseAndKeys) {
     for (ui::Control* control : f.Controls) {
         SCOPED_TRACE(control->Name);
         if (control->Kind == ui::ControlKind::Button) {
-            EXPECT_TRUE(control->Click && control->MouseOver && control->Mnemonic);
-            if (fake::CanReach(*control)) {
-                fake::HoverOver(*control);
-                EXPECT_EQ(control, user.Focus) << "the focus follows the mouse";
-            }
+            ASSERT_TRUE(control->Click && control->MouseOver && control->Mnemonic);
+            control->MouseOver();
+            EXPECT_EQ(fake::CanReach(*control), control == user.Focus) << "it follows the mouse";
         }
         if (control->Mnemonic == 0)
             continue;
@@ -160,30 +148,6 @@ TEST_F(MainWindow, ButtonsAnswerToMouseAndKeys) {
         EXPECT_TRUE(control->Caption == "Not now" || !mnemonics.contains(chrUpper));
         mnemonics[chrUpper] = control;
     }
-}
-
-TEST_F(MainWindow, ControlsDoNotOverlap) {
-    // Everything that can be shown together, with texts as long as they get.
-    strFilespec = "*" + std::string(200, 'm') + "*";
-    UpdateFilesLabels();
-    SetMainLine(MainLine::LargePurgeMessage, std::string(1000, 'm'));
-    SetMainLine(MainLine::Subdirectories2, std::string(200, 'm'));
-    SetMainLine(MainLine::PurgeSpeed, std::string(200, 'm'));
-    f.fraSetup.Visible = true;
-    f.lblSetupFilename.Visible = false;
-    for (const ui::Control* a : f.Controls) {
-        EXPECT_TRUE(a->Container ||
-                    (a->Left + a->Width <= f.Width && a->Top + a->Height <= f.Height))
-            << a->Name;
-        for (const ui::Control* b : f.Controls) {
-            if (a >= b || a->Container != b->Container || !a->Visible || !b->Visible)
-                continue;
-            EXPECT_TRUE(a->Left + a->Width <= b->Left || b->Left + b->Width <= a->Left ||
-                        a->Top + a->Height <= b->Top || b->Top + b->Height <= a->Top)
-                << a->Name << " and " << b->Name;
-        }
-    }
-    EXPECT_LE(f.Height, (720 - 48 - 31) * 15) << "a small screen, its taskbar and the title bar";
 }
 
 } // namespace

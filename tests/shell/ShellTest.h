@@ -29,12 +29,7 @@ struct ShellTest : ProgramTest {
     }
 };
 
-struct StartedShell : ShellTest {
-    void SetUp() override {
-        ShellTest::SetUp();
-        StartProgram();
-    }
-};
+using StartedShell = Started<ShellTest>;
 
 /// The commands that choose what to purge, and those that list and purge it.
 struct CommandsTest : StartedShell {
