@@ -19,7 +19,7 @@ namespace {
 // A file's line in the report while it is purged: what stands behind its path changes.
 struct FileLine {
     std::size_t lngTail = 0; ///< where that begins
-    std::int64_t lngLength = 0;
+    std::string strSize;     ///< " (4,096 bytes)"
     bool blnRuler = false;
 };
 
@@ -28,14 +28,14 @@ std::string Ruler(int passesDone, int passes) {
            std::string(passes - passesDone, '_') + " ";
 }
 
-std::string SizeText(const FileLine& line) {
-    return " (" + GroupedDigits(line.lngLength) + " bytes)";
+std::string SizeText(std::int64_t length) {
+    return " (" + GroupedDigits(length) + " bytes)";
 }
 
 FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) {
     AppendReport(path, false);
-    const FileLine line{ReportEnd(), length, blnRuler};
-    std::string tail = SizeText(line) + " purging";
+    const FileLine line{ReportEnd(), SizeText(length), blnRuler};
+    std::string tail = line.strSize + " purging";
     if (blnRuler) // at first with no more than ten marks, however many passes there are
         tail += "\r\n" + std::string(std::min<int>(purgeRun.intNumberOfPasses, 10), '_') + " ";
     AppendReport(tail, true);
@@ -43,12 +43,12 @@ FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) 
 }
 
 void RedrawRuler(const FileLine& line, int passesDone) {
-    ReplaceReportTail(line.lngTail, SizeText(line) + " purging\r\n" +
+    ReplaceReportTail(line.lngTail, line.strSize + " purging\r\n" +
                                         Ruler(passesDone, purgeRun.intNumberOfPasses));
 }
 
 void EndLine(const FileLine& line, const std::string& tail) {
-    ReplaceReportTail(line.lngTail, SizeText(line) + tail + "\r\n");
+    ReplaceReportTail(line.lngTail, line.strSize + tail + "\r\n");
 }
 
 // What the pass loop came to.
@@ -97,10 +97,12 @@ void PurgeAndTell(const std::string& path, std::int64_t length, bool blnSlackOnl
         EndLine(line, " purging stopped after pass " + GroupedDigits(passes.intDone) + " of " +
                           GroupedDigits(purgeRun.intNumberOfPasses) + ", not purged.");
     } else {
-        line.lngLength = LengthOfPurgedFile(); // the file may have changed since it was listed
+        const std::int64_t purgedLength = LengthOfPurgedFile();
+        if (purgedLength != length) // the file has changed since it was listed
+            line.strSize = SizeText(purgedLength);
         // A slack-only purge leaves its line at "purging".
         EndLine(line, (blnSlackOnly ? " purging" : " purged") + OutOfReachText(passes.lngReach));
-        frmReport.dblTotalBytesPurged += static_cast<double>(line.lngLength);
+        frmReport.dblTotalBytesPurged += static_cast<double>(purgedLength);
         ++frmReport.lngNumFilesPurged;
     }
 }
