@@ -84,7 +84,14 @@ TEST_F(LongTextTest, IsFilledInWhileNothingElseIsToBeDone) {
     EXPECT_FALSE(HasLine(600));
     ui::Wait(300);
     EXPECT_TRUE(HasLine(600));
-    EXPECT_GT(SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0), 550) << "the end stays in view";
+    const LRESULT top = SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0);
+    EXPECT_GT(top, 550) << "the end stays in view";
+    SendMessageW(edit, WM_VSCROLL, SB_PAGEUP, 0);
+    Grow(100, true);
+    EXPECT_LT(SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0), top) << "the user reads there";
+    SendMessageW(edit, WM_VSCROLL, SB_BOTTOM, 0);
+    Grow(1, true);
+    EXPECT_GT(SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0), top + 50) << "follows again";
     box.Text = "short";
     ui::Repaint(form);
     ExpectWhole();

@@ -90,7 +90,7 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     const bool bareFrame =
         control.Kind == ControlKind::Frame && !static_cast<const Frame&>(control).Border;
     if (!native.Sending && LooksIntoText(message))
-        CloseGap(native);
+        FillInAll(native);
     switch (message) {
     case WM_PAINT:
         if (label) {
@@ -167,6 +167,14 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
         break;
     case WM_MOUSELEAVE:
         OnMouseLeft(window);
+        break;
+    case WM_VSCROLL:
+    case WM_MOUSEWHEEL:
+        if (control.Kind == ControlKind::TextBox) {
+            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            NoteScrolling(native);
+            return result;
+        }
         break;
     case WM_LBUTTONUP:
         if (control.Kind == ControlKind::TextBox) {

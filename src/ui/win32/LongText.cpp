@@ -1,7 +1,7 @@
 // The window of a long text that grows, as a report does. To lay out a line costs the window tens
 // of microseconds, a thousand lines much more than the work that they tell of. So it gets what can
-// be seen at once: the last screenful. The lines before that wait in a gap, which is filled while
-// nothing else is to be done, and before anybody could look into it.
+// be seen at once: the last screenful. The lines before that follow while nothing else is to be
+// done, and before anybody could look at them.
 #include "ui/win32/Native.h"
 
 #include <algorithm>
@@ -27,23 +27,24 @@ std::size_t LineStart(const std::string& text, std::size_t at) {
     return before == std::string::npos ? 0 : before + 1;
 }
 
-LONG LineHeight(const NativeControl& native) {
+/// How many lines the window has room for.
+LRESULT LinesInView(const NativeControl& native) {
+    RECT client{};
+    GetClientRect(native.Window, &client);
     const HDC dc = GetDC(native.Window);
     const HGDIOBJ before = SelectObject(dc, native.Font);
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc, &metrics);
     SelectObject(dc, before);
     ReleaseDC(native.Window, dc);
-    return std::max(metrics.tmHeight, LONG{1});
+    return client.bottom / std::max(metrics.tmHeight, LONG{1});
 }
 
 /// Where the last lines begin that fill the window.
 std::size_t LastScreenful(const NativeControl& native, const std::string& text) {
-    RECT client{};
-    GetClientRect(native.Window, &client);
     std::size_t start = text.size();
     // Two more: one that is seen in part, and the empty one behind the last line end.
-    for (LONG lines = client.bottom / LineHeight(native) + 2; lines > 0 && start > 0; --lines)
+    for (LRESULT lines = LinesInView(native) + 2; lines > 0 && start > 0; --lines)
         start = LineStart(text, start - 1);
     return start;
 }
@@ -91,19 +92,13 @@ std::size_t UnitsOf(std::string_view text) {
 
 std::size_t WindowPlace(const NativeControl& native, std::size_t bytes) {
     const std::string_view text = native.Text;
-    std::size_t units = UnitsOf(text.substr(0, std::min(bytes, native.GapStart)));
-    if (bytes > native.GapEnd)
-        units += UnitsOf(text.substr(native.GapEnd, bytes - native.GapEnd));
-    return units;
+    return bytes <= native.Missing ? 0
+                                   : UnitsOf(text.substr(native.Missing, bytes - native.Missing));
 }
 
 std::size_t FieldPlace(const NativeControl& native, std::size_t units) {
-    const std::string_view text = native.Text;
-    std::size_t at = 0, seen = 0;
-    if (const std::size_t before = UnitsOf(text.substr(0, native.GapStart)); units > before) {
-        at = native.GapEnd;
-        seen = before;
-    }
+    const std::string& text = native.Text;
+    std::size_t at = native.Missing, seen = 0;
     while (at < text.size() && seen < units) {
         seen += static_cast<unsigned char>(text[at]) >= 0xF0 ? 2 : 1;
         do
@@ -113,54 +108,50 @@ std::size_t FieldPlace(const NativeControl& native, std::size_t units) {
     return at;
 }
 
-bool HasGap(const NativeControl& native) {
-    return native.GapEnd > native.GapStart;
+void NoteScrolling(NativeControl& native) {
+    const LRESULT top = SendMessageW(native.Window, EM_GETFIRSTVISIBLELINE, 0, 0);
+    const LRESULT lines = SendMessageW(native.Window, EM_GETLINECOUNT, 0, 0);
+    native.ScrolledUp = top + LinesInView(native) + 1 < lines;
 }
 
-bool AnyGap() {
+bool AnyMissing() {
     for (const auto& form : AllForms())
         if (form->Window && form->Which->Visible)
             for (const auto& native : form->Controls)
-                if (HasGap(*native))
+                if (native->Missing > 0)
                     return true;
     return false;
 }
 
-void FillGap(NativeControl& native, std::size_t bytes) {
-    const std::size_t from = native.GapStart;
-    const std::size_t lineEnd =
-        native.GapEnd - from > bytes ? native.Text.find('\n', from + bytes) : std::string::npos;
-    const std::size_t to = std::min(lineEnd, native.GapEnd - 1) + 1;
-    const std::size_t place = WindowPlace(native, from);
-    ReplaceInWindow(native, place, place,
-                    Widen(std::string_view(native.Text).substr(from, to - from)), false);
-    native.GapStart = to;
-    if (!HasGap(native)) // the scroll bar, too
+void FillIn(NativeControl& native, std::size_t bytes) {
+    const std::size_t from =
+        native.Missing > bytes ? LineStart(native.Text, native.Missing - bytes) : 0;
+    ReplaceInWindow(native, 0, 0,
+                    Widen(std::string_view(native.Text).substr(from, native.Missing - from)),
+                    false);
+    native.Missing = from;
+    if (from == 0) // the scroll bar, too
         RedrawWindow(native.Window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
 }
 
 void ChangeLongText(NativeControl& native, const std::string& text, bool follow) {
     std::size_t kept = CommonStart(native.Text, text);
-    // Where most of the text goes, as at the start of a run, a new one is far cheaper.
-    if (kept < native.Text.size() - kept)
-        kept = 0;
-    std::size_t gapStart = native.GapStart, gapEnd = native.GapEnd, sent = kept;
     const std::size_t screenful = LastScreenful(native, text);
-    if ((HasGap(native) && kept < gapEnd) || kept < screenful) {
-        gapStart = LineStart(text, HasGap(native) ? std::min(kept, gapStart) : kept);
-        sent = gapEnd = std::max(gapStart, screenful);
-        kept = gapStart;
+    // Where most of the text goes, as at the start of a run, or what was added fills the window, a
+    // new one is far cheaper. But a user who reads further up has all lines and keeps the place.
+    if (kept < native.Text.size() - kept || kept <= native.Missing || (follow && kept < screenful))
+        kept = 0;
+    const std::size_t from = WindowPlace(native, kept);
+    if (kept == 0) {
+        native.Missing = screenful;
+        native.ScrolledUp = false;
+        follow = true;
     }
-    const std::wstring added = Widen(std::string_view(text).substr(sent));
-    if (kept > 0) {
-        ReplaceInWindow(native, WindowPlace(native, kept), native.Units, added, follow);
-    } else {
-        SetWindowTextW(native.Window, added.c_str());
-        native.Units = added.size();
-    }
+    // A text set anew by SetWindowText would draw the scroll bar twice, which takes longer than all
+    // the rest.
+    ReplaceInWindow(native, from, native.Units,
+                    Widen(std::string_view(text).substr(std::max(kept, native.Missing))), follow);
     native.Text = text;
-    native.GapStart = gapStart;
-    native.GapEnd = gapEnd;
 }
 
 } // namespace ui::win32

@@ -52,7 +52,7 @@ void Loop(const std::function<bool()>& goOn) {
         if (quitting || !goOn())
             break;
         SyncAll(Thorough::Yes);
-        MsgWaitForMultipleObjectsEx(0, nullptr, AnyGap() ? 0 : INFINITE, QS_ALLINPUT,
+        MsgWaitForMultipleObjectsEx(0, nullptr, AnyMissing() ? 0 : INFINITE, QS_ALLINPUT,
                                     MWMO_INPUTAVAILABLE);
     }
 }
@@ -97,7 +97,7 @@ void Wait(int milliseconds) {
         if (now >= end)
             return;
         SyncAll(Thorough::Yes);
-        MsgWaitForMultipleObjectsEx(0, nullptr, AnyGap() ? 0 : static_cast<DWORD>(end - now),
+        MsgWaitForMultipleObjectsEx(0, nullptr, AnyMissing() ? 0 : static_cast<DWORD>(end - now),
                                     QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     }
 }

@@ -46,12 +46,13 @@ struct NativeControl {
     // Text boxes. Window positions count UTF-16 units.
     std::string Text;
     bool Locked = false;
-    bool Sending = false; ///< a change that the window tells of now is the program's own
+    bool ScrolledUp = false; ///< the user reads further up: the view must not follow the text's end
+    bool Sending = false;    ///< a change that the window tells of now is the program's own
     std::size_t Units = 0;
     std::size_t SelStart = 0, SelLength = 0;
     DWORD WindowStart = 0, WindowEnd = 0;
-    std::int64_t NextUpdate = 0;          ///< performance counter; see SyncText
-    std::size_t GapStart = 0, GapEnd = 0; ///< bytes of Text that the window lacks; see LongText.cpp
+    std::int64_t NextUpdate = 0; ///< performance counter; see SyncText
+    std::size_t Missing = 0; ///< bytes at the start of Text that the window lacks; see LongText.cpp
 };
 
 struct NativeTimer {
@@ -149,7 +150,7 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how);
 void CollectSelection(NativeControl& native, TextBox& box);
 void CollectText(NativeControl& native, TextBox& box);
 /// Gives the window all of a long text, before somebody looks into it.
-void CloseGap(NativeControl& native);
+void FillInAll(NativeControl& native);
 
 // ---- LongText.cpp
 /// The UTF-16 units of a text of UTF-8.
@@ -157,12 +158,12 @@ std::size_t UnitsOf(std::string_view text);
 /// A place in the field's text, in bytes, as one in the window's, in units, and back.
 std::size_t WindowPlace(const NativeControl& native, std::size_t bytes);
 std::size_t FieldPlace(const NativeControl& native, std::size_t units);
-/// The window has the last screenful of what was added to its text, and not all before it.
-bool HasGap(const NativeControl& native);
-/// A window on the screen has a gap that is to be filled when nothing else is to be done.
-bool AnyGap();
-/// Gives the window the next lines of those that it lacks, some `bytes` of them.
-void FillGap(NativeControl& native, std::size_t bytes);
+/// The user has moved the view.
+void NoteScrolling(NativeControl& native);
+/// A window on the screen lacks lines that it is to get when nothing else is to be done.
+bool AnyMissing();
+/// Gives the window the last of those lines, some `bytes` of them.
+void FillIn(NativeControl& native, std::size_t bytes);
 /// Brings the window up to date as far as it can be seen at once.
 void ChangeLongText(NativeControl& native, const std::string& text, bool follow);
 

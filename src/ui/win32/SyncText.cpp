@@ -9,7 +9,7 @@ namespace ui::win32 {
 namespace {
 
 /// Inside work a long text is brought up to date only when this many times the cost of the last
-/// update has passed, so that it takes no more than a hundredth of the time; but twice a second.
+/// update has passed, so that it takes no more than a hundredth of the time; but once a second.
 constexpr std::int64_t lngRestFactor = 100;
 /// What a long text gets at once of what it lacks: some hundred lines, a few milliseconds.
 constexpr std::size_t lngFillBytes = 8192;
@@ -32,25 +32,27 @@ void RememberSelection(NativeControl& native) {
 }
 
 void Select(NativeControl& native, const TextBox& box) {
+    native.SelStart = box.SelStart;
+    native.SelLength = box.SelLength;
     const bool atEnd = box.SelStart >= box.Text.size();
-    if (!atEnd && box.SelStart + box.SelLength > native.GapStart)
-        CloseGap(native);
+    if (atEnd && native.ScrolledUp) // some systems scroll to a caret that is set
+        return;
+    if (box.SelStart < native.Missing)
+        FillInAll(native);
     const std::size_t start = atEnd ? native.Units : WindowPlace(native, box.SelStart);
     const std::size_t end =
         box.SelLength == 0 ? start : WindowPlace(native, box.SelStart + box.SelLength);
     SendMessageW(native.Window, EM_SETSEL, start, static_cast<LPARAM>(end));
     SendMessageW(native.Window, EM_SCROLLCARET, 0, 0);
-    native.SelStart = box.SelStart;
-    native.SelLength = box.SelLength;
 }
 
 } // namespace
 
-void CloseGap(NativeControl& native) {
-    if (!HasGap(native))
+void FillInAll(NativeControl& native) {
+    if (native.Missing == 0)
         return;
     const bool sending = std::exchange(native.Sending, true);
-    FillGap(native, native.Text.size());
+    FillIn(native, native.Text.size());
     RememberSelection(native);
     native.Sending = sending;
 }
@@ -62,7 +64,8 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     }
     const bool changed = box.Text.size() != native.Text.size() || box.Text != native.Text;
     const bool selected = box.SelStart != native.SelStart || box.SelLength != native.SelLength;
-    if (!changed && !selected && !HasGap(native))
+    const bool fillIn = native.Missing > 0 && how == Thorough::Yes;
+    if (!changed && !selected && !fillIn)
         return;
     const bool isLong = box.MultiLine && box.Locked;
     const std::int64_t begun = Now();
@@ -71,14 +74,17 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     native.Sending = true;
     if (changed && isLong) {
         // At its end the caret stays at the end, and the view follows the text.
-        ChangeLongText(native, box.Text, box.SelStart >= box.Text.size());
+        const bool follow = box.SelStart >= box.Text.size() && !native.ScrolledUp;
+        if (!follow)
+            FillInAll(native);
+        ChangeLongText(native, box.Text, follow);
     } else if (changed) {
         const std::wstring text = Widen(box.Text);
         SetWindowTextW(native.Window, text.c_str());
         native.Units = text.size();
         native.Text = box.Text;
-    } else if (HasGap(native)) {
-        FillGap(native, lngFillBytes);
+    } else if (fillIn) {
+        FillIn(native, lngFillBytes);
     }
     if (changed || selected)
         Select(native, box);
@@ -87,7 +93,7 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     if (isLong) {
         UpdateWindow(native.Window);
         const std::int64_t ended = Now();
-        native.NextUpdate = ended + std::min(lngRestFactor * (ended - begun), TicksPerSecond() / 2);
+        native.NextUpdate = ended + std::min(lngRestFactor * (ended - begun), TicksPerSecond());
     }
 }
 
