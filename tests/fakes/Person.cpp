@@ -85,12 +85,6 @@ void Choose(ui::ListBox& list, const std::string& item) {
     Invoke(list.Click);
 }
 
-void DoubleClick(ui::ListBox& list, const std::string& item) {
-    Choose(list, item);
-    if (CanReach(list))
-        Invoke(list.DoubleClick);
-}
-
 void Type(ui::TextBox& textBox, const std::string& text) {
     if (!Reach(textBox, "type into"))
         return;
@@ -99,14 +93,6 @@ void Type(ui::TextBox& textBox, const std::string& text) {
     textBox.SelStart = text.size();
     textBox.SelLength = 0;
     Invoke(textBox.Change);
-}
-
-void ReleaseMouse(ui::TextBox& textBox, std::size_t start, std::size_t length) {
-    if (!Reach(textBox, "point at"))
-        return;
-    textBox.SelStart = start;
-    textBox.SelLength = length;
-    Invoke(textBox.MouseUp);
 }
 
 void PressF10() {

@@ -89,11 +89,8 @@ void Click(ui::Control& control);
 /// Chooses an item by its text; in a list of multiple choice toggles it.
 void Choose(ui::ComboBox& combo, const std::string& item);
 void Choose(ui::ListBox& list, const std::string& item);
-void DoubleClick(ui::ListBox& list, const std::string& item);
 /// Replaces the text of a text box.
 void Type(ui::TextBox& textBox, const std::string& text);
-/// Selects a part of a text box with the mouse.
-void ReleaseMouse(ui::TextBox& textBox, std::size_t start = 0, std::size_t length = 0);
 void PressF10();
 /// Enter presses the button with the focus, else the form's Default one; Escape its Cancel one.
 void PressEnter(ui::Form& form);

@@ -150,7 +150,9 @@ TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
     ShowReportAgain();
     fake::Click(frmReport.cmdCopyToClipboard);
     EXPECT_EQ(user.Clipboard, "one\r\ntwo");
-    fake::ReleaseMouse(frmReport.txbText, 5, 3);
+    frmReport.txbText.SelStart = 5;
+    frmReport.txbText.SelLength = 3;
+    frmReport.txbText.MouseUp();
     fake::Click(frmReport.cmdCopyToClipboard);
     EXPECT_EQ(user.Clipboard, "two");
     fake::CloseForm(frmReport);

@@ -168,7 +168,8 @@ TEST_F(SelectionTest, DrivesAreShownWithWhatIsKnown) {
         EXPECT_EQ(0u, frmDrives.lstDrives.Items[0].Text.rfind("C:  Windows, local disk, ", 0));
         EXPECT_EQ("D:  removable disk, 1.00 MB free of 1.00 MB", frmDrives.lstDrives.Items[1].Text);
         EXPECT_FALSE(fake::CanReach(frmDrives.cmdOK)); // none is chosen beforehand
-        fake::DoubleClick(frmDrives.lstDrives, "E:  CD-ROM, no medium");
+        fake::Choose(frmDrives.lstDrives, "E:  CD-ROM, no medium");
+        frmDrives.lstDrives.DoubleClick();
     });
     EXPECT_EQ('E', ChooseDrive("Which drive?", "CDE"));
     user.Modal(frmDrives, [&] { fake::PressEnter(frmDrives); });

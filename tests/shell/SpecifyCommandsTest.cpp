@@ -105,6 +105,8 @@ TEST_F(SpecifyCommands, TogglesAndClear) {
     fake::drives['C'].MediaPresent = true;
     EXPECT_TRUE(blnSubdirectories);
 
+    fake::Click(f.cmdConfirmFiles);
+    EXPECT_EQ("Yes", f.lblConfirmFiles.Caption);
     for (const int answer : {ui::AnswerNo, ui::AnswerYes}) {
         user.Box("Clear", "Clear folder and file specifications?", answer, fake::AsksYesNo);
         fake::Click(f.cmdClear);
