@@ -80,6 +80,14 @@ struct Demo : WindowTest {
         Picture(picture, options);
         Click(options, "cmdDoPurge");
     }
+    /// Of the file that is kept.
+    void PurgeKept(const char* box, const std::string& picture, const std::string& what) {
+        Purge({box}, picture);
+        AnswerBox("Purge files",
+                  "Are you sure that you want to purge the " + what + scratch +
+                      "\\kept.dat ?\r\nThis will permanently destroy all data in this file.",
+                  IDYES);
+    }
 };
 
 TEST_F(Demo, ListsEstimatesAndPurges) {
@@ -147,20 +155,12 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
     Click(main, "cmdSingleFile");
     AnswerDialog("Specify file to be purged.", scratch + "\\kept.dat");
     Expect(main, "lblFiles", "kept.dat");
-    Purge({"chkPurgeSlackOnly"}, "");
-    AnswerBox("Purge files",
-              "Are you sure that you want to purge the slack area of the file " + scratch +
-                  "\\kept.dat ?\r\nThis will permanently destroy all data in this file.",
-              IDYES);
+    PurgeKept("chkPurgeSlackOnly", "", "slack area of the file ");
     Report("Purge files", "", "kept.dat (10,000 bytes) purging\r\n");
     EXPECT_TRUE(content == ContentOf("kept.dat")) << "more than the slack was purged";
     Click(main, "cmdConfirmFiles");
     Expect(main, "lblConfirmFiles", "Yes");
-    Purge({"chkDoNotDeletePurgedFiles"}, "11-options-kept");
-    AnswerBox("Purge files",
-              "Are you sure that you want to purge the file " + scratch +
-                  "\\kept.dat ?\r\nThis will permanently destroy all data in this file.",
-              IDYES);
+    PurgeKept("chkDoNotDeletePurgedFiles", "11-options-kept", "file ");
     HWND confirm = Window("Confirm purging of this file");
     Picture("12-confirm", confirm);
     Click(confirm, "cmdYes");

