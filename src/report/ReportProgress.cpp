@@ -135,7 +135,9 @@ void EndReportProgress() {
     frmReport.lblProgress.Caption.clear();
     if (blnBegun) // else the run was stopped before its first file
         frmReport.lblProgress.Caption =
-            FilesText(lngFilesDone) + " in " + TimeOf(static_cast<double>(Elapsed())) + ".";
+            FilesText(lngFilesDone) + " in " +
+            (Elapsed() < 1000 ? "less than a second" : TimeOf(static_cast<double>(Elapsed()))) +
+            ".";
     blnBegun = false;
     frmReport.barProgress.Visible = false;
     ui::ShowTaskbarProgress(frmReport, -1, false);

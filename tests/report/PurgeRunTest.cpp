@@ -269,7 +269,7 @@ TEST_F(RunTest, EachFileIsConfirmedUntilAllAre) {
     EXPECT_EQ(Middle(Purge(), "once", "12:01:00"),
               "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n\nNumber of files "
               "purged: 0\n\nPurge operation was stopped.\n");
-    EXPECT_EQ(frmReport.lblProgress.Caption, "1 file in 0s.");
+    EXPECT_EQ(frmReport.lblProgress.Caption, "1 file in less than a second.");
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
 }
 
