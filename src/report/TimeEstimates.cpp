@@ -50,7 +50,8 @@ double AdjustmentFactor(double dblAverageMB) {
 }
 
 std::string EstimateDurationText(double dblSeconds) {
-    return SecondsText(WholeSeconds(dblSeconds), dblSeconds >= 300);
+    const std::int64_t seconds = WholeSeconds(dblSeconds);
+    return SecondsText(seconds, seconds >= 300);
 }
 
 void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
