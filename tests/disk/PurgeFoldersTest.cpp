@@ -103,6 +103,18 @@ TEST_F(PurgeFoldersTest, TheSummaryNamesTenAndCountsTheRest) {
     Click();
 }
 
+TEST_F(PurgeFoldersTest, ShowsHowFarALargeFileIs) {
+    fake::drives['D'].BytesPerSecond = 1 << 20;
+    fake::PutBigFile("D:\\big\\a\\f", 8 << 20);
+    Choose("D:\\big\\", {"a"});
+    Summary("One folder will be purged:a ");
+    user.During(
+        [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 5s."; },
+        [] {});
+    Click();
+    EXPECT_EQ("", frmMain.lblEstimatedTime.Caption);
+}
+
 TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     const std::string file = "D:\\work\\a\\f2";
     // The user presses F10 at f2, or f2 fails in one of two ways; goes on or ends.
