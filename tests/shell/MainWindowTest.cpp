@@ -75,10 +75,10 @@ TEST_F(MainWindow, SaysWhatASpecificationMeans) {
                                     {"*", "(All files of the form *.)"},
                                     {"*.", "(All files of the form *..)"},
                                     {"report.txt", ""}};
-    for (const auto& [specification, meaning] : cases) {
-        strFilespec = specification;
+    for (const auto& [filespec, meaning] : cases) {
+        strFilespec = filespec;
         UpdateFilesLabels();
-        EXPECT_EQ(specification, f.lblFiles.Caption);
+        EXPECT_EQ(filespec, f.lblFiles.Caption);
         EXPECT_EQ(meaning, f.lblFiles2.Caption);
     }
 }
