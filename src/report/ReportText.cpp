@@ -1,6 +1,7 @@
 #include "report/ReportText.h"
 
 #include "report/frmReport.h"
+#include "report/ReportProgress.h"
 #include "shell/Session.h"
 #include "ui/Interface.h"
 
@@ -129,8 +130,10 @@ void ReportBufferFull() {
                     "this report cannot continue.  The purge operation will continue, "
                     "but without report of results for individual files.\r\n\r\n");
     } else {
+        PauseReportProgress(true); // the user's time is none of the run's
         ui::MsgBox("The output report buffer has been filled, so this report cannot continue.",
                    ui::Buttons::OK, ui::Icon::None, "Report buffer full");
+        PauseReportProgress(false);
         AppendToBox(
             "The output report buffer was filled.\r\nNote: Some files were not listed.\r\n");
         blnStop = true;
