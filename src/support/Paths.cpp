@@ -6,26 +6,6 @@
 
 namespace {
 
-bool IsAscii(const std::string& text) {
-    for (const char c : text)
-        if (static_cast<unsigned char>(c) >= 0x80)
-            return false;
-    return true;
-}
-
-/// Lower case; the plain letters here, so that a walk over many files does not ask the system for
-/// the case of every one of their names.
-void LowerCaseInto(const std::string& text, std::string& lower) {
-    if (!IsAscii(text)) {
-        lower = platform::LowerCase(text);
-        return;
-    }
-    lower = text;
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c + ('a' - 'A'));
-}
-
 /// Where the character after the one at `at` begins in UTF-8 text.
 std::size_t NextCharacter(const std::string& text, std::size_t at) {
     do
@@ -117,9 +97,9 @@ bool MatchesWildcard(const std::string& name, const std::string& pattern, bool m
     static std::string strPattern, strLowerPattern, strLowerName;
     if (pattern != strPattern) {
         strPattern = pattern;
-        LowerCaseInto(pattern, strLowerPattern);
+        strLowerPattern = platform::LowerCase(pattern);
     }
-    LowerCaseInto(name, strLowerName);
+    strLowerName = platform::LowerCase(name);
     return Matches(strLowerName, strLowerPattern);
 }
 

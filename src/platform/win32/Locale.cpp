@@ -3,6 +3,7 @@
 
 #include "platform/win32/Wide.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <windows.h>
 
@@ -30,9 +31,21 @@ constexpr CasedBlock cased[] = {
     {0x1E900, 0x1E921, 34}  // Adlam
 };
 
+/// The case of plain letters is the same everywhere: most names have no others, and a walk asks for
+/// the case of very many.
+bool MapPlainCase(std::string& text, bool toUpper) {
+    if (std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; }))
+        return false;
+    const char first = toUpper ? 'a' : 'A';
+    for (char& c : text)
+        if (c >= first && c <= first + ('Z' - 'A'))
+            c = static_cast<char>(c ^ ('a' ^ 'A'));
+    return true;
+}
+
 std::string MapCase(const std::string& text, bool toUpper) {
-    if (text.empty())
-        return {};
+    if (std::string plain = text; MapPlainCase(plain, toUpper))
+        return plain;
     std::wstring wide = Widen(text);
     std::wstring mapped(wide.size(), L'\0');
     const auto length = static_cast<int>(wide.size());
@@ -60,7 +73,15 @@ std::string MapCase(const std::string& text, bool toUpper) {
 } // namespace
 
 NumberFormat RegionalNumberFormat() {
-    NumberFormat format;
+    // The user may change the settings while the program runs, but nobody sees whether a number is
+    // a second behind; a report asks for every line.
+    constexpr ULONGLONG lngKept = 1000; // ms
+    static NumberFormat format;
+    static ULONGLONG lngRead = 0;
+    const ULONGLONG now = GetTickCount64();
+    if (lngRead != 0 && now - lngRead < lngKept)
+        return format;
+    lngRead = now;
     format.Decimal = Setting(LOCALE_SDECIMAL, ".");
     format.Thousands = Setting(LOCALE_STHOUSAND, ",");
     format.Grouping = Setting(LOCALE_SGROUPING, "3;0");

@@ -63,9 +63,12 @@ std::string ProgramPath() {
 }
 
 std::string ProgramFolder() {
-    const std::string path = ProgramPath();
-    const std::size_t last = path.find_last_of('\\');
-    return last == std::string::npos ? std::string() : path.substr(0, last);
+    static const std::string folder = [] {
+        const std::string path = ProgramPath();
+        const std::size_t last = path.find_last_of('\\');
+        return last == std::string::npos ? std::string() : path.substr(0, last);
+    }();
+    return folder;
 }
 
 std::string SystemFolder() {
