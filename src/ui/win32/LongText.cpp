@@ -43,8 +43,12 @@ LRESULT LinesInView(const NativeControl& native) {
 /// Where the last lines begin that fill the window.
 std::size_t LastScreenful(const NativeControl& native, const std::string& text) {
     std::size_t start = text.size();
-    // Two more: one that is seen in part, and the empty one behind the last line end.
-    for (LRESULT lines = LinesInView(native) + 2; lines > 0 && start > 0; --lines)
+    // Two more: one that is seen in part, and one to scroll to. The empty line behind the last line
+    // end counts, so that the number stays the same and with it the scroll bar.
+    LRESULT lines = LinesInView(native) + 2;
+    if (!text.empty() && text.back() == '\n')
+        --lines;
+    for (; lines > 0 && start > 0; --lines)
         start = LineStart(text, start - 1);
     return start;
 }
@@ -137,9 +141,11 @@ void FillIn(NativeControl& native, std::size_t bytes) {
 void ChangeLongText(NativeControl& native, const std::string& text, bool follow) {
     std::size_t kept = CommonStart(native.Text, text);
     const std::size_t screenful = LastScreenful(native, text);
-    // Where most of the text goes, as at the start of a run, or what was added fills the window, a
-    // new one is far cheaper. But a user who reads further up has all lines and keeps the place.
-    if (kept < native.Text.size() - kept || kept <= native.Missing || (follow && kept < screenful))
+    // Where most of the text goes, as at the start of a run, or the window has the last screenful
+    // only, or what was added fills it, a new one is far cheaper. But a user who reads further up
+    // has all lines and keeps the place.
+    if (kept < native.Text.size() - kept || kept <= native.Missing ||
+        (follow && (native.Missing > 0 || kept < screenful)))
         kept = 0;
     const std::size_t from = WindowPlace(native, kept);
     if (kept == 0) {

@@ -9,8 +9,10 @@ namespace ui::win32 {
 namespace {
 
 /// Inside work a long text is brought up to date only when this many times the cost of the last
-/// update has passed, so that it takes no more than a hundredth of the time; but once a second.
-constexpr std::int64_t lngRestFactor = 100;
+/// update has passed, so that it takes no more than a hundredth of the time; but every two seconds.
+constexpr std::int64_t lngRestFactor = 100, lngLongestRest = 2000; // ms
+/// What comes at once is shown at once: a first change waits this long for the next ones.
+constexpr std::int64_t lngWaitForMore = 200; // ms
 /// What a long text gets at once of what it lacks: some hundred lines, a few milliseconds.
 constexpr std::size_t lngFillBytes = 8192;
 
@@ -20,10 +22,10 @@ std::int64_t Now() {
     return counter.QuadPart;
 }
 
-std::int64_t TicksPerSecond() {
+std::int64_t Ticks(std::int64_t milliseconds) {
     LARGE_INTEGER frequency{};
     QueryPerformanceFrequency(&frequency);
-    return frequency.QuadPart;
+    return milliseconds * frequency.QuadPart / 1000;
 }
 
 void RememberSelection(NativeControl& native) {
@@ -69,8 +71,14 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
         return;
     const bool isLong = box.MultiLine && box.Locked;
     const std::int64_t begun = Now();
-    if (isLong && how == Thorough::No && begun < native.NextUpdate)
-        return;
+    if (isLong && how == Thorough::No) {
+        if (!native.Waiting)
+            native.NextUpdate = std::max(native.NextUpdate, begun + Ticks(lngWaitForMore));
+        native.Waiting = true;
+        if (begun < native.NextUpdate)
+            return;
+    }
+    native.Waiting = false;
     native.Sending = true;
     if (changed && isLong) {
         // At its end the caret stays at the end, and the view follows the text.
@@ -93,7 +101,8 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     if (isLong) {
         UpdateWindow(native.Window);
         const std::int64_t ended = Now();
-        native.NextUpdate = ended + std::min(lngRestFactor * (ended - begun), TicksPerSecond());
+        native.NextUpdate =
+            ended + std::min(lngRestFactor * (ended - begun), Ticks(lngLongestRest));
     }
 }
 
