@@ -7,8 +7,9 @@ namespace ui::win32 {
 
 namespace {
 
-/// Milliseconds between two pumps of DoEvents. A pump costs some ten microseconds.
-constexpr ULONGLONG lngPumpInterval = 12;
+/// Milliseconds between two pumps of DoEvents, a tick of Windows' clock. A pump costs some ten
+/// microseconds.
+constexpr ULONGLONG lngPumpInterval = 15;
 /// Milliseconds after which a pump returns although the queue is not empty.
 constexpr ULONGLONG lngLongestPump = 50;
 
@@ -37,12 +38,15 @@ void Dispatch(MSG& message) {
 void PumpQueue() {
     const ULONGLONG begun = GetTickCount64();
     MSG message;
+    bool any = false;
     while (!quitting && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        any = true;
         Dispatch(message);
         if (GetTickCount64() - begun > lngLongestPump)
             break;
     }
-    CollectInput();
+    if (any)
+        CollectInput();
     lastPump = GetTickCount64();
 }
 

@@ -103,17 +103,20 @@ void SyncColours(NativeForm& form, NativeControl& native) {
         InvalidateRect(native.Window, nullptr, TRUE);
 }
 
-void SyncState(NativeControl& native) {
+/// Whether anything has changed that decides which control can have the focus.
+bool SyncState(NativeControl& native) {
     const bool enabled = EffectivelyEnabled(*native.Which);
+    const bool visible = EffectivelyVisible(*native.Which);
+    const bool changed = enabled != native.Enabled || visible != native.Visible;
     if (enabled != native.Enabled) {
         native.Enabled = enabled;
         EnableWindow(native.Window, enabled);
     }
-    const bool visible = EffectivelyVisible(*native.Which);
     if (visible != native.Visible) {
         native.Visible = visible;
         ShowWindow(native.Window, visible ? SW_SHOWNA : SW_HIDE);
     }
+    return changed;
 }
 
 /// The option button through which Tab enters its group: the chosen one, else the first.
@@ -225,6 +228,7 @@ void SyncForm(NativeForm& form, Thorough how) {
          fields.Height != form.Height))
         MoveToFields(form);
     // Places and fonts first: a list measures its items, a text box wraps its lines by them.
+    bool settle = how == Thorough::Yes; // to ask where the focus is takes long inside work
     for (const auto& native : form.Controls) {
         SyncPlace(form, *native);
         SyncFont(form, *native);
@@ -232,11 +236,13 @@ void SyncForm(NativeForm& form, Thorough how) {
         SyncColours(form, *native);
         SyncToolTip(form, *native);
         SyncValue(form, *native, how);
-        SyncState(*native);
+        settle = SyncState(*native) || settle;
         NameForAccessibility(form, *native);
     }
     for (const auto& native : form.Controls)
         SyncTabStop(form, *native);
+    if (!settle)
+        return;
     SettleFocus(form);
     ShowDefaultButton(form);
 }
