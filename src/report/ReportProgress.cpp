@@ -14,7 +14,9 @@
 
 namespace {
 
-constexpr std::uint64_t lngBetweenLooks = 500;        // ms; to paint it takes milliseconds, too
+// ms: the line tells whole seconds, and to paint it takes milliseconds, too. A little less than a
+// second, lest the timer's second tick come too early for it.
+constexpr std::uint64_t lngBetweenLooks = 950;
 constexpr std::uint64_t lngBeforeRemaining = 2000;    // ms; an earlier guess is worth nothing
 constexpr double dblLongestRemaining = 365.0 * 86400; // s; beyond a year it says nothing
 
