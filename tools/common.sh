@@ -157,7 +157,7 @@ bench() {
     shift
     mkdir -p "$place"
     # What a run that was broken off has left.
-    rm -rf "$WINEPREFIX/drive_c/nullwright-bench" "$place/nullwright_listbench"
+    rm -rf "$WINEPREFIX/drive_c/nullwright-bench" "$place/nullwright_scratch"
     cp -f "build/windows/bench/$name.exe" build/windows/bench/nwaux6.dll "$place/"
     wine "C:\\bench\\$name.exe" "$@" < /dev/null 2>&1 | tr -d '\r'
 }

@@ -1,13 +1,24 @@
 #!/usr/bin/env bash
-# Measures what a run of the report window costs beyond a bare enumeration and beyond the purge
-# engine, under Wine: "bash tools/runbench.sh [list | purge | hidden [files [rounds]]]". See
-# bench/win32/ListBench.cpp; all of it if nothing is said.
+# Measures what a run of the report window costs, under Wine:
+#   bash tools/runbench.sh list [rounds]                           beyond a bare enumeration
+#   bash tools/runbench.sh purge [hidden] [files [rounds [KiB]]]   beyond the purge engine
+# See bench/win32/ListBench.cpp and PurgeRunBench.cpp; both of them if nothing is said.
 . "$(dirname "$0")/common.sh"
 
 need_packages "${packages_build[@]}" "${packages_wine[@]}" googletest
-build windows nullwright_listbench
+build windows nullwright_listbench nullwright_purgerunbench
 trap stop_everything EXIT
 virtual_display
 make_prefix
 warm_wine
-bench nullwright_listbench 'C:\bench' "$@"
+what=${1:-both}
+[ $# -eq 0 ] || shift
+[[ $what =~ ^(list|purge|both)$ ]] || die "What is $what?"
+status=0
+if [ "$what" != purge ]; then
+    bench nullwright_listbench 'C:\bench' "$@" || status=$?
+fi
+if [ "$what" != list ]; then
+    bench nullwright_purgerunbench 'C:\bench' "$@" || status=$?
+fi
+exit $status

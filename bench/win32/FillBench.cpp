@@ -9,6 +9,7 @@
 // too, but not judged, as the disk has its part in it: how long the interface stood still
 // meanwhile.
 #include "bench/Heartbeat.h"
+#include "bench/win32/Tools.h"
 #include "disk/FillDisk.h"
 #include "disk/FreeSpacePurge.h"
 #include "engine/FilePurge.h"
@@ -35,46 +36,36 @@ double Seconds(std::uint64_t lngSince) {
     return static_cast<double>(platform::TickCount() - lngSince) / 1000;
 }
 
-[[noreturn]] void Give(const char* strWhat) {
-    std::fprintf(stderr, "fillbench: %s\n", strWhat);
-    std::exit(2);
-}
-
-void Must(platform::Fault fault) {
-    if (Failed(fault))
-        Give(platform::FaultText(fault).c_str());
-}
-
 /// The product's way. Returns seconds; the bytes written go to dblBytes.
 double FillAndPurge(char chrDrive, double& dblBytes) {
     if (!ReadFreeSpace(chrDrive))
-        Give("the free space cannot be read");
+        bench::Give("the free space cannot be read");
     PlanDummyFiles(chrDrive);
     FillDisk.strDriveRoot = std::string(1, chrDrive) + ":\\";
     const auto lngStart = platform::TickCount();
     blnPurgingFreeSpace = true;
     WriteDummyFiles();
     if (FillDisk.Outcome != FillOutcome::Done)
-        Give("the drive could not be filled");
+        bench::Give("the drive could not be filled");
     dblBytes = FillDisk.dblBytesInFinishedFiles;
     (void)PurgeDummyFiles(false, FillDisk.lngFilesWritten, "");
     blnPurgingFreeSpace = false;
     if (FillDisk.lngFilesPurged != FillDisk.lngFilesWritten)
-        Give("a dummy file could not be purged");
+        bench::Give("a dummy file could not be purged");
     return Seconds(lngStart);
 }
 
 void WritePlainly(const std::string& strPath, platform::Access access,
                   const std::vector<char>& piece, std::size_t intBytes) {
     platform::File file;
-    Must(platform::OpenFile(strPath, access, file));
+    bench::Need(platform::OpenFile(strPath, access, file), strPath);
     for (std::size_t intLeft = intBytes; intLeft > 0;) {
         const std::size_t intSize = std::min(intLeft, piece.size());
-        Must(platform::WriteBytes(file, piece.data(), intSize));
+        bench::Need(platform::WriteBytes(file, piece.data(), intSize), strPath);
         intLeft -= intSize;
     }
-    Must(platform::FlushBytes(file));
-    Must(platform::CloseFile(file));
+    bench::Need(platform::FlushBytes(file), strPath);
+    bench::Need(platform::CloseFile(file), strPath);
 }
 
 /// The same bytes in files of the same size, written and flushed, overwritten and flushed, deleted.
@@ -91,21 +82,16 @@ double WriteTwicePlainly(char chrDrive, double dblBytes) {
         WritePlainly(PathOf(i), platform::Access::CreateNew, nulls, sizes[i]);
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         WritePlainly(PathOf(i), platform::Access::Change, others, sizes[i]);
-        Must(platform::RemoveFile(PathOf(i)));
+        bench::Need(platform::RemoveFile(PathOf(i)), PathOf(i));
     }
     return Seconds(lngStart);
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     if (argc < 2 || argv[1][0] < 'D' || argv[1][0] > 'Z')
-        Give("usage: nullwright_fillbench X [rounds], X = D to Z, a scratch drive");
+        bench::Give("usage: nullwright_fillbench X [rounds], X = D to Z, a scratch drive");
     const char chrDrive = argv[1][0];
     const int intRounds = argc > 2 ? std::max(std::atoi(argv[2]), 2) / 2 * 2 : 10;
     LoadMainForm();
@@ -113,7 +99,7 @@ int main(int argc, char** argv) {
     InitializePurgeOptions();
     frmTypeOfPurge.cboNumberOfPasses[0].ListIndex = 0;
     if (!PurgeLibraryReady())
-        Give("nwaux6.dll is not beside this program");
+        bench::Give("nwaux6.dll is not beside this program");
     ui::Show(frmMain);
 
     std::vector<double> ratios;
@@ -142,7 +128,7 @@ int main(int argc, char** argv) {
         dblOursBefore = dblOurs;
         dblPlainBefore = dblPlain;
     }
-    const double dblRatio = Median(ratios);
+    const double dblRatio = bench::Median(ratios);
     std::printf("median ratio %.3f (at most %.2f)\n", dblRatio, dblWorstRatio);
     return dblRatio <= dblWorstRatio ? 0 : 1;
 }
