@@ -33,6 +33,8 @@ std::string SizeText(std::int64_t length) {
 }
 
 FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) {
+    if (frmReport.blnBufferFull) // no line is taken any more: none needs to be composed
+        return {};
     AppendReport(path, false);
     const FileLine line{ReportEnd(), SizeText(length), blnRuler};
     std::string tail = line.strSize + " purging";
