@@ -1,13 +1,7 @@
 // What the contract tests need from the world around the platform seam. The cases in this folder
 // run natively over the fake (FakeWorld.cpp) and as nullwright_contract.exe over Windows or Wine
-// (../windows/WineWorld.cpp); both must keep the same contract.
-//
-// nullwright_contract.exe is told by environment variables what was prepared for it:
-//   NW_TEST_FOLDER   an existing folder in which it may make a scratch folder ("C:\nwtest");
-//                    without it the user's folder for temporary files
-//   NW_SMALL_DRIVE   root of a writable drive of at most 64 MiB that nobody else uses ("T:\");
-//                    without it the cases with a full drive are skipped
-// It writes to nothing else.
+// (../windows/WineWorld.cpp). That works in NW_TEST_FOLDER, by default the user's folder for
+// temporary files, and fills NW_SMALL_DRIVE ("T:\"), of at most 64 MiB, where that is set.
 #pragma once
 
 #include "platform/Files.h"

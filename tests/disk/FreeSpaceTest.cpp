@@ -97,11 +97,9 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
 }
 
 TEST_F(FreeSpaceTest, ADeviceMayNotKnowAFlush) {
-    fake::AddDrive('A', 3 * MiB / 2, 512, platform::DriveType::Removable);
-    ChooseDrive(strQuestion, 'A');
+    AnnounceThree();
     fake::FailAlways("FlushBytes", "", Fault::NotSupported);
-    user.BoxLike(strTitle, "Drive A has 1.50 MB free.");
-    Written(strOne);
+    Written(strThree);
     user.Box(strTitle, strPurged);
     Click();
 }

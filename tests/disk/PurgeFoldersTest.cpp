@@ -23,6 +23,10 @@ struct PurgeFoldersTest : DriveTest {
     static void Summary(const std::string& text, int answer = ui::AnswerOK) {
         user.Box(strTitle, text + strBegin, answer, {ui::Icon::Question, ui::Buttons::OKCancel, 2});
     }
+    static void ChooseOne(const std::string& name) {
+        Choose("D:\\work\\", {name});
+        Summary("One folder will be purged:" + name + " ");
+    }
     static void PutFiles(int count) {
         for (int i = 1; i <= count; ++i)
             fake::PutFile("D:\\work\\a\\f" + std::to_string(i), "secret");
@@ -32,10 +36,9 @@ struct PurgeFoldersTest : DriveTest {
 TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     PutFiles(2);
     fake::PutFile("D:\\work\\a\\deep\\er\\f3", "secret", platform::AttributeReadOnly);
-    fake::PutFile("D:\\work\\b\\keep");
-    fake::PutFile("D:\\work\\keep");
-    Choose("D:\\work\\", {"a"});
-    Summary("One folder will be purged:a ");
+    for (const char* path : {"D:\\work\\b\\keep", "D:\\work\\keep"})
+        fake::PutFile(path);
+    ChooseOne("a");
     user.During([] { return fake::CallsMade("RemoveFile") > 0; },
                 [] {
                     EXPECT_EQ("3 files in one folder are being purged.",
@@ -46,8 +49,7 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     EXPECT_EQ((Paths{"D:\\docs\\letter.txt", "D:\\work\\b\\keep", "D:\\work\\keep"}),
               fake::FilesBelow("D:\\"));
 
-    Choose("D:\\work\\", {"b"});
-    Summary("One folder will be purged:b ");
+    ChooseOne("b");
     user.Box(strTitle, "There are no files in any of the selected folders.");
     user.Box(strTitle, "One folder could not be read completely.");
     fake::At("D:\\work\\b")->Denied = true;
@@ -105,9 +107,8 @@ TEST_F(PurgeFoldersTest, TheSummaryNamesTenAndCountsTheRest) {
 
 TEST_F(PurgeFoldersTest, ShowsHowFarALargeFileIs) {
     fake::drives['D'].BytesPerSecond = 1 << 20;
-    fake::PutBigFile("D:\\big\\a\\f", 8 << 20);
-    Choose("D:\\big\\", {"a"});
-    Summary("One folder will be purged:a ");
+    fake::PutBigFile("D:\\work\\a\\f", 8 << 20);
+    ChooseOne("a");
     user.During(
         [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 5s."; },
         [] {});
@@ -122,8 +123,7 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
         for (const bool goOn : {true, false}) {
             Begin(60 * MiB);
             PutFiles(3);
-            Choose("D:\\work\\", {"a"});
-            Summary("One folder will be purged:a ");
+            ChooseOne("a");
             if (call.empty())
                 PressF10When([&] { return fake::At(file) == nullptr; });
             else
@@ -146,8 +146,7 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     Begin(60 * MiB);
     PutFiles(2);
     fake::At(file)->Locked = true;
-    Choose("D:\\work\\", {"a"});
-    Summary("One folder will be purged:a ");
+    ChooseOne("a");
     user.Box(strTitle, "One file could not be purged.");
     Click();
 }

@@ -68,12 +68,6 @@ bool IsValidName(const std::string& name) {
            std::none_of(name.begin(), name.end(), [](char c) { return c > 0 && c < 32; });
 }
 
-Place Nowhere(Fault fault) {
-    Place place;
-    place.Trouble = fault;
-    return place;
-}
-
 /// What the files of a folder and their streams take, in whole clusters.
 std::uint64_t SpaceOf(const Drive& drive, const Node& folder) {
     std::uint64_t space = 0;
@@ -174,15 +168,15 @@ void Drop(Node& folder, const Node& item) {
 Place Find(const std::string& path, bool followLast) {
     Place place;
     if (path.size() < 2 || path[1] != ':')
-        return path.empty() ? Nowhere(Fault::NotFound)
+        return path.empty() ? Place{Fault::NotFound}
                             : Find(currentFolder + "\\" + path, followLast);
     const char letter = static_cast<char>(path[0] & ~0x20);
     const auto drive = drives.find(letter);
     if (drive == drives.end())
-        return Nowhere(Fault::NotFound);
+        return {Fault::NotFound};
     place.Disk = &drive->second;
     if (!place.Disk->MediaPresent)
-        return Nowhere(Fault::NotReady);
+        return {Fault::NotReady};
     std::vector<std::string> parts = Split(path.substr(2));
     const std::size_t colon = parts.empty() ? std::string::npos : parts.back().find(':');
     if (colon != std::string::npos) {
@@ -194,9 +188,9 @@ Place Find(const std::string& path, bool followLast) {
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const bool last = i + 1 == parts.size(), isStream = last && colon != std::string::npos;
         if (!place.Item || place.Item->Folder == isStream)
-            return Nowhere(Fault::NotFound);
+            return {Fault::NotFound};
         if (!IsValidName(parts[i]) || (isStream && place.Disk->FileSystem != "NTFS"))
-            return Nowhere(Fault::InvalidName);
+            return {Fault::InvalidName};
         place.Folder = place.Item;
         place.Name = parts[i];
         const auto found = place.Folder->ByName.find(platform::LowerCase(parts[i]));
@@ -211,8 +205,6 @@ Place Find(const std::string& path, bool followLast) {
     }
     return place;
 }
-
-// ---- Setting up and looking --------------------------------------------------------------------
 
 Drive& AddDrive(char letter, std::uint64_t capacity, std::uint32_t cluster,
                 platform::DriveType type) {
@@ -275,17 +267,12 @@ std::vector<std::string> FilesBelow(const std::string& folder) {
     return files;
 }
 
-// ---- The journal -------------------------------------------------------------------------------
-
 void Journal(const std::string& what, const std::string& path, std::uint64_t offset,
              const Run& run) {
-    if (!journal.empty()) {
-        Event& last = journal.back();
-        if (last.What == "write" && last.What == what && last.Path == path &&
-            last.Offset + last.Data.Length == offset && Join(last.Data, run))
-            return;
-    }
-    journal.push_back({what, path, offset, run});
+    Event* last = journal.empty() || what != "write" ? nullptr : &journal.back();
+    if (!last || last->What != what || last->Path != path ||
+        last->Offset + last->Data.Length != offset || !Join(last->Data, run))
+        journal.push_back({what, path, offset, run});
 }
 
 std::string JournalText(const std::string& path) {
@@ -294,17 +281,12 @@ std::string JournalText(const std::string& path) {
     for (const Event& event : journal) {
         if (!path.empty() && platform::LowerCase(event.Path) != platform::LowerCase(path))
             continue;
-        if (path.empty())
-            text += event.Path + ": ";
-        text += event.What;
-        const std::string offset = std::to_string(event.Offset);
+        text += (path.empty() ? event.Path + ": " : "") + event.What;
         if (event.What == "write") {
-            text += " " + offset + "+" + std::to_string(event.Data.Length) + " ";
+            text += " " + std::to_string(event.Offset) + "+" + std::to_string(event.Data.Length);
             std::snprintf(byte, sizeof byte, "%02X",
                           static_cast<unsigned char>(event.Data.Pattern[0]));
-            text += event.Data.Pattern.size() == 1 ? byte : "*";
-        } else if (event.What == "length" || event.What == "attributes") {
-            text += " " + offset;
+            text += std::string(" ") + (event.Data.Pattern.size() == 1 ? byte : "*");
         }
         text += "\n";
     }

@@ -9,9 +9,9 @@ namespace fake {
 struct Place {
     platform::Fault Trouble = platform::Fault::None; ///< why not even the folder could be reached
     Drive* Disk = nullptr;
-    std::shared_ptr<Node> Folder; ///< that holds the item, of a stream the file; null for the root
-    std::shared_ptr<Node> Item;   ///< null: no such name in Folder
-    std::string Name, Path;       ///< the real path
+    std::shared_ptr<Node> Folder{}; ///< of a stream the file; null for the root
+    std::shared_ptr<Node> Item{};   ///< null: no such name in Folder
+    std::string Name{}, Path{};     ///< the real path
 };
 Place Find(const std::string& path, bool followLast);
 

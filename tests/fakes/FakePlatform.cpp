@@ -77,7 +77,7 @@ Fault SetLength(const Place& place, std::uint64_t length) {
     if (length > allocated && length - allocated > drive.Free())
         return Fault::DiskFull;
     if (length != now)
-        Journal("length", place.Path, length);
+        Journal("length " + std::to_string(length), place.Path);
     place.Item->Data.Resize(length);
     return Fault::None;
 }
@@ -292,7 +292,7 @@ Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
         const Fault fault = MayWrite(*place.Disk, *place.Item);
         if (!Failed(fault)) {
             place.Item->Attributes = (place.Item->Attributes & ~settable) | (attributes & settable);
-            Journal("attributes", place.Path, place.Item->Attributes);
+            Journal("attributes " + std::to_string(place.Item->Attributes), place.Path);
         }
         return fault;
     });

@@ -73,15 +73,13 @@ struct Drive {
 struct Event {
     std::string What; ///< as in JournalText: "create", "write", "rename <new path>"
     std::string Path;
-    std::uint64_t Offset = 0; ///< of a write; the new length of Length, the new attributes
+    std::uint64_t Offset = 0; ///< of a write
     Run Data;                 ///< of a write
 };
 
 /// Everything as at the beginning: drive C: (fixed, NTFS, 64 GiB, clusters of 4096), the
 /// application-data folder, no program folder, an empty journal, no faults, clock at noon.
 void Reset();
-
-// ---- The disks ---------------------------------------------------------------------------------
 
 extern std::map<char, Drive> drives; ///< by upper-case letter
 Drive& AddDrive(char letter, std::uint64_t capacity, std::uint32_t cluster = 4096,
@@ -102,8 +100,6 @@ std::string ContentOf(const std::string& path);
 /// Paths of all files below a folder, in depth-first order.
 std::vector<std::string> FilesBelow(const std::string& folder);
 
-// ---- The journal -------------------------------------------------------------------------------
-
 extern std::vector<Event> journal;
 /// The journal as text, a line per event, of one path or ("") of all with the path in front:
 /// "create", "write 0+8192 AA" (equal bytes), "write 0+8192 *" (other bytes), "make folder",
@@ -112,7 +108,6 @@ std::string JournalText(const std::string& path = "");
 /// Handles that the program has not closed.
 int OpenHandles();
 
-// ---- Faults ------------------------------------------------------------------------------------
 // Calls are named as the functions of platform: "WriteBytes"; "" means all of them.
 
 /// The n-th call from now on (1 = the next) fails with this fault; a write that fails so has
@@ -130,8 +125,6 @@ void FailAlways(const std::string& call, const std::string& end, platform::Fault
 /// Called with the path before each such call; what it returns, if not None, is the call's fault.
 /// A hook may change the disk.
 void OnCall(const std::string& call, std::function<platform::Fault(const std::string& path)> hook);
-
-// ---- Clock and settings ------------------------------------------------------------------------
 
 /// Moves the clock on.
 void Advance(double milliseconds);

@@ -68,8 +68,6 @@ bool FolderExists(const std::string& path) {
     return !Failed(place.Trouble) && place.Item->Folder;
 }
 
-// ---- Drives ------------------------------------------------------------------------------------
-
 namespace {
 Drive* DriveOf(const std::string& root) {
     const auto found = drives.find(root.empty() ? '?' : static_cast<char>(root[0] & ~0x20));
@@ -145,8 +143,6 @@ Fault FlushRecords(const std::string& folder) {
         Journal("flush", folder);
     return fault;
 }
-
-// ---- System ------------------------------------------------------------------------------------
 
 Fault ReadApplicationDataFolder(std::string& folder) {
     const Fault fault = Begin(__func__, "");

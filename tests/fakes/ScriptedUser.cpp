@@ -16,14 +16,6 @@ namespace fake {
 ScriptedUser user;
 
 namespace {
-struct Step {
-    std::string What, Title; ///< "box", "modal form" with its name as the title, "dialog"
-    std::string Text;        ///< of a box; of a dialog the path to answer
-    Matcher Matches;         ///< in place of Text when set
-    int Answer = 0;
-    Look Expected;
-    Action Do;
-};
 using Steps = std::deque<Step>;
 
 constexpr std::int64_t yieldsWithoutEnd = 20'000'000;
@@ -35,10 +27,6 @@ struct {
     std::map<ui::Timer*, std::uint64_t> Due;
     bool InsideStep = false;
 } script;
-
-void Expect(Step step) {
-    script.Waiting.back().push_back(std::move(step));
-}
 
 /// Runs an action of the script; what it left waiting goes before what waited already.
 void Perform(const Action& action) {
@@ -123,34 +111,15 @@ void Pump() {
     }
 }
 
-bool Dialog(const std::string& title, const std::string& startFolder, std::string& path) {
-    user.DialogFolders.push_back(startFolder);
+/// A common dialog; "" when it was cancelled.
+std::string Dialog(const std::string& title) {
     const std::optional<Step> step = Take("dialog", title);
-    if (step && !step->Text.empty())
-        path = step->Text;
-    return step && !step->Text.empty();
+    return step ? step->Text : "";
 }
 } // namespace
 
-void ScriptedUser::Box(const std::string& title, const std::string& text, int answer, Look look) {
-    Expect({"box", title, text, {}, answer, look, {}});
-}
-
-void ScriptedUser::BoxLike(const std::string& title, const std::string& part, int answer) {
-    BoxLike(
-        title, [part](const std::string& text) { return text.find(part) != text.npos; }, answer);
-}
-
-void ScriptedUser::BoxLike(const std::string& title, Matcher text, int answer) {
-    Expect({"box", title, "(by condition)", std::move(text), answer, {}, {}});
-}
-
-void ScriptedUser::Modal(ui::Form& form, Action action) {
-    Expect({"modal form", form.Name, "", {}, 0, {}, std::move(action)});
-}
-
-void ScriptedUser::Dialog(const std::string& title, const std::string& path) {
-    Expect({"dialog", title, path, {}, 0, {}, {}});
+void ScriptedUser::Expect(Step step) {
+    script.Waiting.back().push_back(std::move(step));
 }
 
 void ScriptedUser::During(std::function<bool()> when, Action action) {
@@ -171,8 +140,6 @@ void ScriptedUser::Reset() {
 }
 
 } // namespace fake
-
-// ---- The seam ----------------------------------------------------------------------------------
 
 namespace ui {
 
@@ -299,29 +266,27 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
 }
 
 bool OpenFileDialog(const std::string& title, const std::string& /*filterName*/,
-                    const std::string& /*filterPattern*/, const std::string& startFolder,
+                    const std::string& /*filterPattern*/, const std::string& /*startFolder*/,
                     std::string& path) {
-    return Dialog(title, startFolder, path);
+    const std::string chosen = Dialog(title);
+    path = chosen.empty() ? path : chosen;
+    return !chosen.empty();
 }
 
-bool SaveFileDialog(const std::string& title, const std::string& /*filterName*/,
-                    const std::string& /*filterPattern*/, const std::string& startFolder,
+bool SaveFileDialog(const std::string& title, const std::string& filterName,
+                    const std::string& filterPattern, const std::string& startFolder,
                     std::string& path) {
-    return Dialog(title, startFolder, path);
+    return OpenFileDialog(title, filterName, filterPattern, startFolder, path);
 }
 
-std::string BrowseFolderDialog(const std::string& title, const std::string& startFolder) {
-    std::string path;
-    Dialog(title, startFolder, path);
-    return path;
+std::string BrowseFolderDialog(const std::string& title, const std::string& /*startFolder*/) {
+    return Dialog(title);
 }
 
 void PutOnClipboard(const std::string& text) {
     user.Clipboard = text;
 }
 
-void Beep() {
-    ++user.Beeps;
-}
+void Beep() {}
 
 } // namespace ui

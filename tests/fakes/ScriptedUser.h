@@ -30,6 +30,16 @@ struct Look {
     std::optional<int> DefaultButton = std::nullopt;
 };
 
+/// What the user is to meet next.
+struct Step {
+    std::string What, Title; ///< "box", "modal form" with its name as the title, "dialog"
+    std::string Text;        ///< of a box; of a dialog the path to answer
+    Matcher Matches = {};    ///< in place of Text when set
+    int Answer = 0;
+    Look Expected = {};
+    Action Do = {};
+};
+
 constexpr Look Informs{ui::Icon::Information, ui::Buttons::OK, 1};
 constexpr Look Warns{ui::Icon::Exclamation, ui::Buttons::OK, 1};
 constexpr Look AsksOKCancel{ui::Icon::Question, ui::Buttons::OKCancel, 1};
@@ -41,18 +51,30 @@ constexpr Look AsksYesNoCancel{ui::Icon::Question, ui::Buttons::YesNoCancel, 1};
 struct ScriptedUser {
     /// A message box with this title and text, letter by letter, gets this answer.
     void Box(const std::string& title, const std::string& text, int answer = ui::AnswerOK,
-             Look look = {});
+             Look look = {}) {
+        Expect({"box", title, text, {}, answer, look});
+    }
     void Box(const std::string& title, const std::string& text, Look look) {
         Box(title, text, ui::AnswerOK, look);
     }
     /// The same with a text that only has to contain a part, or to satisfy a condition.
-    void BoxLike(const std::string& title, const std::string& part, int answer = ui::AnswerOK);
-    void BoxLike(const std::string& title, Matcher text, int answer = ui::AnswerOK);
+    void BoxLike(const std::string& title, const std::string& part, int answer = ui::AnswerOK) {
+        BoxLike(
+            title, [=](const std::string& text) { return text.find(part) != text.npos; }, answer);
+    }
+    void BoxLike(const std::string& title, Matcher text, int answer = ui::AnswerOK) {
+        Expect({"box", title, "(by condition)", std::move(text), answer});
+    }
     /// A form is shown by ShowModal. Its Activate runs first, then the action, which must get the
     /// form hidden (or Activate has done so: then the action runs none the less).
-    void Modal(ui::Form& form, Action action = {});
+    void Modal(ui::Form& form, Action action = {}) {
+        Expect({"modal form", form.Name, "", {}, 0, {}, std::move(action)});
+    }
     /// A common dialog (open, save, folder) with this title; an empty path cancels.
-    void Dialog(const std::string& title, const std::string& path);
+    void Dialog(const std::string& title, const std::string& path) {
+        Expect({"dialog", title, path});
+    }
+    void Expect(Step step);
     /// Something the user does while the program works: looked at whenever messages are pumped,
     /// done once. Not part of the order of steps.
     void During(std::function<bool()> when, Action action);
@@ -67,9 +89,7 @@ struct ScriptedUser {
     std::vector<BoxSeen> Boxes;              ///< all that were shown
     std::vector<const ui::Form*> FormsShown; ///< every Show and ShowModal
     std::vector<ui::Form*> Modals;           ///< shown modally just now, the last on top
-    std::vector<std::string> DialogFolders;  ///< start folders of the common dialogs
     std::string Clipboard;
-    int Beeps = 0;
     double TaskbarFraction = -1;
     bool TaskbarPaused = false;
     ui::Control* Focus = nullptr;
@@ -81,7 +101,6 @@ extern ScriptedUser user;
 
 // What a person does. Each fails the test when a person could not do it: the control or a frame
 // around it is hidden or disabled, its form is not shown or lies under a modal one.
-
 bool CanReach(const ui::Control& control);
 /// Presses a button or link, toggles a check box, selects an option button (and clears the others
 /// of its container).

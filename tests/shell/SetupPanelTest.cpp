@@ -27,9 +27,6 @@ struct SetupPanel : StartedShell {
         if (button.Container == &f.picSaveSetup)
             fake::Click(f.cmdSaveSetup);
         fake::Click(button);
-        ExpectClosed();
-    }
-    void ExpectClosed() {
         EXPECT_FALSE(f.fraSetup.Visible || f.picSaveSetup.Visible);
         EXPECT_TRUE(f.lblSetupFilename.Visible && f.fraMenu.Enabled);
         EXPECT_EQ(&f.cmdSetup, user.Focus);
@@ -57,11 +54,11 @@ struct SetupPanel : StartedShell {
 };
 
 TEST_F(SetupPanel, ChangesNothingUnlessToldTo) {
-    Press(f.cmdKeepSetup);
-    Press(f.cmdDontSaveSetup);
     const std::string strStart = SetupText();
     user.Dialog("Specify operation file to be loaded", "");
-    Press(f.cmdLoadSetup);
+    for (ui::Button* button : {&f.cmdKeepSetup, &f.cmdDontSaveSetup, &f.cmdLoadSetup})
+        Press(*button);
+    SaveAs("");
     EXPECT_EQ(strStart, SetupText());
     EXPECT_EQ("", fake::JournalText());
 }
@@ -122,8 +119,6 @@ TEST_F(SetupPanel, SaysThatItCouldNotSave) {
 }
 
 TEST_F(SetupPanel, SavesAnOperationFileAndAsksBeforeItReplacesOne) {
-    SaveAs("");
-    EXPECT_TRUE(fake::FilesBelow("C:\\ops").empty());
     SaveAs("C:\\ops\\weekly"); // the extension is added
     EXPECT_EQ(SetupText(), fake::ContentOf(strOperation));
     blnConfirmFiles = true;

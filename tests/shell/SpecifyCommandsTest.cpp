@@ -64,9 +64,8 @@ TEST_F(SpecifyCommands, SpecifyFolder) {
 
 TEST_F(SpecifyCommands, SpecifyFiles) {
     ClickWarned(f.cmdSpecifyFiles, "Folder unspecified", "The folder has not been specified.");
-    fake::PutFile("C:\\docs\\a.txt");
-    fake::PutFile("C:\\tree\\a.txt");
-    fake::PutFile("C:\\tree\\sub\\b.doc");
+    for (const char* path : {"C:\\docs\\a.txt", "C:\\tree\\a.txt", "C:\\tree\\sub\\b.doc"})
+        fake::PutFile(path);
     fake::PutFolder("C:\\empty");
     ChooseFolder("C:\\docs", ui::AnswerNo);
     Specify("*.txt");

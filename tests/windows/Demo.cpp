@@ -48,7 +48,6 @@ struct Demo : WindowTest {
         ExpectGone(report);
         return text;
     }
-    /// Of the drive that holds the prepared folder.
     void MeasureSpeed() {
         Click(main, "cmdLargePurge(0)");
         AnswerBox("Test purge speed", "", IDYES);

@@ -129,8 +129,6 @@ bool WaitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-// ---- The program -------------------------------------------------------------------------------
-
 HWND StartProgram() {
     std::wstring line = L"\"" + Widen(Environment(L"NW_PROGRAM")) + L"\"";
     STARTUPINFOW start = {};
@@ -164,8 +162,6 @@ void KillProgram() {
     }
     program = {};
 }
-
-// ---- Windows and controls ----------------------------------------------------------------------
 
 HWND Window(const std::string& caption) {
     return WaitForWindow(caption, [&](HWND window) { return TextOf(window) == caption; });
@@ -244,8 +240,6 @@ std::string Describe() {
     return text;
 }
 
-// ---- What a person does ------------------------------------------------------------------------
-
 void Click(HWND form, const std::string& name) {
     if (!IsHarmless(form, name))
         return Fail(name + " would touch what is not the test's own.");
@@ -319,8 +313,6 @@ void CloseByCross(HWND form) {
     else
         Fail("\"" + TextOf(form) + "\" cannot be closed.");
 }
-
-// ---- Boxes and dialogs -------------------------------------------------------------------------
 
 void AnswerBox(const std::string& title, const std::string& text, int button) {
     HWND box = WaitForDialog(title, TextField);

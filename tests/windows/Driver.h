@@ -22,16 +22,12 @@ bool WaitUntil(const std::function<bool()>& condition);
 /// The only folder whose files may be touched, without a trailing backslash.
 extern std::string scratch;
 
-// ---- The program -------------------------------------------------------------------------------
-
 /// Starts the program (NW_PROGRAM) and waits for its main window.
 HWND StartProgram();
 /// Waits for the program to end of itself; −1 when it does not.
 int WaitForEnd();
 /// Ends the program by force if it still runs.
 void KillProgram();
-
-// ---- Windows and controls ----------------------------------------------------------------------
 
 /// A visible top-level window of the program with this caption; waits for it. nullptr: none came,
 /// and the test has failed.
@@ -51,7 +47,7 @@ void ExpectGone(HWND form);
 /// All windows of the program with their texts, for failure messages.
 std::string Describe();
 
-// ---- What a person does. Each fails the test when a person could not do it. ---------------------
+// What a person does. Each fails the test when a person could not do it.
 
 /// Presses a button, check box or option button; does not wait for what comes of it.
 void Click(HWND form, const std::string& name);
@@ -64,8 +60,6 @@ void PressKey(HWND form, WORD virtualKey, WORD held = 0);
 HWND Focused(HWND form);
 /// The cross in the title bar.
 void CloseByCross(HWND form);
-
-// ---- Boxes and dialogs -------------------------------------------------------------------------
 
 /// Waits for a message box with this title, checks its text (unless empty) and presses a button
 /// (IDOK, IDCANCEL, IDYES, IDNO). Returns when the box is gone.
