@@ -25,17 +25,14 @@ std::string SmallDrive() {
 }
 
 bool HoldFile(const std::string& path) {
-    fake::Node* node = fake::At(path);
-    if (node == nullptr)
-        return false;
-    node->Locked = true;
+    fake::At(path)->Locked = true;
     held = path;
     return true;
 }
 
 void LetGoOfFile() {
-    if (fake::Node* node = fake::At(held); !held.empty() && node != nullptr)
-        node->Locked = false;
+    if (!held.empty())
+        fake::At(held)->Locked = false;
     held.clear();
 }
 

@@ -39,8 +39,7 @@ TEST_F(SpeedTestTest, MeasuresOneOverwriteAlsoPastMidnight) {
 }
 
 TEST_F(SpeedTestTest, AFloppyDriveHasItsOwnQuantityAndText) {
-    fake::drives.erase('C');
-    fake::drives.erase('D');
+    fake::drives.clear();
     fake::AddDrive('A', 1474560, 512, platform::DriveType::Removable).BytesPerSecond = MiB;
     SetPasses(3);
     user.Box(strTitle,

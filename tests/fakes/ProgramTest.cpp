@@ -3,7 +3,6 @@
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/Session.h"
-#include "shell/Startup.h"
 
 void ProgramTest::SetUp() {
     fake::Reset();
@@ -23,8 +22,4 @@ void ProgramTest::TearDown() {
     fake::user.Finish();
     EXPECT_EQ(0, fake::OpenHandles()) << "files were left open";
     fake::user.Reset();
-}
-
-void ProgramTest::StartProgram() {
-    StartUp();
 }

@@ -3,6 +3,7 @@
 
 #include "fakes/FakePlatform.h"
 #include "fakes/ScriptedUser.h"
+#include "shell/Startup.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +12,7 @@
 struct ProgramTest : testing::Test {
     void SetUp() override;
     void TearDown() override;
-    /// Runs StartUp(); the main window is shown then.
-    void StartProgram();
+    void StartProgram() { StartUp(); }
 };
 
 /// The program has been started.

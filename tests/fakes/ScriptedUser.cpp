@@ -147,7 +147,6 @@ using namespace fake;
 
 void Show(Form& form) {
     NotInsideStep("Show");
-    user.FormsShown.push_back(&form);
     script.Forms.insert(&form);
     form.Visible = true;
     if (form.Activate)

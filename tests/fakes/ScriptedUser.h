@@ -86,9 +86,8 @@ struct ScriptedUser {
     /// at every call). Unset: such a box fails the test. An answer without a button is Cancel.
     std::function<int(const BoxSeen& box)> AnswerOthers;
 
-    std::vector<BoxSeen> Boxes;              ///< all that were shown
-    std::vector<const ui::Form*> FormsShown; ///< every Show and ShowModal
-    std::vector<ui::Form*> Modals;           ///< shown modally just now, the last on top
+    std::vector<BoxSeen> Boxes;    ///< all that were shown
+    std::vector<ui::Form*> Modals; ///< shown modally just now, the last on top
     std::string Clipboard;
     double TaskbarFraction = -1;
     bool TaskbarPaused = false;

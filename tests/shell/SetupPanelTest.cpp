@@ -99,8 +99,7 @@ TEST_F(SetupPanel, SavesForTheNextRunAndFindsItThere) {
     f.Left = f.Top = 0;
     StartProgram();
     EXPECT_EQ(strOtherSetup, SetupText());
-    EXPECT_EQ(3000, f.Left);
-    EXPECT_EQ(1501, f.Top);
+    EXPECT_EQ((std::pair{3000, 1501}), (std::pair{f.Left, f.Top}));
     EXPECT_EQ(ui::StartPosition::Manual, f.Position);
     fake::PutFile(strWindowPlace, "99999999999\r\nx");
     StartProgram();
