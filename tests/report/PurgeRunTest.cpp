@@ -193,19 +193,19 @@ Sum of sizes of files purged: 3 bytes
 }
 
 TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
-    const auto press = [](ui::Form& form, ui::Button& button) {
-        user.Modal(form, [&button] { fake::Click(button); });
+    const auto press = [](ui::Button& button) {
+        user.Modal(*button.Parent, [&button] { fake::Click(button); });
     };
     const auto purge = [] {
         blnShowPurgeWarning = true;
         PutFiles({"a.txt", "b.doc", "c.rtf", "d.docx"});
         return Middle(Purge());
     };
-    press(frmAntiVirusQuery, frmAntiVirusQuery.cmdNo);
+    press(frmAntiVirusQuery.cmdNo);
     purge();
     // Don't know brings the advice, before every such file.
-    press(frmAntiVirusQuery, frmAntiVirusQuery.cmdDontKnow);
-    press(frmPurgeWarning, frmPurgeWarning.cmdOK);
+    press(frmAntiVirusQuery.cmdDontKnow);
+    press(frmPurgeWarning.cmdOK);
     user.Modal(frmPurgeWarning, [&] {
         EXPECT_EQ(frmPurgeWarning.lblMessage.Caption,
                   "The file C:\\d\\c.rtf will now be purged.  If Norton AntiVirus Auto-Protect (or "
@@ -217,7 +217,7 @@ TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
     });
     purge();
     // Asked before the run: not asked again; the advice can cancel, and can be switched off by it.
-    press(frmAntiVirusQuery, frmAntiVirusQuery.cmdYes);
+    press(frmAntiVirusQuery.cmdYes);
     user.BoxLike("Nullwright", "If Drive C has files with extensions such as");
     EXPECT_EQ(AntiVirusAdvice("C", frmReport), ui::AnswerOK);
     user.Modal(frmPurgeWarning, [] {

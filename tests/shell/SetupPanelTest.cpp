@@ -38,10 +38,12 @@ struct SetupPanel : StartedShell {
             user.Box(title, text, fake::Warns);
         Press(f.cmdLoadSetup);
     }
-    void SaveAs(const std::string& path, const fake::Action& boxes = {}) {
+    void SaveAs(const std::string& path, const std::string& title = "",
+                const std::string& text = "", int answer = ui::AnswerOK,
+                fake::Look look = fake::Warns) {
         user.Dialog("Specify operation file to be saved", path);
-        if (boxes)
-            boxes();
+        if (!text.empty())
+            user.Box(title, text, answer, look);
         Press(f.cmdSaveSetupAsOperationFile);
     }
     /// What the labels say of a setup.
@@ -111,9 +113,7 @@ TEST_F(SetupPanel, SaysThatItCouldNotSave) {
     user.Box("Error", "Cannot save setup!", fake::Warns);
     Press(f.cmdSaveSetupForNextRun);
     fake::FailNth(1, platform::Fault::DiskFull, "WriteBytes");
-    SaveAs(strOperation, [] {
-        user.Box("Error", "Cannot save setup in operation file " + strOperation + "!", fake::Warns);
-    });
+    SaveAs(strOperation, "Error", "Cannot save setup in operation file " + strOperation + "!");
     EXPECT_TRUE(fake::FilesBelow("C:\\ops").empty());
 }
 
@@ -123,10 +123,8 @@ TEST_F(SetupPanel, SavesAnOperationFileAndAsksBeforeItReplacesOne) {
     blnConfirmFiles = true;
     const std::string strOld = fake::ContentOf(strOperation);
     for (const int intAnswer : {ui::AnswerNo, ui::AnswerCancel, ui::AnswerYes}) {
-        SaveAs(strOperation, [intAnswer] {
-            user.Box("File exists", "Overwrite existing file " + strOperation + "?", intAnswer,
-                     {.Buttons = ui::Buttons::YesNoCancel});
-        });
+        SaveAs(strOperation, "File exists", "Overwrite existing file " + strOperation + "?",
+               intAnswer, {.Buttons = ui::Buttons::YesNoCancel});
         EXPECT_EQ(intAnswer != ui::AnswerYes, strOld == fake::ContentOf(strOperation));
     }
 }
