@@ -96,3 +96,17 @@ TEST_F(LongTextTest, IsFilledInWhileNothingElseIsToBeDone) {
     ui::Repaint(form);
     ExpectWhole();
 }
+
+TEST_F(LongTextTest, ShowsInsideWorkWhatHasCome) {
+    Grow(100, true);
+    box.Text = "a new run\r\n";
+    box.SelStart = box.Text.size();
+    const ULONGLONG begun = GetTickCount64();
+    wchar_t first[10] = {};
+    while (std::wstring(first, 9) != L"a new run" && GetTickCount64() - begun < 5000) {
+        ui::DoEvents(); // as work does between its steps
+        first[0] = static_cast<wchar_t>(9);
+        SendMessageW(edit, EM_GETLINE, 0, reinterpret_cast<LPARAM>(first));
+    }
+    EXPECT_LT(GetTickCount64() - begun, 2500U);
+}

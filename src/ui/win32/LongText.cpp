@@ -5,6 +5,7 @@
 #include "ui/win32/Native.h"
 
 #include <algorithm>
+#include <array>
 
 namespace ui::win32 {
 
@@ -53,6 +54,15 @@ std::size_t LastScreenful(const NativeControl& native, const std::string& text) 
     return start;
 }
 
+/// What the scroll bar shows.
+std::array<int, 4> ThumbOf(HWND window) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    GetScrollInfo(window, SB_VERT, &info);
+    return {info.nMin, info.nMax, static_cast<int>(info.nPage), info.nPos};
+}
+
 /// Puts `added` in the place of a piece of the window's text, the rest of the view staying where it
 /// is, unless `follow`: then the view moves to the place of the change.
 void ReplaceInWindow(NativeControl& native, std::size_t from, std::size_t to,
@@ -62,24 +72,32 @@ void ReplaceInWindow(NativeControl& native, std::size_t from, std::size_t to,
         return SendMessageW(window, message, wParam, 0);
     };
     const auto moved = [&](std::size_t place) -> WPARAM {
-        return place >= to && place > from ? place - to + from + added.size() : place;
+        // What begins where a piece ends stays with what is before it, except at the very start.
+        return place >= to && (place > from || to == 0) ? place - to + from + added.size() : place;
     };
+    // A selection of all that is to go must not be seen, nor the new text scrolling past.
+    const bool silent = !follow || from == 0;
+    const auto thumb = ThumbOf(window);
     DWORD start = 0, end = 0;
     SendMessageW(window, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
                  reinterpret_cast<LPARAM>(&end));
     const auto top = ask(EM_LINEINDEX, static_cast<WPARAM>(ask(EM_GETFIRSTVISIBLELINE, 0)));
-    if (!follow)
+    if (silent)
         ask(WM_SETREDRAW, FALSE);
     SendMessageW(window, EM_SETSEL, from, static_cast<LPARAM>(to));
     SendMessageW(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(added.c_str()));
     native.Units = native.Units - (to - from) + added.size();
-    if (follow)
+    if (!follow) {
+        SendMessageW(window, EM_SETSEL, moved(start), static_cast<LPARAM>(moved(end)));
+        const LRESULT wanted = ask(EM_LINEFROMCHAR, moved(static_cast<std::size_t>(top)));
+        SendMessageW(window, EM_LINESCROLL, 0, wanted - ask(EM_GETFIRSTVISIBLELINE, 0));
+    }
+    if (!silent)
         return;
-    SendMessageW(window, EM_SETSEL, moved(start), static_cast<LPARAM>(moved(end)));
-    const LRESULT wanted = ask(EM_LINEFROMCHAR, moved(static_cast<std::size_t>(top)));
-    SendMessageW(window, EM_LINESCROLL, 0, wanted - ask(EM_GETFIRSTVISIBLELINE, 0));
     ask(WM_SETREDRAW, TRUE);
-    InvalidateRect(window, nullptr, TRUE);
+    // To draw the scroll bar takes some systems longer than all the rest.
+    const UINT frame = ThumbOf(window) == thumb ? 0 : RDW_FRAME;
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | frame);
 }
 
 } // namespace
@@ -134,8 +152,6 @@ void FillIn(NativeControl& native, std::size_t bytes) {
                     Widen(std::string_view(native.Text).substr(from, native.Missing - from)),
                     false);
     native.Missing = from;
-    if (from == 0) // the scroll bar, too
-        RedrawWindow(native.Window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
 }
 
 void ChangeLongText(NativeControl& native, const std::string& text, bool follow) {

@@ -52,7 +52,7 @@ struct NativeControl {
     std::size_t SelStart = 0, SelLength = 0;
     DWORD WindowStart = 0, WindowEnd = 0;
     std::int64_t NextUpdate = 0; ///< performance counter; see SyncText
-    bool Waiting = false;        ///< a change has been seen and waits for that
+    bool Waiting = false;        ///< a change has been seen and waits for NextUpdate
     /// Bytes at the start of Text that the window lacks; see LongText.cpp.
     std::size_t Missing = 0;
 };

@@ -9,8 +9,9 @@ namespace ui::win32 {
 namespace {
 
 /// Inside work a long text is brought up to date only when this many times the cost of the last
-/// update has passed, so that it takes no more than a hundredth of the time; but every two seconds.
-constexpr std::int64_t lngRestFactor = 100, lngLongestRest = 2000; // ms
+/// update has passed, so that it takes no more than a hundredth of the time.
+constexpr std::int64_t lngRestFactor = 100;
+constexpr std::int64_t lngLongestRest = 2000; // ms, whatever the cost
 /// What comes at once is shown at once: a first change waits this long for the next ones.
 constexpr std::int64_t lngWaitForMore = 200; // ms
 /// What a long text gets at once of what it lacks: some hundred lines, a few milliseconds.
@@ -53,6 +54,8 @@ void Select(NativeControl& native, const TextBox& box) {
 void FillInAll(NativeControl& native) {
     if (native.Missing == 0)
         return;
+    // Else what another program has just selected would pass for known.
+    CollectSelection(native, static_cast<TextBox&>(*native.Which));
     const bool sending = std::exchange(native.Sending, true);
     FillIn(native, native.Text.size());
     RememberSelection(native);
@@ -92,6 +95,7 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
         native.Units = text.size();
         native.Text = box.Text;
     } else if (fillIn) {
+        CollectSelection(native, box);
         FillIn(native, lngFillBytes);
     }
     if (changed || selected)
