@@ -14,15 +14,12 @@
 
 namespace {
 
-// ms: the line tells whole seconds, and to paint it takes milliseconds, too. A little less than a
-// second, lest the timer's second tick come too early for it.
-constexpr std::uint64_t lngBetweenLooks = 950;
 constexpr std::uint64_t lngBeforeRemaining = 2000;    // ms; an earlier guess is worth nothing
 constexpr double dblLongestRemaining = 365.0 * 86400; // s; beyond a year it says nothing
 
 std::uint64_t lngStartTick = 0;
 std::uint64_t lngPauseTick = 0;
-std::uint64_t lngLastLook = 0;
+std::uint64_t lngSecondShown = 0;
 bool blnBegun = false;
 bool blnInPause = false;
 std::int64_t lngFilesDone = 0;
@@ -62,7 +59,7 @@ std::string FilesText(std::int64_t files) {
 }
 
 void ShowProgress() {
-    lngLastLook = platform::TickCount();
+    lngSecondShown = Elapsed() / 1000;
     const double share = ShareDone();
     const auto elapsed = static_cast<double>(Elapsed());
     const bool blnCounted =
@@ -101,9 +98,9 @@ void BeginReportProgress() {
 }
 
 void RefreshReportProgress() {
-    if (platform::TickCount() - lngLastLook < lngBetweenLooks || !blnBegun)
-        return;
-    ShowProgress();
+    // Once for every second that the line can tell: to paint it takes milliseconds, too.
+    if (blnBegun && Elapsed() / 1000 != lngSecondShown)
+        ShowProgress();
 }
 
 void PauseReportProgress(bool blnPaused) {
