@@ -31,8 +31,8 @@ constexpr CasedBlock cased[] = {
     {0x1E900, 0x1E921, 34}  // Adlam
 };
 
-/// The case of plain letters is the same everywhere: most names have no others, and a walk asks for
-/// the case of very many.
+/// Plain letters as the system's invariant mapping has them: most names have no others, and a walk
+/// asks for the case of very many.
 bool MapPlainCase(std::string& text, bool toUpper) {
     if (std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; }))
         return false;
