@@ -105,8 +105,10 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     if (isLong) {
         UpdateWindow(native.Window);
         const std::int64_t ended = Now();
-        native.NextUpdate =
-            ended + std::min(lngRestFactor * (ended - begun), Ticks(lngLongestRest));
+        // What was shown outside work, an empty report before a run, say, asks for no rest.
+        native.NextUpdate = how == Thorough::Yes ? ended
+                                                 : ended + std::min(lngRestFactor * (ended - begun),
+                                                                    Ticks(lngLongestRest));
     }
 }
 
