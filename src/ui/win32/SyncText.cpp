@@ -54,8 +54,10 @@ void Select(NativeControl& native, const TextBox& box) {
 void FillInAll(NativeControl& native) {
     if (native.Missing == 0)
         return;
-    // Else what another program has just selected would pass for known.
-    CollectSelection(native, static_cast<TextBox&>(*native.Which));
+    // Else what another program has just selected would pass for known. But a caret that a change
+    // under way has moved is nobody's selection.
+    if (!native.Sending)
+        CollectSelection(native, static_cast<TextBox&>(*native.Which));
     const bool sending = std::exchange(native.Sending, true);
     FillIn(native, native.Text.size());
     RememberSelection(native);
@@ -95,7 +97,8 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
         native.Units = text.size();
         native.Text = box.Text;
     } else if (fillIn) {
-        CollectSelection(native, box);
+        if (!selected)
+            CollectSelection(native, box);
         FillIn(native, lngFillBytes);
     }
     if (changed || selected)
