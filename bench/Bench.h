@@ -1,6 +1,8 @@
 // What the benches share: the scratch folder, the clock, medians, the lines of the table.
 #pragma once
 
+#include "bench/Measure.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -27,9 +29,7 @@ bool MakeFile(const std::string& path, std::uint64_t length);
 /// Ends the program with a message when something that the measurement rests on fails.
 void Require(bool done, const std::string& what);
 
-double Seconds(); ///< since some moment in the past
 double SecondsFor(const std::function<void()>& work);
-double Median(std::vector<double> values);
 std::string Text(double value, int decimals);
 
 /// A line of the table: what was measured, the figure, the bar, and whether it is kept.

@@ -13,7 +13,6 @@
 #include "support/MainWindow.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -77,21 +76,10 @@ void Require(bool done, const std::string& what) {
     std::exit(2);
 }
 
-double Seconds() {
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
-}
-
 double SecondsFor(const std::function<void()>& work) {
     const double start = Seconds();
     work();
     return Seconds() - start;
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    const std::size_t half = values.size() / 2;
-    return values.size() % 2 == 1 ? values[half] : (values[half - 1] + values[half]) / 2;
 }
 
 std::string Text(double value, int decimals) {

@@ -80,18 +80,18 @@ void Enumerate(const std::wstring& folder, Sums& sums) {
 
 double SecondsOfEnumeration(const std::wstring& top) {
     Sums sums;
-    const double begun = bench::Now();
+    const double begun = bench::Seconds();
     Enumerate(top, sums);
-    const double seconds = bench::Now() - begun;
+    const double seconds = bench::Seconds() - begun;
     if (sums.files != folders * filesPerFolder)
         bench::Give("the enumeration counted wrongly");
     return seconds;
 }
 
 double SecondsOfRun() {
-    const double begun = bench::Now();
+    const double begun = bench::Seconds();
     ProcessFiles();
-    const double seconds = bench::Now() - begun;
+    const double seconds = bench::Seconds() - begun;
     if (frmReport.lngNumFilesProcessed != folders * filesPerFolder)
         bench::Give("the listing counted wrongly");
     return seconds;

@@ -2,8 +2,6 @@
 
 #include "platform/Files.h"
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
@@ -23,17 +21,6 @@ void Give(const std::string& what) {
 void Need(platform::Fault fault, const std::string& what) {
     if (Failed(fault) && fault != platform::Fault::AlreadyExists)
         Give(what + ": " + platform::FaultText(fault));
-}
-
-double Now() {
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    const std::size_t half = values.size() / 2;
-    return values.size() % 2 == 1 ? values[half] : (values[half - 1] + values[half]) / 2;
 }
 
 void MakeFile(const std::string& path, const std::string& content) {
