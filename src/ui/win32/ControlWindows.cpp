@@ -81,10 +81,12 @@ bool LooksIntoText(UINT message) {
     }
 }
 
-LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                             DWORD_PTR data) {
-    auto& native = *reinterpret_cast<NativeControl*>(data);
-    Control& control = *native.Which;
+LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    Control& control = *reinterpret_cast<Control*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    NativeControl& native = *NativeOf(control);
+    const auto asItsClass = [&, procedure = native.ClassProcedure] {
+        return CallWindowProcW(procedure, window, message, wParam, lParam);
+    };
     const bool label = control.Kind == ControlKind::Label;
     const bool link = label && static_cast<const Label&>(control).Link;
     const bool bareFrame =
@@ -136,7 +138,7 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
             return DLGC_BUTTON;
         // Tab would select a long text as a whole, and lose the place in it.
         if (control.Kind == ControlKind::TextBox && static_cast<const TextBox&>(control).MultiLine)
-            return DefSubclassProc(window, message, wParam, lParam) & ~DLGC_HASSETSEL;
+            return asItsClass() & ~DLGC_HASSETSEL;
         break;
     case WM_SETCURSOR:
         if (link) {
@@ -160,7 +162,7 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
         }
         if (control.Kind == ControlKind::OptionButton) {
             native.TakingFocus = true;
-            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            const LRESULT result = asItsClass();
             native.TakingFocus = false;
             return result;
         }
@@ -171,14 +173,14 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     case WM_VSCROLL:
     case WM_MOUSEWHEEL:
         if (control.Kind == ControlKind::TextBox) {
-            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            const LRESULT result = asItsClass();
             NoteScrolling(native);
             return result;
         }
         break;
     case WM_LBUTTONUP:
         if (control.Kind == ControlKind::TextBox) {
-            const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+            const LRESULT result = asItsClass();
             if (Usable(control))
                 Run(static_cast<TextBox&>(control).MouseUp);
             return result;
@@ -192,7 +194,7 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     default:
         break;
     }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return asItsClass();
 }
 
 void CreateControl(NativeForm& form, Control& control, int id) {
@@ -219,7 +221,10 @@ void CreateControl(NativeForm& form, Control& control, int id) {
     control.Native = reinterpret_cast<std::size_t>(&native);
     SetWindowLongPtrW(native.Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&control));
     NameWindow(native.Window, control.Name);
-    SetWindowSubclass(native.Window, ControlProc, 1, reinterpret_cast<DWORD_PTR>(&native));
+    // Without the common controls' help: that looks up a window property three times a message,
+    // which on some systems takes longer than what most messages ask for.
+    native.ClassProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(native.Window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlProc)));
     if (control.Kind == ControlKind::ProgressBar)
         SendMessageW(native.Window, PBM_SETRANGE32, 0, 10000);
     if (hasText)

@@ -24,6 +24,7 @@ using platform::Widen;
 struct NativeControl {
     Control* Which = nullptr;
     HWND Window = nullptr;
+    WNDPROC ClassProcedure = nullptr; ///< what the window does of itself
     HFONT Font = nullptr;
     RECT Place{};
     bool Visible = false;
