@@ -18,7 +18,7 @@ struct LongTextTest : testing::Test {
         form.Width = 9000;
         form.Height = 3000;
         box.MultiLine = true;
-        box.Locked = true;
+        box.Locked = box.FixedPitch = true;
         ui::Bind(form, {{&box, "box", 120, 120, 8760, 2760}});
         ui::Show(form);
         edit = FindWindowExW(FindWindowW(nullptr, L"Long text"), nullptr, L"Edit", nullptr);
@@ -35,6 +35,12 @@ struct LongTextTest : testing::Test {
     }
     bool HasLine(int line) const {
         return SendMessageW(edit, EM_LINEINDEX, static_cast<WPARAM>(line), 0) >= 0;
+    }
+    int Lines() const {
+        int lines = 0;
+        while (HasLine(lines))
+            ++lines;
+        return lines;
     }
     void ExpectWhole() {
         std::wstring text(box.Text.size() + 1, L'\0');
@@ -116,4 +122,29 @@ TEST_F(LongTextTest, ShowsInsideWorkWhatHasCome) {
         SendMessageW(edit, EM_GETLINE, 0, reinterpret_cast<LPARAM>(first));
     }
     EXPECT_LT(GetTickCount64() - begun, 2500U);
+}
+
+TEST_F(LongTextTest, FillsTheWindowAndNoMoreWhenItsLinesWrap) {
+    Grow(400, true);
+    const int shortLines = Lines();
+    EXPECT_LT(shortLines, 100);
+    std::string text;
+    for (int i = 0; i < 100; ++i)
+        text += "C:\\folder\\" + std::string(150, 'f') + " (4,096 bytes) " + std::string(150, 'x') +
+                "\r\n";
+    box.Text = text;
+    box.SelStart = text.size();
+    ui::Repaint(form);
+    EXPECT_GE(Lines(), shortLines);
+    EXPECT_LE(Lines(), shortLines + 6) << "one line more, and room that words leave at their ends";
+    ExpectWhole();
+    box.Text.clear();
+    box.SelStart = 0;
+    ui::Repaint(form);
+    EXPECT_EQ(1, Lines());
+    SCROLLINFO bar{};
+    bar.cbSize = sizeof bar;
+    bar.fMask = SIF_ALL;
+    GetScrollInfo(edit, SB_VERT, &bar);
+    EXPECT_LT(bar.nMax, static_cast<int>(bar.nPage)) << "there is nothing to scroll";
 }

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <functional>
 
 namespace ui::win32 {
 
@@ -28,29 +30,52 @@ std::size_t LineStart(const std::string& text, std::size_t at) {
     return before == std::string::npos ? 0 : before + 1;
 }
 
-/// How many lines the window has room for.
-LRESULT LinesInView(const NativeControl& native) {
-    RECT client{};
+/// How many lines the window has room for, and how many characters of a line, where they are all of
+/// one width; else 0.
+struct Room {
+    LONG Lines, Columns;
+};
+
+Room RoomIn(const NativeControl& native) {
+    RECT client{}, inside{};
     GetClientRect(native.Window, &client);
+    SendMessageW(native.Window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inside));
     const HDC dc = GetDC(native.Window);
     const HGDIOBJ before = SelectObject(dc, native.Font);
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc, &metrics);
     SelectObject(dc, before);
     ReleaseDC(native.Window, dc);
-    return client.bottom / std::max(metrics.tmHeight, LONG{1});
+    const bool fixedPitch =
+        (metrics.tmPitchAndFamily & TMPF_FIXED_PITCH) == 0; // so named upside down
+    return {client.bottom / std::max(metrics.tmHeight, LONG{1}),
+            fixedPitch ? (inside.right - inside.left) / std::max(metrics.tmAveCharWidth, LONG{1})
+                       : 0};
+}
+
+/// As how many lines the window shows one, at least. A blank at which it breaks may hang over.
+std::size_t LinesShown(std::string_view line, std::size_t columns) {
+    const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
+    if (line.empty() || columns == 0 || !std::all_of(line.begin(), line.end(), isPlain))
+        return 1;
+    return 1 + (line.size() - 1) / (columns + 1);
 }
 
 /// Where the last lines begin that fill the window.
 std::size_t LastScreenful(const NativeControl& native, const std::string& text) {
-    std::size_t start = text.size();
+    const Room room = RoomIn(native);
     // Two more: one that is seen in part, and one to scroll to. The empty line behind the last line
     // end counts, so that the number stays the same and with it the scroll bar.
-    LRESULT lines = LinesInView(native) + 2;
-    if (!text.empty() && text.back() == '\n')
-        --lines;
-    for (; lines > 0 && start > 0; --lines)
+    const auto wanted = static_cast<std::size_t>(room.Lines) + 2;
+    std::size_t start = text.size(), lines = !text.empty() && text.back() == '\n' ? 1 : 0;
+    while (lines < wanted && start > 0) {
+        const std::size_t end = start;
         start = LineStart(text, start - 1);
+        std::string_view line(text.data() + start, end - start);
+        while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
+            line.remove_suffix(1);
+        lines += LinesShown(line, static_cast<std::size_t>(std::max(room.Columns, LONG{0})));
+    }
     return start;
 }
 
@@ -63,6 +88,49 @@ std::array<int, 4> ThumbOf(HWND window) {
     return {info.nMin, info.nMax, static_cast<int>(info.nPage), info.nPos};
 }
 
+/// Changes the text of the window without any of it being seen on the way; then it is drawn anew.
+/// The message as such would not do: not every system's text box hands it on.
+void ChangeUnseen(HWND window, const std::function<void()>& change) {
+    if ((GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) == 0) { // would show it at the end
+        change();
+        return;
+    }
+    const auto thumb = ThumbOf(window);
+    DefWindowProcW(window, WM_SETREDRAW, FALSE, 0);
+    change();
+    DefWindowProcW(window, WM_SETREDRAW, TRUE, 0);
+    // To draw the scroll bar takes some systems longer than all the rest. They would do it now.
+    const bool sameThumb = ThumbOf(window) == thumb;
+    if (sameThumb)
+        RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_NOFRAME);
+    RedrawWindow(window, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | (sameThumb ? 0 : RDW_FRAME));
+}
+
+/// Gives the window another text, seen from its end, as a buffer of its own: to replace a text by
+/// another, or to set it, selects the old one first, and each of its lines would be drawn for that.
+/// Not an empty one: not every system then forgets the lines of the old.
+bool SetBuffer(NativeControl& native, const std::wstring& text) {
+    if (text.empty())
+        return false;
+    const HLOCAL buffer = LocalAlloc(LMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
+    void* const place = buffer ? LocalLock(buffer) : nullptr;
+    if (!place)
+        return false;
+    std::memcpy(place, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
+    LocalUnlock(buffer);
+    ChangeUnseen(native.Window, [&] {
+        LocalFree(reinterpret_cast<HLOCAL>(SendMessageW(native.Window, EM_GETHANDLE, 0, 0)));
+        SendMessageW(native.Window, EM_SETHANDLE, reinterpret_cast<WPARAM>(buffer), 0);
+        SendMessageW(native.Window, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
+        SendMessageW(native.Window, EM_SCROLLCARET, 0, 0);
+    });
+    // A change of the text tells screen readers of itself; of a new buffer nothing is promised.
+    NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, native.Window, OBJID_CLIENT, CHILDID_SELF);
+    native.Units = text.size();
+    return true;
+}
+
 /// Puts `added` in the place of a piece of the window's text, the rest of the view staying where it
 /// is, unless `follow`: then the view moves to the place of the change.
 void ReplaceInWindow(NativeControl& native, std::size_t from, std::size_t to,
@@ -71,33 +139,33 @@ void ReplaceInWindow(NativeControl& native, std::size_t from, std::size_t to,
     const auto ask = [window](UINT message, WPARAM wParam) {
         return SendMessageW(window, message, wParam, 0);
     };
+    const auto replace = [&] {
+        SendMessageW(window, EM_SETSEL, from, static_cast<LPARAM>(to));
+        SendMessageW(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(added.c_str()));
+        native.Units = native.Units - (to - from) + added.size();
+    };
+    if (follow) {
+        // The old text, selected as a whole, must not be seen.
+        if (from == 0)
+            ChangeUnseen(window, replace);
+        else
+            replace();
+        return;
+    }
     const auto moved = [&](std::size_t place) -> WPARAM {
         // What begins where a piece ends stays with what is before it, except at the very start.
         return place >= to && (place > from || to == 0) ? place - to + from + added.size() : place;
     };
-    // A selection of all that is to go must not be seen, nor the new text scrolling past.
-    const bool silent = !follow || from == 0;
-    const auto thumb = ThumbOf(window);
     DWORD start = 0, end = 0;
     SendMessageW(window, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
                  reinterpret_cast<LPARAM>(&end));
     const auto top = ask(EM_LINEINDEX, static_cast<WPARAM>(ask(EM_GETFIRSTVISIBLELINE, 0)));
-    if (silent)
-        ask(WM_SETREDRAW, FALSE);
-    SendMessageW(window, EM_SETSEL, from, static_cast<LPARAM>(to));
-    SendMessageW(window, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(added.c_str()));
-    native.Units = native.Units - (to - from) + added.size();
-    if (!follow) {
+    ChangeUnseen(window, [&] {
+        replace();
         SendMessageW(window, EM_SETSEL, moved(start), static_cast<LPARAM>(moved(end)));
         const LRESULT wanted = ask(EM_LINEFROMCHAR, moved(static_cast<std::size_t>(top)));
         SendMessageW(window, EM_LINESCROLL, 0, wanted - ask(EM_GETFIRSTVISIBLELINE, 0));
-    }
-    if (!silent)
-        return;
-    ask(WM_SETREDRAW, TRUE);
-    // To draw the scroll bar takes some systems longer than all the rest.
-    const UINT frame = ThumbOf(window) == thumb ? 0 : RDW_FRAME;
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | frame);
+    });
 }
 
 } // namespace
@@ -133,7 +201,7 @@ std::size_t FieldPlace(const NativeControl& native, std::size_t units) {
 void NoteScrolling(NativeControl& native) {
     const LRESULT top = SendMessageW(native.Window, EM_GETFIRSTVISIBLELINE, 0, 0);
     const LRESULT lines = SendMessageW(native.Window, EM_GETLINECOUNT, 0, 0);
-    native.ScrolledUp = top + LinesInView(native) + 1 < lines;
+    native.ScrolledUp = top + RoomIn(native).Lines + 1 < lines;
 }
 
 bool AnyMissing() {
@@ -169,10 +237,9 @@ void ChangeLongText(NativeControl& native, const std::string& text, bool follow)
         native.ScrolledUp = false;
         follow = true;
     }
-    // A text set anew by SetWindowText would draw the scroll bar twice, which takes longer than all
-    // the rest.
-    ReplaceInWindow(native, from, native.Units,
-                    Widen(std::string_view(text).substr(std::max(kept, native.Missing))), follow);
+    const std::wstring added = Widen(std::string_view(text).substr(std::max(kept, native.Missing)));
+    if (kept > 0 || !SetBuffer(native, added))
+        ReplaceInWindow(native, from, native.Units, added, follow);
     native.Text = text;
 }
 
