@@ -45,7 +45,8 @@ void ResetRun() {
 
     f.lblPausedDone.Caption = "";
     f.lblDots.Visible = WritesDots();
-    f.barProgress.Visible = false;
+    f.barProgress.Visible = f.blnPurgeFiles;
+    f.barProgress.Fraction = 0;
     f.lblProgress.Caption = "";
     f.cmdPauseContinue.Enabled = true;
     f.cmdStop.Enabled = true;

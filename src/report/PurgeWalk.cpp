@@ -21,6 +21,7 @@ void ExpectFilesOf(const FolderList& list) {
     frmReport.lngNumFilesExpected = static_cast<std::int64_t>(list.Files.size() - list.LinkedFiles);
     for (const FoundFile& file : list.Files)
         frmReport.dblBytesExpected += file.IsLink ? 0 : static_cast<double>(file.Length);
+    ShowReportProgress();
 }
 
 void PurgeListedFile(const std::string& folder, const FoundFile& file, bool blnSlackOnly) {

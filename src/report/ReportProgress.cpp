@@ -58,7 +58,9 @@ std::string FilesText(std::int64_t files) {
     return GroupedDigits(files) + (files == 1 ? " file" : " files");
 }
 
-void ShowProgress() {
+} // namespace
+
+void ShowReportProgress() {
     lngSecondShown = Elapsed() / 1000;
     const double share = ShareDone();
     const auto elapsed = static_cast<double>(Elapsed());
@@ -76,31 +78,31 @@ void ShowProgress() {
             text += "  Remaining: about " + TimeOf(remaining + 999) + ".";
     }
     frmReport.lblProgress.Caption = text;
-    if (frmReport.barProgress.Visible != (share >= 0)) {
-        frmReport.barProgress.Visible = share >= 0;
+    // Before the first file of a purge it stands empty, whatever the number will be.
+    const bool blnBar = share >= 0 || (frmReport.blnPurgeFiles && lngFilesDone == 0);
+    if (frmReport.barProgress.Visible != blnBar) {
+        frmReport.barProgress.Visible = blnBar;
         LayOutReport();
     }
     frmReport.barProgress.Fraction = std::max(share, 0.0);
     ui::ShowTaskbarProgress(frmReport, share, blnInPause);
 }
 
-} // namespace
-
 void BeginReportProgress() {
     lngStartTick = platform::TickCount();
     blnBegun = true;
     blnInPause = false;
     lngFilesDone = 0;
-    dblBytesDone = 0;
+    dblBytesDone = dblBytesInHand = 0;
     intPassesOver = 0;
     frmReport.tmrProgress.Enabled = true;
-    ShowProgress();
+    ShowReportProgress();
 }
 
 void RefreshReportProgress() {
     // Once for every second that the line can tell: to paint it takes milliseconds, too.
     if (blnBegun && Elapsed() / 1000 != lngSecondShown)
-        ShowProgress();
+        ShowReportProgress();
 }
 
 void PauseReportProgress(bool blnPaused) {
@@ -111,7 +113,7 @@ void PauseReportProgress(bool blnPaused) {
     else
         lngStartTick += platform::TickCount() - lngPauseTick;
     blnInPause = blnPaused;
-    ShowProgress();
+    ShowReportProgress();
 }
 
 void NoteFileDone(double dblBytes, bool blnPurged) {
@@ -131,13 +133,17 @@ void NotePasses(int intDone, int intPasses, std::int64_t lngFileLength) {
 
 void EndReportProgress() {
     frmReport.tmrProgress.Enabled = false;
-    frmReport.lblProgress.Caption.clear();
-    if (blnBegun) // else the run was stopped before its first file
+    if (!blnBegun) { // the run was stopped before its first file
+        frmReport.lblProgress.Caption.clear();
+        frmReport.barProgress.Visible = false;
+    } else {
         frmReport.lblProgress.Caption =
             FilesText(lngFilesDone) + " in " +
             (Elapsed() < 1000 ? "less than a second" : TimeOf(static_cast<double>(Elapsed()))) +
             ".";
+        // Files that have vanished leave nothing undone.
+        frmReport.barProgress.Fraction = blnStop ? std::max(ShareDone(), 0.0) : 1;
+    }
     blnBegun = false;
-    frmReport.barProgress.Visible = false;
     ui::ShowTaskbarProgress(frmReport, -1, false);
 }

@@ -6,8 +6,10 @@
 
 /// Starts the clock; the totals are those that frmReport expects, 0 when not known.
 void BeginReportProgress();
-/// Looks at the clock, and shows the progress anew several times a second.
+/// Looks at the clock, and shows the progress anew once a second.
 void RefreshReportProgress();
+/// The totals have become known.
+void ShowReportProgress();
 /// The time of a pause, and of a question to the user, does not count.
 void PauseReportProgress(bool blnPaused);
 /// A file was dealt with. The bytes of one that was not purged are no work any more, neither done
@@ -15,5 +17,5 @@ void PauseReportProgress(bool blnPaused);
 void NoteFileDone(double dblBytes, bool blnPurged);
 /// So many passes over the file in hand are done; the engine tells how far the next one is.
 void NotePasses(int intDone, int intPasses, std::int64_t lngFileLength);
-/// Takes bar and taskbar progress away and shows what the whole run took.
+/// Shows what the whole run took; the bar stays, to show how far it came.
 void EndReportProgress();

@@ -304,6 +304,7 @@ TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
 
         EXPECT_EQ(Middle(Purge(), "3 times"), stopped + strNoneStopped);
         EXPECT_EQ(frmReport.lblPausedDone.Caption, "Stopped");
+        EXPECT_LT(frmReport.barProgress.Fraction, 1);
         EXPECT_EQ(frmReport.Visible, how == 0 || how == 3);
 
         EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
@@ -316,6 +317,7 @@ TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
     user.During([yields] { return user.Yields > yields; }, [] { fake::PressF10(); });
     EXPECT_EQ(Middle(Purge()), strNoneStopped.substr(1));
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 1U);
+    EXPECT_FALSE(frmReport.barProgress.Visible);
     // Nor is one that comes where there are folders only.
     fake::PutFolder("C:\\d\\p");
     blnSubdirectories = true;
@@ -354,6 +356,8 @@ TEST_F(RunTest, ShowsOnlyTheProgressThatIsKnown) {
                               "1 of 2 files.  Elapsed: 9s.  Remaining: about 9s.");
                 });
     Purge();
+    EXPECT_TRUE(frmReport.barProgress.Visible);
+    EXPECT_EQ(frmReport.barProgress.Fraction, 1);
 }
 
 enum class Mode { Purge, Keep, Slack, List };
