@@ -41,7 +41,8 @@ void SetExtensionVerdict(const std::string& extension, std::int16_t verdict) {
 
 std::int16_t ClassifyFileForPurge(const std::string& path) {
     const std::string lower = platform::LowerCase(path);
-    if (FolderPartOf(lower) == platform::LowerCase(platform::ProgramFolder()) + "\\")
+    const std::string programFolder = platform::LowerCase(platform::ProgramFolder());
+    if (lower.rfind('\\') == programFolder.size() && lower.rfind(programFolder, 0) == 0)
         return ClassProgramFolder;
     const std::string extension = ExtensionOf(lower);
     if (extension.empty())

@@ -50,7 +50,8 @@ void RedrawRuler(const FileLine& line, int passesDone) {
 }
 
 void EndLine(const FileLine& line, const std::string& tail) {
-    ReplaceReportTail(line.lngTail, line.strSize + tail + "\r\n");
+    if (!frmReport.blnBufferFull)
+        ReplaceReportTail(line.lngTail, line.strSize + tail + "\r\n");
 }
 
 // What the pass loop came to.

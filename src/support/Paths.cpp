@@ -72,9 +72,9 @@ std::string FileNameOf(const std::string& path) {
 }
 
 std::string ExtensionOf(const std::string& path) {
-    const std::string name = FileNameOf(path);
-    const std::size_t point = name.rfind('.');
-    return point == std::string::npos ? std::string() : name.substr(point + 1);
+    const std::size_t point = path.find_last_of(".\\");
+    return point == std::string::npos || path[point] == '\\' ? std::string()
+                                                             : path.substr(point + 1);
 }
 
 char DriveLetterOf(const std::string& path) {
