@@ -7,9 +7,9 @@ namespace ui::win32 {
 
 namespace {
 
-/// Milliseconds between two pumps of DoEvents, a tick of Windows' clock. A pump costs some ten
-/// microseconds.
-constexpr ULONGLONG lngPumpInterval = 15;
+/// Milliseconds between two pumps of DoEvents, two ticks of Windows' clock: nobody feels them, and
+/// a pump costs some ten microseconds.
+constexpr ULONGLONG lngPumpInterval = 30;
 /// Milliseconds after which a pump returns although the queue is not empty.
 constexpr ULONGLONG lngLongestPump = 50;
 
