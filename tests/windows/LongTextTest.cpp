@@ -9,17 +9,20 @@
 namespace {
 
 struct LongTextTest : testing::Test {
-    ui::Form form;
-    ui::TextBox box;
+    static inline ui::Form form; // as the program's own: a form is never given up
+    static inline ui::TextBox box;
     HWND edit = nullptr;
 
-    void SetUp() override {
+    static void SetUpTestSuite() {
         form.Caption = "Long text";
         form.Width = 9000;
         form.Height = 3000;
-        box.MultiLine = true;
-        box.Locked = box.FixedPitch = true;
+        box.MultiLine = box.Locked = box.FixedPitch = true;
         ui::Bind(form, {{&box, "box", 120, 120, 8760, 2760}});
+    }
+    void SetUp() override {
+        box.Text.clear();
+        box.SelStart = box.SelLength = 0;
         ui::Show(form);
         edit = FindWindowExW(FindWindowW(nullptr, L"Long text"), nullptr, L"Edit", nullptr);
         ASSERT_TRUE(edit);

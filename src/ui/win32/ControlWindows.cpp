@@ -69,6 +69,7 @@ bool LooksIntoText(UINT message) {
     case WM_GETTEXTLENGTH:
     case WM_COPY:
     case WM_KEYDOWN:
+    case WM_SIZE: // there may be room for more
     case WM_VSCROLL:
     case WM_MOUSEWHEEL:
     case WM_LBUTTONDOWN:
@@ -82,8 +83,8 @@ bool LooksIntoText(UINT message) {
 }
 
 LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    Control& control = *reinterpret_cast<Control*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    NativeControl& native = *NativeOf(control);
+    auto& native = *reinterpret_cast<NativeControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    Control& control = *native.Which;
     const auto asItsClass = [&, procedure = native.ClassProcedure] {
         return CallWindowProcW(procedure, window, message, wParam, lParam);
     };
@@ -219,7 +220,7 @@ void CreateControl(NativeForm& form, Control& control, int id) {
         return;
     }
     control.Native = reinterpret_cast<std::size_t>(&native);
-    SetWindowLongPtrW(native.Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&control));
+    SetWindowLongPtrW(native.Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&native));
     NameWindow(native.Window, control.Name);
     // Without the common controls' help: that looks up a window property three times a message,
     // which on some systems takes longer than what most messages ask for.

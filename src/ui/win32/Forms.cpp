@@ -115,7 +115,9 @@ Control* ControlOfWindow(HWND window) {
     const NativeForm* form = FormOfWindow(window);
     if (!form || window == form->Window || GetParent(window) != form->Window)
         return nullptr;
-    return reinterpret_cast<Control*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    const auto* native =
+        reinterpret_cast<const NativeControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return native ? native->Which : nullptr;
 }
 
 /// Gives the window the size and the place that the fields say.

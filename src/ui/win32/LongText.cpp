@@ -30,8 +30,8 @@ std::size_t LineStart(const std::string& text, std::size_t at) {
     return before == std::string::npos ? 0 : before + 1;
 }
 
-/// How many lines the window has room for, and how many characters of a line, where they are all of
-/// one width; else 0.
+/// How many lines the window has room for, and how many characters of a line; `Columns` is 0 where
+/// they are not all of one width.
 struct Room {
     LONG Lines, Columns;
 };
@@ -53,12 +53,19 @@ Room RoomIn(const NativeControl& native) {
                        : 0};
 }
 
-/// As how many lines the window shows one, at least. A blank at which it breaks may hang over.
+/// The smallest number of lines as which the window may show this one: a view must not be left in
+/// part empty. The blanks at which a line breaks, or ends, hang over its edge.
 std::size_t LinesShown(std::string_view line, std::size_t columns) {
     const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
     if (line.empty() || columns == 0 || !std::all_of(line.begin(), line.end(), isPlain))
         return 1;
-    return 1 + (line.size() - 1) / (columns + 1);
+    std::size_t lines = 1;
+    for (std::size_t at = columns; at < line.size(); at += columns, ++lines) {
+        at = line.find_first_not_of(' ', at);
+        if (at == std::string_view::npos)
+            break;
+    }
+    return lines;
 }
 
 /// Where the last lines begin that fill the window.
@@ -89,22 +96,25 @@ std::array<int, 4> ThumbOf(HWND window) {
 }
 
 /// Changes the text of the window without any of it being seen on the way; then it is drawn anew.
-/// The message as such would not do: not every system's text box hands it on.
+/// WM_SETREDRAW, sent to the window, would not do: not every system's text box hands it on to the
+/// default procedure.
 void ChangeUnseen(HWND window, const std::function<void()>& change) {
     if ((GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) == 0) { // would show it at the end
         change();
         return;
     }
     const auto thumb = ThumbOf(window);
+    const bool wasDrawn = !GetUpdateRect(window, nullptr, FALSE);
     DefWindowProcW(window, WM_SETREDRAW, FALSE, 0);
     change();
     DefWindowProcW(window, WM_SETREDRAW, TRUE, 0);
-    // To draw the scroll bar takes some systems longer than all the rest. They would do it now.
-    const bool sameThumb = ThumbOf(window) == thumb;
-    if (sameThumb)
+    // To draw the frame with its scroll bar takes some systems longer than all the rest. That it
+    // was out of sight makes them do so, although it is as it was.
+    const bool sameFrame = wasDrawn && ThumbOf(window) == thumb;
+    if (sameFrame)
         RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_NOFRAME);
     RedrawWindow(window, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | (sameThumb ? 0 : RDW_FRAME));
+                 RDW_INVALIDATE | RDW_ERASE | (sameFrame ? 0 : RDW_FRAME));
 }
 
 /// Gives the window another text, seen from its end, as a buffer of its own: to replace a text by
@@ -115,13 +125,17 @@ bool SetBuffer(NativeControl& native, const std::wstring& text) {
         return false;
     const HLOCAL buffer = LocalAlloc(LMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
     void* const place = buffer ? LocalLock(buffer) : nullptr;
-    if (!place)
+    if (!place) {
+        LocalFree(buffer);
         return false;
+    }
     std::memcpy(place, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
     LocalUnlock(buffer);
     ChangeUnseen(native.Window, [&] {
-        LocalFree(reinterpret_cast<HLOCAL>(SendMessageW(native.Window, EM_GETHANDLE, 0, 0)));
+        const auto before =
+            reinterpret_cast<HLOCAL>(SendMessageW(native.Window, EM_GETHANDLE, 0, 0));
         SendMessageW(native.Window, EM_SETHANDLE, reinterpret_cast<WPARAM>(buffer), 0);
+        LocalFree(before); // not earlier: the window may look at it once more
         SendMessageW(native.Window, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
         SendMessageW(native.Window, EM_SCROLLCARET, 0, 0);
     });

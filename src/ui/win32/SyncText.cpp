@@ -9,7 +9,7 @@ namespace ui::win32 {
 namespace {
 
 /// Inside work a long text is brought up to date only when this many times the cost of the last
-/// update has passed, so that it takes no more than half a hundredth of the time.
+/// update has passed, so that it takes no more than a two-hundredth of the time.
 constexpr std::int64_t lngRestFactor = 200;
 constexpr std::int64_t lngLongestRest = 2000; // ms, whatever the cost
 /// What comes at once is shown at once: a first change waits this long for the next ones.
