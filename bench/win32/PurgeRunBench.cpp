@@ -20,7 +20,6 @@
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
-#include "report/ReportText.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
@@ -144,7 +143,7 @@ Round OneRound(const std::string& top, std::size_t files, const std::string& con
     frmReport.strDirPath = folders[1] + "\\";
     frmReport.strFilespec = "*.*";
     frmReport.blnPurgeFiles = true;
-    ClearReportText(); // as the command does before it shows the report
+    ResetReportWindow(); // as the command does before it shows the report
     ui::Repaint(frmReport);
     const LONGLONG begun = Counts();
     ProcessFiles();

@@ -28,6 +28,23 @@ std::string DateAndTime() {
     return platform::DateText() + ", " + platform::TimeText() + "\r\n";
 }
 
+} // namespace
+
+void ResetReportWindow() {
+    FrmReport& f = frmReport;
+    ClearReportText();
+    f.lblPausedDone.Caption = "";
+    f.lblDots.Visible = WritesDots();
+    f.barProgress.Visible = f.blnPurgeFiles;
+    f.barProgress.Fraction = 0;
+    f.lblProgress.Caption = "";
+    f.cmdPauseContinue.Enabled = true;
+    f.cmdStop.Enabled = true;
+    SetRunButtons();
+}
+
+namespace {
+
 void ResetRun() {
     FrmReport& f = frmReport;
     f.lngNumFilesProcessed = 0;
@@ -41,16 +58,7 @@ void ResetRun() {
     f.blnRunning = true;
     blnStop = false;
     blnPurgeRemainingFiles = false;
-    ClearReportText();
-
-    f.lblPausedDone.Caption = "";
-    f.lblDots.Visible = WritesDots();
-    f.barProgress.Visible = f.blnPurgeFiles;
-    f.barProgress.Fraction = 0;
-    f.lblProgress.Caption = "";
-    f.cmdPauseContinue.Enabled = true;
-    f.cmdStop.Enabled = true;
-    SetRunButtons();
+    ResetReportWindow();
 }
 
 void PreparePurge() {

@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <string>
 
+/// Empties the report window for the operation that frmReport's state describes: before it is
+/// shown, lest the last run be seen under this one's caption.
+void ResetReportWindow();
 /// Runs the operation described by frmReport's state; returns when it is done, stopped or
 /// cancelled. The report window is shown by the caller before.
 void ProcessFiles();

@@ -78,7 +78,7 @@ void ShowReportProgress() {
             text += "  Remaining: about " + TimeOf(remaining + 999) + ".";
     }
     frmReport.lblProgress.Caption = text;
-    // Before the first file of a purge it stands empty, whatever the number will be.
+    // A purge begins with an empty one, even while the number of files is not known.
     const bool blnBar = share >= 0 || (frmReport.blnPurgeFiles && lngFilesDone == 0);
     if (frmReport.barProgress.Visible != blnBar) {
         frmReport.barProgress.Visible = blnBar;
@@ -141,8 +141,9 @@ void EndReportProgress() {
             FilesText(lngFilesDone) + " in " +
             (Elapsed() < 1000 ? "less than a second" : TimeOf(static_cast<double>(Elapsed()))) +
             ".";
-        // Files that have vanished leave nothing undone.
-        frmReport.barProgress.Fraction = blnStop ? std::max(ShareDone(), 0.0) : 1;
+        // After a stop the bar stays where it stood: the file in hand counts as dealt with now.
+        if (!blnStop)
+            frmReport.barProgress.Fraction = 1;
     }
     blnBegun = false;
     ui::ShowTaskbarProgress(frmReport, -1, false);

@@ -17,5 +17,5 @@ void PauseReportProgress(bool blnPaused);
 void NoteFileDone(double dblBytes, bool blnPurged);
 /// So many passes over the file in hand are done; the engine tells how far the next one is.
 void NotePasses(int intDone, int intPasses, std::int64_t lngFileLength);
-/// Shows what the whole run took; the bar stays, to show how far it came.
+/// Shows what the whole run took. The bar of a run with files stays, to show how far it came.
 void EndReportProgress();

@@ -8,7 +8,6 @@
 #include "report/BatchDriver.h"
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmReport.h"
-#include "report/ReportText.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "shell/frmMain.h"
 #include "shell/PurgeCommands.h"
@@ -55,7 +54,6 @@ bool SingleFileIsMissing(const std::string& title) {
 
 /// What the report window is told of a run of either kind.
 void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNames) {
-    ClearReportText(); // the text of the last run must not be seen under this one's caption
     frmReport.Caption = caption;
     frmReport.strDirPath = strDirPath;
     frmReport.strFilespec = strFilespec;
@@ -63,6 +61,7 @@ void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNam
     frmReport.blnListFiles = !blnPurge;
     frmReport.blnDisplayFolderNames = blnDisplayNames;
     frmReport.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
+    ResetReportWindow();
 }
 
 // ---- Listing -----------------------------------------------------------------------------------

@@ -292,7 +292,9 @@ TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
     for (int how = 0; how < 4; ++how) {
         SCOPED_TRACE(how);
         Begin(3);
-        PutFiles({"a.txt", "b.txt"});
+        PutFiles({"a.txt"});
+        if (how < 3)
+            PutFiles({"b.txt"});
         user.During(purging, [how] {
             if (how < 2)
                 fake::Click(frmReport.cmdPauseContinue);
@@ -307,7 +309,7 @@ TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
         EXPECT_LT(frmReport.barProgress.Fraction, 1);
         EXPECT_EQ(frmReport.Visible, how == 0 || how == 3);
 
-        EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
+        EXPECT_EQ(fake::FilesBelow("C:\\d").size(), how < 3 ? 2U : 1U);
     }
 }
 
