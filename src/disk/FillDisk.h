@@ -36,9 +36,6 @@ struct FillDiskState {
 };
 extern FillDiskState FillDisk;
 
-/// Bytes; what dblMaxSizeDummyFile is at rest.
-constexpr double dblStandardDummySize = 52428800;
-
 /// "A" and "B" are floppy drives, whatever the system calls them.
 bool IsFloppyLetter(char chrDrive);
 

@@ -31,13 +31,17 @@ inline std::array<double, intNumDrives> dblBytesMeasured{};
 inline std::array<double, intNumDrives> dblSecondsMeasured{};
 
 /// The two coefficients of the write-time adjustment factor AF = A / (size in MB ^ B).
-inline double dblAF_A = 0.917;
-inline double dblAF_B = 0.2;
+constexpr double dblDefaultAF_A = 0.917;
+constexpr double dblDefaultAF_B = 0.2;
+inline double dblAF_A = dblDefaultAF_A;
+inline double dblAF_B = dblDefaultAF_B;
 
 /// Base name of the dummy files and of their folder.
-inline std::string strDummyFileFolderStub = "_nw_dummy";
+constexpr const char* strDefaultDummyFileFolderStub = "_nw_dummy";
+inline std::string strDummyFileFolderStub = strDefaultDummyFileFolderStub;
 /// Largest dummy file written in one piece, bytes.
-inline double dblMaxSizeDummyFile = 52428800;
+constexpr double dblStandardDummySize = 52428800;
+inline double dblMaxSizeDummyFile = dblStandardDummySize;
 /// How many dummy files will fill the drive in hand.
 inline std::int64_t intNumDummyFiles = 0;
 /// Bytes in the free clusters of the drive last asked about.

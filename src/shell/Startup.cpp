@@ -67,10 +67,10 @@ void ResetSession() {
     sngPurgeSpeeds.fill(0);
     dblBytesMeasured.fill(0);
     dblSecondsMeasured.fill(0);
-    dblAF_A = 0.917;
-    dblAF_B = 0.2;
-    strDummyFileFolderStub = "_nw_dummy";
-    dblMaxSizeDummyFile = 52428800;
+    dblAF_A = dblDefaultAF_A;
+    dblAF_B = dblDefaultAF_B;
+    strDummyFileFolderStub = strDefaultDummyFileFolderStub;
+    dblMaxSizeDummyFile = dblStandardDummySize;
     intNumDummyFiles = 0;
     dblSpaceInFreeClusters = 0;
     blnStop = blnStopPurge = false;
