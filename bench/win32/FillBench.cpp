@@ -14,7 +14,6 @@
 #include "disk/FreeSpacePurge.h"
 #include "engine/FilePurge.h"
 #include "platform/Files.h"
-#include "platform/System.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
@@ -32,17 +31,13 @@ namespace {
 constexpr double dblWorstRatio = 1.10;
 constexpr std::size_t intPiece = 1 << 20;
 
-double Seconds(std::uint64_t lngSince) {
-    return static_cast<double>(platform::TickCount() - lngSince) / 1000;
-}
-
 /// The product's way. Returns seconds; the bytes written go to dblBytes.
 double FillAndPurge(char chrDrive, double& dblBytes) {
     if (!ReadFreeSpace(chrDrive))
         bench::Give("the free space cannot be read");
     PlanDummyFiles(chrDrive);
     FillDisk.strDriveRoot = std::string(1, chrDrive) + ":\\";
-    const auto lngStart = platform::TickCount();
+    const double dblStart = bench::Seconds();
     blnPurgingFreeSpace = true;
     WriteDummyFiles();
     if (FillDisk.Outcome != FillOutcome::Done)
@@ -52,7 +47,7 @@ double FillAndPurge(char chrDrive, double& dblBytes) {
     blnPurgingFreeSpace = false;
     if (FillDisk.lngFilesPurged != FillDisk.lngFilesWritten)
         bench::Give("a dummy file could not be purged");
-    return Seconds(lngStart);
+    return bench::Seconds() - dblStart;
 }
 
 void WritePlainly(const std::string& strPath, platform::Access access,
@@ -77,14 +72,14 @@ double WriteTwicePlainly(char chrDrive, double dblBytes) {
     const auto PathOf = [&](std::size_t i) {
         return std::string(1, chrDrive) + ":\\fillbench" + std::to_string(i);
     };
-    const auto lngStart = platform::TickCount();
+    const double dblStart = bench::Seconds();
     for (std::size_t i = 0; i < sizes.size(); ++i)
         WritePlainly(PathOf(i), platform::Access::CreateNew, nulls, sizes[i]);
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         WritePlainly(PathOf(i), platform::Access::Change, others, sizes[i]);
         bench::Need(platform::RemoveFile(PathOf(i)), PathOf(i));
     }
-    return Seconds(lngStart);
+    return bench::Seconds() - dblStart;
 }
 
 } // namespace

@@ -15,15 +15,6 @@ constexpr std::size_t lngCutWhenFull = 1024; // characters that make room for th
 // longer.
 std::size_t lngUnits = 0;
 
-std::size_t CountUnits(std::string_view text) {
-    std::size_t units = 0;
-    for (const unsigned char c : text) {
-        if ((c & 0xC0) != 0x80)
-            units += c >= 0xF0 ? 2 : 1; // outside the basic plane: a surrogate pair
-    }
-    return units;
-}
-
 void CaretToEnd() {
     frmReport.txbText.SelStart = frmReport.txbText.Text.size();
     frmReport.txbText.SelLength = 0;
@@ -31,12 +22,12 @@ void CaretToEnd() {
 
 void AppendToBox(std::string_view text) {
     frmReport.txbText.Text.append(text);
-    lngUnits += CountUnits(text);
+    lngUnits += ui::UnitsOf(text);
 }
 
 void CutBox(std::size_t length) {
     std::string& text = frmReport.txbText.Text;
-    lngUnits -= CountUnits(std::string_view(text).substr(length));
+    lngUnits -= ui::UnitsOf(std::string_view(text).substr(length));
     text.resize(length);
 }
 

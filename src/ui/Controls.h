@@ -13,6 +13,7 @@
 #include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -101,10 +102,21 @@ struct ListBox : Control {
     Handler DoubleClick;
 };
 
+/// The units of UTF-16 that a text has: by these text boxes on the screen count.
+inline std::size_t UnitsOf(std::string_view text) {
+    std::size_t units = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if ((byte & 0xC0) != 0x80)
+            units += byte >= 0xF0 ? 2 : 1; // outside the basic plane: a surrogate pair
+    }
+    return units;
+}
+
 /// Positions count bytes of Text.
 struct TextBox : Control {
     TextBox() : Control(ControlKind::TextBox) {}
-    std::string Text; ///< lines end in CR LF; text that only grew is appended to the window
+    std::string Text; ///< lines end in CR LF
     std::size_t SelStart = 0, SelLength = 0;
     bool MultiLine = false;
     bool Locked = false;     ///< the user may select and copy but not change

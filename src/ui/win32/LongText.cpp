@@ -57,7 +57,7 @@ Room RoomIn(const NativeControl& native) {
 /// part empty. The blanks at which a line breaks, or ends, hang over its edge.
 std::size_t LinesShown(std::string_view line, std::size_t columns) {
     const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
-    if (line.empty() || columns == 0 || !std::all_of(line.begin(), line.end(), isPlain))
+    if (columns == 0 || !std::all_of(line.begin(), line.end(), isPlain))
         return 1;
     std::size_t lines = 1;
     for (std::size_t at = columns; at < line.size(); at += columns, ++lines) {
@@ -183,16 +183,6 @@ void ReplaceInWindow(NativeControl& native, std::size_t from, std::size_t to,
 }
 
 } // namespace
-
-std::size_t UnitsOf(std::string_view text) {
-    std::size_t units = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte & 0xC0) != 0x80)
-            units += byte >= 0xF0 ? 2 : 1;
-    }
-    return units;
-}
 
 std::size_t WindowPlace(const NativeControl& native, std::size_t bytes) {
     const std::string_view text = native.Text;

@@ -156,8 +156,6 @@ void CollectText(NativeControl& native, TextBox& box);
 void FillInAll(NativeControl& native);
 
 // ---- LongText.cpp
-/// The UTF-16 units of a text of UTF-8.
-std::size_t UnitsOf(std::string_view text);
 /// A place in the field's text, in bytes, as one in the window's, in units, and back.
 std::size_t WindowPlace(const NativeControl& native, std::size_t bytes);
 std::size_t FieldPlace(const NativeControl& native, std::size_t units);
