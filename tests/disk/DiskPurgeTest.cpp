@@ -5,7 +5,6 @@
 
 namespace {
 
-const char* const strTitle = "Purge disk";
 const char* const strWhich = "Purge (wipe) which drive?";
 const char* const strDone = "The disk has been purged (except for excluded files).";
 constexpr int Yes = ui::AnswerYes, No = ui::AnswerNo, Cancel = ui::AnswerCancel, OK = ui::AnswerOK;
@@ -281,12 +280,21 @@ TEST_F(DiskPurgeTest, TheProgramsOwnDriveKeepsTheProgram) {
 }
 
 TEST_F(DiskPurgeTest, NoCallThatFailsLeavesADummyOrTheMenuDisabled) {
-    RunWithEveryFault(frmMain.cmdLargePurge[1], Fault::AccessDenied, "D:\\pagefile.sys", [this] {
-        Fresh(2 * MiB);
-        sngPurgeSpeeds[3] = 0; // with the speed test
-        answers["Do you wish to continue"] = Yes;
-        ChooseDrive(strWhich);
-    });
+    for (const Fault fault : {Fault::AccessDenied, Fault::DiskFull}) {
+        int n = 0;
+        do {
+            SCOPED_TRACE(++n);
+            Fresh(2 * MiB);
+            sngPurgeSpeeds[3] = 0; // with the speed test
+            answers["Do you wish to continue"] = Yes;
+            ChooseDrive(strWhich);
+            fake::FailNth(n, fault);
+            fake::Click(frmMain.cmdLargePurge[1]);
+            ExpectRest();
+            EXPECT_EQ("secret", fake::ContentOf("D:\\pagefile.sys"));
+        } while (fake::HasFailed() && !HasFailure());
+    }
+    user.Reset();
 }
 
 } // namespace

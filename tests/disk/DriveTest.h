@@ -80,22 +80,6 @@ struct DriveTest : StartedTest {
         ExpectRest();
         user.Finish();
     }
-    /// The same with any one call failing. `prepare` begins anew and scripts the way to the work;
-    /// `kept` is a file that must stay as it is.
-    static void RunWithEveryFault(ui::Button& command, Fault fault, const std::string& kept,
-                                  const std::function<void()>& prepare) {
-        int n = 0;
-        do {
-            SCOPED_TRACE(++n);
-            prepare();
-            const std::string before = fake::ContentOf(kept);
-            fake::FailNth(n, fault);
-            fake::Click(command);
-            ExpectRest();
-            EXPECT_EQ(before, fake::ContentOf(kept));
-        } while (fake::HasFailed() && !HasFailure());
-        user.Reset();
-    }
     /// Nothing of ours is left, nothing runs, the menu is there.
     static void ExpectRest() {
         EXPECT_TRUE(Dummies().empty()) << Dummies().front();

@@ -15,12 +15,6 @@ const char* const strPurged = "The free space has been purged.";
 const char* const strOne = "One dummy file has been written.";
 const char* const strThree = "3 dummy files have been written.";
 
-std::string WrittenText(const std::string& strFiles) {
-    return strFiles + "\r\nThis has overwritten all the free space with null bytes.\r\n"
-                      "This provides some security but is not very secure.\r\n\r\n"
-                      "Do you wish to continue with the purge?";
-}
-
 /// With one or more dummy files unpurged, of `all`.
 std::string PurgedText(int purged, int all, const std::string& next) {
     return "Dummy files purged: " + std::to_string(purged) +
@@ -45,15 +39,18 @@ struct FreeSpaceTest : DriveTest {
     }
     void AnnounceThree() { Announce(120 * MiB, "120.00 MB", "3 dummy files"); }
     void AnnounceOne() { Announce(20 * MiB, "20.00 MB", "A dummy file"); }
-    static void Written(const std::string& files, int answer = ui::AnswerOK) {
-        user.Box(strTitle, WrittenText(files), answer);
-    }
-    /// The same, and something that happens meanwhile.
-    static void Written(const std::string& files, const fake::Action& meanwhile) {
-        user.BoxLike(strTitle, [=](const std::string& text) {
-            meanwhile();
-            return text == WrittenText(files);
-        });
+    /// The box between writing and purging, and what happens meanwhile.
+    static void Written(const std::string& files, int answer = ui::AnswerOK,
+                        const fake::Action& meanwhile = {}) {
+        const auto matches = [=](const std::string& text) {
+            if (meanwhile)
+                meanwhile();
+            return text == files +
+                               "\r\nThis has overwritten all the free space with null bytes.\r\n"
+                               "This provides some security but is not very secure.\r\n\r\n"
+                               "Do you wish to continue with the purge?";
+        };
+        user.BoxLike(strTitle, matches, answer);
     }
     static void Click() { Run(frmMain.cmdLargePurge[2]); }
 };
@@ -63,7 +60,7 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
     std::uint64_t freeThen = 1;
     Paths filesThen, lines;
     AnnounceThree();
-    Written(strThree, [&] {
+    Written(strThree, ui::AnswerOK, [&] {
         fake::PressF10(); // the answer to the box counts
         freeThen = fake::drives['D'].Free();
         filesThen = fake::FilesBelow("D:\\" + Dummies()[0]);
@@ -94,14 +91,6 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
     EXPECT_EQ("create\nwrite 0+52428800 00\nflush\nwrite 0+52428800 *\nflush\nremove\n",
               fake::JournalText(folder + "\\_nw_dummy1"));
     EXPECT_EQ("make folder\nflush\nremove folder\n", fake::JournalText(folder));
-}
-
-TEST_F(FreeSpaceTest, ADeviceMayNotKnowAFlush) {
-    AnnounceThree();
-    fake::FailAlways("FlushBytes", "", Fault::NotSupported);
-    Written(strThree);
-    user.Box(strTitle, strPurged);
-    Click();
 }
 
 TEST_F(FreeSpaceTest, CountsAreRightOnADriveOf64TiB) {
@@ -197,8 +186,9 @@ TEST_F(FreeSpaceTest, F10WhilePurgingAsksBetweenTwoFiles) {
              fake::Informs);
     user.Box(strTitle, strStopped);
     Click();
-    // While it is deleted it is too late.
+    // While it is deleted it is too late. That the device knows no flush does not count.
     AnnounceOne();
+    fake::FailAlways("FlushBytes", "", Fault::NotSupported);
     Written(strOne);
     fake::OnCall("RemoveFolder", [](const std::string&) {
         fake::PressF10();
@@ -241,7 +231,7 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     AnnounceOne();
     Fault removal = Fault::None;
     fake::OnCall("RemoveFile", [&](const std::string&) { return removal; });
-    Written(strOne, [&] { removal = Fault::AccessDenied; });
+    Written(strOne, ui::AnswerOK, [&] { removal = Fault::AccessDenied; });
     user.Box(strTitle,
              PurgedText(0, 1,
                         "Error -4 when purging _nw_dummy1.\r\n"
@@ -278,17 +268,6 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     OfferToRemoveLeftoverDummies(); // nothing of ours any more
     EXPECT_EQ(4u, Dummies().size());
     EXPECT_EQ(Paths{other}, fake::FilesBelow(ours));
-}
-
-TEST_F(FreeSpaceTest, NoCallThatFailsLeavesADummy) {
-    for (const auto fault : {Fault::AccessDenied, Fault::DiskFull})
-        RunWithEveryFault(frmMain.cmdLargePurge[2], fault, "D:\\docs\\letter.txt", [this] {
-            Begin(2 * MiB);
-            user.AnswerOthers = [](const fake::BoxSeen& box) {
-                return box.Buttons == ui::Buttons::YesNo ? ui::AnswerYes : ui::AnswerOK;
-            };
-            ChooseDrive(strQuestion);
-        });
 }
 
 } // namespace
