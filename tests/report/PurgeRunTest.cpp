@@ -79,11 +79,9 @@ TEST_F(RunTest, OneFileHasNoCountAndKeptFilesAreSaid) {
     fake::PutFile("C:\\d\\a.txt", "123");
     blnDoNotDeletePurgedFiles = true;
     SetPasses(2);
-    const std::string purged = "\nC:\\d\\\n\nC:\\d\\a.txt (3 bytes) purged\n";
-    EXPECT_EQ(Middle(Purge(), "twice"), purged + "Purged files not deleted.\n");
+    EXPECT_EQ(Middle(Purge(), "twice"),
+              "\nC:\\d\\\n\nC:\\d\\a.txt (3 bytes) purged\nPurged files not deleted.\n");
     EXPECT_NE(fake::ContentOf("C:\\d\\a.txt"), "123");
-    blnDoNotDeletePurgedFiles = false;
-    EXPECT_EQ(Middle(Purge(), "twice"), purged);
 }
 
 TEST_F(RunTest, EveryRefusalAndFailureHasItsLine) {
@@ -216,10 +214,8 @@ TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
         fake::Click(frmPurgeWarning.cmdOK);
     });
     purge();
-    // Asked before the run: not asked again; the advice can cancel, and can be switched off by it.
+    // The advice can cancel, and can be switched off by it.
     press(frmAntiVirusQuery.cmdYes);
-    user.BoxLike("Nullwright", "If Drive C has files with extensions such as");
-    EXPECT_EQ(AntiVirusAdvice("C", frmReport), ui::AnswerOK);
     user.Modal(frmPurgeWarning, [] {
         fake::Click(frmPurgeWarning.chkDontShowAgain);
         fake::Click(frmPurgeWarning.cmdStopPurge);

@@ -63,8 +63,6 @@ struct RunTest : StartedTest {
         const std::string foot = "11/21/2026, " + end + "\n";
         EXPECT_TRUE(report.starts_with(head)) << report;
         EXPECT_TRUE(report.ends_with(foot)) << report;
-        if (report.size() < head.size() + foot.size())
-            return report;
         return report.substr(head.size(), report.size() - head.size() - foot.size());
     }
 };

@@ -50,32 +50,6 @@ TEST_F(ShellTest, StartsWithTheSetupOfTheLastRun) {
     EXPECT_FALSE(blnSubdirectories);
 }
 
-TEST_F(ShellTest, StartsWhateverCallFails) {
-    fake::PutFile(strNextRun, "1.0,0,0,,,0,1,0,0,0,0,0,0,0");
-    bool blnFailed = true;
-    for (int n = 1; blnFailed; ++n) {
-        SCOPED_TRACE(n);
-        fake::FailNth(n, platform::Fault::AccessDenied);
-        user.AnswerOthers = [](const fake::BoxSeen&) { return ui::AnswerOK; };
-        StartProgram();
-        blnFailed = fake::HasFailed();
-        EXPECT_LE(user.Boxes.size(), 1u);
-        EXPECT_TRUE(f.Visible && blnStartupCompleted && f.fraMenu.Enabled);
-        EXPECT_EQ(0, fake::OpenHandles());
-        user.Reset();
-    }
-}
-
-// The other texts are met where files are specified.
-TEST_F(MainWindow, SaysWhatAFormMeans) {
-    for (const std::string form : {"a?c.*", "*.t?t", "*", "*."}) {
-        strFilespec = form;
-        UpdateFilesLabels();
-        EXPECT_EQ(form + "(All files of the form " + form + ".)",
-                  f.lblFiles.Caption + f.lblFiles2.Caption);
-    }
-}
-
 TEST_F(MainWindow, QuitsButNotInTheGuardedSecondNorWhileAnOperationRuns) {
     StartQuitGuard();
     fake::Click(f.cmdQuit);
