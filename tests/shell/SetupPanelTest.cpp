@@ -45,11 +45,6 @@ struct SetupPanel : StartedShell {
             user.Box(title, text, answer, look);
         Press(f.cmdSaveSetupAsOperationFile);
     }
-    /// What the labels say of a setup.
-    std::string SetupLabels() const {
-        return Choice() + "|" + f.lblConfirmFiles.Caption + "|" + f.lblTypeOfPurge.Caption + "|" +
-               f.lblEstimatedTime.Caption + "|" + f.lblSetupFilename.Caption;
-    }
 };
 
 TEST_F(SetupPanel, ChangesNothingUnlessToldTo) {
@@ -65,31 +60,26 @@ TEST_F(SetupPanel, ChangesNothingUnlessToldTo) {
 TEST_F(SetupPanel, SaysWhatCouldNotBeLoaded) {
     f.lblSetupFilename.Caption = "C:\\ops\\other.nws";
     f.lblEstimatedTime.Caption = "3 minutes";
-    const std::string strLabels = SetupLabels();
+    const std::string strLabels = Labels();
     Load("File " + strOperation + " not found!", "Error when attempting to load setup.");
-    EXPECT_EQ(strLabels, SetupLabels());
-    // What of a broken file is in force, the labels show.
-    const std::string cases[][2] = {
-        // Nothing of it: the setup in force keeps its name.
-        {"1.0,0,0,C:\\da,ta\\,,1,2,0,0,0,0,0,0,0", strLabels},
-        // The last line is missing: all before it is in force.
-        {"1.0,1,1,C:\\data\\,,1,2,0,1,0,0,0,0",
-         "C:\\data\\|Not specified||Yes|(Operate on all specified files in lower subfolders.)|Yes|"
-         "Alternate bit patterns, twice (= 8 overwrites)||"}};
+    EXPECT_EQ(strLabels, Labels());
+    // What of a broken file is in force, the labels show: nothing, so that the setup in force keeps
+    // its name; or all before the last line, which is missing.
+    const std::string cases[][2] = {{"1.0,0,0,C:\\da,ta\\,,1,2,0,0,0,0,0,0,0", strLabels},
+                                    {"1.0,1,1,C:\\data\\,,1,2,0,1,0,0,0,0", strPatternsTwice}};
     for (const auto& [text, labels] : cases) {
         fake::PutFile(strOperation, text);
         Load("Error when attempting to load setup from file " + strOperation + "!");
-        EXPECT_EQ(labels, SetupLabels());
+        EXPECT_EQ(labels, Labels());
     }
 }
 
 TEST_F(SetupPanel, SavesForTheNextRunAndFindsItThere) {
-    for (int intTimes = 0; intTimes < 2; ++intTimes) { // the folder is made once, then used again
-        ASSERT_TRUE(ApplySetupText(strOtherSetup));
-        f.Left = 3000;
-        f.Top = 1500 + intTimes;
-        Press(f.cmdSaveSetupForNextRun);
-    }
+    ASSERT_TRUE(ApplySetupText(strOtherSetup));
+    f.Left = 3000;
+    Press(f.cmdSaveSetupForNextRun);
+    f.Top = 1501;
+    Press(f.cmdSaveSetupForNextRun); // in the folder that is there now
     EXPECT_EQ(strOtherSetup, fake::ContentOf(strNextRun));
     EXPECT_EQ((std::vector{strNextRun, strWindowPlace}), fake::FilesBelow("C:\\Users"));
 
@@ -133,9 +123,10 @@ TEST_F(SetupPanel, ClearsAndRestores) {
     strFilespec = "*.txt";
     Press(f.cmdClearSetup);
     EXPECT_EQ("", strDirPath + strFilespec);
-    EXPECT_EQ("Not specified|Not specified||No|(Do not operate on files in lower subfolders.)|No|"
+    EXPECT_EQ("Not specified|Not specified||No|(Do not operate on files in lower subfolders.)|"
+              "No(Do not confirm purge operation for each file.)|"
               "Random bytes, once (= 1 overwrite)||",
-              SetupLabels()); // the type stays
+              Labels()); // the type stays
     Load();
     Press(f.cmdRestoreSetup);
     EXPECT_EQ(strOtherSetup, SetupText());

@@ -10,17 +10,19 @@ inline const std::string strNextRun = "C:\\Users\\me\\AppData\\Roaming\\Nullwrig
 inline const std::string strWindowPlace =
     "C:\\Users\\me\\AppData\\Roaming\\Nullwright\\nullwright.pos";
 
+/// The labels of a setup for C:\data\ that chooses bit patterns, subfolders and confirmation.
+inline const std::string strPatternsTwice =
+    "C:\\data\\|Not specified||Yes|(Operate on all specified files in lower subfolders.)|"
+    "Yes(Confirm purge operation for each file.)|Alternate bit patterns, twice (= 8 overwrites)||";
+
 struct ShellTest : ProgramTest {
     FrmMain& f = frmMain;
 
-    /// What stands beside the buttons, as a person reads it, links left out.
+    /// What the labels say of a setup.
     std::string Labels() const {
-        std::string text;
-        for (const ui::Control* control : f.Controls)
-            if (control->Kind == ui::ControlKind::Label && control->Visible &&
-                !static_cast<const ui::Label*>(control)->Link && !control->Caption.empty())
-                text += control->Caption + "|";
-        return text;
+        return Choice() + "|" + f.lblConfirmFiles.Caption + f.lblConfirmFiles2.Caption + "|" +
+               f.lblTypeOfPurge.Caption + "|" + f.lblEstimatedTime.Caption + "|" +
+               f.lblSetupFilename.Caption;
     }
     /// The part of it that tells what is to be purged.
     std::string Choice() const {
