@@ -23,7 +23,7 @@ std::string SmallDrive();
 // The rest is done in the scratch folder, behind the seam's back. False: it cannot be done here.
 
 /// Another program opens the file and lets nobody else at it; lets go of it.
-bool HoldFile(const std::string& path);
+void HoldFile(const std::string& path);
 void LetGoOfFile();
 /// A link at `path` to the folder `target`.
 bool MakeFolderLink(const std::string& path, const std::string& target);

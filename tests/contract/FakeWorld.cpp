@@ -24,10 +24,9 @@ std::string SmallDrive() {
     return "T:\\";
 }
 
-bool HoldFile(const std::string& path) {
+void HoldFile(const std::string& path) {
     fake::At(path)->Locked = true;
     held = path;
-    return true;
 }
 
 void LetGoOfFile() {

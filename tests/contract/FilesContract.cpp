@@ -97,8 +97,7 @@ TEST_F(Contract, CreatingReplacingAndRenaming) {
 
 TEST_F(Contract, AHeldFileIsASharingViolation) {
     ASSERT_EQ(Put(In("a"), "held"), Fault::None);
-    if (!HoldFile(In("a")))
-        GTEST_SKIP() << "files cannot be held here";
+    HoldFile(In("a"));
     File file;
     for (const Access access : {Access::Read, Access::Change, Access::Replace})
         EXPECT_EQ(OpenFile(In("a"), access, file), Fault::SharingViolation);
@@ -183,8 +182,6 @@ TEST_F(Contract, NamesOfEveryKind) {
         EXPECT_EQ(Entries(folder).count(name), 1u);
         EXPECT_EQ(RemoveFile(In(name)), Fault::None);
     }
-    File file;
-    EXPECT_NE(OpenFile(In("a*?.txt"), Access::CreateNew, file), Fault::None);
     EXPECT_FALSE(FileExists(In("*")));
     ASSERT_EQ(Put(In("MixedCase"), "x"), Fault::None);
     EXPECT_TRUE(FileExists(In("mIXEDcASE")));

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <sstream>
 
 namespace fake {
 
@@ -53,19 +54,11 @@ Content Cut(const Content& content, std::uint64_t from, std::uint64_t to) {
 
 std::vector<std::string> Split(const std::string& path) {
     std::vector<std::string> parts;
-    std::size_t from = 0;
-    while (from <= path.size()) {
-        const std::size_t to = std::min(path.find('\\', from), path.size());
-        if (to > from)
-            parts.push_back(path.substr(from, to - from));
-        from = to + 1;
-    }
+    std::istringstream stream(path);
+    for (std::string part; std::getline(stream, part, '\\');)
+        if (!part.empty())
+            parts.push_back(part);
     return parts;
-}
-
-bool IsValidName(const std::string& name) {
-    return name.find_first_of("<>\"/|?*:") == std::string::npos &&
-           std::none_of(name.begin(), name.end(), [](char c) { return c > 0 && c < 32; });
 }
 
 /// What the files of a folder and their streams take, in whole clusters.
@@ -86,16 +79,13 @@ void Below(const Node& folder, const std::string& path, std::vector<std::string>
 } // namespace
 
 std::string Run::Bytes(std::uint64_t from, std::uint64_t count) const {
-    std::string bytes;
     count = from < Length ? std::min(count, Length - from) : 0;
+    if (Pattern.size() == 1)
+        return std::string(count, Pattern[0]);
+    std::string bytes;
     bytes.reserve(count);
-    while (bytes.size() < count) {
-        const std::uint64_t at = (from + bytes.size()) % Pattern.size();
-        if (Pattern.size() == 1)
-            bytes.assign(count, Pattern[0]);
-        else
-            bytes.append(Pattern, at, count - bytes.size());
-    }
+    while (bytes.size() < count)
+        bytes.append(Pattern, (from + bytes.size()) % Pattern.size(), count - bytes.size());
     return bytes;
 }
 
@@ -165,18 +155,16 @@ void Drop(Node& folder, const Node& item) {
     std::erase_if(folder.Children, [&](const auto& child) { return child.get() == &item; });
 }
 
+Drive* DriveOf(const std::string& root) {
+    const auto found = drives.find(root.empty() ? '?' : static_cast<char>(root[0] & ~0x20));
+    return found == drives.end() ? nullptr : &found->second;
+}
+
 Place Find(const std::string& path, bool followLast) {
     Place place;
-    if (path.size() < 2 || path[1] != ':')
-        return path.empty() ? Place{Fault::NotFound}
-                            : Find(currentFolder + "\\" + path, followLast);
-    const char letter = static_cast<char>(path[0] & ~0x20);
-    const auto drive = drives.find(letter);
-    if (drive == drives.end())
-        return {Fault::NotFound};
-    place.Disk = &drive->second;
-    if (!place.Disk->MediaPresent)
-        return {Fault::NotReady};
+    place.Disk = path.size() < 2 || path[1] != ':' ? nullptr : DriveOf(path);
+    if (!place.Disk || !place.Disk->MediaPresent)
+        return {place.Disk ? Fault::NotReady : Fault::NotFound};
     std::vector<std::string> parts = Split(path.substr(2));
     const std::size_t colon = parts.empty() ? std::string::npos : parts.back().find(':');
     if (colon != std::string::npos) {
@@ -184,13 +172,11 @@ Place Find(const std::string& path, bool followLast) {
         parts[parts.size() - 2].resize(colon);
     }
     place.Item = place.Disk->Root;
-    place.Path = std::string(1, letter) + ":";
+    place.Path = platform::UpperCase(path.substr(0, 2));
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const bool last = i + 1 == parts.size(), isStream = last && colon != std::string::npos;
         if (!place.Item || place.Item->Folder == isStream)
             return {Fault::NotFound};
-        if (!IsValidName(parts[i]) || (isStream && place.Disk->FileSystem != "NTFS"))
-            return {Fault::InvalidName};
         place.Folder = place.Item;
         place.Name = parts[i];
         const auto found = place.Folder->ByName.find(platform::LowerCase(parts[i]));
@@ -254,9 +240,7 @@ Node* At(const std::string& path) {
 
 std::string ContentOf(const std::string& path) {
     const Place place = Find(path, true);
-    if (!place.Item || place.Item->Folder)
-        return "(missing)";
-    return place.Item->Data.Read(0, place.Item->Data.Length());
+    return place.Item ? place.Item->Data.Read(0, place.Item->Data.Length()) : "(missing)";
 }
 
 std::vector<std::string> FilesBelow(const std::string& folder) {

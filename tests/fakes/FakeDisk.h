@@ -5,7 +5,9 @@
 
 namespace fake {
 
-/// Where a path leads. Folder links on the way are followed.
+/// The drive whose letter begins the text, or nullptr.
+Drive* DriveOf(const std::string& root);
+/// Where a path leads, which is a full one. Folder links on the way are followed.
 struct Place {
     platform::Fault Trouble = platform::Fault::None; ///< why not even the folder could be reached
     Drive* Disk = nullptr;

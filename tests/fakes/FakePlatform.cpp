@@ -1,6 +1,4 @@
 // The platform calls over the fake drives, and the faults that tests order.
-#include "fakes/FakePlatform.h"
-
 #include "fakes/FakeDisk.h"
 
 #include <cmath>
@@ -26,7 +24,7 @@ struct Handle {
 };
 
 std::map<std::uintptr_t, Handle> handles;
-std::uintptr_t nextHandle;
+std::uintptr_t nextHandle = 1;
 std::unordered_map<std::string, std::int64_t> made; ///< by name; "" counts all
 struct {
     std::int64_t Left = 0; ///< calls until it is time
@@ -63,20 +61,15 @@ Fault MayWrite(const Drive& drive, const Node& node) {
 
 Fault MayChange(const Place& place, bool exclusively) {
     const Node& node = *place.Item;
-    if (const Fault fault = MayWrite(*place.Disk, node); Failed(fault))
-        return fault;
     if (node.Folder || (node.Attributes & platform::AttributeReadOnly) != 0)
         return Fault::AccessDenied;
-    return node.Locked || node.Open || (exclusively && node.Handles > 0) ? Fault::SharingViolation
-                                                                         : Fault::None;
+    if (node.Locked || node.Open || (exclusively && node.Handles > 0))
+        return Fault::SharingViolation;
+    return MayWrite(*place.Disk, node);
 }
 
 Fault SetLength(const Place& place, std::uint64_t length) {
-    const Drive& drive = *place.Disk;
-    const std::uint64_t now = place.Item->Data.Length(), allocated = drive.InClusters(now);
-    if (length > allocated && length - allocated > drive.Free())
-        return Fault::DiskFull;
-    if (length != now)
+    if (length != place.Item->Data.Length())
         Journal("length " + std::to_string(length), place.Path);
     place.Item->Data.Resize(length);
     return Fault::None;
@@ -100,8 +93,8 @@ namespace {
 /// A call on an open file: NotReady when the medium under it is gone.
 Fault BeginOn(const char* call, const Handle& handle) {
     const Fault fault = Begin(call, handle.Path);
-    const auto drive = drives.find(handle.Path[0]);
-    return drive == drives.end() || !drive->second.MediaPresent ? Fault::NotReady : fault;
+    const Drive* drive = DriveOf(handle.Path);
+    return !drive || !drive->MediaPresent ? Fault::NotReady : fault;
 }
 
 template<typename Work>
@@ -123,7 +116,6 @@ void Reset() {
     order = {};
     commandLine.clear();
     linksOpened.clear();
-    nextHandle = 1;
     auxiliaryLibrary = Fault::None;
     tick = 1'000'000;
     secondsSinceMidnight = 43200;
@@ -300,8 +292,6 @@ Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
 
 Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
     return OnItem(__func__, path, false, [&](const Place& place) {
-        if (place.Item->Folder)
-            return Fault::AccessDenied;
         length = place.Item->Data.Length();
         return Fault::None;
     });

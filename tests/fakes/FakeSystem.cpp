@@ -1,12 +1,10 @@
 // Folders, drives, clock, settings and the auxiliary library of the fake platform.
 #include "fakes/FakeDisk.h"
-#include "fakes/FakePlatform.h"
 
 #include <algorithm>
-#include <climits>
 #include <clocale>
 #include <cstdio>
-#include <cwchar>
+#include <cstdlib>
 #include <cwctype>
 
 namespace platform {
@@ -49,11 +47,9 @@ Fault MakeFolder(const std::string& path) {
 Fault RemoveFolder(const std::string& path) {
     return OnItem(__func__, path, false, [](const Place& place) {
         const Node& node = *place.Item;
-        if (!node.Folder)
-            return Fault::NotFound;
         if (const Fault fault = MayWrite(*place.Disk, node); Failed(fault))
             return fault;
-        if (!place.Folder || (node.Attributes & AttributeReadOnly) != 0)
+        if (!node.Folder || !place.Folder || (node.Attributes & AttributeReadOnly) != 0)
             return Fault::AccessDenied;
         if (node.LinkTarget.empty() && !node.Children.empty())
             return Fault::NotEmpty;
@@ -69,11 +65,6 @@ bool FolderExists(const std::string& path) {
 }
 
 namespace {
-Drive* DriveOf(const std::string& root) {
-    const auto found = drives.find(root.empty() ? '?' : static_cast<char>(root[0] & ~0x20));
-    return found == drives.end() ? nullptr : &found->second;
-}
-
 /// A call on a drive of a root path that has a medium.
 template<typename Work>
 Fault OnDrive(const char* call, const std::string& root, Work work) {
@@ -88,19 +79,13 @@ Fault OnDrive(const char* call, const std::string& root, Work work) {
 
 std::string CaseOf(const std::string& text, wint_t (*change)(wint_t)) {
     [[maybe_unused]] static const char* const unicode = std::setlocale(LC_CTYPE, "C.UTF-8");
-    std::string result;
-    for (std::size_t i = 0; i < text.size();) {
-        wchar_t point = 0;
-        char bytes[MB_LEN_MAX];
-        const int size = std::mbtowc(&point, &text[i], text.size() - i);
-        if (size <= 0) // a zero, or not UTF-8: as it is
-            result += text[i++];
-        else {
-            const auto changed = static_cast<wchar_t>(change(static_cast<wint_t>(point)));
-            result.append(bytes, static_cast<std::size_t>(std::wctomb(bytes, changed)));
-            i += static_cast<std::size_t>(size);
-        }
-    }
+    std::wstring points(text.size() + 1, L'\0');
+    if (std::mbstowcs(points.data(), text.c_str(), points.size()) > text.size())
+        return text; // not UTF-8
+    for (wchar_t& point : points)
+        point = static_cast<wchar_t>(change(static_cast<wint_t>(point)));
+    std::string result(4 * points.size(), '\0');
+    result.resize(std::wcstombs(result.data(), points.c_str(), result.size()));
     return result;
 }
 } // namespace
@@ -153,10 +138,6 @@ Fault ReadApplicationDataFolder(std::string& folder) {
 
 std::string ProgramFolder() {
     return programFolder;
-}
-
-std::string ProgramPath() {
-    return programFolder + "\\nullwright.exe";
 }
 
 std::string SystemFolder() {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 namespace fake {
 
@@ -12,13 +13,11 @@ bool IsOnTop(const ui::Form& form) {
 }
 
 /// Takes the focus to the control.
-bool Reach(ui::Control& control, const char* what) {
-    const bool can = CanReach(control);
-    EXPECT_TRUE(can) << "A person could not " << what << " " << control.Name << " (\""
-                     << control.Caption << "\").";
-    if (can)
-        user.Focus = &control;
-    return can;
+void Reach(ui::Control& control, const char* what) {
+    if (!CanReach(control))
+        throw std::runtime_error(std::string("A person could not ") + what + " " + control.Name +
+                                 " (\"" + control.Caption + "\").");
+    user.Focus = &control;
 }
 
 void Invoke(const ui::Handler& handler) {
@@ -26,15 +25,16 @@ void Invoke(const ui::Handler& handler) {
         handler();
 }
 
-/// Makes the item of this text the current one; its number, −1 when that cannot be done.
+/// Makes the item of this text the current one.
 template<typename List>
-int GoTo(List& list, const std::string& text) {
+ui::ListItem& GoTo(List& list, const std::string& text) {
+    Reach(list, "choose in");
     const auto found = std::find_if(list.Items.begin(), list.Items.end(),
                                     [&](const ui::ListItem& item) { return item.Text == text; });
-    EXPECT_NE(found, list.Items.end()) << list.Name << " has no item \"" << text << "\".";
-    if (found == list.Items.end() || !Reach(list, "choose in"))
-        return -1;
-    return list.ListIndex = static_cast<int>(found - list.Items.begin());
+    if (found == list.Items.end())
+        throw std::runtime_error(list.Name + " has no item \"" + text + "\".");
+    list.ListIndex = static_cast<int>(found - list.Items.begin());
+    return *found;
 }
 
 void PressFirst(ui::Form& form, bool ui::Button::*which) {
@@ -54,8 +54,7 @@ bool CanReach(const ui::Control& control) {
 }
 
 void Click(ui::Control& control) {
-    if (!Reach(control, "click"))
-        return;
+    Reach(control, "click");
     if (control.Kind == ui::ControlKind::CheckBox) {
         auto& box = static_cast<ui::CheckBox&>(control);
         box.Value = box.Value == 0 ? 1 : 0;
@@ -68,15 +67,12 @@ void Click(ui::Control& control) {
 }
 
 void Choose(ui::ComboBox& combo, const std::string& item) {
-    if (GoTo(combo, item) >= 0)
-        Invoke(combo.Click);
+    GoTo(combo, item);
+    Invoke(combo.Click);
 }
 
 void Choose(ui::ListBox& list, const std::string& item) {
-    const int index = GoTo(list, item);
-    if (index < 0)
-        return;
-    ui::ListItem& chosen = list.Items[static_cast<std::size_t>(index)];
+    ui::ListItem& chosen = GoTo(list, item);
     const bool selected = !list.MultiSelect || !chosen.Selected;
     if (!list.MultiSelect)
         for (ui::ListItem& other : list.Items)
@@ -86,8 +82,7 @@ void Choose(ui::ListBox& list, const std::string& item) {
 }
 
 void Type(ui::TextBox& textBox, const std::string& text) {
-    if (!Reach(textBox, "type into"))
-        return;
+    Reach(textBox, "type into");
     EXPECT_FALSE(textBox.Locked) << textBox.Name;
     textBox.Text = text;
     textBox.SelStart = text.size();
@@ -112,18 +107,13 @@ void PressEscape(ui::Form& form) {
 }
 
 void CloseForm(ui::Form& form) {
-    EXPECT_TRUE(IsOnTop(form)) << "A person could not close " << form.Name << ".";
-    if (form.Close)
-        form.Close();
-    else
-        ui::Hide(form);
+    ASSERT_TRUE(IsOnTop(form)) << "A person could not close " << form.Name << ".";
+    form.Close();
 }
 
 void DropFiles(ui::Form& form, const std::vector<std::string>& paths) {
-    if (IsOnTop(form) && form.FilesDropped)
-        form.FilesDropped(paths);
-    else
-        ADD_FAILURE() << "A person could not drop files on " << form.Name << ".";
+    ASSERT_TRUE(IsOnTop(form)) << "A person could not drop files on " << form.Name << ".";
+    form.FilesDropped(paths);
 }
 
 } // namespace fake

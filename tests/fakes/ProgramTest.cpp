@@ -21,5 +21,4 @@ void ProgramTest::SetUp() {
 void ProgramTest::TearDown() {
     fake::user.Finish();
     EXPECT_EQ(0, fake::OpenHandles()) << "files were left open";
-    fake::user.Reset();
 }

@@ -61,15 +61,12 @@ bool FitsNext(const std::string& what, const std::string& title, const std::stri
            (next.Matches ? next.Matches(text) : what != "box" || next.Text == text);
 }
 
-/// Takes the next step when it is this one; else the test has failed.
-std::optional<Step> Take(const std::string& what, const std::string& title,
-                         const std::string& text = "") {
-    if (!FitsNext(what, title, text)) {
-        ADD_FAILURE() << "Unexpected " << what << " \"" << title << "\": \"" << text << "\"\n"
-                      << NextText();
-        return {};
-    }
-    std::optional<Step> step = std::move(Next().front());
+/// Takes the next step, which must be this one.
+Step Take(const std::string& what, const std::string& title, const std::string& text = "") {
+    if (!FitsNext(what, title, text))
+        throw std::runtime_error("Unexpected " + what + " \"" + title + "\": \"" + text + "\"\n" +
+                                 NextText());
+    Step step = std::move(Next().front());
     Next().pop_front();
     return step;
 }
@@ -110,12 +107,6 @@ void Pump() {
         return;
     }
 }
-
-/// A common dialog; "" when it was cancelled.
-std::string Dialog(const std::string& title) {
-    const std::optional<Step> step = Take("dialog", title);
-    return step ? step->Text : "";
-}
 } // namespace
 
 void ScriptedUser::Expect(Step step) {
@@ -155,7 +146,7 @@ void Show(Form& form) {
 
 void ShowModal(Form& form) {
     NotInsideStep("ShowModal");
-    const std::optional<Step> step = Take("modal form", form.Name);
+    const Step step = Take("modal form", form.Name);
     EXPECT_FALSE(form.Visible) << form.Name << " is shown modally while it is shown already.";
     user.Modals.push_back(&form);
     Show(form);
@@ -164,10 +155,8 @@ void ShowModal(Form& form) {
         if ((!user.Focus || user.Focus->Parent != &form) && CanReach(*control) &&
             control->Kind != ui::ControlKind::Label && control->Kind != ui::ControlKind::Frame)
             user.Focus = control;
-    if (step) {
-        Perform(step->Do);
-        EXPECT_FALSE(form.Visible) << form.Name << " is still shown after what was to close it.";
-    }
+    Perform(step.Do);
+    EXPECT_FALSE(form.Visible) << form.Name << " is still shown after what was to close it.";
     Hide(form);
 }
 
@@ -198,10 +187,6 @@ void KeepOnScreen(Form& /*form*/) {}
 void ShowTaskbarProgress(Form& /*form*/, double fraction, bool paused) {
     user.TaskbarFraction = fraction;
     user.TaskbarPaused = paused;
-}
-
-int RunMessageLoop() {
-    return 0;
 }
 
 void EndProgram() {
@@ -254,11 +239,12 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
     };
     if (user.AnswerOthers && !FitsNext("box", title, text)) {
         answer(user.AnswerOthers(box));
-    } else if (const std::optional<Step> step = Take("box", title, text)) {
-        EXPECT_TRUE(answer(step->Answer)) << text << " has no button for " << step->Answer;
-        EXPECT_EQ(step->Expected.Icon.value_or(icon), icon) << text;
-        EXPECT_EQ(step->Expected.Buttons.value_or(buttons), buttons) << text;
-        EXPECT_EQ(step->Expected.DefaultButton.value_or(defaultButton), defaultButton) << text;
+    } else {
+        const Step step = Take("box", title, text);
+        EXPECT_TRUE(answer(step.Answer)) << text << " has no button for " << step.Answer;
+        EXPECT_EQ(step.Expected.Icon.value_or(icon), icon) << text;
+        EXPECT_EQ(step.Expected.Buttons.value_or(buttons), buttons) << text;
+        EXPECT_EQ(step.Expected.DefaultButton.value_or(defaultButton), defaultButton) << text;
     }
     user.Boxes.push_back(box);
     return box.Answer;
@@ -267,7 +253,7 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
 bool OpenFileDialog(const std::string& title, const std::string& /*filterName*/,
                     const std::string& /*filterPattern*/, const std::string& /*startFolder*/,
                     std::string& path) {
-    const std::string chosen = Dialog(title);
+    const std::string chosen = Take("dialog", title).Text;
     path = chosen.empty() ? path : chosen;
     return !chosen.empty();
 }
@@ -279,7 +265,7 @@ bool SaveFileDialog(const std::string& title, const std::string& filterName,
 }
 
 std::string BrowseFolderDialog(const std::string& title, const std::string& /*startFolder*/) {
-    return Dialog(title);
+    return Take("dialog", title).Text;
 }
 
 void PutOnClipboard(const std::string& text) {

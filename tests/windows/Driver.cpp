@@ -142,24 +142,19 @@ HWND StartProgram() {
 }
 
 int WaitForEnd() {
-    DWORD code = 0;
-    if (WaitForSingleObject(program.hProcess, patience) != WAIT_OBJECT_0 ||
-        !GetExitCodeProcess(program.hProcess, &code)) {
-        Fail("The program does not end.");
-        return -1;
-    }
+    DWORD code = STILL_ACTIVE;
+    WaitForSingleObject(program.hProcess, patience);
+    GetExitCodeProcess(program.hProcess, &code);
     return static_cast<int>(code);
 }
 
 void KillProgram() {
-    if (IsRunning()) {
-        TerminateProcess(program.hProcess, 99);
-        WaitForSingleObject(program.hProcess, patience);
-    }
-    if (program.hProcess != nullptr) {
-        CloseHandle(program.hThread);
-        CloseHandle(program.hProcess);
-    }
+    if (program.hProcess == nullptr)
+        return;
+    TerminateProcess(program.hProcess, 99); // refused when it has ended
+    WaitForSingleObject(program.hProcess, patience);
+    CloseHandle(program.hThread);
+    CloseHandle(program.hProcess);
     program = {};
 }
 
@@ -281,23 +276,16 @@ void Choose(HWND form, const std::string& comboOrList, const std::string& item) 
                  reinterpret_cast<LPARAM>(list));
 }
 
-void PressKey(HWND form, WORD virtualKey, WORD held) {
+void PressKey(HWND form, BYTE virtualKey, BYTE held) {
     SetForegroundWindow(form);
     if (!WaitUntil([&] { return form != nullptr && GetForegroundWindow() == form; }))
         return Fail("\"" + TextOf(form) + "\" does not come to the front.");
-    std::vector<INPUT> strokes;
-    for (const auto& [key, flags] : {std::pair<WORD, DWORD>{held, 0},
-                                     {virtualKey, 0},
-                                     {virtualKey, KEYEVENTF_KEYUP},
-                                     {held, KEYEVENTF_KEYUP}}) {
-        INPUT stroke = {};
-        stroke.type = INPUT_KEYBOARD;
-        stroke.ki.wVk = key;
-        stroke.ki.dwFlags = flags;
-        if (key != 0)
-            strokes.push_back(stroke);
-    }
-    SendInput(static_cast<UINT>(strokes.size()), strokes.data(), sizeof(INPUT));
+    if (held != 0)
+        keybd_event(held, 0, 0, 0);
+    keybd_event(virtualKey, 0, 0, 0);
+    keybd_event(virtualKey, 0, KEYEVENTF_KEYUP, 0);
+    if (held != 0)
+        keybd_event(held, 0, KEYEVENTF_KEYUP, 0);
 }
 
 HWND Focused(HWND form) {

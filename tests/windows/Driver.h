@@ -24,7 +24,7 @@ extern std::string scratch;
 
 /// Starts the program (NW_PROGRAM) and waits for its main window.
 HWND StartProgram();
-/// Waits for the program to end of itself; −1 when it does not.
+/// Waits for the program to end of itself; STILL_ACTIVE when it does not.
 int WaitForEnd();
 /// Ends the program by force if it still runs.
 void KillProgram();
@@ -55,7 +55,7 @@ void Type(HWND edit, const std::string& text);
 /// Chooses the item that begins so; in a list of multiple choice lets it go if it was chosen.
 void Choose(HWND form, const std::string& comboOrList, const std::string& item);
 /// Key strokes into the window that has the focus, which is the form's or that of a child of it.
-void PressKey(HWND form, WORD virtualKey, WORD held = 0);
+void PressKey(HWND form, BYTE virtualKey, BYTE held = 0);
 /// The control with the focus, nullptr for none.
 HWND Focused(HWND form);
 /// The cross in the title bar.

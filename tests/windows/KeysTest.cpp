@@ -6,7 +6,7 @@ using namespace driver;
 
 struct KeysTest : WindowTest {
     /// Presses a key that moves the focus, and waits until it has; gives its name.
-    static std::string MoveFocus(HWND form, WORD key) {
+    static std::string MoveFocus(HWND form, BYTE key) {
         HWND before = Focused(form);
         PressKey(form, key);
         EXPECT_TRUE(WaitUntil([&] { return Focused(form) != before; })) << NameOf(before);
@@ -45,7 +45,7 @@ TEST_F(KeysTest, AltLetterEnterAndEscape) {
     PressKey(main, VK_SPACE);
     ExpectUsable(dialog, "cmdAccept");
     // The letter of a label leads to the list behind it, whichever list is shown.
-    for (const auto& [key, focus] : {std::pair<WORD, const char*>{'N', "cboNumberOfPasses(0)"},
+    for (const auto& [key, focus] : {std::pair<BYTE, const char*>{'N', "cboNumberOfPasses(0)"},
                                      {'2', "cmdAccept"},
                                      {'N', "cboNumberOfPasses(1)"},
                                      {'1', "cmdAccept"}}) {

@@ -93,10 +93,10 @@ std::string SmallDrive() {
     return Environment(L"NW_SMALL_DRIVE");
 }
 
-bool HoldFile(const std::string& path) {
+void HoldFile(const std::string& path) {
     held = CreateFileW(platform::WidePath(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
                        nullptr);
-    return held != INVALID_HANDLE_VALUE;
+    EXPECT_NE(held, INVALID_HANDLE_VALUE);
 }
 
 void LetGoOfFile() {
