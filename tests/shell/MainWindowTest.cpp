@@ -1,5 +1,4 @@
 // Start-up, the main window's labels and its own commands.
-#include "support/MainWindow.h"
 #include "shell/Session.h"
 #include "shell/ShellTest.h"
 
@@ -24,23 +23,7 @@ TEST_F(ShellTest, StartsInItsOrder) {
     EXPECT_TRUE(fake::currentFolder.starts_with("C:") && fake::currentFolder.size() <= 3);
     EXPECT_TRUE(dblAF_A == 0.917 && dblMaxSizeDummyFile == 52428800);
     EXPECT_EQ(&f.cmdSpecifyDirectory[0], user.Focus);
-    EXPECT_EQ("Not specified|Not specified||No|(Do not operate on files in lower subfolders.)|"
-              "No(Do not confirm purge operation for each file.)|"
-              "Random bytes, 6 times (= 6 overwrites)||",
-              Labels());
-}
-
-TEST_F(ShellTest, StartsWithTheSetupOfTheLastRun) {
-    fake::PutFile(strNextRun, "1.0,1,1,C:\\data\\,C:\\,1,2,0,1,0,0,0,0,0");
-    fake::PutFolder("C:\\data\\sub");
-    StartProgram();
-    EXPECT_EQ(strPatternsTwice, Labels());
-    // A link to a folder is no subfolder, and what the label denies must not happen.
-    fake::TakeAway("C:\\data\\sub");
-    fake::PutFolder("C:\\data\\link").LinkTarget = "C:\\Users";
-    UpdateSubdirectoriesLabels();
-    EXPECT_EQ("C:\\data\\|Not specified||No|(The folder has no subfolders.)", Choice());
-    EXPECT_FALSE(blnSubdirectories);
+    EXPECT_EQ(strNothingChosen + "Random bytes, 6 times (= 6 overwrites)||", Labels());
 }
 
 TEST_F(MainWindow, QuitsButNotInTheGuardedSecondNorWhileAnOperationRuns) {

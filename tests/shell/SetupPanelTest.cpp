@@ -9,8 +9,11 @@ namespace {
 
 const std::string strOperation = "C:\\ops\\weekly.nws";
 const std::string strOtherSetup =
-    "1.0\r\n0\r\n1\r\nC:\\data\\\r\nC:\\\r\n2\r\n5\r\n0\r\n1\r\n0\r\n0\r\n"
+    "1.0\r\n1\r\n1\r\nC:\\data\\\r\nC:\\\r\n1\r\n2\r\n0\r\n1\r\n0\r\n0\r\n"
     "0\r\n0\r\n0\r\n";
+const std::string strOtherLabels =
+    "C:\\data\\|Not specified||Yes|(Operate on all specified files in lower subfolders.)|"
+    "Yes(Confirm purge operation for each file.)|Alternate bit patterns, twice (= 8 overwrites)||";
 const std::string strThirdSetup = "1.0,0,0,C:\\ops\\,,0,1,0,0,0,0,0,0,0";
 
 struct SetupPanel : StartedShell {
@@ -66,7 +69,7 @@ TEST_F(SetupPanel, SaysWhatCouldNotBeLoaded) {
     // What of a broken file is in force, the labels show: nothing, so that the setup in force keeps
     // its name; or all before the last line, which is missing.
     const std::string cases[][2] = {{"1.0,0,0,C:\\da,ta\\,,1,2,0,0,0,0,0,0,0", strLabels},
-                                    {"1.0,1,1,C:\\data\\,,1,2,0,1,0,0,0,0", strPatternsTwice}};
+                                    {"1.0,1,1,C:\\data\\,,1,2,0,1,0,0,0,0", strOtherLabels}};
     for (const auto& [text, labels] : cases) {
         fake::PutFile(strOperation, text);
         Load("Error when attempting to load setup from file " + strOperation + "!");
@@ -92,6 +95,13 @@ TEST_F(SetupPanel, SavesForTheNextRunAndFindsItThere) {
     fake::PutFile(strWindowPlace, "99999999999\r\nx");
     StartProgram();
     EXPECT_EQ(ui::StartPosition::CenterScreen, f.Position);
+    EXPECT_EQ(strOtherLabels, Labels());
+    // A link to a folder is no subfolder, and what the label denies must not happen.
+    fake::TakeAway("C:\\data\\sub");
+    fake::PutFolder("C:\\data\\link").LinkTarget = "C:\\Users";
+    UpdateSubdirectoriesLabels();
+    EXPECT_EQ("C:\\data\\|Not specified||No|(The folder has no subfolders.)", Choice());
+    EXPECT_FALSE(blnSubdirectories);
 }
 
 TEST_F(SetupPanel, SaysThatItCouldNotSave) {
@@ -123,10 +133,7 @@ TEST_F(SetupPanel, ClearsAndRestores) {
     strFilespec = "*.txt";
     Press(f.cmdClearSetup);
     EXPECT_EQ("", strDirPath + strFilespec);
-    EXPECT_EQ("Not specified|Not specified||No|(Do not operate on files in lower subfolders.)|"
-              "No(Do not confirm purge operation for each file.)|"
-              "Random bytes, once (= 1 overwrite)||",
-              Labels()); // the type stays
+    EXPECT_EQ(strNothingChosen + "Random bytes, once (= 1 overwrite)||", Labels()); // with its type
     Load();
     Press(f.cmdRestoreSetup);
     EXPECT_EQ(strOtherSetup, SetupText());

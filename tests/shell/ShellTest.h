@@ -10,10 +10,10 @@ inline const std::string strNextRun = "C:\\Users\\me\\AppData\\Roaming\\Nullwrig
 inline const std::string strWindowPlace =
     "C:\\Users\\me\\AppData\\Roaming\\Nullwright\\nullwright.pos";
 
-/// The labels of a setup for C:\data\ that chooses bit patterns, subfolders and confirmation.
-inline const std::string strPatternsTwice =
-    "C:\\data\\|Not specified||Yes|(Operate on all specified files in lower subfolders.)|"
-    "Yes(Confirm purge operation for each file.)|Alternate bit patterns, twice (= 8 overwrites)||";
+/// The labels of a setup that chooses nothing, up to the type of purge.
+inline const std::string strNothingChosen =
+    "Not specified|Not specified||No|(Do not operate on files in lower subfolders.)|"
+    "No(Do not confirm purge operation for each file.)|";
 
 struct ShellTest : ProgramTest {
     FrmMain& f = frmMain;

@@ -83,7 +83,12 @@ TEST_F(SpecifyCommands, SpecifyFiles) {
     Specify("?.txt", "Error", "Cannot access the folder.");
     user.Modal(frmFileSpecification, [] { fake::PressEscape(frmFileSpecification); });
     fake::Click(f.cmdSpecifyFiles);
-    EXPECT_EQ("?.txt(All files of the form ?.txt.)", f.lblFiles.Caption + f.lblFiles2.Caption);
+    EXPECT_EQ("?.txt", strFilespec);
+    for (const std::string form : {"a?c.*", "*.t?t", "*", "*."}) {
+        strFilespec = form;
+        UpdateFilesLabels();
+        EXPECT_EQ("(All files of the form " + form + ".)", f.lblFiles2.Caption);
+    }
 }
 
 TEST_F(SpecifyCommands, TogglesAndClear) {
