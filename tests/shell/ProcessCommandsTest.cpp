@@ -117,9 +117,6 @@ TEST_F(ProcessCommands, QuestionsByKind) {
     PutFiles("C:\\docs", 3);
     for (const char* path : {"C:\\docs\\one.doc", "C:\\docs\\sub\\two.doc"})
         fake::PutFile(path);
-    ChooseSingleFile("C:\\docs\\one.doc");
-    Purge("the file C:\\docs\\one.doc ", "this file.");
-    EXPECT_EQ("Yes, purge this file", options.cmdDoPurge.Caption);
     ChooseFolder("C:\\docs", ui::AnswerNo);
     Specify("*.txt");
     Purge("the slack area of the 3 files C:\\docs\\*.txt ", "these three files.", slack);
@@ -172,6 +169,7 @@ TEST_F(ProcessCommands, MonitoringQueryBeforeThePurge) {
                 user.Modal(frmPurgeWarning, [] { fake::Click(frmPurgeWarning.cmdOK); });
             }
         });
+        EXPECT_EQ("Yes, purge this file", options.cmdDoPurge.Caption);
         EXPECT_EQ(answer != &query.cmdCancel, fake::FilesBelow("C:\\docs").empty());
         PutFiles("C:\\docs", 1, ".doc");
     }

@@ -26,12 +26,11 @@ TEST_F(SpecifyCommands, SingleFile) {
 
     fake::AddDrive('A', 1 << 20);
     fake::PutFile("A:\\f.txt", "small");
-    sngPurgeSpeeds[0] = 0.25F;
+    sngPurgeSpeeds[0] = 0.05F;
     ChooseSingleFile("A:\\f.txt");
-    EXPECT_EQ("0.250 MB/sec. (1 overwrite) for Drive A (floppy drive).", f.lblPurgeSpeed.Caption);
+    EXPECT_EQ("0.050 MB/sec. (1 overwrite) for Drive A (floppy drive).", f.lblPurgeSpeed.Caption);
     EXPECT_EQ("Less than a minute.", f.lblEstimatedTime.Caption);
     fake::PutBigFile("A:\\f.txt", 600 << 10);
-    sngPurgeSpeeds[0] = 0.05F;
     ChooseSingleFile("A:\\f.txt");
     EXPECT_EQ("1 minute and 11 seconds", f.lblEstimatedTime.Caption);
 
