@@ -65,6 +65,10 @@ TEST_F(PurgeFoldersTest, EndsWhereTheUserSaysSo) {
     Click();
     Choose("", {});
     Click();
+    fake::PutFolder("D:\\link").LinkTarget = "C:\\elsewhere";
+    Choose("D:\\link", {});
+    user.BoxLike("Error", "D:\\link is a link.");
+    Click();
     Choose("D:\\docs\\", {});
     user.Box(strTitle,
              "D:\\docs\\ has no subfolders.\r\n\r\n"

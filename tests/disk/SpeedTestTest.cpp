@@ -63,8 +63,6 @@ TEST_F(SpeedTestTest, AFloppyDriveHasItsOwnQuantityAndText) {
 
 TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
     const std::string atLeast = "\r\nAt least 1 MB of free space is required for this test.";
-    const std::string failed = "An error occurred when purging the dummy files.\r\n"
-                               "The test cannot be completed.";
     const struct {
         std::uint64_t Free;
         const char* Call;
@@ -76,7 +74,8 @@ TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
         {10 * MiB, "ReadDriveSpace", 3,
          "An error occurred when attempting to ascertain\r\n"
          "information about the disk in Drive D.  "},
-        {10 * MiB, "WriteBytes", 2, failed},
+        {10 * MiB, "WriteBytes", 2,
+         "An error occurred when purging the dummy files.\r\nThe test cannot be completed."},
     };
     for (const auto& c : cases) {
         Begin(120 * MiB);

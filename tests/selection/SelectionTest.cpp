@@ -161,13 +161,4 @@ TEST_F(SelectionTest, DrivesAreShownWithWhatIsKnown) {
     EXPECT_EQ(0, ChooseDrive("Which drive?", "CD"));
 }
 
-TEST_F(SelectionTest, FoldersElsewhereAreRefused) {
-    fake::PutFolder("C:\\docs\\link").LinkTarget = "C:\\elsewhere";
-    for (const std::string path : {"\\\\server\\share", "C:\\docs\\link"}) {
-        user.Dialog("Which folder?", path);
-        user.BoxLike("Error", path + " is ");
-        EXPECT_EQ("", BrowseFolder("Which folder?"));
-    }
-}
-
 } // namespace

@@ -20,6 +20,12 @@ struct SetupFiles : StartedTest {
             text += line + end;
         return text;
     }
+    /// The lines with another value in one of them.
+    std::string With(std::size_t line, const std::string& value) const {
+        std::vector<std::string> changed = lines;
+        changed[line] = value;
+        return Join(changed);
+    }
     std::vector<std::string> lines = {
         "1.0", "1", "1", "C:\\Bücher\\", "D:\\", "2", "5", "1", "0", "1", "0", "1", "0", "1"};
 };
@@ -47,16 +53,10 @@ TEST_F(SetupFiles, WritesFourteenLines) {
 
 TEST_F(SetupFiles, ReadsWhatOtherHandsMayHaveWritten) {
     const std::string strExpected = Join(lines);
-    std::vector<std::string> blanks = lines;
-    blanks[1] = "  1  ";
-    blanks[5] = "\t2 ";
-    blanks[3] = "  C:\\Bücher"; // the backslash at the end is added
-    std::vector<std::string> quoted = lines;
-    quoted[3] = "\"C:\\Bücher\\\"";
     for (const std::string& text :
-         {Join(lines, "\n"), Join(lines, "\r"), Join(lines, ","), Join(blanks), Join(quoted),
-          "\xEF\xBB\xBF" + Join(lines), Join(lines) + "more\r\n",
-          Join(lines).substr(0, Join(lines).size() - 2)}) {
+         {Join(lines, "\n"), Join(lines, "\r"), Join(lines, ","), With(1, "  1  "), With(5, "\t2 "),
+          With(3, "  C:\\Bücher"), With(3, "\"C:\\Bücher\\\""), "\xEF\xBB\xBF" + Join(lines),
+          Join(lines) + "more\r\n", Join(lines).substr(0, Join(lines).size() - 2)}) {
         ASSERT_TRUE(ApplySetupText("1.0,0,0,,,0,1,0,0,0,0,0,0,0"));
         fake::PutFile(strPath, text);
         EXPECT_TRUE(ReadSetupFile(strPath)) << text;
@@ -65,11 +65,6 @@ TEST_F(SetupFiles, ReadsWhatOtherHandsMayHaveWritten) {
 }
 
 TEST_F(SetupFiles, AFaultKeepsWhatWasReadBeforeIt) {
-    const auto with = [this](std::size_t line, const std::string& value) {
-        std::vector<std::string> changed = lines;
-        changed[line] = value;
-        return Join(changed);
-    };
     const std::string strStart = SetupText();
     const auto after = [&](const std::string& text) {
         Initialization();
@@ -81,9 +76,9 @@ TEST_F(SetupFiles, AFaultKeepsWhatWasReadBeforeIt) {
     // Nothing takes effect before the seven lines at the head are read.
     for (const std::string& text :
          {std::string(), std::string("\r\n"), std::string(100, '\0'), std::string("1.0"),
-          with(1, "x"), with(1, ""), with(2, "1x"), with(5, "99999999999"), with(6, "2.5"),
-          with(3, "C:\\a,b\\"), with(3, "\\\\server\\share\\"), with(3, "folder\\"),
-          with(3, "C:\\a\tb\\"), with(3, "C:\\\xFF\\"), with(3, "\"C:\\"),
+          With(1, "x"), With(1, ""), With(2, "1x"), With(5, "99999999999"), With(6, "2.5"),
+          With(3, "C:\\a,b\\"), With(3, "\\\\server\\share\\"), With(3, "folder\\"),
+          With(3, "C:\\a\tb\\"), With(3, "C:\\\xFF\\"), With(3, "\"C:\\"),
           std::string("1.0,1,1,C:\\") + std::string(10 << 20, 'a')})
         EXPECT_EQ(strStart, after(text));
 
@@ -94,7 +89,7 @@ TEST_F(SetupFiles, AFaultKeepsWhatWasReadBeforeIt) {
         for (std::size_t i = 7; i <= 13; ++i)
             strKept += i < n ? lines[i] + "\r\n" : "0\r\n";
         for (const char* value : {"2", "-1", "", "x"})
-            EXPECT_EQ(strKept, after(with(n, value)));
+            EXPECT_EQ(strKept, after(With(n, value)));
         EXPECT_EQ(strKept,
                   after(Join({lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(n)})));
         EXPECT_EQ("", strFilespec) << "the folder is new";
@@ -102,11 +97,11 @@ TEST_F(SetupFiles, AFaultKeepsWhatWasReadBeforeIt) {
     const std::string strNone = "\r\n\r\n\r\n0\r\n6\r\n";
     const std::string strBoxes = "1\r\n0\r\n1\r\n0\r\n1\r\n0\r\n1\r\n";
     const std::string strFolders = "1.0\r\n1\r\n1\r\nC:\\Bücher\\\r\nD:\\\r\n";
-    EXPECT_EQ("1.0\r\n1\r\n0" + strNone + strBoxes, after(with(2, "-1")));
+    EXPECT_EQ("1.0\r\n1\r\n0" + strNone + strBoxes, after(With(2, "-1")));
     // Folders and type, but not the passes that the type does not offer.
-    EXPECT_EQ(strFolders + "0\r\n6\r\n" + strBoxes, after(with(5, "3")));
+    EXPECT_EQ(strFolders + "0\r\n6\r\n" + strBoxes, after(With(5, "3")));
     for (const char* passes : {"6", "0", "-32768"})
-        EXPECT_EQ(strFolders + "2\r\n2\r\n" + strBoxes, after(with(6, passes)));
+        EXPECT_EQ(strFolders + "2\r\n2\r\n" + strBoxes, after(With(6, passes)));
 }
 
 TEST_F(SetupFiles, RefusesFilesThatCannotBeSetups) {
