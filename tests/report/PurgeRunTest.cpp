@@ -201,28 +201,24 @@ TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
     };
     press(frmAntiVirusQuery.cmdNo);
     purge();
-    // Don't know brings the advice, before every such file.
-    press(frmAntiVirusQuery.cmdDontKnow);
+    // Yes brings the advice, before every such file; it can cancel, and can be switched off.
+    press(frmAntiVirusQuery.cmdYes);
     press(frmPurgeWarning.cmdOK);
-    user.Modal(frmPurgeWarning, [&] {
+    user.Modal(frmPurgeWarning, [] {
         EXPECT_EQ(frmPurgeWarning.lblMessage.Caption,
                   "The file C:\\d\\c.rtf will now be purged.  If Norton AntiVirus Auto-Protect (or "
                   "a similar utility) is active then it may produce a warning message (each time "
                   "the file  is to be overwritten).  If so, do not stop the operation but rather "
                   "allow it to continue.\r\n\r\nIt is better to disable your antivirus software "
                   "either before running Nullwright or during a run (like now).");
-        fake::Click(frmPurgeWarning.cmdOK);
-    });
-    purge();
-    // The advice can cancel, and can be switched off by it.
-    press(frmAntiVirusQuery.cmdYes);
-    user.Modal(frmPurgeWarning, [] {
         fake::Click(frmPurgeWarning.chkDontShowAgain);
         fake::Click(frmPurgeWarning.cmdStopPurge);
     });
     user.Box("Purge cancelled", "Purge operation terminated.");
-    EXPECT_TRUE(purge().ends_with("C:\\d\\a.txt (1 bytes) purged\nC:\\d\\b.doc -- not purged.\n\n"
-                                  "Number of files purged: 1\n\nPurge operation was stopped.\n"));
+    EXPECT_TRUE(
+        purge().ends_with("C:\\d\\b.doc (1 bytes) purged\nC:\\d\\c.rtf -- not purged.\n\n"
+                          "Number of files purged: 2\n\nSum of sizes of files purged: 2 bytes\n\n"
+                          "Purge operation was stopped.\n"));
     EXPECT_FALSE(blnShowPurgeWarning);
     user.Modal(frmAntiVirusQuery, [] { fake::CloseForm(frmAntiVirusQuery); });
     user.Box("Purge cancelled", "Purge operation terminated.");

@@ -137,9 +137,8 @@ TEST_F(SpecifyCommands, DroppedAndGivenPaths) {
     fake::currentFolder = "C:\\docs";
     user.Box("Error when attempting to load setup.", "File C:\\docs\\missing.nws not found!");
     user.Box("Single file", "File C:\\docs\\missing.txt not found.");
-    for (const std::vector<std::string>& given :
-         {std::vector<std::string>{"missing.nws"}, {"C:\\docs\\missing.txt"}, {}}) {
-        fake::commandLine = given;
+    for (const char* given : {"missing.nws", "C:\\docs\\missing.txt"}) {
+        fake::commandLine = {given};
         OpenCommandLineFiles(CommandLineFiles());
     }
     EXPECT_EQ("*.*", strFilespec);
