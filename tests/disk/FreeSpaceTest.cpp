@@ -2,7 +2,6 @@
 #include "DriveTest.h"
 
 #include "disk/DriveCommands.h"
-#include "disk/FreeSpacePurge.h"
 
 namespace {
 

@@ -1,6 +1,5 @@
 #include "engine/FilePurge.h"
 #include "engine/EngineNeeds.h"
-#include "engine/FileProc.h"
 #include "fakes/ProgramTest.h"
 #include "shell/frmMain.h"
 #include "shell/Session.h"
