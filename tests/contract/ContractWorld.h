@@ -38,22 +38,19 @@ struct Contract : testing::Test {
         folder = MakeScratchFolder();
         ASSERT_NE(folder, "");
     }
-    void TearDown() override {
-        LetGoOfFile();
-        RemoveScratchFolder();
-    }
+    void TearDown() override { RemoveScratchFolder(); }
     std::string In(const std::string& name) const { return folder + "\\" + name; }
     std::string folder;
 };
 
 inline platform::Fault Put(const std::string& path, const std::string& bytes) {
     platform::File file;
-    platform::Fault fault = OpenFile(path, platform::Access::CreateNew, file);
-    if (Failed(fault))
-        return fault;
-    fault = WriteBytes(file, bytes.data(), bytes.size());
-    const platform::Fault closing = CloseFile(file);
-    return Failed(fault) ? fault : closing;
+    const platform::Fault fault = OpenFile(path, platform::Access::CreateNew, file);
+    if (!Failed(fault)) {
+        EXPECT_EQ(WriteBytes(file, bytes.data(), bytes.size()), platform::Fault::None);
+        EXPECT_EQ(CloseFile(file), platform::Fault::None);
+    }
+    return fault;
 }
 
 inline std::string Content(const std::string& path) {

@@ -5,7 +5,7 @@
 
 namespace contract {
 namespace {
-std::string held;
+fake::Node* held;
 } // namespace
 
 std::string MakeScratchFolder() {
@@ -25,14 +25,12 @@ std::string SmallDrive() {
 }
 
 void HoldFile(const std::string& path) {
-    fake::At(path)->Locked = true;
-    held = path;
+    held = fake::At(path);
+    held->Locked = true;
 }
 
 void LetGoOfFile() {
-    if (!held.empty())
-        fake::At(held)->Locked = false;
-    held.clear();
+    held->Locked = false;
 }
 
 bool MakeFolderLink(const std::string& path, const std::string& target) {

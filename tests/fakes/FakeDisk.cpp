@@ -183,8 +183,6 @@ Place Find(const std::string& path, bool followLast) {
         place.Item = found == place.Folder->ByName.end() ? nullptr : found->second;
         if (place.Item && !place.Item->LinkTarget.empty() && (!last || followLast)) {
             place = Find(place.Item->LinkTarget, true);
-            if (Failed(place.Trouble))
-                return place;
         } else {
             place.Path += (isStream ? ":" : "\\") + (place.Item ? place.Item->Name : place.Name);
         }

@@ -73,11 +73,7 @@ void Choose(ui::ComboBox& combo, const std::string& item) {
 
 void Choose(ui::ListBox& list, const std::string& item) {
     ui::ListItem& chosen = GoTo(list, item);
-    const bool selected = !list.MultiSelect || !chosen.Selected;
-    if (!list.MultiSelect)
-        for (ui::ListItem& other : list.Items)
-            other.Selected = false;
-    chosen.Selected = selected;
+    chosen.Selected = list.MultiSelect && !chosen.Selected;
     Invoke(list.Click);
 }
 

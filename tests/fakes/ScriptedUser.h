@@ -4,11 +4,6 @@
 
 #include "ui/Interface.h"
 
-#include <functional>
-#include <optional>
-#include <string>
-#include <vector>
-
 namespace fake {
 
 /// A message box that was shown.

@@ -133,11 +133,9 @@ HWND StartProgram() {
     std::wstring line = L"\"" + Widen(Environment(L"NW_PROGRAM")) + L"\"";
     STARTUPINFOW start = {};
     start.cb = sizeof start;
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &program)) {
-        ADD_FAILURE() << Narrow(line) << " (NW_PROGRAM) cannot be started: " << GetLastError();
-        return nullptr;
-    }
+    EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &start, &program))
+        << Narrow(line) << " (NW_PROGRAM) cannot be started: " << GetLastError();
     return Window("Nullwright");
 }
 
@@ -313,15 +311,13 @@ void AnswerBox(const std::string& title, const std::string& text, int button) {
 }
 
 void AnswerDialog(const std::string& title, const std::string& path) {
+    if (!IsInScratch(path))
+        return Fail(path + " is outside the scratch folder.");
     HWND dialog = WaitForDialog(title, PathField);
     if (dialog == nullptr)
         return;
-    const bool harmless = IsInScratch(path);
-    if (harmless)
-        Ask(PathField(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(path).c_str()));
-    else
-        Fail(path + " is outside the scratch folder.");
-    PressAndWait(dialog, harmless ? IDOK : IDCANCEL);
+    Ask(PathField(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(path).c_str()));
+    PressAndWait(dialog, IDOK);
 }
 
 } // namespace driver

@@ -5,7 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <set>
+#include <iterator>
 
 using namespace driver;
 
@@ -22,13 +22,6 @@ struct DrivesTest : WindowTest {
         ASSERT_LT(freeBefore, 1U << 30) << root << " is too large to be a scratch drive";
     }
     std::uint64_t FreeBytes() const { return std::filesystem::space(root).available; }
-    std::set<std::string> Names() const {
-        std::set<std::string> names;
-        std::error_code none; // an empty root "is not found"
-        for (const auto& entry : std::filesystem::directory_iterator(root, none))
-            names.insert(entry.path().filename().string());
-        return names;
-    }
     void ChooseDrive(const std::string& title) const {
         HWND chooser = Window(title);
         Choose(chooser, "lstDrives", root.substr(0, 2));
@@ -60,8 +53,8 @@ TEST_F(DrivesTest, ADiskIsPurged) {
     for (const int answer : {IDOK, IDOK, IDOK, IDNO, IDNO, IDYES}) // speed, estimate, plan,
         AnswerBox("Purge disk", "", answer);                       // files, folders, no boxes
     ExpectEnd("The disk has been purged (except for excluded files).");
-    EXPECT_EQ((std::set<std::string>{"folder", "pagefile.sys"}), Names());
     EXPECT_TRUE(std::filesystem::remove(root + "pagefile.sys"));
+    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(root), {})) << "but the folder";
     EXPECT_TRUE(std::filesystem::remove(root + "folder")) << "it is not empty";
     EXPECT_EQ(freeBefore, FreeBytes());
 }

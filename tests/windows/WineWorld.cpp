@@ -9,7 +9,7 @@ namespace contract {
 namespace {
 
 std::string scratch;
-HANDLE held = INVALID_HANDLE_VALUE;
+HANDLE held;
 
 /// On Wine: a file's name on the host, in quotes; "" elsewhere.
 std::wstring HostName(const std::wstring& path) {
@@ -43,8 +43,7 @@ bool LetHostLink(std::wstring line, const std::wstring& path, bool toBeThere) {
 }
 
 void RemoveLink(const std::wstring& path) {
-    const std::wstring name = HostName(path);
-    if (name.empty())
+    if (const std::wstring name = HostName(path); name.empty())
         RemoveDirectoryW(path.c_str());
     else
         LetHostLink(L"\\\\?\\unix\\bin\\unlink " + name, path, false);
@@ -100,9 +99,7 @@ void HoldFile(const std::string& path) {
 }
 
 void LetGoOfFile() {
-    if (held != INVALID_HANDLE_VALUE)
-        CloseHandle(held);
-    held = INVALID_HANDLE_VALUE;
+    CloseHandle(held);
 }
 
 bool MakeFolderLink(const std::string& path, const std::string& target) {
