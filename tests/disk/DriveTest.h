@@ -62,9 +62,6 @@ struct DriveTest : StartedTest {
     static void PressF10When(std::function<bool()> when) {
         user.During(std::move(when), [] { fake::PressF10(); });
     }
-    static void Cancels(int answer) {
-        user.Box("Cancel?", "Do you wish to cancel this operation?", answer, fake::AsksYesNo);
-    }
     /// Our folders and dummy files on a drive.
     static Paths Dummies() {
         Paths found;

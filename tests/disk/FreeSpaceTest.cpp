@@ -143,9 +143,9 @@ TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
 TEST_F(FreeSpaceTest, F10WhileWritingAsks) {
     AnnounceThree();
     PressF10When([] { return FillDisk.lngBytesInCurrentFile > static_cast<int>(5 * MiB); });
-    Cancels(ui::AnswerNo);
+    user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerNo, fake::AsksYesNo);
     PressF10When([] { return FillDisk.lngFilesWritten == 1; });
-    Cancels(ui::AnswerYes);
+    user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerYes, fake::AsksYesNo);
     user.Box(strTitle, strStopped);
     Click();
     EXPECT_EQ(strStopped, frmMain.lblLargePurgeMessage.Caption);
