@@ -89,8 +89,7 @@ void RunTimers() {
             if (now < due->second)
                 continue;
             due->second = next;
-            if (timer->Tick)
-                timer->Tick();
+            timer->Tick();
         }
 }
 
@@ -98,14 +97,13 @@ void Pump() {
     if (++user.Yields > yieldsWithoutEnd)
         throw std::runtime_error("The program waits without end. " + NextText());
     RunTimers();
-    for (auto during = script.During.begin(); during != script.During.end(); ++during) {
-        if (!during->first())
-            continue;
-        const Action action = during->second;
-        script.During.erase(during);
-        Perform(action);
+    const auto during = std::find_if(script.During.begin(), script.During.end(),
+                                     [](const auto& item) { return item.first(); });
+    if (during == script.During.end())
         return;
-    }
+    const Action action = during->second;
+    script.During.erase(during);
+    Perform(action);
 }
 } // namespace
 
