@@ -3,6 +3,8 @@
 #include "windows/Environment.h"
 #include "windows/WindowTest.h"
 
+#include "platform/Drives.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -21,7 +23,11 @@ struct DrivesTest : WindowTest {
         ASSERT_GT(freeBefore, 1U << 20);
         ASSERT_LT(freeBefore, 1U << 30) << root << " is too large to be a scratch drive";
     }
-    std::uint64_t FreeBytes() const { return std::filesystem::space(root).available; }
+    std::uint64_t FreeBytes() const {
+        std::uint64_t free = 0, total = 0;
+        EXPECT_FALSE(Failed(platform::ReadDriveSpace(root, free, total)));
+        return free;
+    }
     void ChooseDrive(const std::string& title) const {
         HWND chooser = Window(title);
         Choose(chooser, "lstDrives", root.substr(0, 2));
