@@ -7,9 +7,13 @@
 #include "platform/Folders.h"
 #include "platform/System.h"
 
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
+#include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace fake {
 

@@ -4,6 +4,11 @@
 
 #include "ui/Interface.h"
 
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
 namespace fake {
 
 /// A message box that was shown.
