@@ -2,6 +2,7 @@
 #include "fakes/FakeDisk.h"
 
 #include <algorithm>
+#include <climits>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -79,13 +80,19 @@ Fault OnDrive(const char* call, const std::string& root, Work work) {
 
 std::string CaseOf(const std::string& text, wint_t (*change)(wint_t)) {
     [[maybe_unused]] static const char* const unicode = std::setlocale(LC_CTYPE, "C.UTF-8");
-    std::wstring points(text.size() + 1, L'\0');
-    if (std::mbstowcs(points.data(), text.c_str(), points.size()) > text.size())
-        return text; // not UTF-8
-    for (wchar_t& point : points)
-        point = static_cast<wchar_t>(change(static_cast<wint_t>(point)));
-    std::string result(4 * points.size(), '\0');
-    result.resize(std::wcstombs(result.data(), points.c_str(), result.size()));
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        wchar_t point = 0;
+        char bytes[MB_LEN_MAX];
+        const int size = std::mbtowc(&point, &text[i], text.size() - i);
+        if (size <= 0) // a zero, or not UTF-8: as it is
+            result += text[i++];
+        else {
+            const auto changed = static_cast<wchar_t>(change(static_cast<wint_t>(point)));
+            result.append(bytes, static_cast<std::size_t>(std::wctomb(bytes, changed)));
+            i += static_cast<std::size_t>(size);
+        }
+    }
     return result;
 }
 } // namespace
