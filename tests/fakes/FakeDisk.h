@@ -24,9 +24,6 @@ void Add(Node& folder, const std::shared_ptr<Node>& node);
 std::shared_ptr<Node> Add(Node& folder, const std::string& name, bool isFolder);
 void Drop(Node& folder, const Node& item);
 
-extern double tick; ///< milliseconds
-/// Counts a call, lets the hooks look at it, and tells the fault it is to have.
-platform::Fault Begin(const char* call, const std::string& path);
 /// As Find, for what must be there.
 Place FindItem(const std::string& path, bool followLast);
 /// A call on an item that must be there; `work` is done when nothing is in the way.

@@ -1,17 +1,12 @@
-// The platform calls over the fake drives, and the faults that tests order.
+// The calls on files over the fake drives.
 #include "fakes/FakeDisk.h"
 
-#include <cmath>
 #include <cstring>
 
 namespace fake {
 
 using platform::Fault;
 
-double tick, secondsSinceMidnight;
-std::string programFolder, applicationData, currentFolder;
-platform::NumberFormat numberFormat;
-std::vector<std::string> commandLine, linksOpened;
 Fault auxiliaryLibrary;
 
 namespace {
@@ -25,30 +20,8 @@ struct Handle {
 
 std::map<std::uintptr_t, Handle> handles;
 std::uintptr_t nextHandle = 1;
-std::unordered_map<std::string, std::int64_t> made; ///< by name; "" counts all
-struct {
-    std::int64_t Left = 0; ///< calls until it is time
-    Fault What = Fault::None;
-    std::string Call, Failed;
-} order;
-std::vector<std::pair<std::string, std::function<Fault(const std::string&)>>> hooks;
 
 } // namespace
-
-Fault Begin(const char* call, const std::string& path) {
-    ++made[""];
-    ++made[call];
-    for (std::size_t i = 0; i < hooks.size(); ++i) {
-        const auto [which, hook] = hooks[i]; // a copy: the hook may add others
-        if (const Fault fault = which.empty() || which == call ? hook(path) : Fault::None;
-            Failed(fault))
-            return fault;
-    }
-    if (order.Left == 0 || !(order.Call.empty() || order.Call == call) || --order.Left > 0)
-        return Fault::None;
-    order.Failed = call;
-    return order.What;
-}
 
 std::uint32_t AttributesOf(const Node& node) {
     return node.Attributes | (node.Folder ? platform::AttributeFolder : 0u) |
@@ -108,57 +81,17 @@ Fault OnOpen(const char* call, platform::File file, Work work) {
 } // namespace
 
 void Reset() {
+    ResetMachine();
     drives.clear();
     handles.clear();
-    hooks.clear();
     journal.clear();
-    made.clear();
-    order = {};
-    commandLine.clear();
-    linksOpened.clear();
     auxiliaryLibrary = Fault::None;
-    tick = 1'000'000;
-    secondsSinceMidnight = 43200;
-    numberFormat = {};
-    programFolder = currentFolder = "C:\\Program Files\\Nullwright";
-    applicationData = "C:\\Users\\me\\AppData\\Roaming";
     AddDrive('C', 64ULL << 30);
     PutFolder(applicationData);
 }
 
 int OpenHandles() {
     return static_cast<int>(handles.size());
-}
-
-void FailNth(std::int64_t n, Fault fault, const std::string& call) {
-    order = {n, fault, call, ""};
-}
-
-std::string FailedCall() {
-    return order.Failed;
-}
-
-bool HasFailed() {
-    order.Left = 0;
-    return !order.Failed.empty();
-}
-
-std::int64_t CallsMade(const std::string& call) {
-    return made[call];
-}
-
-void OnCall(const std::string& call, std::function<Fault(const std::string&)> hook) {
-    hooks.emplace_back(call, std::move(hook));
-}
-
-void FailAlways(const std::string& call, const std::string& end, Fault fault) {
-    OnCall(call,
-           [=](const std::string& path) { return path.ends_with(end) ? fault : Fault::None; });
-}
-
-void Advance(double milliseconds) {
-    tick += milliseconds;
-    secondsSinceMidnight = std::fmod(secondsSinceMidnight + milliseconds / 1000, 86400);
 }
 
 } // namespace fake

@@ -80,6 +80,8 @@ struct Event {
 /// Everything as at the beginning: drive C: (fixed, NTFS, 64 GiB, clusters of 4096), the
 /// application-data folder, no program folder, an empty journal, no faults, clock at noon.
 void Reset();
+/// The same without the drives, for tests over another back end for files.
+void ResetMachine();
 
 extern std::map<char, Drive> drives; ///< by upper-case letter
 Drive& AddDrive(char letter, std::uint64_t capacity, std::uint32_t cluster = 4096,
@@ -110,6 +112,9 @@ int OpenHandles();
 
 // Calls are named as the functions of platform: "WriteBytes"; "" means all of them.
 
+/// For a back end: counts a call, lets the hooks look at it, and tells the fault it is to have.
+platform::Fault Begin(const char* call, const std::string& path);
+void ResetOrders();
 /// The n-th call from now on (1 = the next) fails with this fault; a write that fails so has
 /// written half of its bytes. One such order at a time. The auxiliary library's functions then
 /// return −1.
@@ -126,8 +131,12 @@ void FailAlways(const std::string& call, const std::string& end, platform::Fault
 /// A hook may change the disk.
 void OnCall(const std::string& call, std::function<platform::Fault(const std::string& path)> hook);
 
+extern double tick; ///< milliseconds
 /// Moves the clock on.
 void Advance(double milliseconds);
+/// The clock is the computer's own, for what is measured, and for work on several threads; Reset
+/// takes that back. Dates and times in texts stay as they are.
+extern bool blnRealClock;
 extern double secondsSinceMidnight; ///< 43200; wraps at midnight
 extern platform::NumberFormat numberFormat;
 extern std::string programFolder;   ///< "C:\Program Files\Nullwright"

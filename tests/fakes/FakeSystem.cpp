@@ -1,83 +1,48 @@
-// Folders, drives, clock, settings and the auxiliary library of the fake platform.
-#include "fakes/FakeDisk.h"
+// Clock, settings, letters and well-known folders of the fakes. Knows no drives: it is linked with
+// other back ends for files, too.
+#include "fakes/FakePlatform.h"
 
-#include <algorithm>
+#include <chrono>
 #include <climits>
 #include <clocale>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cwctype>
+
+namespace fake {
+
+double tick, secondsSinceMidnight;
+std::string programFolder, applicationData, currentFolder;
+platform::NumberFormat numberFormat;
+std::vector<std::string> commandLine, linksOpened;
+
+bool blnRealClock;
+
+void ResetMachine() {
+    ResetOrders();
+    blnRealClock = false;
+    commandLine.clear();
+    linksOpened.clear();
+    tick = 1'000'000;
+    secondsSinceMidnight = 43200;
+    numberFormat = {};
+    programFolder = currentFolder = "C:\\Program Files\\Nullwright";
+    applicationData = "C:\\Users\\me\\AppData\\Roaming";
+}
+
+void Advance(double milliseconds) {
+    tick += milliseconds;
+    secondsSinceMidnight = std::fmod(secondsSinceMidnight + milliseconds / 1000, 86400);
+}
+
+} // namespace fake
 
 namespace platform {
 
 using namespace fake;
 
-Fault EnumerateFolder(const std::string& folder,
-                      const std::function<bool(const FolderEntry&)>& visit) {
-    const Fault ordered = Begin(__func__, folder);
-    const Place place = FindItem(folder, true);
-    if (Failed(place.Trouble) || !place.Item->Folder)
-        return Failed(place.Trouble) ? place.Trouble : Fault::NotFound;
-    if (place.Item->Denied)
-        return Fault::AccessDenied;
-    const auto children = place.Item->Children; // a visitor may delete what it meets
-    const std::size_t count = Failed(ordered) ? children.size() / 2 : children.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        const Node& node = *children[i];
-        if (!visit({node.Name, AttributesOf(node), node.Data.Length(), node.Folder,
-                    !node.LinkTarget.empty()}))
-            return Fault::None;
-    }
-    return ordered;
-}
-
-Fault MakeFolder(const std::string& path) {
-    if (const Fault fault = Begin(__func__, path); Failed(fault))
-        return fault;
-    const Place place = Find(path, false);
-    if (Failed(place.Trouble) || place.Item)
-        return Failed(place.Trouble) ? place.Trouble : Fault::AlreadyExists;
-    const Fault fault = MayWrite(*place.Disk, *place.Folder);
-    if (!Failed(fault)) {
-        Add(*place.Folder, place.Name, true);
-        Journal("make folder", place.Path);
-    }
-    return fault;
-}
-
-Fault RemoveFolder(const std::string& path) {
-    return OnItem(__func__, path, false, [](const Place& place) {
-        const Node& node = *place.Item;
-        if (const Fault fault = MayWrite(*place.Disk, node); Failed(fault))
-            return fault;
-        if (!node.Folder || !place.Folder || (node.Attributes & AttributeReadOnly) != 0)
-            return Fault::AccessDenied;
-        if (node.LinkTarget.empty() && !node.Children.empty())
-            return Fault::NotEmpty;
-        Drop(*place.Folder, node);
-        Journal("remove folder", place.Path);
-        return Fault::None;
-    });
-}
-
-bool FolderExists(const std::string& path) {
-    const Place place = FindItem(path, false);
-    return !Failed(place.Trouble) && place.Item->Folder;
-}
-
 namespace {
-/// A call on a drive of a root path that has a medium.
-template<typename Work>
-Fault OnDrive(const char* call, const std::string& root, Work work) {
-    if (const Fault fault = Begin(call, root); Failed(fault))
-        return fault;
-    const Drive* drive = DriveOf(root);
-    if (drive == nullptr || !drive->MediaPresent)
-        return drive == nullptr ? Fault::NotFound : Fault::NotReady;
-    work(*drive);
-    return Fault::None;
-}
-
 std::string CaseOf(const std::string& text, wint_t (*change)(wint_t)) {
     [[maybe_unused]] static const char* const unicode = std::setlocale(LC_CTYPE, "C.UTF-8");
     std::string result;
@@ -96,45 +61,6 @@ std::string CaseOf(const std::string& text, wint_t (*change)(wint_t)) {
     return result;
 }
 } // namespace
-
-std::string DriveLetters() {
-    std::string letters;
-    for (const auto& drive : drives)
-        letters += drive.first;
-    return letters;
-}
-
-DriveType TypeOfDrive(const std::string& root) {
-    const Drive* drive = DriveOf(root);
-    return drive == nullptr ? DriveType::NoRoot : drive->Type;
-}
-
-Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
-    return OnDrive(__func__, root, [&](const Drive& drive) {
-        facts = {drive.BytesPerSector, drive.SectorsPerCluster, drive.Free() / drive.Cluster(),
-                 drive.Capacity / drive.Cluster()};
-    });
-}
-
-Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
-    return OnDrive(__func__, root, [&](const Drive& drive) {
-        freeBytes = std::min(drive.Free(), drive.Quota);
-        totalBytes = drive.Capacity;
-    });
-}
-
-Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
-    return OnDrive(__func__, root, [&](const Drive& drive) {
-        facts = {drive.Label, drive.FileSystem, drive.ReadOnly};
-    });
-}
-
-Fault FlushRecords(const std::string& folder) {
-    const Fault fault = Begin(__func__, folder);
-    if (!Failed(fault))
-        Journal("flush", folder);
-    return fault;
-}
 
 Fault ReadApplicationDataFolder(std::string& folder) {
     const Fault fault = Begin(__func__, "");
@@ -155,26 +81,23 @@ std::vector<std::string> CommandLineArguments() {
     return commandLine;
 }
 
-Fault ChangeCurrentFolder(const std::string& folder) {
-    if (const Fault fault = Begin(__func__, folder); Failed(fault))
-        return fault;
-    const bool onThisDrive = folder.starts_with('\\') && currentFolder.size() > 1;
-    const Place place = FindItem(onThisDrive ? currentFolder.substr(0, 2) + folder : folder, true);
-    if (!Failed(place.Trouble))
-        currentFolder = place.Path;
-    return place.Trouble;
-}
-
 std::string FullPath(const std::string& path) {
     const bool isFull = path.starts_with("\\\\") || (path.size() > 1 && path[1] == ':');
     return isFull ? path : currentFolder + (currentFolder.ends_with('\\') ? "" : "\\") + path;
 }
 
 std::uint64_t TickCount() {
+    using namespace std::chrono;
+    if (blnRealClock)
+        return static_cast<std::uint64_t>(
+            duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
     return static_cast<std::uint64_t>(tick);
 }
 
 double SecondsSinceMidnight() {
+    using namespace std::chrono;
+    if (blnRealClock) // of the world's day
+        return std::fmod(duration<double>(system_clock::now().time_since_epoch()).count(), 86400);
     return secondsSinceMidnight;
 }
 
@@ -207,39 +130,6 @@ Fault OpenLink(const std::string& target) {
     if (!Failed(fault))
         linksOpened.push_back(target);
     return fault;
-}
-
-Fault LoadAuxiliaryLibrary() {
-    const Fault fault = Begin(__func__, "");
-    return Failed(fault) ? fault : auxiliaryLibrary;
-}
-
-namespace {
-/// 0 or −1, as the library answers. It must have been loaded.
-std::int32_t InLibrary(const char* call, const std::string& path,
-                       const std::function<Fault(const Place&)>& work) {
-    const Fault fault = OnItem(call, path, true, [&](const Place& place) {
-        const bool loaded = CallsMade("LoadAuxiliaryLibrary") > 0 && !Failed(auxiliaryLibrary);
-        const Fault refusal = loaded ? MayChange(place, false) : Fault::NotSupported;
-        return Failed(refusal) ? refusal : work(place);
-    });
-    return Failed(fault) ? -1 : 0;
-}
-} // namespace
-
-std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength) {
-    return InLibrary(__func__, path, [&](const Place& place) {
-        return newLength == -1  ? Fault::None
-               : newLength < -1 ? Fault::Other
-                                : SetLength(place, static_cast<std::uint64_t>(newLength));
-    });
-}
-
-std::int32_t AuxiliaryFlushFile(const std::string& path) {
-    return InLibrary(__func__, path, [](const Place& place) {
-        Journal("flush", place.Path);
-        return Fault::None;
-    });
 }
 
 } // namespace platform

@@ -4,11 +4,15 @@
 #include "fakes/FakePlatform.h"
 
 #include <algorithm>
+#include <atomic>
+#include <condition_variable>
 #include <deque>
 #include <gtest/gtest.h>
 #include <map>
+#include <mutex>
 #include <set>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace fake {
@@ -25,8 +29,10 @@ struct {
     std::vector<std::pair<std::function<bool()>, Action>> During;
     std::set<ui::Form*> Forms; ///< all that were ever shown
     std::map<ui::Timer*, std::uint64_t> Due;
-    bool InsideStep = false;
 } script;
+
+thread_local bool blnInsideStep = false;
+bool blnThreadBusy = false;
 
 /// Runs an action of the script; what it left waiting goes before what waited already.
 void Perform(const Action& action) {
@@ -72,7 +78,7 @@ Step Take(const std::string& what, const std::string& title, const std::string& 
 }
 
 void NotInsideStep(const char* what) {
-    if (script.InsideStep)
+    if (blnInsideStep)
         ADD_FAILURE() << "ui::" << what << " was called inside a step of RunSteps.";
 }
 
@@ -126,6 +132,7 @@ void ScriptedUser::Reset() {
         form->Visible = false;
     *this = {};
     script = {};
+    blnThreadBusy = false;
 }
 
 } // namespace fake
@@ -208,15 +215,48 @@ void OnKeyReleased(std::function<void(int)> handler) {
     user.KeyHandler = std::move(handler);
 }
 
-void RunSteps(Effort /*effort*/, const std::function<bool()>& step,
-              const std::function<bool()>& poll) {
+namespace {
+bool RunStep(const std::function<bool()>& step) {
+    blnInsideStep = true;
+    const bool more = step();
+    blnInsideStep = false;
+    return more;
+}
+
+/// As the product does it: the steps follow one another on a thread of their own.
+void RunStepsOnThread(const std::function<bool()>& step, const std::function<bool()>& poll) {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool done = false;
+    std::atomic<bool> cancelled = false;
+    const std::jthread worker([&] {
+        while (!cancelled && RunStep(step)) {
+        }
+        const std::scoped_lock lock(mutex);
+        done = true;
+        changed.notify_one();
+    });
+    std::unique_lock lock(mutex);
+    while (!changed.wait_for(lock, std::chrono::milliseconds(15), [&] { return done; })) {
+        lock.unlock();
+        Pump();
+        if (poll && !poll())
+            cancelled = true;
+        lock.lock();
+    }
+}
+} // namespace
+
+void RunSteps(Effort effort, const std::function<bool()>& step, const std::function<bool()>& poll) {
     NotInsideStep("RunSteps");
-    for (;;) {
-        script.InsideStep = true;
-        const bool more = step();
-        script.InsideStep = false;
-        if (!more)
-            return;
+    // A handler that runs while the thread is busy has its work done here.
+    if (user.RealThreads && effort == Effort::Long && !blnThreadBusy) {
+        blnThreadBusy = true;
+        RunStepsOnThread(step, poll);
+        blnThreadBusy = false;
+        return;
+    }
+    while (RunStep(step)) {
         Pump();
         if (poll && !poll())
             return;

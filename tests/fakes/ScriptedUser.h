@@ -86,6 +86,10 @@ struct ScriptedUser {
     /// at every call). Unset: such a box fails the test. An answer without a button is Cancel.
     std::function<int(const BoxSeen& box)> AnswerOthers;
 
+    /// RunSteps does long work on a thread, as the product does. For tests over a back end that can
+    /// be called from there; the fake drives cannot.
+    bool RealThreads = false;
+
     std::vector<BoxSeen> Boxes;    ///< all that were shown
     std::vector<ui::Form*> Modals; ///< shown modally just now, the last on top
     std::string Clipboard;

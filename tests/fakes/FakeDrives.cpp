@@ -1,0 +1,159 @@
+// Folders, drives, the current folder and the auxiliary library of the fake platform.
+#include "fakes/FakeDisk.h"
+
+#include <algorithm>
+
+namespace platform {
+
+using namespace fake;
+
+Fault EnumerateFolder(const std::string& folder,
+                      const std::function<bool(const FolderEntry&)>& visit) {
+    const Fault ordered = Begin(__func__, folder);
+    const Place place = FindItem(folder, true);
+    if (Failed(place.Trouble) || !place.Item->Folder)
+        return Failed(place.Trouble) ? place.Trouble : Fault::NotFound;
+    if (place.Item->Denied)
+        return Fault::AccessDenied;
+    const auto children = place.Item->Children; // a visitor may delete what it meets
+    const std::size_t count = Failed(ordered) ? children.size() / 2 : children.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const Node& node = *children[i];
+        if (!visit({node.Name, AttributesOf(node), node.Data.Length(), node.Folder,
+                    !node.LinkTarget.empty()}))
+            return Fault::None;
+    }
+    return ordered;
+}
+
+Fault MakeFolder(const std::string& path) {
+    if (const Fault fault = Begin(__func__, path); Failed(fault))
+        return fault;
+    const Place place = Find(path, false);
+    if (Failed(place.Trouble) || place.Item)
+        return Failed(place.Trouble) ? place.Trouble : Fault::AlreadyExists;
+    const Fault fault = MayWrite(*place.Disk, *place.Folder);
+    if (!Failed(fault)) {
+        Add(*place.Folder, place.Name, true);
+        Journal("make folder", place.Path);
+    }
+    return fault;
+}
+
+Fault RemoveFolder(const std::string& path) {
+    return OnItem(__func__, path, false, [](const Place& place) {
+        const Node& node = *place.Item;
+        if (const Fault fault = MayWrite(*place.Disk, node); Failed(fault))
+            return fault;
+        if (!node.Folder || !place.Folder || (node.Attributes & AttributeReadOnly) != 0)
+            return Fault::AccessDenied;
+        if (node.LinkTarget.empty() && !node.Children.empty())
+            return Fault::NotEmpty;
+        Drop(*place.Folder, node);
+        Journal("remove folder", place.Path);
+        return Fault::None;
+    });
+}
+
+bool FolderExists(const std::string& path) {
+    const Place place = FindItem(path, false);
+    return !Failed(place.Trouble) && place.Item->Folder;
+}
+
+namespace {
+/// A call on a drive of a root path that has a medium.
+template<typename Work>
+Fault OnDrive(const char* call, const std::string& root, Work work) {
+    if (const Fault fault = Begin(call, root); Failed(fault))
+        return fault;
+    const Drive* drive = DriveOf(root);
+    if (drive == nullptr || !drive->MediaPresent)
+        return drive == nullptr ? Fault::NotFound : Fault::NotReady;
+    work(*drive);
+    return Fault::None;
+}
+} // namespace
+
+std::string DriveLetters() {
+    std::string letters;
+    for (const auto& drive : drives)
+        letters += drive.first;
+    return letters;
+}
+
+DriveType TypeOfDrive(const std::string& root) {
+    const Drive* drive = DriveOf(root);
+    return drive == nullptr ? DriveType::NoRoot : drive->Type;
+}
+
+Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
+    return OnDrive(__func__, root, [&](const Drive& drive) {
+        facts = {drive.BytesPerSector, drive.SectorsPerCluster, drive.Free() / drive.Cluster(),
+                 drive.Capacity / drive.Cluster()};
+    });
+}
+
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
+    return OnDrive(__func__, root, [&](const Drive& drive) {
+        freeBytes = std::min(drive.Free(), drive.Quota);
+        totalBytes = drive.Capacity;
+    });
+}
+
+Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
+    return OnDrive(__func__, root, [&](const Drive& drive) {
+        facts = {drive.Label, drive.FileSystem, drive.ReadOnly};
+    });
+}
+
+Fault FlushRecords(const std::string& folder) {
+    const Fault fault = Begin(__func__, folder);
+    if (!Failed(fault))
+        Journal("flush", folder);
+    return fault;
+}
+
+Fault ChangeCurrentFolder(const std::string& folder) {
+    if (const Fault fault = Begin(__func__, folder); Failed(fault))
+        return fault;
+    const bool onThisDrive = folder.starts_with('\\') && currentFolder.size() > 1;
+    const Place place = FindItem(onThisDrive ? currentFolder.substr(0, 2) + folder : folder, true);
+    if (!Failed(place.Trouble))
+        currentFolder = place.Path;
+    return place.Trouble;
+}
+
+Fault LoadAuxiliaryLibrary() {
+    const Fault fault = Begin(__func__, "");
+    return Failed(fault) ? fault : auxiliaryLibrary;
+}
+
+namespace {
+/// 0 or −1, as the library answers. It must have been loaded.
+std::int32_t InLibrary(const char* call, const std::string& path,
+                       const std::function<Fault(const Place&)>& work) {
+    const Fault fault = OnItem(call, path, true, [&](const Place& place) {
+        const bool loaded = CallsMade("LoadAuxiliaryLibrary") > 0 && !Failed(auxiliaryLibrary);
+        const Fault refusal = loaded ? MayChange(place, false) : Fault::NotSupported;
+        return Failed(refusal) ? refusal : work(place);
+    });
+    return Failed(fault) ? -1 : 0;
+}
+} // namespace
+
+std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength) {
+    return InLibrary(__func__, path, [&](const Place& place) {
+        return newLength == -1  ? Fault::None
+               : newLength < -1 ? Fault::Other
+                                : SetLength(place, static_cast<std::uint64_t>(newLength));
+    });
+}
+
+std::int32_t AuxiliaryFlushFile(const std::string& path) {
+    return InLibrary(__func__, path, [](const Place& place) {
+        Journal("flush", place.Path);
+        return Fault::None;
+    });
+}
+
+} // namespace platform
