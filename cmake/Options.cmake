@@ -1,5 +1,6 @@
 # Compiler and linker options that every target of the project shares.
 option(NW_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(NW_SANITIZE_THREADS "Build with the thread sanitizer" OFF)
 option(NW_FUZZ "Build the fuzzers (clang only)" OFF)
 
 # The walks call themselves for each level of a folder tree, of which a path can have more than
@@ -49,6 +50,11 @@ if(NW_SANITIZE)
     target_compile_options(nw_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(nw_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+if(NW_SANITIZE_THREADS)
+    target_compile_options(nw_options INTERFACE -fsanitize=thread)
+    target_link_options(nw_options INTERFACE -fsanitize=thread)
 endif()
 
 if(NW_FUZZ)

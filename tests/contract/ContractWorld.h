@@ -1,7 +1,8 @@
 // What the contract tests need from the world around the platform seam. The cases in this folder
-// run natively over the fake (FakeWorld.cpp) and as nullwright_contract.exe over Windows or Wine
-// (../windows/WineWorld.cpp). That works in NW_TEST_FOLDER, by default the user's folder for
-// temporary files, and fills NW_SMALL_DRIVE ("T:\"), of at most 64 MiB, where that is set.
+// run natively over the fake (FakeWorld.cpp) and over POSIX files (../posix/PosixWorld.cpp), and as
+// nullwright_contract.exe over Windows or Wine (../windows/WineWorld.cpp). The two on a real disk
+// work in NW_TEST_FOLDER, by default the user's folder for temporary files; the last fills
+// NW_SMALL_DRIVE ("T:\"), of at most 64 MiB, where that is set.
 #pragma once
 
 #include "platform/Files.h"

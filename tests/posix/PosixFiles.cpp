@@ -1,0 +1,360 @@
+// Files: opening, reading, writing, attributes, deletion, and what the auxiliary library does.
+#include "posix/Posix.h"
+
+#include "platform/Files.h"
+#include "platform/System.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <map>
+#include <mutex>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace posix {
+
+using namespace platform;
+
+namespace {
+
+/// How a file is open just now; by device and number of the file.
+struct Sharing {
+    int Handles = 0;
+    bool Writing = false, Held = false;
+};
+using Identity = std::pair<dev_t, ino_t>;
+struct Opened {
+    Identity File;
+    bool Writes = false;
+};
+std::mutex mutex; ///< guards the two below
+std::map<Identity, Sharing> sharing;
+std::map<int, Opened> handles;
+
+constexpr mode_t bitsWritable = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr std::pair<std::uint32_t, mode_t> bitsOfAttributes[] = {
+    {AttributeArchive, S_IXUSR}, {AttributeSystem, S_IXGRP}, {AttributeHidden, S_IXOTH}};
+
+int Descriptor(File file) {
+    return static_cast<int>(file.Handle) - 1;
+}
+
+Identity IdentityOf(const struct stat& known) {
+    return {known.st_dev, known.st_ino};
+}
+
+bool IsReadOnly(const struct stat& known) {
+    return !S_ISLNK(known.st_mode) && (known.st_mode & S_IWUSR) == 0;
+}
+
+/// What is open, as whoever wants it all to himself asks.
+bool IsOpen(const struct stat& known) {
+    const std::scoped_lock lock(mutex);
+    return sharing.contains(IdentityOf(known));
+}
+
+/// Notes an opened file; SharingViolation when others do not allow it.
+Fault Share(int descriptor, const struct stat& known, bool writes) {
+    const std::scoped_lock lock(mutex);
+    Sharing& shared = sharing[IdentityOf(known)];
+    if (shared.Held || (writes && shared.Writing))
+        return Fault::SharingViolation;
+    ++shared.Handles;
+    shared.Writing = shared.Writing || writes;
+    handles[descriptor] = {IdentityOf(known), writes};
+    return Fault::None;
+}
+
+void EndSharing(int descriptor) {
+    const std::scoped_lock lock(mutex);
+    const Opened opened = handles.at(descriptor);
+    handles.erase(descriptor);
+    Sharing& shared = sharing.at(opened.File);
+    shared.Writing = shared.Writing && !opened.Writes;
+    if (--shared.Handles == 0)
+        sharing.erase(opened.File);
+}
+
+int FlagsOf(Access access) {
+    return access == Access::Read        ? O_RDONLY
+           : access == Access::Change    ? O_RDWR
+           : access == Access::CreateNew ? O_RDWR | O_CREAT | O_EXCL
+                                         : O_RDWR | O_CREAT;
+}
+
+Fault OpenAt(int folder, const char* name, Access access, File& file) {
+    // Without waiting: a pipe would have us wait for its other end.
+    const int flags = FlagsOf(access) | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+    const int descriptor = openat(folder, name, flags, 0744);
+    if (descriptor < 0)
+        return LastFault();
+    struct stat known;
+    const bool writes = access != Access::Read;
+    Fault fault = fstat(descriptor, &known) != 0 ? LastFault() : Fault::None;
+    if (!Failed(fault) && (!S_ISREG(known.st_mode) || (writes && IsReadOnly(known))))
+        fault = Fault::AccessDenied;
+    if (!Failed(fault))
+        fault = Share(descriptor, known, writes);
+    if (!Failed(fault) && access == Access::Replace && ftruncate(descriptor, 0) != 0) {
+        fault = LastFault();
+        EndSharing(descriptor);
+    }
+    if (Failed(fault))
+        close(descriptor);
+    else
+        file.Handle = static_cast<std::uintptr_t>(descriptor) + 1;
+    return fault;
+}
+
+Fault Close(File& file) {
+    const int descriptor = Descriptor(file);
+    file.Handle = 0;
+    EndSharing(descriptor); // before another thread can get the number again
+    return close(descriptor) == 0 ? Fault::None : LastFault();
+}
+
+/// A call that tells, done by `work`, 0 or negative, when no order is in the way.
+template<typename Work>
+Fault OnOpen(const char* call, Work work) {
+    const Fault fault = Start(call, "");
+    return Failed(fault) || work() >= 0 ? fault : LastFault();
+}
+
+} // namespace
+
+std::uint32_t AttributesOf(const struct stat& known, int folder, const char* name) {
+    std::uint32_t attributes = 0;
+    struct stat target;
+    if (S_ISLNK(known.st_mode))
+        return AttributeReparsePoint |
+               (fstatat(folder, name, &target, 0) == 0 && S_ISDIR(target.st_mode) ? AttributeFolder
+                                                                                  : 0u);
+    if (IsReadOnly(known))
+        attributes |= AttributeReadOnly;
+    if (S_ISDIR(known.st_mode))
+        return attributes | AttributeFolder;
+    for (const auto& [attribute, bit] : bitsOfAttributes)
+        attributes |= (known.st_mode & bit) != 0 ? attribute : 0u;
+    return attributes;
+}
+
+void Hold(const std::string& path) {
+    (void)OnStat(nullptr, path, [](const struct stat& known, int, const char*) {
+        const std::scoped_lock lock(mutex);
+        sharing[IdentityOf(known)].Held = true;
+        return Fault::None;
+    });
+}
+
+void LetGo() {
+    const std::scoped_lock lock(mutex);
+    std::erase_if(sharing, [](const auto& item) { return item.second.Held; });
+}
+
+int OpenHandles() {
+    const std::scoped_lock lock(mutex);
+    return static_cast<int>(handles.size());
+}
+
+} // namespace posix
+
+namespace platform {
+
+using namespace posix;
+
+Fault OpenFile(const std::string& path, Access access, File& file) {
+    const bool makes = access == Access::CreateNew || access == Access::Replace;
+    return At(__func__, path, makes,
+              [&](int folder, const char* name) { return OpenAt(folder, name, access, file); });
+}
+
+Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
+    if (const Fault fault = Start(__func__, ""); Failed(fault))
+        return fault;
+    std::size_t total = 0;
+    for (ssize_t count = 1; total < size && count > 0; total += static_cast<std::size_t>(count))
+        if (count = ::read(Descriptor(file), static_cast<char*>(data) + total, size - total);
+            count < 0)
+            return errno == EIO ? Fault::ReadFault : LastFault();
+    read = total;
+    return Fault::None;
+}
+
+Fault WriteBytes(File file, const void* data, std::size_t size) {
+    const Fault ordered = Start(__func__, "");
+    const auto* bytes = static_cast<const char*>(data);
+    for (std::size_t left = Failed(ordered) ? size / 2 : size; left > 0;) {
+        const ssize_t count = write(Descriptor(file), bytes, left);
+        if (count < 0)
+            return LastFault();
+        bytes += count;
+        left -= static_cast<std::size_t>(count);
+    }
+    return ordered;
+}
+
+Fault SeekTo(File file, std::uint64_t position) {
+    return OnOpen(__func__, [&] {
+        return lseek(Descriptor(file), static_cast<off_t>(position), SEEK_SET) < 0 ? -1 : 0;
+    });
+}
+
+namespace {
+Fault Ask(const char* call, File file, struct stat& known) {
+    return OnOpen(call, [&] { return fstat(Descriptor(file), &known); });
+}
+} // namespace
+
+Fault ReadLength(File file, std::uint64_t& length) {
+    struct stat known;
+    const Fault fault = Ask(__func__, file, known);
+    length = Failed(fault) ? length : static_cast<std::uint64_t>(known.st_size);
+    return fault;
+}
+
+Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
+    struct stat known;
+    const Fault fault = Ask(__func__, file, known);
+    hardLinks = Failed(fault) ? hardLinks : static_cast<std::uint32_t>(known.st_nlink);
+    return fault;
+}
+
+Fault ChangeLength(File file, std::uint64_t length) {
+    return OnOpen(__func__,
+                  [&] { return ftruncate(Descriptor(file), static_cast<off_t>(length)); });
+}
+
+Fault FlushBytes(File file) {
+    return OnOpen(__func__, [&] { return fdatasync(Descriptor(file)); });
+}
+
+Fault CloseFile(File& file) {
+    const Fault fault = Close(file);
+    const Fault ordered = Start(__func__, "");
+    return Failed(fault) ? fault : ordered;
+}
+
+Fault ReadAttributes(const std::string& path, std::uint32_t& attributes, std::uint64_t* length) {
+    return OnStat(__func__, path, [&](const struct stat& known, int folder, const char* name) {
+        attributes = AttributesOf(known, folder, name);
+        if (length != nullptr)
+            *length = static_cast<std::uint64_t>(known.st_size);
+        return Fault::None;
+    });
+}
+
+Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
+    return OnStat(__func__, path, [&](const struct stat& known, int folder, const char* name) {
+        if (S_ISLNK(known.st_mode))
+            return Fault::NotSupported;
+        mode_t mode = known.st_mode & 0777 & ~bitsWritable;
+        mode |= (attributes & AttributeReadOnly) == 0 ? S_IWUSR : 0u;
+        for (const auto& [attribute, bit] : bitsOfAttributes)
+            if (S_ISREG(known.st_mode))
+                mode = (mode & ~bit) | ((attributes & attribute) != 0 ? bit : 0u);
+        return fchmodat(folder, name, mode, 0) != 0 ? LastFault() : Fault::None;
+    });
+}
+
+Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
+    std::uint32_t attributes = 0;
+    std::uint64_t known = 0;
+    const Fault fault = ReadAttributes(path, attributes, &known);
+    if (!Failed(fault) && (attributes & AttributeFolder) != 0)
+        return Fault::AccessDenied;
+    length = Failed(fault) ? length : known;
+    return fault;
+}
+
+Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
+    return OnStat(__func__, path, [&](const struct stat& known, int folder, const char* name) {
+        facts.Attributes = AttributesOf(known, folder, name);
+        facts.Length = static_cast<std::uint64_t>(known.st_size);
+        facts.HardLinks = static_cast<std::uint32_t>(known.st_nlink);
+        facts.IsLink = S_ISLNK(known.st_mode);
+        return Fault::None;
+    });
+}
+
+Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
+    const Fault fault = Start(__func__, path);
+    if (!Failed(fault))
+        streams.clear();
+    return fault;
+}
+
+namespace {
+/// Of a link to a file only the link goes, or gets another name.
+Fault MayRemove(const struct stat& known, int folder, const char* name) {
+    const std::uint32_t kept = AttributeFolder | AttributeReadOnly;
+    return (AttributesOf(known, folder, name) & kept) != 0 ? Fault::AccessDenied
+           : posix::IsOpen(known)                          ? Fault::SharingViolation
+                                                           : Fault::None;
+}
+} // namespace
+
+Fault RemoveFile(const std::string& path) {
+    return OnStat(__func__, path, [](const struct stat& known, int folder, const char* name) {
+        const Fault fault = MayRemove(known, folder, name);
+        if (Failed(fault))
+            return fault;
+        return unlinkat(folder, name, 0) != 0 ? LastFault() : Fault::None;
+    });
+}
+
+Fault RenameReplacing(const std::string& from, const std::string& to) {
+    return OnStat(__func__, from, [&](const struct stat& known, int folder, const char* name) {
+        if (const Fault fault = MayRemove(known, folder, name); Failed(fault))
+            return fault;
+        return At(nullptr, to, true, [&](int newFolder, const char* newName) {
+            struct stat replaced;
+            const bool there = fstatat(newFolder, newName, &replaced, AT_SYMLINK_NOFOLLOW) == 0;
+            const Fault fault = there ? MayRemove(replaced, newFolder, newName) : Fault::None;
+            if (Failed(fault))
+                return fault;
+            return renameat(folder, name, newFolder, newName) != 0 ? LastFault() : Fault::None;
+        });
+    });
+}
+
+bool FileExists(const std::string& path) {
+    std::uint32_t attributes = 0;
+    return !Failed(ReadAttributes(path, attributes)) && (attributes & AttributeFolder) == 0;
+}
+
+Fault LoadAuxiliaryLibrary() {
+    return Start(__func__, "");
+}
+
+namespace {
+/// 0 or −1, as the library answers.
+std::int32_t OnChangeable(const char* call, const std::string& path,
+                          const std::function<Fault(File file)>& work) {
+    File file;
+    const auto open = [&](int folder, const char* name) {
+        return OpenAt(folder, name, Access::Change, file);
+    };
+    if (Failed(At(call, path, false, open)))
+        return -1;
+    const Fault fault = work(file);
+    return Failed(Close(file)) || Failed(fault) ? -1 : 0;
+}
+} // namespace
+
+std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength) {
+    return OnChangeable(__func__, path, [&](File file) {
+        if (newLength < -1)
+            return Fault::Other;
+        return newLength >= 0 && ftruncate(Descriptor(file), newLength) != 0 ? LastFault()
+                                                                             : Fault::None;
+    });
+}
+
+std::int32_t AuxiliaryFlushFile(const std::string& path) {
+    return OnChangeable(__func__, path, [](File file) {
+        return fdatasync(Descriptor(file)) != 0 ? LastFault() : Fault::None;
+    });
+}
+
+} // namespace platform

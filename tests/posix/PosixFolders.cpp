@@ -1,0 +1,141 @@
+// Folders and drives.
+#include "posix/Posix.h"
+
+#include "platform/Drives.h"
+#include "platform/Files.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace platform {
+
+using namespace posix;
+
+Fault EnumerateFolder(const std::string& folder,
+                      const std::function<bool(const FolderEntry&)>& visit) {
+    if (const Fault fault = Start(__func__, folder); Failed(fault))
+        return fault;
+    const int opened = OpenFolder(folder, O_RDONLY);
+    DIR* list = opened < 0 ? nullptr : fdopendir(opened);
+    if (list == nullptr)
+        return LastFault();
+    const dirent* found = nullptr;
+    while (errno = 0, (found = readdir(list)) != nullptr) {
+        FolderEntry entry;
+        entry.Name = found->d_name;
+        struct stat known;
+        if (entry.Name == "." || entry.Name == ".." ||
+            fstatat(opened, found->d_name, &known, AT_SYMLINK_NOFOLLOW) != 0) // gone meanwhile
+            continue;
+        entry.Attributes = AttributesOf(known, opened, found->d_name);
+        entry.IsFolder = (entry.Attributes & AttributeFolder) != 0;
+        entry.IsLink = S_ISLNK(known.st_mode);
+        entry.Length = entry.IsFolder ? 0 : static_cast<std::uint64_t>(known.st_size);
+        if (!visit(entry))
+            break;
+    }
+    const Fault fault = found == nullptr && errno != 0 ? LastFault() : Fault::None;
+    closedir(list);
+    return fault;
+}
+
+Fault MakeFolder(const std::string& path) {
+    return At(__func__, path, true, [](int folder, const char* name) {
+        return mkdirat(folder, name, 0755) != 0 ? LastFault() : Fault::None;
+    });
+}
+
+Fault RemoveFolder(const std::string& path) {
+    return OnStat(__func__, path, [](const struct stat& known, int folder, const char* name) {
+        if (!S_ISLNK(known.st_mode) && (known.st_mode & S_IWUSR) == 0)
+            return Fault::AccessDenied;
+        const int how = S_ISLNK(known.st_mode) ? 0 : AT_REMOVEDIR;
+        return unlinkat(folder, name, how) != 0 ? LastFault() : Fault::None;
+    });
+}
+
+bool FolderExists(const std::string& path) {
+    const int folder = OpenFolder(path, O_PATH);
+    return folder >= 0 && close(folder) == 0;
+}
+
+Fault ChangeCurrentFolder(const std::string& folder) {
+    return Start(__func__, folder); // bare names mean nothing here
+}
+
+// ---- Drives ------------------------------------------------------------------------------------
+
+namespace {
+std::string RootOf(const std::string& text) {
+    return text.substr(0, 1) + ":\\";
+}
+
+Fault OnDrive(const char* call, const std::string& root, struct statvfs& known) {
+    if (const Fault fault = Start(call, root); Failed(fault))
+        return fault;
+    const int folder = OpenFolder(RootOf(root), O_PATH);
+    if (folder < 0)
+        return LastFault();
+    const Fault fault = fstatvfs(folder, &known) != 0 ? LastFault() : Fault::None;
+    close(folder);
+    return fault;
+}
+} // namespace
+
+std::string DriveLetters() {
+    std::string letters;
+    for (char letter = 'A'; letter <= 'Z'; ++letter)
+        if (FolderExists(RootOf(std::string(1, letter))))
+            letters += letter;
+    return letters;
+}
+
+DriveType TypeOfDrive(const std::string& root) {
+    return FolderExists(RootOf(root)) ? DriveType::Fixed : DriveType::NoRoot;
+}
+
+Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
+    struct statvfs known;
+    const Fault fault = OnDrive(__func__, root, known);
+    if (!Failed(fault))
+        facts = {512, static_cast<std::uint32_t>(known.f_frsize / 512), known.f_bavail,
+                 known.f_blocks};
+    return fault;
+}
+
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
+    ClusterFacts facts;
+    const Fault fault = ReadClusterFacts(root, facts);
+    if (!Failed(fault)) {
+        freeBytes = facts.FreeClusters * facts.SectorsPerCluster * 512;
+        totalBytes = facts.TotalClusters * facts.SectorsPerCluster * 512;
+    }
+    return fault;
+}
+
+Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
+    struct statvfs known;
+    const Fault fault = OnDrive(__func__, root, known);
+    if (!Failed(fault))
+        facts = {"", "POSIX", (known.f_flag & ST_RDONLY) != 0};
+    return fault;
+}
+
+Fault FlushRecords(const std::string& folder) {
+    if (const Fault fault = Start(__func__, folder); Failed(fault))
+        return fault;
+    const int opened = OpenFolder(folder, O_RDONLY);
+    if (opened < 0)
+        return LastFault();
+    const Fault fault = syncfs(opened) != 0 ? LastFault() : Fault::None;
+    close(opened);
+    return fault;
+}
+
+} // namespace platform

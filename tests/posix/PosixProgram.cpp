@@ -1,0 +1,41 @@
+// The program over the POSIX back end, as the tests and the benches run it.
+#include "posix/ScratchRoot.h"
+
+#include "fakes/FakePlatform.h"
+#include "fakes/ScriptedUser.h"
+#include "report/BatchDriver.h"
+#include "report/frmReport.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
+#include "shell/frmMain.h"
+#include "shell/Session.h"
+#include "shell/Startup.h"
+
+namespace posix {
+
+void BeginProgram(int passes) {
+    fake::ResetMachine();
+    fake::blnRealClock = true;
+    fake::user.Reset();
+    fake::user.RealThreads = true;
+    ResetSession();
+    LoadMainForm();
+    LoadReportForm();
+    Initialization();
+    InitializePurgeOptions();
+    blnShowPurgeWarning = false;
+    frmTypeOfPurge.cboNumberOfPasses[0].ListIndex = passes - 1;
+    ui::Show(frmReport);
+}
+
+std::string PurgeFolder(const std::string& folder) {
+    frmReport.strDirPath = folder + "\\";
+    frmReport.strFilespec = "*.*";
+    frmReport.blnPurgeFiles = true;
+    frmReport.lngNumFilesPurged = 0; // stays as it is when the run cannot begin
+    ResetReportWindow();
+    ProcessFiles();
+    return frmReport.txbText.Text;
+}
+
+} // namespace posix
