@@ -6,5 +6,7 @@
 
 /// The cluster size in bytes of a drive, by the user's choice, the cache, or the system.
 std::int32_t GetClusterSize(const std::string& strDriveLetter);
+/// The cluster size in bytes that the drive has, whatever was chosen: above 64 KiB too.
+std::int32_t GetRealClusterSize(const std::string& strDriveLetter);
 /// The number of passes chosen for the chosen purge type.
 std::int16_t GetNumberOfPasses();

@@ -22,6 +22,8 @@ constexpr std::int32_t lngClusterSizeUnknown = 4096;      ///< what most file sy
 
 /// Per drive letter; below 512: unknown.
 std::array<std::int32_t, 26> lngClusterSizes{};
+/// The same as the drives have them, above 64 KiB too; the user's choice does not touch them.
+std::array<std::int32_t, 26> lngRealClusterSizes{};
 
 // What the dialog is shown for.
 std::string strFolderShown;
@@ -203,6 +205,7 @@ void InitializePurgeOptions() {
     blnOKToPurgeSystemFiles = blnOKToPurgeSensitiveFiles = false;
     blnFolderNamesOnly = blnDeleteEmptyFolders = false;
     lngClusterSizes.fill(0);
+    lngRealClusterSizes.fill(0);
     f.cboClusterSize.Items = {{"512 bytes", 512}, {"1 KB", 1024},  {"2 KB", 2048},
                               {"4 KB", 4096},     {"8 KB", 8192},  {"16 KB", 16384},
                               {"32 KB", 32768},   {"64 KB", 65536}};
@@ -215,21 +218,31 @@ std::array<ui::CheckBox*, 7> PurgeOptionBoxes() {
             &f.chkDeleteEmptyFolders};
 }
 
-std::int32_t GetClusterSize(const std::string& strDriveLetter) {
-    const char chrDrive = strDriveLetter.empty() ? '\0' : strDriveLetter[0];
-    const char chrUpper =
-        static_cast<char>(chrDrive >= 'a' && chrDrive <= 'z' ? chrDrive - ('a' - 'A') : chrDrive);
+std::int32_t GetRealClusterSize(const std::string& strDriveLetter) {
+    const char chrDrive = DriveLetterOf(strDriveLetter + ":");
     // No drive has such a letter: a mistake of the caller. The usual size does no harm.
-    if (chrUpper < 'A' || chrUpper > 'Z')
+    if (chrDrive == '\0')
         return lngClusterSizeUnknown;
-    std::int32_t& lngCached = lngClusterSizes[static_cast<std::size_t>(chrUpper - 'A')];
+    std::int32_t& lngCached = lngRealClusterSizes[static_cast<std::size_t>(chrDrive - 'A')];
     if (lngCached >= lngLeastClusterSize)
         return lngCached;
     double dblFree = 0;
-    std::int32_t lngSize = GetClusterSizeAndFreeSpace(std::string(1, chrUpper) + ":\\", dblFree);
-    if (lngSize < 0)
-        lngSize = chrUpper <= 'B' ? lngClusterSizeUnknownFloppy : lngClusterSizeUnknown;
-    lngCached = std::min(lngSize, lngMaxClusterSize);
+    const std::int32_t lngSize =
+        GetClusterSizeAndFreeSpace(std::string(1, chrDrive) + ":\\", dblFree);
+    if (lngSize >= 0)
+        lngCached = lngSize;
+    return lngSize >= 0      ? lngSize
+           : chrDrive <= 'B' ? lngClusterSizeUnknownFloppy
+                             : lngClusterSizeUnknown;
+}
+
+std::int32_t GetClusterSize(const std::string& strDriveLetter) {
+    const char chrDrive = DriveLetterOf(strDriveLetter + ":");
+    if (chrDrive == '\0')
+        return lngClusterSizeUnknown;
+    std::int32_t& lngCached = lngClusterSizes[static_cast<std::size_t>(chrDrive - 'A')];
+    if (lngCached < lngLeastClusterSize)
+        lngCached = std::min(GetRealClusterSize(strDriveLetter), lngMaxClusterSize);
     return lngCached;
 }
 

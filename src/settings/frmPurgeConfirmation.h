@@ -38,6 +38,9 @@ std::array<ui::CheckBox*, 7> PurgeOptionBoxes();
 void InitializePurgeOptions();
 /// The cluster size of the drive in bytes, from the cache or the operating system.
 std::int32_t GetClusterSize(const std::string& strDriveLetter);
+/// The cluster size in bytes that the drive has, above 64 KiB too; the choice in the dialog does
+/// not count.
+std::int32_t GetRealClusterSize(const std::string& strDriveLetter);
 /// Shows the dialog for a folder's drive; true when the user goes on. With a single file the
 /// accept caption is in the singular; without folders the empty-folder box is hidden and cleared.
 bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders);

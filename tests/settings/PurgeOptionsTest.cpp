@@ -93,6 +93,7 @@ TEST_F(PurgeOptions, ClusterSizeFromTheDriveTheTableOrTheUser) {
         {"C", 4096}, {"D", 65536}, {"E", 8000}, {"f:", 2048}, {"A", 512}, {"B", 512}, {"X", 4096}};
     for (const auto& [drive, size] : sizes)
         EXPECT_EQ(size, GetClusterSize(drive)) << drive;
+    EXPECT_EQ(131072, GetRealClusterSize("d"));
     EXPECT_EQ("64 KB", SelectedFor("D:\\x\\"));
     EXPECT_EQ("(none)", SelectedFor("E:\\"));
     EXPECT_TRUE(Ask([&] {
@@ -104,6 +105,7 @@ TEST_F(PurgeOptions, ClusterSizeFromTheDriveTheTableOrTheUser) {
         fake::Click(f.cmdDoPurge);
     }));
     EXPECT_EQ(2048, GetClusterSize("C"));
+    EXPECT_EQ(4096, GetRealClusterSize("C"));
     const std::int64_t lngCalls = fake::CallsMade("ReadClusterFacts");
     GetClusterSize("C");
     EXPECT_EQ(lngCalls, fake::CallsMade("ReadClusterFacts")) << "kept, not asked again";
