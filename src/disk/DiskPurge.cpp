@@ -6,8 +6,8 @@
 #include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
 #include "engine/FilePurge.h"
-#include "platform/Folders.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "ui/Interface.h"
@@ -22,19 +22,23 @@ void Message(const std::string& strText) {
 }
 
 /// Files and folders at the top of the drive. False, after telling the user, when it cannot be
-/// read.
+/// read, or when F10 ended the reading.
 bool LookAtRoot(DiskPurgeState& state) {
-    const auto fault =
-        platform::EnumerateFolder(state.strRoot, [&](const platform::FolderEntry& entry) {
-            ui::DoEvents();
-            if (entry.IsLink) // neither followed nor purged
+    auto fault = platform::Fault::None;
+    if (!RunSearch("Reading " + state.strRoot, [&] {
+            fault = SearchFolder(state.strRoot, [&](const platform::FolderEntry& entry) {
+                if (entry.IsLink) // neither followed nor purged
+                    return true;
+                if (entry.IsFolder)
+                    state.subfolders.push_back(entry.Name);
+                else
+                    ++state.lngTopFiles;
                 return true;
-            if (entry.IsFolder)
-                state.subfolders.push_back(entry.Name);
-            else
-                ++state.lngTopFiles;
-            return true;
-        });
+            });
+        })) {
+        Message("Purge disk cancelled.");
+        return false;
+    }
     if (Failed(fault))
         ui::Complain("Error: " + platform::FaultText(fault));
     return !Failed(fault);

@@ -130,7 +130,7 @@ bool ShowDiskEstimate(const DiskPurgeState& state, float sngSpeed) {
     std::int64_t lngFiles = 0;
     double dblBytes = 0;
     const bool blnSummed = SumFileSizes(state.strRoot, "*.*", lngFiles, dblBytes);
-    SetMainLine(MainLine::LargePurgeMessage, "");
+    SetMainLine(MainLine::LargePurgeMessage, blnSummed ? "" : "Checking file sizes was stopped.");
     blnStop = false;
     if (!blnSummed) // the user did not want to wait for it
         return Unknown(state.chrDrive);
@@ -188,10 +188,17 @@ bool AskAboutTopFolders(DiskPurgeState& state) {
                                              "folders\r\nfrom this purge operation?");
         if (intAnswer == ui::AnswerCancel)
             return false;
-        if (intAnswer == ui::AnswerYes)
-            state.excluded = LinesOf(
-                SelectSubfolders(state.strRoot, "Select top-level folders on Drive " + strDrive +
-                                                    " to be EXCLUDED from this purge."));
+        std::string strChosen;
+        if (intAnswer == ui::AnswerYes) {
+            const auto choice = SelectSubfolders(state.strRoot,
+                                                 "Select top-level folders on Drive " + strDrive +
+                                                     " to be EXCLUDED from this purge.",
+                                                 SubfolderUse::Keep, strChosen);
+            // Cancelled is not "none": to purge all would destroy what was about to be kept.
+            if (choice != SubfolderChoice::Chosen && choice != SubfolderChoice::NoneChosen)
+                return false;
+        }
+        state.excluded = LinesOf(strChosen);
         if (state.excluded.size() == 1)
             strLine = "One top-level folder of Drive " + strDrive +
                       " is EXCLUDED from this purge operation.";

@@ -3,10 +3,10 @@
 #include "disk/RunProgress.h"
 #include "engine/FileProc.h"
 #include "engine/FilePurge.h"
-#include "platform/Folders.h"
 #include "platform/System.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -104,7 +104,7 @@ bool VisitFile(FileLoop& loop, const std::string& strPath) {
 
 bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders) {
     const std::string strPath = FolderWithBackslash(strFolder);
-    // Set before the first folder: ends at once. Later: F10 while a folder was being listed.
+    // Set before the first folder: ends at once. Later: F10 between two folders.
     if (blnStop && (!loop.blnBegun || !GoOn(loop, strPath + "\r\n")))
         return false;
     loop.blnBegun = true;
@@ -115,8 +115,9 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     // The whole list first: purging a file while its folder is being listed could hide others.
     std::vector<std::string> files, subfolders;
     const bool blnFilesStay = IsProgramFolder(strPath);
-    const auto fault = platform::EnumerateFolder(strPath, [&](const platform::FolderEntry& entry) {
-        ui::DoEvents();
+    const auto fault = SearchFolder(strPath, [&](const platform::FolderEntry& entry) {
+        if (blnStop && !GoOn(loop, strPath + "\r\n"))
+            return false;
         if (entry.IsLink)
             return true;
         if (!entry.IsFolder && !blnFilesStay && !IsPagingFile(entry.Name))
@@ -127,6 +128,8 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     });
     if (Failed(fault))
         ++loop.lngUnreadFolders;
+    if (blnStop)
+        return false;
     for (const std::string& strName : files)
         if (!VisitFile(loop, strPath + strName))
             return false;

@@ -5,9 +5,9 @@
 #include "disk/RunProgress.h"
 #include "disk/SystemFolders.h"
 #include "engine/FilePurge.h"
-#include "platform/Folders.h"
 #include "selection/Selection.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -20,18 +20,9 @@
 
 namespace {
 
+const char* const strStopped = "Purge of folders was stopped.";
 constexpr std::size_t intMostNamesShown = 10;
 constexpr std::size_t intLongName = 40; ///< characters; such a name gets a line of its own
-
-/// Whether a folder has a subfolder (a link is none). A fault: it cannot be read.
-platform::Fault HasSubfolders(const std::string& strFolder, bool& blnFound) {
-    blnFound = false;
-    return platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
-        ui::DoEvents();
-        blnFound = entry.IsFolder && !entry.IsLink;
-        return !blnFound;
-    });
-}
 
 std::string SummaryText(const std::vector<std::string>& names) {
     std::string strText =
@@ -120,7 +111,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
         EndRunProgress();
     }
     EndFileLoop(blnFinished);
-    SetMainLine(MainLine::LargePurgeMessage, blnFinished ? "" : "Purge of folders was stopped.");
+    SetMainLine(MainLine::LargePurgeMessage, blnFinished ? "" : strStopped);
     if (blnFinished)
         SetMainLine(MainLine::Subdirectories2, PurgedText(strText));
     RepaintMain();
@@ -145,7 +136,13 @@ void PurgeFoldersCommand(const std::string& strTitle) {
         if (strFolder.empty())
             return;
         bool blnSubfolders = false;
-        if (Failed(HasSubfolders(strFolder, blnSubfolders))) {
+        auto fault = platform::Fault::None;
+        if (!RunSearch("Reading " + strFolder,
+                       [&] { fault = LookForSubfolders(strFolder, blnSubfolders); })) {
+            SetMainLine(MainLine::LargePurgeMessage, strStopped);
+            return;
+        }
+        if (Failed(fault)) {
             ui::Complain("Cannot access the folder.");
             return;
         }
@@ -157,9 +154,14 @@ void PurgeFoldersCommand(const std::string& strTitle) {
                        ui::Buttons::OK, ui::Icon::Information, strTitle);
             return;
         }
-        const auto names = LinesOf(
-            SelectSubfolders(strFolder, "Select subfolders of " + strFolder + " to be purged."));
-        if (names.empty()) {
+        std::string strChosen;
+        const auto choice =
+            SelectSubfolders(strFolder, "Select subfolders of " + strFolder + " to be purged.",
+                             SubfolderUse::Purge, strChosen);
+        if (choice == SubfolderChoice::NotOffered)
+            return;
+        const auto names = LinesOf(strChosen);
+        if (names.empty()) { // or cancelled
             // "subolders": the dropped letter is kept.
             ui::MsgBox("No subolders were selected.", ui::Buttons::OK, ui::Icon::Information,
                        strTitle);

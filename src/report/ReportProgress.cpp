@@ -5,6 +5,7 @@
 #include "report/frmReport.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
 #include "support/Numbers.h"
 #include "support/StrProc.h"
 #include "ui/Interface.h"
@@ -72,7 +73,9 @@ void ShowReportProgress() {
     text += "Elapsed: " + TimeOf(elapsed) + ".";
     // While the user is asked about each file, nobody knows how many of them will be purged.
     const bool blnAsking = blnConfirmFiles && !blnPurgeRemainingFiles;
-    if (share > 0 && share < 1 && elapsed >= lngBeforeRemaining && !blnAsking) {
+    if (!SearchInHand().empty()) {
+        text += "  " + SearchInHand();
+    } else if (share > 0 && share < 1 && elapsed >= lngBeforeRemaining && !blnAsking) {
         const double remaining = elapsed * (1 - share) / share;
         if (remaining < dblLongestRemaining * 1000)
             text += "  Remaining: about " + TimeOf(remaining + 999) + ".";

@@ -12,9 +12,18 @@ std::string BrowseFolder(const std::string& strTitle);
 /// The file-specification dialog for a folder: "*.*", "*.ext", a wildcard form or one file name;
 /// "" when cancelled.
 std::string AskFileSpecification(const std::string& strFolder);
-/// The subfolder chooser: the chosen names, one per line ending in CR LF; "" when none or
-/// cancelled. Links to folders are not offered.
-std::string SelectSubfolders(const std::string& strFolder, const std::string& strTitle);
+/// What becomes of the chosen subfolders: the chooser says it inside.
+enum class SubfolderUse { Purge, Keep };
+enum class SubfolderChoice {
+    Chosen,
+    NoneChosen, ///< the user accepted that none is chosen
+    Cancelled,
+    NotOffered ///< the list could not be read whole, or F10 ended the reading; the user knows
+};
+/// The subfolder chooser. `strChosen` takes the chosen names, one per line ending in CR LF; "" in
+/// every case but the first. Links to folders are not offered.
+SubfolderChoice SelectSubfolders(const std::string& strFolder, const std::string& strTitle,
+                                 SubfolderUse use, std::string& strChosen);
 /// The drive chooser: one of the letters, or 0 when cancelled.
 char ChooseDrive(const std::string& strTitle, const std::string& strLetters);
 

@@ -1,9 +1,9 @@
 #include "selection/frmFileSpecification.h"
 
-#include "platform/Folders.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "support/StrProc.h"
@@ -148,8 +148,9 @@ void ReadNames() {
     frm.strNames.clear();
     frm.blnAllNamesRead = true;
     const std::uint64_t start = platform::TickCount();
-    const platform::Fault fault =
-        platform::EnumerateFolder(frm.strFolder, [start](const platform::FolderEntry& entry) {
+    auto fault = platform::Fault::None;
+    const bool blnSearched = RunSearch("Reading " + frm.strFolder, [&] {
+        fault = SearchFolder(frm.strFolder, [start](const platform::FolderEntry& entry) {
             if (frm.strNames.size() >= lngMaxNames ||
                 platform::TickCount() - start > intMillisecondsToRead) {
                 frm.blnAllNamesRead = false;
@@ -159,6 +160,8 @@ void ReadNames() {
                 frm.strNames.push_back(entry.Name);
             return true;
         });
+    });
+    frm.blnAllNamesRead = frm.blnAllNamesRead && blnSearched;
     frm.blnFolderRead = !platform::Failed(fault);
 }
 

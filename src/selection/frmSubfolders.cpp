@@ -2,8 +2,9 @@
 
 #include "platform/Folders.h"
 #include "platform/System.h"
-#include "selection/Selection.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
+#include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "support/StrProc.h"
@@ -44,12 +45,17 @@ std::string CountsText(const std::string& path, std::uint64_t millisecondsAllowe
            Counted(folders, " subfolder)", " subfolders)");
 }
 
+/// What is chosen to be kept is told together with what that leaves to be purged.
 void ShowChosen() {
-    const auto chosen =
-        std::count_if(frm.lstSubfolders.Items.begin(), frm.lstSubfolders.Items.end(),
-                      [](const ui::ListItem& item) { return item.Selected; });
+    const auto& items = frm.lstSubfolders.Items;
+    const auto chosen = std::count_if(items.begin(), items.end(),
+                                      [](const ui::ListItem& item) { return item.Selected; });
     frm.lblChosen.Caption =
-        NumberInWords(chosen) + (chosen == 1 ? " subfolder is chosen." : " subfolders are chosen.");
+        frm.Use == SubfolderUse::Keep
+            ? "Kept: " + Counted(chosen, " folder", " folders") +
+                  ".  Purged: " + Counted(std::ssize(items) - chosen, " folder.", " folders.")
+            : NumberInWords(chosen) +
+                  (chosen == 1 ? " subfolder is chosen." : " subfolders are chosen.");
 }
 
 /// Counts on for a while; true when all subfolders have their counts.
@@ -76,15 +82,33 @@ void SortNames() {
         frm.strNames[i] = keyed[i].second;
 }
 
-void FillList() {
+/// False, with a word to the user, when the folder could not be read to its end: what is missing in
+/// a part of the list could not be chosen to be kept.
+bool ReadNames() {
     frm.strNames.clear();
-    // A folder that cannot be read to its end offers what could be read.
-    (void)platform::EnumerateFolder(frm.strFolder, [](const platform::FolderEntry& entry) {
-        if (entry.IsFolder && !entry.IsLink) // a link's target was not chosen
-            frm.strNames.push_back(entry.Name);
-        return true;
-    });
+    auto fault = platform::Fault::None;
+    if (!RunSearch("Reading " + frm.strFolder, [&] {
+            fault = SearchFolder(frm.strFolder, [](const platform::FolderEntry& entry) {
+                if (entry.IsFolder && !entry.IsLink) // a link's target was not chosen
+                    frm.strNames.push_back(entry.Name);
+                return true;
+            });
+        })) {
+        SetMainLine(MainLine::LargePurgeMessage, "Reading " + frm.strFolder + " was stopped.");
+        return false;
+    }
+    if (platform::Failed(fault)) {
+        ui::Complain(
+            "The folder " + frm.strFolder +
+            " could not be read completely: " + platform::FaultText(fault) +
+            ".\r\nA list from which some of its subfolders may be missing is not offered.");
+        return false;
+    }
     SortNames();
+    return true;
+}
+
+void FillList() {
     frm.lstSubfolders.Items.clear();
     for (const std::string& name : frm.strNames)
         frm.lstSubfolders.Items.push_back({name + "  (not counted)", 0, false});
@@ -132,6 +156,7 @@ void LoadSubfoldersForm() {
 
     ui::PutWords({{&frm.lblMessage,
                    "Click on a subfolder, or press the space bar, to choose it or to let it go."},
+                  {&frm.lblUse, ""},
                   {&frm.cmdChooseAll, "All", 'A', [] { ChooseAll(true); }},
                   {&frm.cmdChooseNone, "None", 'N', [] { ChooseAll(false); }},
                   {&frm.cmdOK, "OK", 0, cmdOK_Click},
@@ -140,10 +165,12 @@ void LoadSubfoldersForm() {
     frm.lstSubfolders.MultiSelect = true;
     frm.Clock1.Interval = 15;
     frm.Timers = {&frm.Clock1};
+    frm.lblUse.Bold = true;
 
     ui::Bind(frm, {
                       {&frm.lblMessage, "lblMessage", 120, 120, 6960, 285},
-                      {&frm.lstSubfolders, "lstSubfolders", 120, 465, 6960, 3930},
+                      {&frm.lblUse, "lblUse", 120, 405, 6960, 285},
+                      {&frm.lstSubfolders, "lstSubfolders", 120, 750, 6960, 3645},
                       {&frm.lblChosen, "lblChosen", 120, 4470, 6960, 285},
                       {&frm.cmdChooseAll, "cmdChooseAll", 120, 4905, 1080, 375},
                       {&frm.cmdChooseNone, "cmdChooseNone", 1320, 4905, 1080, 375},
@@ -159,17 +186,26 @@ void LoadSubfoldersForm() {
 
 // The names are kept beside the list, so that one that holds "(" or begins with a blank comes back
 // as it is, whatever counts follow it in the list.
-std::string SelectSubfolders(const std::string& strFolder, const std::string& strTitle) {
+SubfolderChoice SelectSubfolders(const std::string& strFolder, const std::string& strTitle,
+                                 SubfolderUse use, std::string& strChosen) {
+    strChosen.clear();
     frm.strFolder = FolderWithBackslash(strFolder);
     frm.Caption = strTitle;
+    frm.Use = use;
+    frm.lblUse.Caption = use == SubfolderUse::Keep
+                             ? "Folders chosen here are KEPT.  All other folders are purged."
+                             : "Folders chosen here are PURGED, with all folders below them.";
     frm.blnAccepted = false;
+    if (!ReadNames())
+        return SubfolderChoice::NotOffered;
     FillList();
     ShowChosen();
     ui::ShowModal(frm);
-    std::string chosen;
-    for (std::size_t i = 0; frm.blnAccepted && i < frm.strNames.size(); ++i) {
+    if (!frm.blnAccepted)
+        return SubfolderChoice::Cancelled;
+    for (std::size_t i = 0; i < frm.strNames.size(); ++i) {
         if (frm.lstSubfolders.Items[i].Selected)
-            chosen += frm.strNames[i] + "\r\n";
+            strChosen += frm.strNames[i] + "\r\n";
     }
-    return chosen;
+    return strChosen.empty() ? SubfolderChoice::NoneChosen : SubfolderChoice::Chosen;
 }

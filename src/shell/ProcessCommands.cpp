@@ -12,6 +12,7 @@
 #include "shell/frmMain.h"
 #include "shell/PurgeCommands.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -75,10 +76,10 @@ void List() {
     if (SingleFileIsMissing(title))
         return;
     EnableMain(false);
-    blnStop = false;
-    const bool blnNone = CountMatchingFiles(strDirPath, strFilespec, 1) == 0;
-    if (blnStop) {
-        // F10 while a large tree was searched: nothing to report
+    bool blnNone = false;
+    if (!RunSearch("Looking for files",
+                   [&] { blnNone = CountMatchingFiles(strDirPath, strFilespec, 1) == 0; })) {
+        // F10 while a large tree was searched: the status line says so
     } else if (blnNone) {
         SayNoFiles(title);
     } else {
@@ -152,12 +153,14 @@ bool MayHoldWatchedFiles() {
         blnSubdirectories && (ExtensionOf(strFilespec).find_first_of("?*") != std::string::npos ||
                               strFilespec.back() == '*' || IsSensitiveFile(strFilespec, false));
     // What cannot be read will not be purged either.
-    (void)platform::EnumerateFolder(strDirPath, [&](const platform::FolderEntry& entry) {
-        blnFound = blnFound || (!entry.IsFolder && MatchesFilespec(entry.Name, strFilespec) &&
-                                IsSensitiveFile(entry.Name, false));
-        return !blnFound;
+    const bool blnSearched = RunSearch("Looking for watched files", [&] {
+        (void)SearchFolder(strDirPath, [&](const platform::FolderEntry& entry) {
+            blnFound = blnFound || (!entry.IsFolder && MatchesFilespec(entry.Name, strFilespec) &&
+                                    IsSensitiveFile(entry.Name, false));
+            return !blnFound;
+        });
     });
-    return blnFound;
+    return blnFound || !blnSearched;
 }
 
 /// Everything that is asked before a purge, in its order; true when the user wants it.
@@ -177,13 +180,12 @@ void CountAndPurge() {
         SetMainLine(MainLine::LargePurgeMessage, "Now counting files ...");
         RepaintMain();
     }
-    blnStop = false;
     double dblBytes = 0;
-    const std::int64_t lngCount =
-        CountMatchingFiles(strDirPath, strFilespec, intCountingLimit, &dblBytes);
+    std::int64_t lngCount = 0;
+    const bool blnInterrupted = !RunSearch("Counting files", [&] { // by F10
+        lngCount = CountMatchingFiles(strDirPath, strFilespec, intCountingLimit, &dblBytes);
+    });
     SetMainLine(MainLine::LargePurgeMessage, "");
-    const bool blnInterrupted = blnStop; // by F10
-    blnStop = false;
     if (lngCount == 0 && !blnInterrupted) {
         if (blnSubdirectories)
             ui::Complain("There are no files in " + strDirPath +

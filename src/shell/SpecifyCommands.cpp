@@ -11,6 +11,7 @@
 #include "shell/PurgeCommands.h"
 #include "shell/Session.h"
 #include "shell/SetupCommands.h"
+#include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
@@ -27,16 +28,15 @@ struct FolderContents {
 /// Looks into a folder until all is known; false when it cannot be read.
 bool LookInto(const std::string& folder, const std::string& filespec, FolderContents& contents) {
     FolderContents found;
-    const platform::Fault fault =
-        platform::EnumerateFolder(folder, [&](const platform::FolderEntry& entry) {
-            if (entry.IsFolder) {
-                found.blnSubfolders |= !entry.IsLink;
-            } else {
-                found.blnFiles = true;
-                found.blnMatchingFiles |= MatchesFilespec(entry.Name, filespec);
-            }
-            return !found.blnMatchingFiles || !found.blnSubfolders;
-        });
+    const platform::Fault fault = SearchFolder(folder, [&](const platform::FolderEntry& entry) {
+        if (entry.IsFolder) {
+            found.blnSubfolders |= !entry.IsLink;
+        } else {
+            found.blnFiles = true;
+            found.blnMatchingFiles |= MatchesFilespec(entry.Name, filespec);
+        }
+        return !found.blnMatchingFiles || !found.blnSubfolders;
+    });
     if (platform::Failed(fault))
         return false;
     contents = found;
@@ -44,9 +44,13 @@ bool LookInto(const std::string& folder, const std::string& filespec, FolderCont
 }
 
 /// Tells the user when the file specification cannot find anything in the folder. True when it went
-/// without a box: there are matching files, or at least subfolders.
+/// without a box: there are matching files, or at least subfolders. What F10 ended says nothing.
 bool FolderCheck(FolderContents& contents) {
-    if (!LookInto(strDirPath, strFilespec, contents))
+    bool blnRead = false;
+    if (!RunSearch("Reading " + strDirPath,
+                   [&] { blnRead = LookInto(strDirPath, strFilespec, contents); }))
+        return false;
+    if (!blnRead)
         ui::Complain("Cannot access the folder.");
     else if (!contents.blnFiles && !contents.blnSubfolders)
         ui::Complain("The folder contains no files and no subfolders.", "Empty folder");
@@ -62,12 +66,13 @@ bool FolderCheck(FolderContents& contents) {
 bool SomethingMatches(const FolderContents& contents) {
     if (contents.blnMatchingFiles || !blnSubdirectories)
         return contents.blnMatchingFiles;
+    bool blnFound = true;
     EnableMain(false);
-    blnStop = false;
-    const bool blnFound = CountMatchingFiles(strDirPath, strFilespec, 1) != 0 || blnStop;
-    blnStop = false;
+    const bool blnSearched = RunSearch("Looking for files", [&] {
+        blnFound = CountMatchingFiles(strDirPath, strFilespec, 1) != 0;
+    });
     EnableMain(true);
-    return blnFound;
+    return blnFound || !blnSearched;
 }
 
 void SetFolder(const std::string& folder) {
@@ -113,9 +118,14 @@ void TakeFolder(const std::string& folder) {
     SetMainLine(MainLine::LargePurgeMessage, "");
     SetMainLine(MainLine::EstimatedTime, "");
     UpdateFilesLabels();
-    UpdateSubdirectoriesLabels();
     FolderContents contents;
-    if (!LookInto(folder, "*.*", contents)) {
+    bool blnRead = false;
+    if (!RunSearch("Reading " + folder, [&] {
+            UpdateSubdirectoriesLabels();
+            blnRead = LookInto(folder, "*.*", contents);
+        }))
+        return;
+    if (!blnRead) {
         ui::Complain("Cannot access the folder.");
         return;
     }
@@ -229,7 +239,11 @@ void cmdSubdirectories_Click() {
     if (strDirPath.empty())
         return;
     bool blnSubfolders = false;
-    if (platform::Failed(LookForSubfolders(strDirPath, blnSubfolders))) {
+    auto fault = platform::Fault::None;
+    if (!RunSearch("Reading " + strDirPath,
+                   [&] { fault = LookForSubfolders(strDirPath, blnSubfolders); }))
+        return;
+    if (platform::Failed(fault)) {
         ui::Complain("Error when attempting to access " + strDirPath + ".");
         return;
     }

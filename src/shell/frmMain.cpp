@@ -2,13 +2,13 @@
 #include "shell/frmMain.h"
 
 #include "platform/Files.h"
-#include "platform/Folders.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
 #include "report/TimeEstimates.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/MainHandlers.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Paths.h"
 #include "support/ProgramTexts.h"
@@ -107,23 +107,13 @@ void UpdateFilesLabels() {
     frmMain.lblFiles2.Width = RoomFrom(frmMain.lblFiles2);
 }
 
-platform::Fault LookForSubfolders(const std::string& folder, bool& blnFound) {
-    bool blnAny = false;
-    const platform::Fault fault =
-        platform::EnumerateFolder(folder, [&blnAny](const platform::FolderEntry& entry) {
-            blnAny = entry.IsFolder && !entry.IsLink;
-            return !blnAny;
-        });
-    if (!platform::Failed(fault))
-        blnFound = blnAny;
-    return fault;
-}
-
 void UpdateSubdirectoriesLabels() {
     bool blnFound = true;
-    // A folder that cannot be read now (its medium is out, say) leaves the choice as it is.
-    if (!strDirPath.empty() && platform::Failed(LookForSubfolders(strDirPath, blnFound)))
-        blnFound = true;
+    // A folder that cannot be read now (its medium is out, say), or that the user does not want to
+    // wait for, leaves the choice as it is.
+    if (!strDirPath.empty())
+        (void)RunSearch("Reading " + strDirPath,
+                        [&] { (void)LookForSubfolders(strDirPath, blnFound); });
     // What the label denies must not happen: the state follows it.
     if (!blnFound || strDirPath.empty())
         blnSubdirectories = false;

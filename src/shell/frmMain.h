@@ -2,7 +2,6 @@
 // the setup panel.
 #pragma once
 
-#include "platform/Fault.h"
 #include "ui/Controls.h"
 
 #include <string>
@@ -57,5 +56,3 @@ void UpdateConfirmFilesLabels();
 void UpdateTypeOfPurgeLabel();
 /// lblSetupFilename: the setup in force, "" for none.
 void SetSetupFilename(const std::string& strName);
-/// Whether a folder has a subfolder (a link to a folder is none). A fault: it cannot be read.
-platform::Fault LookForSubfolders(const std::string& folder, bool& blnFound);

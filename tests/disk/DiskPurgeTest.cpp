@@ -202,6 +202,42 @@ TEST_F(DiskPurgeTest, EveryBoxCanEndItAndKeepsTheFiles) {
     answers["You have not excluded"] = No;
     Click();
     EXPECT_TRUE(fake::journal.empty());
+    // Cancelled in the chooser is not "none is to be kept"; nor is a list that cannot be read.
+    for (const bool readable : {true, false}) {
+        Fresh();
+        answers["EXCLUDE files"] = Yes;
+        ChooseDrive(strWhich);
+        if (readable)
+            user.Modal(frmSubfolders, [] {
+                fake::Click(frmSubfolders.cmdChooseAll);
+                fake::Click(frmSubfolders.cmdCancel);
+            });
+        else
+            fake::OnCall("EnumerateFolder", [](const std::string& path) {
+                return path == "D:\\" && user.Boxes.size() == 4 ? Fault::NotReady : Fault::None;
+            });
+        Run(frmMain.cmdLargePurge[1]);
+        EXPECT_EQ(readable ? 4u : 5u, user.Boxes.size()) << Shown();
+        EXPECT_TRUE(fake::journal.empty());
+    }
+    // F10 ends both looks at the root: the one for the estimate, and the one for the plan.
+    for (const bool estimating : {true, false}) {
+        Fresh();
+        answers["It is not possible to obtain"] = Cancel;
+        fake::OnCall("EnumerateFolder", [](const std::string& path) {
+            fake::Advance(path == "D:\\" ? 600 : 0);
+            return Fault::None;
+        });
+        PressF10When([estimating] {
+            return user.Boxes.size() == (estimating ? 0u : 1u) &&
+                   frmMain.lblStatus.Caption == "Reading D:\\ ...  (F10 stops this.)";
+        });
+        Click();
+        EXPECT_EQ(1u, user.Boxes.size());
+        EXPECT_EQ(estimating ? "Checking file sizes was stopped." : "Purge disk cancelled.",
+                  frmMain.lblLargePurgeMessage.Caption);
+        EXPECT_TRUE(fake::journal.empty());
+    }
 }
 
 TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {

@@ -59,6 +59,16 @@ struct DriveTest : StartedTest {
             fake::Click(frmSubfolders.cmdOK);
         });
     }
+    /// Looking into this folder takes half a second and more, and F10 is pressed meanwhile.
+    static void StopReading(const std::string& folder) {
+        fake::OnCall("EnumerateFolder", [folder](const std::string& path) {
+            fake::Advance(path == folder ? 600 : 0);
+            return Fault::None;
+        });
+        PressF10When([folder] {
+            return frmMain.lblStatus.Caption == "Reading " + folder + " ...  (F10 stops this.)";
+        });
+    }
     static void PressF10When(std::function<bool()> when) {
         user.During(std::move(when), [] { fake::PressF10(); });
     }

@@ -81,6 +81,17 @@ TEST_F(PurgeFoldersTest, EndsWhereTheUserSaysSo) {
     ChooseSubfolders("Select subfolders of D:\\ to be purged.", {});
     user.Box(strTitle, "No subolders were selected.", fake::Informs);
     Click();
+    Choose("D:\\", {});
+    user.Modal(frmSubfolders, [] {
+        fake::Click(frmSubfolders.cmdChooseAll);
+        fake::Click(frmSubfolders.cmdCancel);
+    });
+    user.Box(strTitle, "No subolders were selected.", fake::Informs);
+    Click();
+    Choose("D:\\docs\\", {});
+    StopReading("D:\\docs\\");
+    Click();
+    EXPECT_EQ("Purge of folders was stopped.", frmMain.lblLargePurgeMessage.Caption);
     Choose("D:\\docs\\", {});
     fake::FailNth(1, Fault::AccessDenied, "EnumerateFolder");
     user.Box("Error", "Cannot access the folder.");
@@ -138,13 +149,26 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
             EXPECT_EQ(goOn ? "" : "Purge of folders was stopped.",
                       frmMain.lblLargePurgeMessage.Caption);
         }
-    // One that another program holds is passed over.
+    // One that another program holds is passed over. A folder that cannot be read is met twice, in
+    // counting and in purging, and counts once.
     Begin(60 * MiB);
     PutFiles(2);
     fake::At(file)->Locked = true;
+    fake::PutFolder("D:\\work\\a\\closed").Denied = true;
     ChooseOne("a");
-    user.Box(strTitle, "One file could not be purged.");
+    user.Box(strTitle, "One file could not be purged.\r\nOne folder could not be read completely.");
     Click();
+    // F10 while a folder is listed, not only between files, asks before anything is purged.
+    for (const bool goOn : {true, false}) {
+        Begin(60 * MiB);
+        PutFiles(3);
+        ChooseOne("a");
+        StopReading("D:\\work\\a\\");
+        user.Box(strTitle, "D:\\work\\a\\\r\n" + std::string(strGoOn),
+                 goOn ? ui::AnswerOK : ui::AnswerCancel);
+        Click();
+        EXPECT_EQ(goOn ? 0u : 3u, fake::FilesBelow("D:\\work").size());
+    }
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "selection/frmDrives.h"
 #include "selection/frmFileSpecification.h"
 #include "selection/frmSubfolders.h"
+#include "shell/frmMain.h"
 #include "shell/Session.h"
 
 using fake::user;
@@ -25,6 +26,12 @@ struct SelectionTest : ProgramTest {
         user.Modal(spec, action);
         return AskFileSpecification("C:\\docs\\");
     }
+    /// The answer of the subfolder chooser, and what is chosen.
+    static std::pair<SubfolderChoice, std::string> Select(SubfolderUse use = SubfolderUse::Purge) {
+        std::string chosen = "(untouched)";
+        const SubfolderChoice choice = SelectSubfolders("C:\\docs", "Which?", use, chosen);
+        return {choice, chosen};
+    }
 };
 
 TEST_F(SelectionTest, FileSpecificationForms) {
@@ -45,6 +52,7 @@ TEST_F(SelectionTest, FileSpecificationForms) {
         {2, "tar.gz", "", "Extension must not contain \".\""},
         {2, " *. ", "", "Type the extension."},
         {2, "a\\b", "", characters},
+        {2, "a\"b", "", characters},
         {0, "", "", "Type the name of the file, or choose it."},
         {0, "*.doc", "", "The name of a single file must not contain \"?\" or \"*\"."},
         {0, "C:\\other\\c.doc", "", characters},
@@ -108,13 +116,48 @@ TEST_F(SelectionTest, SubfoldersByName) {
         EXPECT_EQ("Two subfolders are chosen.", sub.lblChosen.Caption);
         fake::Click(sub.cmdOK);
     });
-    EXPECT_EQ("a (1) (2)\r\nProgram Files (x86)\r\n", SelectSubfolders("C:\\docs", "Which?"));
+    EXPECT_EQ(
+        std::pair(SubfolderChoice::Chosen, std::string("a (1) (2)\r\nProgram Files (x86)\r\n")),
+        Select());
+}
 
+TEST_F(SelectionTest, SubfolderAnswersAreToldApart) {
+    fake::PutFolder("C:\\docs\\other");
+    const auto answer = [](SubfolderChoice choice) { return std::pair(choice, std::string()); };
     user.Modal(sub, [&] {
-        fake::Click(sub.cmdChooseAll);
-        fake::Click(sub.cmdCancel);
+        EXPECT_EQ("Folders chosen here are PURGED, with all folders below them.",
+                  sub.lblUse.Caption);
+        fake::Click(sub.cmdOK);
     });
-    EXPECT_EQ("", SelectSubfolders("C:\\docs\\", "Which?"));
+    EXPECT_EQ(answer(SubfolderChoice::NoneChosen), Select());
+    for (const bool escape : {true, false}) {
+        user.Modal(sub, [&] {
+            EXPECT_EQ("Folders chosen here are KEPT.  All other folders are purged.",
+                      sub.lblUse.Caption);
+            EXPECT_EQ("Kept: no folders.  Purged: 2 folders.", sub.lblChosen.Caption);
+            fake::Choose(sub.lstSubfolders, sub.lstSubfolders.Items[0].Text);
+            EXPECT_EQ("Kept: 1 folder.  Purged: 1 folder.", sub.lblChosen.Caption);
+            fake::Click(sub.cmdChooseAll);
+            EXPECT_EQ("Kept: 2 folders.  Purged: no folders.", sub.lblChosen.Caption);
+            escape ? fake::PressEscape(sub) : fake::CloseForm(sub);
+        });
+        EXPECT_EQ(answer(SubfolderChoice::Cancelled), Select(SubfolderUse::Keep));
+    }
+    // What could be missing from the list could not be kept: no list then.
+    fake::FailNth(1, platform::Fault::NotReady, "EnumerateFolder");
+    user.Box("Error",
+             "The folder C:\\docs\\ could not be read completely: The drive is not ready.\r\n"
+             "A list from which some of its subfolders may be missing is not offered.",
+             fake::Warns);
+    EXPECT_EQ(answer(SubfolderChoice::NotOffered), Select());
+    fake::OnCall("EnumerateFolder", [](const std::string&) {
+        fake::Advance(600);
+        return platform::Fault::None;
+    });
+    user.During([] { return frmMain.lblStatus.Caption.starts_with("Reading C:\\docs\\ ..."); },
+                [] { blnStop = true; });
+    EXPECT_EQ(answer(SubfolderChoice::NotOffered), Select());
+    EXPECT_EQ("Reading C:\\docs\\ was stopped.", frmMain.lblLargePurgeMessage.Caption);
 }
 
 // Each folder takes long to look into: the dialog is there after a moment, counts on while it is
@@ -138,7 +181,7 @@ TEST_F(SelectionTest, SubfoldersAreCountedInSlices) {
         EXPECT_FALSE(sub.Clock1.Enabled);
         fake::Click(sub.cmdOK);
     });
-    EXPECT_EQ("n6\r\n", SelectSubfolders("C:\\docs\\", "Which?"));
+    EXPECT_EQ("n6\r\n", Select().second);
 }
 
 TEST_F(SelectionTest, DrivesAreShownWithWhatIsKnown) {

@@ -61,6 +61,52 @@ TEST_F(SpecifyCommands, SpecifyFolder) {
     ClickWarned(f.cmdSpecifyDirectory[0], "Error", "Cannot access the folder.");
 }
 
+// Every look into a folder that takes long says so, lets nothing be clicked, and ends by F10.
+TEST_F(SpecifyCommands, LongLooksIntoAFolderAreToldAndEndByF10) {
+    PutFiles("C:\\docs", 2);
+    double milliseconds = 0;
+    fake::OnCall("EnumerateFolder", [&milliseconds](const std::string&) {
+        fake::Advance(milliseconds);
+        return platform::Fault::None;
+    });
+    const auto stop = [this](const std::string& doing) {
+        user.During(
+            [this, doing] { return f.lblStatus.Caption == doing + " ...  (F10 stops this.)"; },
+            [this] {
+                EXPECT_FALSE(f.fraMenu.Enabled || f.fraSetup.Enabled);
+                fake::PressF10();
+            });
+    };
+    const auto expectStopped = [this](const std::string& doing) {
+        user.Finish();
+        EXPECT_FALSE(blnStop);
+        EXPECT_TRUE(f.fraMenu.Enabled && f.fraSetup.Enabled);
+        EXPECT_EQ(doing + " was stopped.", f.lblStatus.Caption);
+    };
+    milliseconds = 600;
+    stop("Reading C:\\docs\\");
+    ChooseFolder("C:\\docs"); // without the question, which rests on what was not read
+    expectStopped("Reading C:\\docs\\");
+    stop("Reading C:\\docs\\");
+    fake::Click(f.cmdSubdirectories);
+    expectStopped("Reading C:\\docs\\");
+    strFilespec = "*.txt";
+    blnMultipleFiles = true;
+    stop("Looking for files");
+    user.Box("List files", "Display folder names?", ui::AnswerNo);
+    fake::Click(f.cmdProcessFiles[0]);
+    expectStopped("Looking for files");
+    stop("Counting files");
+    user.Box("Purge cancelled", "No files purged.");
+    fake::Click(f.cmdProcessFiles[1]);
+    expectStopped("Counting files");
+    // A short one says nothing, and takes the old word away.
+    milliseconds = 400;
+    fake::Click(f.cmdSubdirectories);
+    EXPECT_EQ("", f.lblStatus.Caption);
+    EXPECT_EQ("(The folder has no subfolders.)", f.lblSubdirectories2.Caption);
+}
+
 TEST_F(SpecifyCommands, SpecifyFiles) {
     ClickWarned(f.cmdSpecifyFiles, "Folder unspecified", "The folder has not been specified.");
     for (const char* path : {"C:\\docs\\a.txt", "C:\\tree\\a.txt", "C:\\tree\\sub\\b.doc"})

@@ -1,0 +1,111 @@
+// Looking through folders with the windows alive: what yields, what is said, and how F10 ends it.
+#include "support/FolderSearch.h"
+
+#include "platform/System.h"
+#include "shell/frmMain.h"
+#include "shell/Session.h"
+#include "support/MainWindow.h"
+#include "ui/Interface.h"
+
+namespace {
+
+/// A search that is over so soon neither disables the main window nor yields: it would flicker.
+constexpr std::uint64_t intMillisecondsUnseen = 50;
+constexpr std::uint64_t intMillisecondsUnsaid = 500;
+
+struct Search {
+    std::string strDoing;
+    std::uint64_t lngBegan = 0; ///< tick count
+    bool blnOutsideRun = false;
+    bool blnHeld = false;                 ///< the main window is disabled
+    bool blnMenu = true, blnSetup = true; ///< what of it was enabled before
+    std::string strSaid;                  ///< what stands in the status line, "" before it does
+};
+Search searchInHand;
+
+void BeginSearch(const std::string& strDoing, bool blnOutsideRun) {
+    searchInHand = {};
+    searchInHand.strDoing = strDoing;
+    searchInHand.lngBegan = platform::TickCount();
+    searchInHand.blnOutsideRun = blnOutsideRun;
+}
+
+void EndSearch() {
+    if (!searchInHand.strSaid.empty())
+        SetMainLine(MainLine::Status, "");
+    if (searchInHand.blnHeld) {
+        frmMain.fraSetup.Enabled = searchInHand.blnSetup;
+        EnableMenu(searchInHand.blnMenu);
+    }
+    searchInHand = {};
+}
+
+/// Between two entries.
+void Yield() {
+    Search& search = searchInHand;
+    const std::uint64_t lngTook = platform::TickCount() - search.lngBegan;
+    if (search.blnOutsideRun && !search.blnHeld) {
+        if (lngTook < intMillisecondsUnseen)
+            return;
+        search.blnHeld = true;
+        search.blnMenu = frmMain.fraMenu.Enabled;
+        search.blnSetup = frmMain.fraSetup.Enabled;
+        EnableMain(false);
+    }
+    if (search.strSaid.empty() && lngTook >= intMillisecondsUnsaid) {
+        search.strSaid = search.strDoing + " ...";
+        SetMainLine(MainLine::Status, search.strSaid + "  (F10 stops this.)");
+        RepaintMain();
+    }
+    ui::DoEvents();
+}
+
+} // namespace
+
+const std::string& SearchInHand() {
+    return searchInHand.strSaid;
+}
+
+platform::Fault SearchFolder(const std::string& strFolder,
+                             const std::function<bool(const platform::FolderEntry&)>& visit) {
+    const bool blnAlone = searchInHand.strDoing.empty();
+    if (blnAlone)
+        BeginSearch("Reading " + strFolder, false);
+    const platform::Fault fault =
+        platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
+            Yield();
+            return visit(entry) && !blnStop;
+        });
+    if (blnAlone)
+        EndSearch();
+    return fault;
+}
+
+bool RunSearch(const std::string& strDoing, const std::function<void()>& search) {
+    if (!searchInHand.strDoing.empty()) {
+        search();
+        return !blnStop;
+    }
+    ClearStatus();
+    blnStop = false;
+    BeginSearch(strDoing, true);
+    search();
+    EndSearch();
+    if (!blnStop)
+        return true;
+    blnStop = false;
+    SetMainLine(MainLine::Status, strDoing + " was stopped.");
+    return false;
+}
+
+platform::Fault LookForSubfolders(const std::string& strFolder, bool& blnFound) {
+    bool blnAny = false;
+    const platform::Fault fault =
+        SearchFolder(strFolder, [&blnAny](const platform::FolderEntry& entry) {
+            blnAny = entry.IsFolder && !entry.IsLink;
+            return !blnAny;
+        });
+    if (!platform::Failed(fault) && (blnAny || !blnStop))
+        blnFound = blnAny;
+    return fault;
+}
