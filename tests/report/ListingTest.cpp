@@ -45,6 +45,7 @@ Sum of file sizes: 1.21 KB
     EXPECT_EQ(List(true, true, "a.txt"),
               std::string("\nC:\\d\\\nC:\\d\\a.txt (1,234 bytes)   \n") + strHint);
 
+    EXPECT_EQ(List(true, false, "a.txt"), std::string("\nC:\\d\\\n") + strHint);
     EXPECT_EQ(List(false, false),
               std::string("Number of files: 2\n\nSum of file sizes: 1.21 KB\n") + strHint);
     EXPECT_FALSE(frmReport.lblDots.Visible);
@@ -55,6 +56,7 @@ Sum of file sizes: 1.21 KB
 TEST_F(RunTest, DotsPauseAndStop) {
     PutTree();
     const auto goOnAndStop = [] {
+        EXPECT_EQ(frmReport.txbText.SelStart, frmReport.txbText.Text.size());
         fake::Click(frmReport.cmdPauseContinue);
         EXPECT_TRUE(frmReport.lblDots.Visible);
         EXPECT_EQ(frmReport.cmdPauseContinue.Caption, "Pause");
@@ -62,6 +64,7 @@ TEST_F(RunTest, DotsPauseAndStop) {
     };
     const auto pause = [&] {
         EXPECT_TRUE(frmReport.lblDots.Visible);
+        frmReport.txbText.SelStart = 0; // a pause brings the end of the text back
         fake::Click(frmReport.cmdPauseContinue);
         EXPECT_FALSE(frmReport.lblDots.Visible);
         user.During([] { return user.TaskbarPaused; }, goOnAndStop);
@@ -133,6 +136,20 @@ and an adjustment factor of 0.50:
 28 overwrites: 9 minutes and 24 seconds
 30 overwrites: 10 minutes and 4 seconds
 )");
+}
+
+TEST_F(RunTest, PendingTextComesBeforeWhateverFollows) {
+    frmReport.blnPurgeFiles = true;
+    ClearReportText();
+    frmReport.blnBufferFull = false;
+    AppendReport("one\r\ntwo", false);
+    EXPECT_EQ(frmReport.txbText.Text, "");
+    ReplaceReportTail(5, "three\r\n");
+    EXPECT_EQ(frmReport.txbText.Text, "one\r\nthree\r\n");
+    AppendReport("four", false);
+    ReportBufferFull();
+    EXPECT_EQ(frmReport.strTextBuff, "");
+    EXPECT_TRUE(frmReport.txbText.Text.starts_with("one\r\nthree\r\n\r\nThe report buffer"));
 }
 
 TEST_F(RunTest, ReportWindowCopiesAndComesBack) {

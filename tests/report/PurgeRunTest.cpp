@@ -230,7 +230,11 @@ TEST_F(RunTest, EachFileIsConfirmedUntilAllAre) {
     PutFiles({"a.txt", "b.txt", "c.txt", "d.txt"});
     const std::string kept = "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n";
     blnConfirmFiles = true;
-    user.Modal(frmConfirmFiles, [] { fake::PressEnter(frmConfirmFiles); });
+    user.Modal(frmConfirmFiles, [] {
+        // The report behind the question shows all that was written before it.
+        EXPECT_TRUE(frmReport.txbText.Text.ends_with("\r\nC:\\d\\\r\n\r\n"));
+        fake::PressEnter(frmConfirmFiles);
+    });
     user.Modal(frmConfirmFiles, [] {
         EXPECT_EQ(frmConfirmFiles.lblFile.Caption, "C:\\d\\b.txt");
         fake::Click(frmConfirmFiles.cmdYes);
