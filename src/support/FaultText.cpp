@@ -1,36 +1,41 @@
 // What can go wrong in a call into the system, as a person reads it. The same for every back end.
 #include "platform/Fault.h"
 
+namespace {
+
+struct KindText {
+    platform::Fault Fault;
+    const char* Text;
+    /// The system's error that means just what the text says; any other one tells more than it.
+    std::uint32_t PlainError;
+};
+
+constexpr KindText kindTexts[] = {
+    {platform::Fault::None, "No error", 0},
+    {platform::Fault::NotFound, "The file or folder was not found", 2},
+    {platform::Fault::AccessDenied, "Access was denied", 5},
+    {platform::Fault::SharingViolation, "Another program is using the file", 32},
+    {platform::Fault::DiskFull, "The disk is full", 112},
+    {platform::Fault::ReadFault, "The drive could not be read", 0},
+    {platform::Fault::WriteFault, "The drive could not be written to", 0},
+    {platform::Fault::NotReady, "The drive is not ready", 21},
+    {platform::Fault::WriteProtected, "The drive is write-protected", 19},
+    {platform::Fault::AlreadyExists, "A file or folder of that name exists already", 183},
+    {platform::Fault::NotEmpty, "The folder is not empty", 145},
+    {platform::Fault::InvalidName, "The name is not valid", 123},
+    {platform::Fault::NotSupported, "The drive does not support this", 50},
+    {platform::Fault::Other, "The system reported an unknown error", 0},
+};
+
+} // namespace
+
 std::string platform::FaultText(Fault fault) {
-    switch (fault) {
-    case Fault::None:
-        return "No error";
-    case Fault::NotFound:
-        return "The file or folder was not found";
-    case Fault::AccessDenied:
-        return "Access was denied";
-    case Fault::SharingViolation:
-        return "Another program is using the file";
-    case Fault::DiskFull:
-        return "The disk is full";
-    case Fault::ReadFault:
-        return "The drive could not be read";
-    case Fault::WriteFault:
-        return "The drive could not be written to";
-    case Fault::NotReady:
-        return "The drive is not ready";
-    case Fault::WriteProtected:
-        return "The drive is write-protected";
-    case Fault::AlreadyExists:
-        return "A file or folder of that name exists already";
-    case Fault::NotEmpty:
-        return "The folder is not empty";
-    case Fault::InvalidName:
-        return "The name is not valid";
-    case Fault::NotSupported:
-        return "The drive does not support this";
-    case Fault::Other:
-        break;
+    for (const KindText& row : kindTexts) {
+        if (row.Fault != fault)
+            continue;
+        if (fault.Error == 0 || fault.Error == row.PlainError)
+            return row.Text;
+        return std::string(row.Text) + " (error " + std::to_string(fault.Error) + ")";
     }
-    return "The system reported an unknown error";
+    return {};
 }

@@ -10,9 +10,7 @@ constexpr DWORD errorVirusInfected = 225;
 constexpr DWORD errorNoSuchDevice = 433;
 constexpr DWORD errorDiskQuotaExceeded = 1295;
 
-} // namespace
-
-Fault FaultOfError(std::uint32_t error) {
+Fault KindOfError(std::uint32_t error) {
     switch (error) {
     case ERROR_SUCCESS:
         return Fault::None;
@@ -87,9 +85,15 @@ Fault FaultOfError(std::uint32_t error) {
     }
 }
 
+} // namespace
+
+Fault FaultOfError(std::uint32_t error) {
+    return {KindOfError(error).Kind, error};
+}
+
 Fault LastFault() {
     const Fault fault = FaultOfError(GetLastError());
-    return fault == Fault::None ? Fault::Other : fault;
+    return Failed(fault) ? fault : Fault::Other;
 }
 
 } // namespace platform
