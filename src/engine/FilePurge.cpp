@@ -4,6 +4,7 @@
 #include "engine/FileProc.h"
 #include "engine/OverwriteBuffers.h"
 #include "engine/OverwriteFile.h"
+#include "engine/PurgeTypes.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "support/MainWindow.h"
@@ -21,12 +22,6 @@ struct PurgeTarget {
     std::string Path;
     std::int64_t Length = 0;
 };
-
-/// The overwrites of one pass, by purge type index.
-const std::vector<std::int16_t> overwritesOfType[] = {
-    {intRandomValue},
-    {0xAA, 0x55, 0x0A, 0xF5},
-    {0xAA, 0x55, intRandomValue, 0x0A, 0xF5, intRandomValue}};
 
 /// What the purge under way will have written in the end, bytes; 0 when none is under way.
 double dblBytesToOverwrite = 0;
@@ -95,7 +90,7 @@ std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t 
         GetClusterSize(std::string(1, DriveLetterOf(targets.front().Path)));
     if (slackOnly && !HasSlack(targets.front().Length, clusterSize))
         return PurgeDone;
-    if (purgeTypeIndex < 0 || purgeTypeIndex > 2)
+    if (!IsPurgeType(purgeTypeIndex))
         return PurgeBadType;
     // −1 passes this test, deliberately so; it fails where blocks of that size would be made.
     if (clusterSize != -1 && (clusterSize % 512 != 0 || clusterSize < 512 || clusterSize > 65536))
@@ -108,12 +103,12 @@ std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t 
     dblBytesToOverwrite = 0;
     for (const PurgeTarget& target : targets)
         dblBytesToOverwrite += static_cast<double>(target.Length) * numPasses *
-                               static_cast<double>(overwritesOfType[purgeTypeIndex].size());
+                               static_cast<double>(OverwritesOfType(purgeTypeIndex).size());
     std::int16_t result = clusterSize < 0 ? PurgeWriteFailed : PurgeDone;
     for (std::int16_t pass = 1; pass <= numPasses && result == PurgeDone; ++pass) {
         ui::DoEvents();
         PrepareOverwriteBuffers(clusterSize);
-        for (const std::int16_t value : overwritesOfType[purgeTypeIndex]) {
+        for (const std::int16_t value : OverwritesOfType(purgeTypeIndex)) {
             result = OverwriteTargets(targets, value, slackOnly, clusterSize);
             if (result != PurgeDone)
                 break;

@@ -1,6 +1,7 @@
 // Setup files: fourteen lines of text, read item by item.
 #include "settings/SetupFiles.h"
 
+#include "engine/PurgeTypes.h"
 #include "platform/Drives.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
@@ -169,7 +170,7 @@ bool ApplySetupText(const std::string& text) {
     strFilespec.clear();
     blnMultipleFiles = false;
 
-    if (intType < 0 || intType > 2)
+    if (!IsPurgeType(intType))
         return false;
     const auto intChosen = static_cast<std::size_t>(intType);
     ui::SelectOption(frmTypeOfPurge.optPurgeType, intChosen);

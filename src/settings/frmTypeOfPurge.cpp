@@ -6,29 +6,15 @@
 #include "ui/Interface.h"
 
 #include <cstddef>
+#include <string>
+#include <vector>
 
 FrmTypeOfPurge frmTypeOfPurge;
 
 namespace {
 
-constexpr std::int16_t intNumTypes = 3;
-/// A file is never overwritten more often than this, whatever the lists may come to offer.
-constexpr std::int16_t intMaxOverwrites = 32;
 /// From this number on the question is asked more insistently.
 constexpr std::int16_t intManyOverwrites = 25;
-
-constexpr std::int16_t intMaxPassesOfType[intNumTypes] = {9, 7, 5};
-constexpr int intDefaultIndexOfType[intNumTypes] = {5, 2, 1};
-
-constexpr const char* strTypeCaptions[intNumTypes] = {
-    "1. Random bytes", "2. Alternate bit patterns", "3. Alternate bit patterns plus random bytes"};
-constexpr const char* strTypeDescriptions[intNumTypes] = {
-    "Overwrite the data once with random bytes.",
-    "Overwrite the data four times with bit patterns "
-    "10101010, 01010101, 00001010 and 11110101.",
-    "Overwrite the data twice with bit patterns 10101010 and 01010101, "
-    "then with random bytes, then twice with bit patterns 00001010 and 11110101, "
-    "then again with random bytes."};
 
 /// "once", "twice", "3 times".
 std::string TimesText(std::int16_t n) {
@@ -42,7 +28,7 @@ std::string TimesText(std::int16_t n) {
 void ShowPassesListForType() {
     if (!frmTypeOfPurge.Visible)
         return;
-    for (std::int16_t i = 0; i < intNumTypes; ++i)
+    for (std::int16_t i = 0; i < intNumPurgeTypes; ++i)
         frmTypeOfPurge.cboNumberOfPasses[i].Visible = i == GetPurgeType();
     ui::SetFocus(frmTypeOfPurge.cmdAccept);
 }
@@ -92,27 +78,42 @@ void LayOut() {
     f.Name = "frmTypeOfPurge";
     f.Caption = "What type of purge should be used?";
     f.Width = 7740;
-    f.Height = 4920;
+    constexpr int intLeft = 240, intWidth = 7260;
     constexpr int intTextLeft = 480, intTextWidth = 7020;
-    ui::Bind(f, {{&f.optPurgeType[0], "optPurgeType(0)", 240, 180, 7260, 300},
-                 {&f.lblPurgeType[0], "lblPurgeType(0)", intTextLeft, 480, intTextWidth, 270},
-                 {&f.optPurgeType[1], "optPurgeType(1)", 240, 870, 7260, 300},
-                 {&f.lblPurgeType[1], "lblPurgeType(1)", intTextLeft, 1170, intTextWidth, 510},
-                 {&f.optPurgeType[2], "optPurgeType(2)", 240, 1800, 7260, 300},
-                 {&f.lblPurgeType[2], "lblPurgeType(2)", intTextLeft, 2100, intTextWidth, 750},
-                 {&f.lblDOD, "lblDOD", 240, 2970, 7260, 510},
-                 {&f.lblNumberOfTimes, "lblNumberOfTimes", 240, 3705, 2460, 270},
-                 {&f.cboNumberOfPasses[0], "cboNumberOfPasses(0)", 2760, 3645, 900, 345},
-                 {&f.cboNumberOfPasses[1], "cboNumberOfPasses(1)", 2760, 3645, 900, 345},
-                 {&f.cboNumberOfPasses[2], "cboNumberOfPasses(2)", 2760, 3645, 900, 345},
-                 {&f.cmdAccept, "cmdAccept", 4380, 4275, 1500, 405},
-                 {&f.cmdCancel, "cmdCancel", 6000, 4275, 1500, 405}});
+    constexpr int intOptionHeight = 300, intLineHeight = 240, intCharactersInLine = 80;
+    std::vector<ui::Placed> table;
+    const auto place = [&](ui::Control& control, const std::string& name, int left, int top,
+                           int width, int height) {
+        table.push_back({&control, name, left, top, width, height});
+    };
+    const auto indexed = [](const char* name, int index) {
+        return name + ("(" + std::to_string(index) + ")");
+    };
+    int intTop = 180;
+    for (std::int16_t t = 0; t < intNumPurgeTypes; ++t) {
+        const auto intLength = static_cast<int>(std::string(purgeTypes[t].strDescription).size());
+        const int intTextHeight = (intLength / intCharactersInLine + 1) * intLineHeight + 30;
+        place(f.optPurgeType[t], indexed("optPurgeType", t), intLeft, intTop, intWidth,
+              intOptionHeight);
+        place(f.lblPurgeType[t], indexed("lblPurgeType", t), intTextLeft, intTop + intOptionHeight,
+              intTextWidth, intTextHeight);
+        intTop += intOptionHeight + intTextHeight + 120;
+    }
+    place(f.lblDOD, "lblDOD", intLeft, intTop, intWidth, 510);
+    place(f.lblNumberOfTimes, "lblNumberOfTimes", intLeft, intTop + 735, 2460, 270);
+    for (std::int16_t t = 0; t < intNumPurgeTypes; ++t)
+        place(f.cboNumberOfPasses[t], indexed("cboNumberOfPasses", t), 2760, intTop + 675, 900,
+              345);
+    place(f.cmdAccept, "cmdAccept", 4380, intTop + 1305, 1500, 405);
+    place(f.cmdCancel, "cmdCancel", 6000, intTop + 1305, 1500, 405);
+    f.Height = intTop + 1950;
+    ui::Bind(f, table);
     ui::PutWords({{&f.lblNumberOfTimes, "Number of times ('passes'):", 'N'},
                   {&f.cmdAccept, "Accept", 'A', cmdAccept_Click},
                   {&f.cmdCancel, "Cancel", 0, cmdCancel_Click}});
     f.cmdAccept.Default = f.cmdCancel.Cancel = true;
-    for (std::int16_t i = 0; i < intNumTypes; ++i) {
-        f.optPurgeType[i].Caption = strTypeCaptions[i];
+    for (std::int16_t i = 0; i < intNumPurgeTypes; ++i) {
+        f.optPurgeType[i].Caption = std::to_string(i + 1) + ". " + purgeTypes[i].strCaption;
         f.optPurgeType[i].Mnemonic = static_cast<char>('1' + i);
         f.optPurgeType[i].Bold = true;
         f.optPurgeType[i].Click = ShowPassesListForType;
@@ -129,16 +130,16 @@ void Initialization() {
     FrmTypeOfPurge& f = frmTypeOfPurge;
     LayOut();
     f.intMinNumPasses = 1;
-    for (std::int16_t t = 0; t < intNumTypes; ++t) {
+    for (std::int16_t t = 0; t < intNumPurgeTypes; ++t) {
         f.cboNumberOfPasses[t].Items.clear();
-        f.intMaxNumPasses = intMaxPassesOfType[t];
+        f.intMaxNumPasses = purgeTypes[t].intMostPasses;
         for (int k = f.intMinNumPasses; k <= f.intMaxNumPasses; ++k)
             f.cboNumberOfPasses[t].Items.push_back({std::to_string(k)});
     }
     ui::SelectOption(f.optPurgeType, 0);
-    for (std::int16_t t = 0; t < intNumTypes; ++t) {
-        f.cboNumberOfPasses[t].ListIndex = intDefaultIndexOfType[t];
-        f.lblPurgeType[t].Caption = strTypeDescriptions[t];
+    for (std::int16_t t = 0; t < intNumPurgeTypes; ++t) {
+        f.cboNumberOfPasses[t].ListIndex = purgeTypes[t].intStandardPasses - f.intMinNumPasses;
+        f.lblPurgeType[t].Caption = purgeTypes[t].strDescription;
     }
     f.lblDOD.Caption = "Both the type 2 purge (if done 6 times) and the type 3 purge "
                        "(if done 3 times) meet the U.S. DoD 5220.22-M standard for disk "
@@ -146,9 +147,10 @@ void Initialization() {
 }
 
 std::int16_t GetPurgeType() {
-    if (frmTypeOfPurge.optPurgeType[0].Value)
-        return 0;
-    return frmTypeOfPurge.optPurgeType[1].Value ? 1 : 2;
+    std::int16_t t = 0;
+    while (t < intNumPurgeTypes - 1 && !frmTypeOfPurge.optPurgeType[t].Value)
+        ++t;
+    return t;
 }
 
 // The lists hold at most nine items, so that neither the sum nor the product below can leave 16
@@ -160,8 +162,7 @@ std::int16_t GetNumberOfPasses() {
 }
 
 std::int16_t GetNumOverwritesPerPass() {
-    constexpr std::int16_t intOverwritesPerPass[intNumTypes] = {1, 4, 6};
-    return intOverwritesPerPass[GetPurgeType()];
+    return static_cast<std::int16_t>(OverwritesOfType(GetPurgeType()).size());
 }
 
 std::int16_t GetNumOverwrites() {
@@ -169,10 +170,7 @@ std::int16_t GetNumOverwrites() {
 }
 
 std::string PurgeTypeNumPasses(std::int16_t intPurgeType, std::int16_t intNumberOfPasses) {
-    constexpr const char* strNames[intNumTypes] = {"random bytes", "alternate bit patterns",
-                                                   "alternate bit patterns plus random bytes"};
-    const std::string strName =
-        intPurgeType >= 0 && intPurgeType < intNumTypes ? strNames[intPurgeType] : "";
+    const std::string strName = IsPurgeType(intPurgeType) ? purgeTypes[intPurgeType].strName : "";
     if (intNumberOfPasses == 1)
         return strName + " once";
     if (intNumberOfPasses == 2)
@@ -182,8 +180,7 @@ std::string PurgeTypeNumPasses(std::int16_t intPurgeType, std::int16_t intNumber
 
 std::string TypeOfPurgeSummary() {
     const std::int16_t n = GetNumOverwrites();
-    const std::string strCaption = frmTypeOfPurge.optPurgeType[GetPurgeType()].Caption;
-    return (strCaption.size() > 3 ? strCaption.substr(3) : "") + ", " +
+    return std::string(purgeTypes[GetPurgeType()].strCaption) + ", " +
            TimesText(GetNumberOfPasses()) + " (= " + std::to_string(n) + " overwrite" +
            (n > 1 ? "s" : "") + ")";
 }

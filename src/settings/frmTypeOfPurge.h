@@ -1,15 +1,16 @@
 // The dialog "What type of purge should be used?": purge type and passes.
 #pragma once
 
+#include "engine/PurgeTypes.h"
 #include "ui/Controls.h"
 
 #include <cstdint>
 #include <string>
 
 struct FrmTypeOfPurge : ui::Form {
-    ui::OptionButton optPurgeType[3];
-    ui::ComboBox cboNumberOfPasses[3];
-    ui::Label lblPurgeType[3];
+    ui::OptionButton optPurgeType[intNumPurgeTypes];
+    ui::ComboBox cboNumberOfPasses[intNumPurgeTypes];
+    ui::Label lblPurgeType[intNumPurgeTypes];
     ui::Label lblDOD, lblNumberOfTimes;
     ui::Button cmdAccept, cmdCancel;
 
@@ -23,7 +24,7 @@ extern FrmTypeOfPurge frmTypeOfPurge;
 
 /// Fills the lists and sets the defaults; called once at start.
 void Initialization();
-/// 0 random bytes, 1 alternate bit patterns, 2 both.
+/// The chosen row of purgeTypes.
 std::int16_t GetPurgeType();
 std::int16_t GetNumberOfPasses();
 std::int16_t GetNumOverwritesPerPass();

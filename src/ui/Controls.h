@@ -171,7 +171,7 @@ struct Form {
 /// One line of a form's layout table: a control, its name in the code and its place in twips.
 struct Placed {
     Control* Which;
-    const char* Name;
+    std::string Name;
     int Left, Top, Width, Height;
 };
 
