@@ -8,7 +8,9 @@ option(NW_FUZZ "Build the fuzzers (clang only)" OFF)
 set(NW_STACK 33554432)
 
 add_library(nw_options INTERFACE)
-target_include_directories(nw_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_include_directories(nw_options INTERFACE
+    ${CMAKE_SOURCE_DIR}/src ${CMAKE_BINARY_DIR}/generated)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/Version.h.in ${CMAKE_BINARY_DIR}/generated/Version.h @ONLY)
 
 if(MSVC)
     # Warnings are no errors here: nobody has counted them yet. /utf-8 and the rest are for C++ only,

@@ -1,54 +1,106 @@
 #!/usr/bin/env python3
-"""Draws nullwright.ico: a sheet of paper whose lower part falls into squares, on a dark tile.
+"""Draws nullwright.ico (a sheet of paper whose lower part falls into squares, on a blue tile) and
+operation.ico (the same squares on a page of their own, for operation files).
 
-Run it in this folder after a change; its result is kept beside it. It needs nothing but Python.
+Run it in this folder after a change; its results are kept beside it, and no build needs it. It
+needs nothing but Python. Every edge lies between two pixels at every size: scaled down from one
+drawing, the small ones would be blurred.
 """
 import struct
 import zlib
 
-SIZES = (16, 20, 24, 32, 40, 48, 64, 256)
-TILE = (27, 42, 65)
-PAPER = (244, 247, 251)
-FOLD = (176, 190, 210)
-LINE = (112, 134, 166)
-SPARK = (255, 179, 71)
+TILE = (38, 98, 184)  # stands out from light and dark taskbars
+PAPER = (255, 255, 255)
+FOLD = (170, 196, 232)
+LINE = (120, 150, 196)
+SPARK = (255, 170, 44)
 
-# Squares of the falling part: left, top, side, colour; the drawing is 64 units wide.
-SQUARES = (
-    (18, 36, 7, PAPER), (26, 36, 7, PAPER), (34, 36, 7, PAPER), (40, 37, 6, SPARK),
-    (18, 44, 6, PAPER), (27, 44, 6, SPARK), (36, 45, 5, PAPER),
-    (19, 52, 4, SPARK), (29, 52, 4, PAPER), (40, 51, 3, PAPER),
-)
-
-
-def inside_round(x, y, left, top, right, bottom, radius):
-    if not (left <= x <= right and top <= y <= bottom):
-        return False
-    dx = max(left + radius - x, x - (right - radius), 0)
-    dy = max(top + radius - y, y - (bottom - radius), 0)
-    return dx * dx + dy * dy <= radius * radius
+# Per size: side of a square, gap between two, height of the paper above them, side of the squares
+# of the last row, thickness of a line of writing.
+SIZES = {
+    16: (2, 1, 6, 2, 1), 20: (3, 1, 8, 2, 1), 24: (4, 1, 9, 3, 1), 32: (6, 1, 13, 4, 2),
+    40: (8, 1, 16, 6, 2), 48: (8, 2, 18, 6, 2), 64: (12, 2, 22, 8, 3), 128: (24, 4, 44, 16, 6),
+    256: (48, 8, 88, 32, 12),
+}
 
 
-def colour_at(x, y):
-    if not inside_round(x, y, 1, 1, 63, 63, 12):
-        return None
-    for left, top, side, colour in SQUARES:
-        if left <= x <= left + side and top <= y <= top + side:
-            return colour
-    if 17 <= x <= 47 and 8 <= y <= 34:
-        if x - 38 > y - 8:  # the corner that is folded down
-            return TILE
-        if x >= 38 and y <= 17:
-            return FOLD
-        if y > 19 and 22 <= x <= 42 and (y - 19) % 6 >= 3:
-            return LINE
-        return PAPER
-    return TILE
+def box(left, top, width, height, colour):
+    return lambda x, y: colour if left <= x < left + width and top <= y < top + height else None
 
 
-def draw(size):
+def tile(size):
+    radius = size * 3 / 16
+
+    def at(x, y):
+        dx = max(radius - x, x - (size - radius), 0)
+        dy = max(radius - y, y - (size - radius), 0)
+        return TILE if dx * dx + dy * dy <= radius * radius else None
+    return at
+
+
+def folded(left, top, width, height, fold, colour, behind):
+    """A sheet whose upper right corner is folded down; `behind` shows where the corner was."""
+    def at(x, y):
+        if not (left <= x < left + width and top <= y < top + height):
+            return None
+        dx, dy = x - (left + width - fold), y - top
+        if dx > dy:
+            return behind
+        return FOLD if dx >= 0 and dy < fold else colour
+    return at
+
+
+def squares(size, left, top, first):
+    """Two rows of squares; `first` is the colour of those that are no sparks."""
+    side, gap, _, last, _ = SIZES[size]
+    step = side + gap
+    lower = top + step
+    return [
+        box(left, top, side, side, first), box(left + step, top, side, side, first),
+        box(left + 2 * step, top, side, side, SPARK),
+        box(left, lower, last, last, SPARK), box(left + step + side - last, lower, last, last, first),
+    ]
+
+
+def writing(left, top, width, height, fold, thick):
+    """Lines of writing at the foot of a sheet, as many as fit below the fold."""
+    shapes, y = [], top + height - 2 * thick
+    for _ in range(2):
+        if y >= top + fold:
+            shapes.append(box(left + thick, y, width - 2 * thick, thick, LINE))
+        y -= 2 * thick
+    return shapes
+
+
+def program(size):
+    side, gap, paper, last, thick = SIZES[size]
+    width = 3 * side + 2 * gap
+    left = (size - width) // 2
+    top = (size - (paper + side + last + 2 * gap)) // 2
+    fold = side + side % 2
+    return [tile(size), folded(left, top, width, paper, fold, PAPER, TILE),
+            *writing(left, top, width, paper, fold, thick),
+            *squares(size, left, top + paper + gap, PAPER)]
+
+
+def operation(size):
+    side, gap, _, last, thick = SIZES[size]
+    width = 3 * side + 2 * gap
+    left = (size - width) // 2
+    border = max(1, size // 24)
+    edge = left - border - max(1, size // 16)
+    outer, fold = size - 2 * edge, side + side % 2 + 2 * border
+    lower = size - border - max(1, size // 16) - side - gap - last
+    return [folded(edge, 0, outer, size, fold, TILE, None),
+            folded(edge + border, border, outer - 2 * border, size - 2 * border, fold - border,
+                   PAPER, None),
+            *writing(left, border, width, lower - border - gap, fold, thick),
+            *squares(size, left, lower, TILE)]
+
+
+def draw(size, shapes):
     """Rows of (red, green, blue, alpha), each pixel the mean of several points."""
-    points = 8 if size <= 64 else 3
+    points = 4
     rows = []
     for py in range(size):
         row = []
@@ -56,8 +108,9 @@ def draw(size):
             total = [0, 0, 0, 0]
             for sy in range(points):
                 for sx in range(points):
-                    colour = colour_at((px + (sx + .5) / points) * 64 / size,
-                                       (py + (sy + .5) / points) * 64 / size)
+                    colour = None
+                    for shape in shapes:
+                        colour = shape(px + (sx + .5) / points, py + (sy + .5) / points) or colour
                     if colour:
                         for i in range(3):
                             total[i] += colour[i]
@@ -87,17 +140,21 @@ def bitmap(rows):
     return head + pixels + mask
 
 
-def main():
-    images = [(size, png(draw(size)) if size == 256 else bitmap(draw(size))) for size in SIZES]
+def write(name, shapes_of):
+    images = []
+    for size in SIZES:
+        rows = draw(size, shapes_of(size))
+        images.append((size, png(rows) if size > 64 else bitmap(rows)))
     offset = 6 + 16 * len(images)
     directory = struct.pack("<HHH", 0, 1, len(images))
     for size, data in images:
         directory += struct.pack("<BBBBHHII", size % 256, size % 256, 0, 0, 1, 32, len(data),
                                  offset)
         offset += len(data)
-    with open("nullwright.ico", "wb") as file:
+    with open(name, "wb") as file:
         file.write(directory + b"".join(data for _, data in images))
 
 
 if __name__ == "__main__":
-    main()
+    write("nullwright.ico", program)
+    write("operation.ico", operation)
