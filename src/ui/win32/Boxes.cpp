@@ -56,6 +56,30 @@ void CallForAttention(HWND owner) {
     FlashWindowEx(&flash);
 }
 
+HHOOK placingHook = nullptr;
+HWND placingOwner = nullptr;
+
+void EndPlacing() {
+    if (placingHook)
+        UnhookWindowsHookEx(placingHook);
+    placingHook = nullptr;
+}
+
+/// The box that opens next goes over its owner and onto the owner's monitor; Windows would put it
+/// into the middle of the screen.
+LRESULT CALLBACK PlaceBox(int code, WPARAM wParam, LPARAM lParam) {
+    const HWND box = reinterpret_cast<HWND>(wParam);
+    RECT own{};
+    if (code != HCBT_ACTIVATE || GetWindow(box, GW_OWNER) != placingOwner || FormOfWindow(box) ||
+        !GetWindowRect(box, &own))
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    EndPlacing();
+    const POINT place = CentredPlace(placingOwner, {own.right - own.left, own.bottom - own.top});
+    SetWindowPos(box, nullptr, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    ColourTitleBar(box);
+    return 0;
+}
+
 ITaskbarList3* Taskbar() {
     static ITaskbarList3* list = [] {
         ITaskbarList3* made = nullptr;
@@ -82,7 +106,11 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
                        defaults[std::clamp(defaultButton, 1, 3) - 1] | MB_SETFOREGROUND;
     const BoxOpen box(true);
     CallForAttention(box.Owner);
+    EndPlacing();
+    placingOwner = box.Owner;
+    placingHook = SetWindowsHookExW(WH_CBT, PlaceBox, nullptr, GetCurrentThreadId());
     const int answer = MessageBoxW(box.Owner, Widen(text).c_str(), Widen(title).c_str(), flags);
+    EndPlacing();
     return answer == 0 ? SafeAnswer(buttons) : answer;
 }
 

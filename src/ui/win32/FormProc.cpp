@@ -45,6 +45,7 @@ void SetMinimum(const NativeForm& native, MINMAXINFO& info) {
 void ChangeResolution(NativeForm& native, int dpi, const RECT& place) {
     native.Dpi = dpi;
     native.Scale = TextScale(dpi);
+    GiveIcons(native.Window, dpi);
     SIZE size{place.right - place.left, place.bottom - place.top};
     // What Windows suggests grows the frame as the inside does, which it does not quite do.
     if (!IsZoomed(native.Window) && !IsIconic(native.Window))
@@ -67,6 +68,7 @@ void ChangeSettings() {
         if (!form->Window)
             continue;
         form->Scale = TextScale(form->Dpi);
+        ColourTitleBar(form->Window);
         for (const auto& control : form->Controls)
             control->Font = nullptr;
         if (form->Which->Visible && !IsIconic(form->Window) && !IsZoomed(form->Window))

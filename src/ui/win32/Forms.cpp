@@ -13,7 +13,6 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 namespace {
 
 constexpr const wchar_t* strFormClass = L"NullwrightForm";
-constexpr int intIconResource = 1;
 
 std::vector<std::unique_ptr<NativeForm>> forms;
 
@@ -29,11 +28,6 @@ void RegisterFormClass() {
     description.cbSize = sizeof description;
     description.lpfnWndProc = FormProc;
     description.hInstance = Instance();
-    description.hIcon = static_cast<HICON>(LoadImageW(Instance(), MAKEINTRESOURCEW(intIconResource),
-                                                      IMAGE_ICON, 0, 0, LR_DEFAULTSIZE));
-    description.hIconSm = static_cast<HICON>(
-        LoadImageW(Instance(), MAKEINTRESOURCEW(intIconResource), IMAGE_ICON,
-                   GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), 0));
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     description.lpszClassName = strFormClass;
@@ -68,6 +62,8 @@ void CreateFormWindow(NativeForm& native) {
     NameWindow(native.Window, form.Name);
     native.Dpi = static_cast<int>(GetDpiForWindow(native.Window));
     native.Scale = TextScale(native.Dpi);
+    GiveIcons(native.Window, native.Dpi);
+    ColourTitleBar(native.Window);
     SendMessageW(native.Window, WM_CHANGEUISTATE, UIS_INITIALIZE, 0);
     native.ToolTips =
         CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
@@ -159,7 +155,7 @@ void SetModalStyle(NativeForm& native, bool modal, HWND owner) {
     --native.Moving;
 }
 
-void CentreOver(NativeForm& native, HWND owner) {
+POINT CentredPlace(HWND owner, SIZE size) {
     RECT over{};
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
@@ -168,20 +164,27 @@ void CentreOver(NativeForm& native, HWND owner) {
         &monitor);
     if (!owner || IsIconic(owner) || !GetWindowRect(owner, &over))
         over = monitor.rcWork;
+    const RECT& work = monitor.rcWork;
+    return {
+        std::max(work.left, std::min((over.left + over.right - size.cx) / 2, work.right - size.cx)),
+        std::max(work.top,
+                 std::min((over.top + over.bottom - size.cy) / 2, work.bottom - size.cy))};
+}
+
+void CentreOver(NativeForm& native, HWND owner) {
+    const int dpi = native.Dpi;
     RECT own{};
     GetWindowRect(native.Window, &own);
-    const LONG width = own.right - own.left, height = own.bottom - own.top;
-    const RECT& work = monitor.rcWork;
-    const LONG left =
-        std::max(work.left, std::min((over.left + over.right - width) / 2, work.right - width));
-    const LONG top =
-        std::max(work.top, std::min((over.top + over.bottom - height) / 2, work.bottom - height));
-    native.Which->Left = native.Left = ToTwips(left, SystemScale());
-    native.Which->Top = native.Top = ToTwips(top, SystemScale());
+    const POINT place = CentredPlace(owner, {own.right - own.left, own.bottom - own.top});
+    native.Which->Left = native.Left = ToTwips(place.x, SystemScale());
+    native.Which->Top = native.Top = ToTwips(place.y, SystemScale());
     ++native.Moving;
-    SetWindowPos(native.Window, nullptr, left, top, 0, 0,
+    SetWindowPos(native.Window, nullptr, place.x, place.y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     --native.Moving;
+    // On a monitor of another resolution it has another size now.
+    if (native.Dpi != dpi)
+        CentreOver(native, owner);
 }
 
 void BringUp(Form& form, bool modal, HWND owner) {

@@ -17,7 +17,7 @@ int Brightness(COLORREF colour) {
 COLORREF LinkColour(COLORREF back) {
     constexpr int intLeastContrast = 70; // of 255
     const COLORREF link = GetSysColor(COLOR_HOTLIGHT);
-    if (std::abs(Brightness(link) - Brightness(back)) >= intLeastContrast)
+    if (IsHighContrast() || std::abs(Brightness(link) - Brightness(back)) >= intLeastContrast)
         return link;
     return Brightness(back) >= 128 ? RGB(0, 84, 166) : GetSysColor(COLOR_BTNTEXT);
 }
@@ -87,13 +87,6 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
         SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
         DrawFocusRect(context, &focus);
     }
-}
-
-bool IsHighContrast() {
-    HIGHCONTRASTW contrast{};
-    contrast.cbSize = sizeof contrast;
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
 
 } // namespace

@@ -102,6 +102,9 @@ Control* ControlOfWindow(HWND window);
 void MoveToFields(NativeForm& form);
 void SetModalStyle(NativeForm& form, bool modal, HWND owner);
 void CentreOver(NativeForm& form, HWND owner);
+/// Where a window of this size stands centred over its owner (without one: on the main monitor),
+/// all of it on the owner's monitor.
+POINT CentredPlace(HWND owner, SIZE size);
 /// Puts a form on the screen for Show and ShowModal.
 void BringUp(Form& form, bool modal, HWND owner);
 void DestroyForms();
@@ -135,6 +138,14 @@ std::optional<COLORREF> BackColorOf(const Control& control);
 std::optional<COLORREF> ForeColorOf(const Control& control);
 void PaintLabel(NativeControl& native);
 COLORREF BackgroundBehind(const Control& control);
+
+// ---- Appearance.cpp
+/// The user has chosen a theme of high contrast.
+bool IsHighContrast();
+/// A dark title bar where Windows' applications are dark, and the usual one elsewhere.
+void ColourTitleBar(HWND window);
+/// The program's icons in the sizes of this resolution.
+void GiveIcons(HWND window, int dpi);
 
 // ---- Sync.cpp
 void SyncForm(NativeForm& form, Thorough how);
