@@ -3,6 +3,7 @@
 
 #include "engine/PurgeTypes.h"
 #include "platform/Drives.h"
+#include "platform/Files.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -24,6 +25,10 @@ namespace {
 
 /// Major and minor number of the program's version; the first line of a setup file.
 constexpr const char* strVersion = "1.0";
+
+/// A copy of the program with a file of this name beside it keeps its settings there and leaves
+/// nothing elsewhere.
+constexpr const char* strPortableMarker = "nullwright.portable";
 
 std::string strNextRunFolder;
 std::string strNextRunPath;
@@ -192,14 +197,19 @@ bool WriteSetupFile(const std::string& path) {
 }
 
 void FindNextRunSetupPath() {
-    std::string strPlace;
-    if (platform::Failed(platform::ReadApplicationDataFolder(strPlace)))
-        strPlace = FirstFixedRoot();
     strNextRunFolder.clear();
     strNextRunPath.clear();
-    if (strPlace.empty())
-        return;
-    strNextRunFolder = FolderWithBackslash(strPlace) + ProgramText(TextNumber::SettingsFolder);
+    const std::string strProgramFolder = platform::ProgramFolder();
+    if (platform::FileExists(FolderWithBackslash(strProgramFolder) + strPortableMarker)) {
+        strNextRunFolder = strProgramFolder;
+    } else {
+        std::string strPlace;
+        if (platform::Failed(platform::ReadApplicationDataFolder(strPlace)))
+            strPlace = FirstFixedRoot();
+        if (strPlace.empty())
+            return;
+        strNextRunFolder = FolderWithBackslash(strPlace) + ProgramText(TextNumber::SettingsFolder);
+    }
     strNextRunPath = FolderWithBackslash(strNextRunFolder) +
                      platform::LowerCase(ProgramText(TextNumber::NextRunStem)) + ".usr";
 }

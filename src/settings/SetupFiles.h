@@ -14,7 +14,8 @@ bool WriteSetupFile(const std::string& path);
 /// procedures above do without the file).
 std::string SetupText();
 bool ApplySetupText(const std::string& text);
-/// Works out the path of the next-run file; once, at start-up, after the program texts are loaded.
+/// Works out the path of the next-run file (in a portable copy: beside the program); once, at
+/// start-up, after the program texts are loaded.
 void FindNextRunSetupPath();
 /// Path of the next-run file; "" when there is no place for one. Does not make the folder.
 const std::string& NextRunSetupPath();

@@ -104,6 +104,18 @@ TEST_F(SetupPanel, SavesForTheNextRunAndFindsItThere) {
     EXPECT_FALSE(blnSubdirectories);
 }
 
+TEST_F(SetupPanel, KeepsTheSettingsOfAPortableCopyBesideIt) {
+    fake::PutFile(fake::programFolder + "\\nullwright.portable");
+    fake::PutFile(strNextRun, strThirdSetup);
+    StartProgram();
+    EXPECT_EQ("", strDirPath) << "the settings of an installed copy are not its own";
+    ASSERT_TRUE(ApplySetupText(strOtherSetup));
+    Press(f.cmdSaveSetupForNextRun);
+    EXPECT_EQ(strThirdSetup, fake::ContentOf(strNextRun));
+    EXPECT_EQ(strOtherSetup, fake::ContentOf(fake::programFolder + "\\nullwright.usr"));
+    EXPECT_NE("", fake::ContentOf(fake::programFolder + "\\nullwright.pos"));
+}
+
 TEST_F(SetupPanel, SaysThatItCouldNotSave) {
     fake::FailNth(1, platform::Fault::AccessDenied, "MakeFolder");
     user.Box("Error", "Cannot save setup!", fake::Warns);
