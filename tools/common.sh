@@ -12,6 +12,7 @@ packages_build=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix)
 packages_wine=(wine wine64 xvfb openbox xdotool imagemagick fonts-liberation)
 packages_test=(googletest clang-14 libclang-rt-14-dev clang-format-14
     e2fsprogs ntfs-3g mount)
+packages_package=(googletest nsis zip)
 
 say() { printf '\n== %s\n' "$*"; }
 die() { printf '\n%s\n' "$*" >&2; exit 1; }
@@ -100,9 +101,13 @@ stop_everything() {
     wait 2> /dev/null || true
 }
 
-# A prefix without a Z: drive: nothing outside the prefix can be reached from inside.
 make_prefix() {
     take_wine
+    fill_prefix
+}
+
+# A prefix without a Z: drive: nothing outside the prefix can be reached from inside.
+fill_prefix() {
     [ -f "$WINEPREFIX/ready" ] && return 0
     say "Making a Wine prefix"
     rm -rf "$WINEPREFIX"

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <vector>
 
+#include <shellapi.h>
+
 namespace driver {
 
 using platform::Narrow;
@@ -139,6 +141,30 @@ HWND StartProgram() {
     return Window("Nullwright");
 }
 
+HWND StartByShell(const std::string& file, const std::string& verb, const std::string& itemClass) {
+    const std::wstring wideFile = Widen(file), wideVerb = Widen(verb), wideClass = Widen(itemClass);
+    SHELLEXECUTEINFOW what = {};
+    what.cbSize = sizeof what;
+    what.fMask = SEE_MASK_FLAG_NO_UI | (itemClass.empty() ? 0 : SEE_MASK_CLASSNAME);
+    what.lpFile = wideFile.c_str();
+    what.lpVerb = verb.empty() ? nullptr : wideVerb.c_str();
+    what.lpClass = wideClass.c_str();
+    what.nShow = SW_SHOWNORMAL;
+    EXPECT_TRUE(ShellExecuteExW(&what)) << file << " cannot be opened: " << GetLastError();
+    // Not every system tells which process came of it, and with a link it need not be the first.
+    HWND main = nullptr;
+    EXPECT_TRUE(WaitUntil([&main] {
+        main = FindWindowW(L"NullwrightForm", L"Nullwright");
+        return main != nullptr && IsWindowVisible(main);
+    })) << file
+        << " did not start the program.";
+    GetWindowThreadProcessId(main, &program.dwProcessId);
+    program.hProcess =
+        OpenProcess(PROCESS_TERMINATE | PROCESS_QUERY_LIMITED_INFORMATION | SYNCHRONIZE, FALSE,
+                    program.dwProcessId);
+    return main;
+}
+
 int WaitForEnd() {
     DWORD code = STILL_ACTIVE;
     WaitForSingleObject(program.hProcess, patience);
@@ -151,7 +177,8 @@ void KillProgram() {
         return;
     TerminateProcess(program.hProcess, 99); // refused when it has ended
     WaitForSingleObject(program.hProcess, patience);
-    CloseHandle(program.hThread);
+    if (program.hThread != nullptr)
+        CloseHandle(program.hThread);
     CloseHandle(program.hProcess);
     program = {};
 }

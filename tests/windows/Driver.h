@@ -24,6 +24,10 @@ extern std::string scratch;
 
 /// Starts the program (NW_PROGRAM) and waits for its main window.
 HWND StartProgram();
+/// What Explorer does with a file: its own verb ("" the usual one), or that of a class of items.
+/// Waits for the main window of the program that comes of it.
+HWND StartByShell(const std::string& file, const std::string& verb = "",
+                  const std::string& itemClass = "");
 /// Waits for the program to end of itself; STILL_ACTIVE when it does not.
 int WaitForEnd();
 /// Ends the program by force if it still runs.
