@@ -12,6 +12,17 @@ struct KeysTest : WindowTest {
         EXPECT_TRUE(WaitUntil([&] { return Focused(form) != before; })) << NameOf(before);
         return NameOf(Focused(form));
     }
+    /// A window has its middle where its owner has it.
+    static void ExpectOverOwner(HWND window) {
+        RECT own{}, over{};
+        EXPECT_TRUE(WaitUntil([&] {
+            GetWindowRect(window, &own);
+            GetWindowRect(GetWindow(window, GW_OWNER), &over);
+            return std::abs(own.left + own.right - over.left - over.right) < 8 &&
+                   std::abs(own.top + own.bottom - over.top - over.bottom) < 8;
+        })) << TextOf(window)
+            << " at " << own.left << ", " << own.top;
+    }
 };
 
 TEST_F(KeysTest, TabGoesRoundAllButtons) {
@@ -34,8 +45,10 @@ TEST_F(KeysTest, TabGoesRoundAllButtons) {
 }
 
 TEST_F(KeysTest, AltLetterEnterAndEscape) {
+    SetWindowPos(main, nullptr, 40, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER); // not in the middle
     PressKey(main, 'Y', VK_MENU);
     HWND dialog = Window("What type of purge should be used?");
+    ExpectOverOwner(dialog);
     ExpectFocus(dialog, "cmdAccept");
     EXPECT_FALSE(IsUsable(Named(main, "cmdQuit")));
     PressKey(dialog, VK_ESCAPE);
@@ -53,6 +66,10 @@ TEST_F(KeysTest, AltLetterEnterAndEscape) {
         ExpectFocus(dialog, focus);
     }
     PressKey(dialog, VK_RETURN);
+    HWND box = nullptr;
+    EXPECT_TRUE(
+        WaitUntil([&box] { return (box = FindWindowW(L"#32770", L"Nullwright")) != nullptr; }));
+    ExpectOverOwner(box);
     AnswerBox("Nullwright",
               "In the type of purge specified each file will be overwritten 6 times.\r\n"
               "Is this OK?",
