@@ -105,14 +105,15 @@ void PurgeDisk() {
     }
     blnStop = false;
     const auto result = PurgeFreeSpaceOf(state.chrDrive, strTitle);
+    const std::string strUndone = UnpurgedText(result);
     if (result == FreeSpaceResult::Stopped || result == FreeSpaceResult::Failed ||
-        (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive && !ShowFilesNext(state))) {
+        (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive && !ShowFilesNext(state, strUndone))) {
         SetMainLine(MainLine::Subdirectories2, "");
         Message("Purge disk cancelled.");
         return;
     }
     blnStop = false;
-    PurgeFilesOfDisk(state, UnpurgedText(result));
+    PurgeFilesOfDisk(state, strUndone);
 }
 
 } // namespace

@@ -29,4 +29,4 @@ bool AskAboutTopFolders(DiskPurgeState& state);
 bool AskAboutSystemFolders(const DiskPurgeState& state);
 /// Sets blnDisplayDialogBoxesDuringRemainderOfPurgeDrive.
 bool AskAboutInterruption();
-bool ShowFilesNext(const DiskPurgeState& state);
+bool ShowFilesNext(const DiskPurgeState& state, const std::string& strUndone);

@@ -238,10 +238,11 @@ bool AskAboutInterruption() {
     return intAnswer != ui::AnswerCancel;
 }
 
-bool ShowFilesNext(const DiskPurgeState& state) {
+bool ShowFilesNext(const DiskPurgeState& state, const std::string& strUndone) {
     std::string strFolders = SubfoldersText(state);
     if (!state.blnExcludeTopFiles)
         strFolders = "in the top folder " + (strFolders.empty() ? "" : "and " + strFolders);
-    return Continue("The free space has been purged.  Now all files\r\n" + strFolders +
-                    "will be purged.");
+    return Continue("The free space has been purged.  " +
+                    (strUndone.empty() ? "" : "\r\n" + strUndone + "\r\n\r\n") +
+                    "Now all files\r\n" + strFolders + "will be purged.");
 }

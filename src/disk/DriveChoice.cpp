@@ -2,6 +2,7 @@
 
 #include "disk/DiskProc.h"
 #include "disk/FillDisk.h"
+#include "disk/LeftoverDummies.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
@@ -52,7 +53,10 @@ char ChooseWritableDrive(const std::string& strQuestion, const std::string& strT
     if (strLetters.empty())
         return 0;
     const char chrDrive = ChooseDrive(strQuestion, strLetters);
-    return chrDrive != 0 && CheckDriveWritable(chrDrive, strTitle) ? chrDrive : '\0';
+    if (chrDrive == 0 || !CheckDriveWritable(chrDrive, strTitle))
+        return 0;
+    OfferToRemoveLeftoversOn(chrDrive);
+    return chrDrive;
 }
 
 void ComplainOfUnknownSpace(char chrDrive, const std::string& strTitle) {
@@ -69,6 +73,8 @@ bool AcceptFillingOf(char chrDrive, const std::string& strTitle) {
     return ui::MsgBox("Windows runs from Drive " + strDrive +
                           ".  While its free space is being purged, "
                           "Windows and all other programs have no free space on this drive.  "
+                          "Windows may delete restore points and earlier versions of files to "
+                          "make room.  "
                           "Save your work and close other programs first.\r\n\r\n"
                           "Click 'OK' to continue or 'Cancel' to terminate this operation.",
                       ui::Buttons::OKCancel, ui::Icon::Exclamation, strTitle) == ui::AnswerOK;

@@ -10,7 +10,8 @@ std::string FindDrives(const std::string& strTitle);
 /// False, after telling the user why, for a drive without a medium, a network drive and one that is
 /// read-only.
 bool CheckDriveWritable(char chrDrive, const std::string& strTitle);
-/// The drive chooser, then the check: the letter, or 0.
+/// The drive chooser, the check, and the offer to remove dummy files that an earlier run left on
+/// that drive: the letter, or 0.
 char ChooseWritableDrive(const std::string& strQuestion, const std::string& strTitle);
 /// Tells that the system does not say how much is free on a drive.
 void ComplainOfUnknownSpace(char chrDrive, const std::string& strTitle);

@@ -12,5 +12,6 @@ void PurgeDiskCommand();
 void PurgeFreeSpaceCommand();
 /// "Purge folders".
 void PurgeFoldersCommand(const std::string& strTitle);
-/// Looks for dummy folders that a crash left on the fixed drives and offers to remove them.
+/// Looks for dummy folders that a crash left on the drives of this computer, fixed and removable,
+/// and offers to remove them.
 void OfferToRemoveLeftoverDummies();

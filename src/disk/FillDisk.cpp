@@ -2,7 +2,9 @@
 #include "disk/FillDisk.h"
 
 #include "disk/DiskProc.h"
+#include "disk/FillWork.h"
 #include "disk/Folder.h"
+#include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
 #include "engine/EngineNeeds.h"
 #include "engine/FileProc.h"
@@ -14,8 +16,6 @@
 #include "ui/Interface.h"
 
 #include <algorithm>
-#include <atomic>
-#include <vector>
 
 FillDiskState FillDisk;
 
@@ -23,118 +23,19 @@ namespace {
 
 using platform::Fault;
 
-constexpr std::int64_t lngWriteUnit = 131072; ///< bytes; near the end it becomes one cluster
-constexpr std::int64_t lngLongestRun = 8 * lngWriteUnit;
 constexpr std::int64_t lngMebibyte = 1048576;
-/// Asking for the free space costs some 45 microseconds, a third of what writing a unit does. So it
-/// is asked before every unit only when by the last answer less than this is left, and else by
-/// time: an outcome other than that of asking always would need another program that writes more
-/// than this within that time, and even then the write that fails brings us to the same end.
-constexpr double dblNearEnd = 64.0 * lngMebibyte;
-constexpr std::uint64_t lngMillisecondsBetweenQueries = 250;
+/// A disk that is full may have space again a moment later, from a program that deleted something
+/// or from a file system that gives it back late. So often it is filled at most.
+constexpr int intMostRounds = 6;
 
-/// What the writing shares with the I/O thread. While that works, this side reads atomics only.
-struct FillWork {
-    std::vector<char> Zeros;
-    platform::File File;
-    std::int64_t lngUnit = lngWriteUnit;
-    std::int64_t lngCluster = 4096;
-    std::int64_t lngLimit = 0; ///< bytes at which the file in hand ends
-    std::atomic<std::int64_t> lngInFile{0};
-    double dblFree = 0; ///< by the last query, less what was written since
-    std::atomic<double> dblFreeShown{0};
-    std::uint64_t lngLastQuery = 0; ///< tick count
-    double dblTotal = 0;            ///< written in all files
-    bool blnAskFree = true;         ///< not asked yet
-    Fault Error = Fault::None;
-    const char* strError = nullptr; ///< instead of the fault's own description
-};
-
-/// After a failed write: keeps whole clusters of what it left, so that purging this file later
-/// needs no space beyond its own.
-void KeepWholeClusters(FillWork& work) {
-    std::uint64_t lngLength = 0;
-    if (Failed(platform::ReadLength(work.File, lngLength)))
-        return;
-    const auto lngWhole = static_cast<std::int64_t>(lngLength) / work.lngCluster * work.lngCluster;
-    if (Failed(platform::ChangeLength(work.File, static_cast<std::uint64_t>(lngWhole))) ||
-        Failed(platform::SeekTo(work.File, static_cast<std::uint64_t>(lngWhole))))
-        return;
-    work.lngInFile = lngWhole;
-}
-
-/// Writes one unit, or a run of them far from the end. False when the file in hand is done.
-bool WriteStep(FillWork& work) {
-    bool blnNearEnd = true;
-    if (work.lngUnit > work.lngCluster) {
-        const auto lngNow = platform::TickCount();
-        if (work.blnAskFree || work.dblFree <= dblNearEnd ||
-            lngNow - work.lngLastQuery >= lngMillisecondsBetweenQueries) {
-            double dblFree = 0;
-            work.Error = GetFreeSpaceFSO(FillDisk.strDriveRoot, dblFree);
-            if (Failed(work.Error))
-                return false;
-            work.dblFree = work.dblFreeShown = dblFree;
-            work.lngLastQuery = lngNow;
-            work.blnAskFree = false;
-        }
-        if (work.dblFree <= static_cast<double>(work.lngUnit))
-            work.lngUnit = work.lngCluster;
-        blnNearEnd = work.dblFree <= dblNearEnd;
-        // A file system that compresses null bytes or shares equal blocks would never be full.
-        if (work.dblTotal > 1.25 * FillDisk.dblFreeSpaceAtStart + dblNearEnd &&
-            work.dblFree > FillDisk.dblFreeSpaceAtStart / 2) {
-            work.Error = Fault::NotSupported;
-            work.strError = "The free space does not shrink as files are written";
-            return false;
-        }
-    }
-    std::int64_t lngSize = work.lngUnit;
-    if (!blnNearEnd) {
-        const std::int64_t lngLeft = work.lngLimit - work.lngInFile;
-        const std::int64_t lngUnits = (lngLeft + work.lngUnit - 1) / work.lngUnit;
-        lngSize = std::clamp(lngUnits * work.lngUnit, work.lngUnit, lngLongestRun);
-    }
-    const auto fault =
-        platform::WriteBytes(work.File, work.Zeros.data(), static_cast<std::size_t>(lngSize));
-    if (!Failed(fault)) {
-        work.lngInFile += lngSize;
-        work.dblFree -= static_cast<double>(lngSize);
-        work.dblFreeShown = work.dblFree;
-        work.dblTotal += static_cast<double>(lngSize);
-        return work.lngInFile < work.lngLimit;
-    }
-    KeepWholeClusters(work);
-    // A long unit may not fit where a cluster still does.
-    if (fault == Fault::DiskFull && work.lngUnit > work.lngCluster) {
-        work.lngUnit = work.lngCluster;
-        return true;
-    }
-    work.Error = fault;
-    return false;
-}
-
-/// Where the file system gives space out in pieces smaller than the cluster, or holds small files
-/// in its own records, a last small file takes what is left.
-void WriteRemnant(FillWork& work, const std::string& strPath) {
+void WriteRemnantFile(FillWork& work, const std::string& strPath) {
     if (Failed(platform::OpenFile(strPath, platform::Access::CreateNew, work.File)))
         return;
-    std::uint64_t lngLength = 0;
+    std::int64_t lngLength = 0;
     ui::RunSteps(
         ui::Effort::Long,
         [&] {
-            for (std::int64_t lngSize = work.lngCluster / 2; lngSize > 0; lngSize /= 2) {
-                auto fault = Fault::None;
-                // Bounded: another program that frees space meanwhile must not keep us here.
-                for (int i = 0; i < 128 && !Failed(fault); ++i)
-                    fault = platform::WriteBytes(work.File, work.Zeros.data(),
-                                                 static_cast<std::size_t>(lngSize));
-                if (Failed(fault) && fault != Fault::DiskFull)
-                    break;
-            }
-            (void)platform::ReadLength(work.File, lngLength);
-            (void)platform::FlushBytes(work.File);
-            (void)platform::CloseFile(work.File);
+            lngLength = WriteRemnant(work);
             return false;
         },
         [] { return true; });
@@ -146,18 +47,19 @@ void WriteRemnant(FillWork& work, const std::string& strPath) {
 
 /// The folder's and the files' own records lie in clusters, too. The file system may keep what it
 /// wrote there back until they are given up again: what those clusters held before would outlast
-/// the purge.
-void FlushFolderRecords() {
+/// the purge. Then looks at what the full disk still has.
+void FlushRecordsAndLookAgain() {
     ui::RunSteps(
         ui::Effort::Long,
         [] {
             (void)platform::FlushRecords(FillDisk.strDummyFolder);
+            ReadUnfilledSpace(FillDisk.strDriveRoot);
             return false;
         },
         [] { return true; });
 }
 
-/// Flushes and closes the file in hand. A disk-full fault here comes from a file system that
+/// Flushes and closes the file being written. A disk-full fault here comes from a file system that
 /// allocates late. A device that knows no flush holds nothing back.
 Fault FinishFile(FillWork& work) {
     auto fault = Fault::None;
@@ -188,6 +90,7 @@ bool FillOneFile(FillWork& work) {
     const auto Poll = [&] {
         FillDisk.lngBytesInCurrentFile = work.lngInFile;
         FillDisk.dblFreeSpaceNow = work.dblFreeShown;
+        FillDisk.dblFreeSpaceAtStart = std::max(FillDisk.dblFreeSpaceAtStart, work.dblGoal.load());
         const std::int64_t lngMebibytes = FillDisk.lngBytesInCurrentFile / lngMebibyte;
         if (!blnFloppy && lngMebibytes != lngShown) {
             lngShown = lngMebibytes;
@@ -220,17 +123,24 @@ void EndWithFault(FillWork& work) {
     ui::Complain("Error: " + (work.strError ? work.strError : platform::FaultText(work.Error)));
 }
 
-void WriteFiles(FillWork& work) {
+/// Whole clusters, also where a cluster is larger than a dummy is to be.
+std::int64_t MostBytesInFile(const FillWork& work) {
+    const auto lngMost = static_cast<std::int64_t>(dblMaxSizeDummyFile);
+    if (FillDisk.intTestQuantity > 0)
+        return std::min(lngMost, FillDisk.intTestQuantity * lngMebibyte -
+                                     static_cast<std::int64_t>(work.dblTotal));
+    return (lngMost + work.lngCluster - 1) / work.lngCluster * work.lngCluster;
+}
+
+/// Writes file after file until the disk is full: true then. Else the outcome is set.
+bool FillUntilFull(FillWork& work) {
     const std::string strBase = FillDisk.strDummyFolder + "\\" + strDummyFileFolderStub;
     while (true) {
         const std::string strPath = UniqueNumberedFileName(strBase);
         FillDisk.strCurrentDummyFile = platform::LowerCase(strPath);
         FillDisk.lngBytesInCurrentFile = 0;
         work.lngInFile = 0;
-        work.lngLimit = static_cast<std::int64_t>(dblMaxSizeDummyFile);
-        if (FillDisk.intTestQuantity > 0)
-            work.lngLimit = std::min(work.lngLimit, FillDisk.intTestQuantity * lngMebibyte -
-                                                        static_cast<std::int64_t>(work.dblTotal));
+        work.lngLimit = MostBytesInFile(work);
         work.Error = platform::OpenFile(strPath, platform::Access::CreateNew, work.File);
         const bool blnOpened = !Failed(work.Error);
         bool blnStopped = false;
@@ -243,30 +153,43 @@ void WriteFiles(FillWork& work) {
         }
         if (blnStopped) {
             FillDisk.Outcome = FillOutcome::Stopped;
-            return;
+            return false;
         }
         if (work.Error == Fault::DiskFull) {
             FillDisk.Outcome = FillOutcome::Done;
             if (FillDisk.intTestQuantity > 0)
-                return;
+                return false;
             const bool blnTaken =
                 blnOpened &&
                 (work.lngInFile > 0 || !DeleteFileClearingAttributes(strPath, true, true, true));
             if (blnOpened && !blnTaken)
                 --FillDisk.lngFilesWritten;
-            WriteRemnant(work, blnTaken ? UniqueNumberedFileName(strBase) : strPath);
-            FlushFolderRecords();
-            return;
+            WriteRemnantFile(work, blnTaken ? UniqueNumberedFileName(strBase) : strPath);
+            return true;
         }
         if (Failed(work.Error)) {
             EndWithFault(work);
-            return;
+            return false;
         }
         if (FillDisk.intTestQuantity > 0 &&
             work.dblTotal >= static_cast<double>(FillDisk.intTestQuantity * lngMebibyte)) {
             FillDisk.Outcome = FillOutcome::Done;
-            return;
+            return false;
         }
+    }
+}
+
+void WriteFiles(FillWork& work) {
+    for (int intRound = 1;; ++intRound) {
+        const double dblBefore = FillDisk.dblBytesInFinishedFiles;
+        if (!FillUntilFull(work))
+            return;
+        FlushRecordsAndLookAgain();
+        // What this round could not take although it is there, the next one could not either.
+        if (intRound >= intMostRounds || FillDisk.dblUnfilled <= 0 ||
+            FillDisk.dblBytesInFinishedFiles <= dblBefore)
+            return;
+        BeginFilling(work, work.lngCluster);
     }
 }
 
@@ -304,6 +227,10 @@ void WriteDummyFiles() {
     FillDisk.lngFilesWritten = FillDisk.lngFilesPurged = 0;
     FillDisk.lngBytesInCurrentFile = 0;
     FillDisk.dblBytesInFinishedFiles = 0;
+    FillDisk.dblUnfilled = FillDisk.dblKeptBack = 0;
+    // Hours may have passed since the questions were asked.
+    if (ReadFreeSpace(chrDrive) && !blnTest)
+        PlanDummyFiles(chrDrive);
     if (dblSpaceInFreeClusters <= 0) {
         if (!blnTest)
             ui::Complain(std::string("No free space on the disk in Drive ") + chrDrive + ".",
@@ -316,10 +243,10 @@ void WriteDummyFiles() {
         RepaintMain();
     }
     FillWork work;
-    work.lngCluster = std::clamp(GetClusterSize(std::string(1, chrDrive)), 512, 65536);
-    work.Zeros.assign(static_cast<std::size_t>(lngLongestRun), '\0');
+    BeginFilling(work, DummyClusterSize());
     FillDisk.strDummyFolder =
-        MakeDummyFolder(FillDisk.strDriveRoot, strDummyFileFolderStub, FillDisk.Marker);
+        MakeDummyFolder(FillDisk.strDriveRoot, strDummyFileFolderStub,
+                        blnTest ? DummyPurpose::SpeedTest : DummyPurpose::Filling, FillDisk.Marker);
     if (FillDisk.strDummyFolder.empty()) {
         if (!blnTest)
             ui::Complain(std::string("Unable to create a temporary folder on the disk in Drive ") +
@@ -345,14 +272,30 @@ void WriteDummyFiles() {
     EndRunProgress();
 }
 
+std::int64_t DummyClusterSize() {
+    double dblFree = 0;
+    return std::max({GetClusterSizeAndFreeSpace(FillDisk.strDriveRoot, dblFree),
+                     GetClusterSize(FillDisk.strDriveRoot.substr(0, 1)), 512});
+}
+
+void ReadUnfilledSpace(const std::string& strRoot) {
+    FillDisk.dblUnfilled = FillDisk.dblKeptBack = 0;
+    std::uint64_t lngFree = 0, lngTotal = 0, lngOnVolume = 0;
+    if (Failed(platform::ReadDriveSpace(strRoot, lngFree, lngTotal, &lngOnVolume)))
+        return;
+    FillDisk.dblUnfilled = static_cast<double>(lngFree);
+    FillDisk.dblKeptBack = static_cast<double>(std::max(lngOnVolume, lngFree) - lngFree);
+}
+
 void ShowDummyFileProgress() {
     if (FillDisk.intTestQuantity > 0)
         return;
     const double dblWritten = BytesWritten();
     // Space that others gave back meanwhile is filled too: never less than nothing to be written.
     const double dblToWrite = std::max(FillDisk.dblFreeSpaceAtStart - dblWritten, 0.0);
+    const double dblPercent = std::min(dblWritten * 100 / BytesToWrite(), 100.0);
     SetMainLine(MainLine::Status, "Written: " + ByteSizeTextUpToMB(dblWritten, 0) + " (" +
-                                      FormatNumber(dblWritten * 100 / BytesToWrite(), 0) +
+                                      FormatNumber(dblPercent, 0) +
                                       "%)   To be written: " + ByteSizeTextUpToMB(dblToWrite, 0));
     ShowRunProgress();
     RepaintMain();

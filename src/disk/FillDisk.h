@@ -22,7 +22,7 @@ struct FillDiskState {
     std::string strCurrentDummyFile;        ///< the file being written, lower-cased
     std::int64_t lngBytesInCurrentFile = 0; ///< written to it
     double dblBytesInFinishedFiles = 0;     ///< of all dummy files already closed
-    double dblFreeSpaceAtStart = 0;         ///< the 100 % mark of the progress text
+    double dblFreeSpaceAtStart = 0;         ///< the 100 % mark; grows when space is freed meanwhile
     double dblFreeSpaceNow = 0;             ///< as read last, less what was written since
     std::string strStatusText;              ///< the sentence shown while writing
 
@@ -30,6 +30,8 @@ struct FillDiskState {
     /// query that answers F10.
     std::int16_t intTestQuantity = 0;
     FillOutcome Outcome = FillOutcome::NothingWritten;
+    double dblUnfilled = 0; ///< still free for this user when the disk was full
+    double dblKeptBack = 0; ///< free on the volume, but not for this user (quota, reserve)
     std::int64_t lngFilesWritten = 0;
     std::int64_t lngFilesPurged = 0;
     platform::File Marker; ///< keeps the folder marked as in use
@@ -39,10 +41,15 @@ extern FillDiskState FillDisk;
 /// "A" and "B" are floppy drives, whatever the system calls them.
 bool IsFloppyLetter(char chrDrive);
 
-/// Fills the drive FillDisk.strDriveRoot, of which dblSpaceInFreeClusters and intNumDummyFiles are
-/// known, with dummy files of at most dblMaxSizeDummyFile bytes. Shows its own messages; the
-/// outcome is in FillDisk. The files are flushed: what counts as written is on the disk.
+/// Fills the drive FillDisk.strDriveRoot with dummy files of at most dblMaxSizeDummyFile bytes.
+/// Reads the free space anew, and plans the files anew. Shows its own messages; the outcome is in
+/// FillDisk. The files are flushed: what counts as written is on the disk.
 void WriteDummyFiles();
+/// What the length of a dummy file on FillDisk.strDriveRoot is a multiple of, but for the last
+/// small one: the drive's real cluster, or the one that purging writes in where that is larger.
+std::int64_t DummyClusterSize();
+/// Asks the system what is free now, into dblUnfilled and dblKeptBack; what it does not tell is 0.
+void ReadUnfilledSpace(const std::string& strRoot);
 /// Sets the main window's status line to how much is written and how much is still to be.
 void ShowDummyFileProgress();
 /// Purges every dummy file by the current purge type and deletes them and their folder. Always

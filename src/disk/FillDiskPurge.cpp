@@ -68,11 +68,24 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
     return true;
 }
 
+/// Off the interface thread: the folder may hold many files, and its drive may be slow.
+platform::Fault ListInSteps(const std::string& strFolder, std::vector<DummyFile>& files) {
+    auto fault = platform::Fault::None;
+    ui::RunSteps(
+        ui::Effort::Long,
+        [&] {
+            fault = ListDummyFiles(strFolder, strDummyFileFolderStub, files);
+            return false;
+        },
+        [] { return true; });
+    return fault;
+}
+
 /// The dummy files, those that do not end with a cluster last: purging writes whole clusters, and
 /// the disk has room for what they lack only when others are purged and deleted.
-void ListDummyFilesInOrder(std::int32_t lngCluster, std::vector<DummyFile>& files) {
+void ListDummyFilesInOrder(std::int64_t lngCluster, std::vector<DummyFile>& files) {
     for (int intTry = 0; intTry < intDeletionTries; ++intTry) {
-        if (!Failed(ListDummyFiles(FillDisk.strDummyFolder, strDummyFileFolderStub, files)))
+        if (!Failed(ListInSteps(FillDisk.strDummyFolder, files)))
             break;
         ui::Wait(intMillisecondsBetweenTries);
     }
@@ -88,7 +101,7 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     const std::int16_t intPurgeType = GetPurgeType();
     const std::int16_t intNumberOfPasses = GetNumberOfPasses();
     std::vector<DummyFile> files;
-    ListDummyFilesInOrder(lngCluster, files);
+    ListDummyFilesInOrder(DummyClusterSize(), files);
     std::int64_t lngDone = 0;
     if (blnInteractive)
         BeginRunProgress([&] {
@@ -130,23 +143,27 @@ bool DeleteDummyFiles(const std::string& strFolder) {
         (void)platform::CloseFile(FillDisk.Marker);
     // A virus scanner or an indexer may hold a file for a moment.
     bool blnGone = false;
+    auto fault = platform::Fault::None;
     for (int intTry = 0; intTry < intDeletionTries && !blnGone; ++intTry) {
         if (intTry > 0)
             ui::Wait(intMillisecondsBetweenTries);
         std::vector<DummyFile> files;
-        (void)ListDummyFiles(strFolder, strDummyFileFolderStub, files);
+        (void)ListInSteps(strFolder, files);
         std::size_t intNext = 0;
         ui::RunSteps(
             ui::Effort::Long,
             [&] {
-                if (intNext < files.size())
+                if (intNext < files.size()) {
                     (void)DeleteFileClearingAttributes(
                         DummyFilePath(strFolder, strDummyFileFolderStub, files[intNext].lngNumber),
                         true, true, true);
-                return ++intNext < files.size();
+                    ++intNext;
+                    return true;
+                }
+                fault = RemoveDummyFolder(strFolder, strDummyFileFolderStub);
+                return false;
             },
             [] { return true; });
-        const auto fault = RemoveDummyFolder(strFolder, strDummyFileFolderStub);
         blnGone = !Failed(fault) || fault == platform::Fault::NotEmpty;
     }
     if (!blnGone)
@@ -154,6 +171,10 @@ bool DeleteDummyFiles(const std::string& strFolder) {
                      strFolder +
                      "\r\nDelete this folder yourself, or let Nullwright remove it at its next "
                      "start.");
+    if (fault == platform::Fault::NotEmpty)
+        ui::Complain(
+            "The dummy files were deleted, but their folder\r\n" + strFolder +
+            "\r\nholds something that is not Nullwright's.  It was kept, with that in it.");
     if (strFolder == FillDisk.strDummyFolder)
         FillDisk.strDummyFolder.clear();
     return blnGone;

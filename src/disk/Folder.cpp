@@ -3,7 +3,6 @@
 #include "platform/Folders.h"
 #include "platform/System.h"
 #include "support/Paths.h"
-#include "ui/Interface.h"
 
 namespace {
 
@@ -38,9 +37,41 @@ std::string SuffixOf(const std::string& strName, const std::string& strStub) {
                                                                              : std::string();
 }
 
-/// The marker is empty: it takes no cluster, which would then escape the purge.
-std::string MarkerName(const std::string& strSuffix) {
-    return "nullwright-" + strSuffix + ".mark";
+/// The marker is empty: it takes no cluster, which would then escape the purge. So its name alone
+/// can tell the purpose.
+std::string MarkerName(const std::string& strSuffix, DummyPurpose purpose) {
+    return "nullwright-" + strSuffix + (purpose == DummyPurpose::SpeedTest ? ".test" : ".mark");
+}
+
+/// The path of the marker in a folder with this suffix, "" when there is none.
+std::string FindMarker(const std::string& strFolder, const std::string& strSuffix,
+                       DummyPurpose& purpose) {
+    for (const auto kind : {DummyPurpose::Filling, DummyPurpose::SpeedTest}) {
+        std::string strMarker = strFolder + "\\" + MarkerName(strSuffix, kind);
+        if (platform::FileExists(strMarker)) {
+            purpose = kind;
+            return strMarker;
+        }
+    }
+    purpose = DummyPurpose::Unknown;
+    return {};
+}
+
+bool IsEmptyFolder(const std::string& strFolder) {
+    bool blnEmpty = true;
+    const auto fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry&) {
+        blnEmpty = false;
+        return false;
+    });
+    return !Failed(fault) && blnEmpty;
+}
+
+bool IsInUse(const std::string& strMarker) {
+    platform::File marker;
+    const auto fault = platform::OpenFile(strMarker, platform::Access::Change, marker);
+    if (!Failed(fault))
+        (void)platform::CloseFile(marker);
+    return fault == platform::Fault::SharingViolation;
 }
 
 /// The number in a name stub + number as we write it, 0 for any other name.
@@ -57,7 +88,7 @@ std::int64_t DummyNumberOf(const std::string& strName, const std::string& strStu
 } // namespace
 
 std::string MakeDummyFolder(const std::string& strDriveRoot, const std::string& strStub,
-                            platform::File& marker) {
+                            DummyPurpose purpose, platform::File& marker) {
     for (int intTry = 0; intTry < 10; ++intTry) {
         const std::string suffix = HexDigits(UniqueNumber());
         const std::string strFolder = FolderWithBackslash(strDriveRoot) + strStub + "_" + suffix;
@@ -66,7 +97,7 @@ std::string MakeDummyFolder(const std::string& strDriveRoot, const std::string& 
             continue;
         if (Failed(fault))
             return {};
-        if (!Failed(platform::OpenFile(strFolder + "\\" + MarkerName(suffix),
+        if (!Failed(platform::OpenFile(strFolder + "\\" + MarkerName(suffix, purpose),
                                        platform::Access::CreateNew, marker)))
             return strFolder;
         // Without its marker the folder would not be known as ours after a crash.
@@ -76,20 +107,6 @@ std::string MakeDummyFolder(const std::string& strDriveRoot, const std::string& 
     return {};
 }
 
-bool IsDummyFolder(const std::string& strFolder, const std::string& strStub) {
-    const std::string suffix = SuffixOf(FileNameOf(strFolder), strStub);
-    if (suffix.empty())
-        return false;
-    if (platform::FileExists(strFolder + "\\" + MarkerName(suffix)))
-        return true;
-    bool blnEmpty = true;
-    const auto fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry&) {
-        blnEmpty = false;
-        return false;
-    });
-    return !Failed(fault) && blnEmpty;
-}
-
 platform::Fault ListDummyFiles(const std::string& strFolder, const std::string& strStub,
                                std::vector<DummyFile>& files) {
     if (SuffixOf(FileNameOf(strFolder), strStub).empty())
@@ -97,7 +114,6 @@ platform::Fault ListDummyFiles(const std::string& strFolder, const std::string& 
     std::vector<DummyFile> found;
     const auto fault =
         platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
-            ui::DoEvents();
             if (entry.IsFolder || entry.IsLink)
                 return true;
             if (const auto lngNumber = DummyNumberOf(entry.Name, strStub); lngNumber > 0)
@@ -118,10 +134,12 @@ platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::strin
     const std::string suffix = SuffixOf(FileNameOf(strFolder), strStub);
     if (suffix.empty())
         return platform::Fault::InvalidName;
+    DummyPurpose purpose;
+    const std::string strMarker = FindMarker(strFolder, suffix, purpose);
     bool blnDummies = false, blnOthers = false;
     auto fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
         blnDummies = blnDummies || DummyNumberOf(entry.Name, strStub) > 0;
-        blnOthers = blnOthers || entry.Name != MarkerName(suffix);
+        blnOthers = blnOthers || strMarker.empty() || entry.Name != FileNameOf(strMarker);
         return !blnDummies;
     });
     if (fault == platform::Fault::NotFound)
@@ -132,35 +150,32 @@ platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::strin
     // ours as long as one is in it.
     if (blnDummies)
         return platform::Fault::AccessDenied;
-    fault = platform::RemoveFile(strFolder + "\\" + MarkerName(suffix));
+    fault = strMarker.empty() ? platform::Fault::None : platform::RemoveFile(strMarker);
     if (Failed(fault) && fault != platform::Fault::NotFound)
         return fault;
     if (blnOthers)
         return platform::Fault::NotEmpty;
     fault = platform::RemoveFolder(strFolder);
-    return fault == platform::Fault::NotFound ? platform::Fault::None : fault;
+    // A dummy file that somebody still has open is gone from the list but not from the folder.
+    return fault == platform::Fault::NotFound   ? platform::Fault::None
+           : fault == platform::Fault::NotEmpty ? platform::Fault::SharingViolation
+                                                : fault;
 }
 
-std::vector<std::string> FindLeftoverDummyFolders(const std::string& strDriveRoot,
+std::vector<DummyFolder> FindLeftoverDummyFolders(const std::string& strDriveRoot,
                                                   const std::string& strStub) {
-    std::vector<std::string> folders;
+    std::vector<DummyFolder> folders;
     const std::string strRoot = FolderWithBackslash(strDriveRoot);
     // A root that cannot be read has nothing that we could remove.
     (void)platform::EnumerateFolder(strRoot, [&](const platform::FolderEntry& entry) {
         if (entry.IsFolder && !entry.IsLink && !SuffixOf(entry.Name, strStub).empty())
-            folders.push_back(strRoot + entry.Name);
+            folders.push_back({strRoot + entry.Name});
         return true;
     });
-    std::erase_if(folders, [&](const std::string& strFolder) {
-        if (!IsDummyFolder(strFolder, strStub))
-            return true;
-        const std::string suffix = SuffixOf(FileNameOf(strFolder), strStub);
-        platform::File marker;
-        const auto fault = platform::OpenFile(strFolder + "\\" + MarkerName(suffix),
-                                              platform::Access::Change, marker);
-        if (!Failed(fault))
-            (void)platform::CloseFile(marker);
-        return fault == platform::Fault::SharingViolation;
+    std::erase_if(folders, [&](DummyFolder& folder) {
+        const std::string strMarker = FindMarker(
+            folder.strPath, SuffixOf(FileNameOf(folder.strPath), strStub), folder.Purpose);
+        return strMarker.empty() ? !IsEmptyFolder(folder.strPath) : IsInUse(strMarker);
     });
     return folders;
 }

@@ -1,9 +1,9 @@
 // The folders that hold dummy files: made by us, recognised as ours, and removed again.
 //
 // Such a folder is named stub + "_" + 16 hexadecimal digits and holds an empty marker file whose
-// name repeats the digits; a dummy file in it is named stub + number. Nothing else is ever taken
-// for ours, whatever a user keeps on the drive. While a run uses the folder the marker is open, so
-// that a second instance of the program does not take it for left over.
+// name repeats the digits and tells the purpose; a dummy file in it is named stub + number. Nothing
+// else is ever taken for ours, whatever a user keeps on the drive. While a run uses the folder the
+// marker is open, so that a second instance of the program does not take it for left over.
 #pragma once
 
 #include "platform/Files.h"
@@ -18,14 +18,20 @@ struct DummyFile {
     std::int64_t lngLength = 0; ///< bytes
 };
 
+/// What a folder of ours was made for. Unknown: a crash left it without its marker.
+enum class DummyPurpose { Unknown, Filling, SpeedTest };
+
+/// A folder of ours that a run left behind.
+struct DummyFolder {
+    std::string strPath;
+    DummyPurpose Purpose = DummyPurpose::Unknown;
+};
+
 /// Makes a new folder for dummy files on a drive ("X:\") and returns its path without a trailing
 /// backslash, "" when it cannot. The marker stays open in `marker`, for the caller to close.
 std::string MakeDummyFolder(const std::string& strDriveRoot, const std::string& strStub,
-                            platform::File& marker);
-/// True when a folder has a name of ours and our marker, or such a name and nothing in it at all
-/// (what a crash between making the folder and its marker leaves).
-bool IsDummyFolder(const std::string& strFolder, const std::string& strStub);
-/// The dummy files in a folder of ours: files, no links, named stub + number.
+                            DummyPurpose purpose, platform::File& marker);
+/// The dummy files in a folder of ours: files, no links, named stub + number. Calls no ui function.
 platform::Fault ListDummyFiles(const std::string& strFolder, const std::string& strStub,
                                std::vector<DummyFile>& files);
 std::string DummyFilePath(const std::string& strFolder, const std::string& strStub,
@@ -33,6 +39,8 @@ std::string DummyFilePath(const std::string& strFolder, const std::string& strSt
 /// Removes the marker and the folder. AccessDenied while a dummy file is left in it; NotEmpty when
 /// something of somebody else's is, which stays. What is gone already is no fault.
 platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::string& strStub);
-/// The folders of ours on a drive that no running program uses.
-std::vector<std::string> FindLeftoverDummyFolders(const std::string& strDriveRoot,
+/// The folders of ours on a drive that no running program uses: those with a name of ours and our
+/// marker, or with such a name and nothing in them at all (what a crash between making the folder
+/// and its marker leaves). Calls no ui function: a drive may have to spin up first.
+std::vector<DummyFolder> FindLeftoverDummyFolders(const std::string& strDriveRoot,
                                                   const std::string& strStub);

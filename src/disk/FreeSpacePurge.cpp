@@ -4,7 +4,8 @@
 #include "disk/DriveChoice.h"
 #include "disk/DriveCommands.h"
 #include "disk/FillDisk.h"
-#include "disk/Folder.h"
+#include "disk/LeftoverDummies.h"
+#include "engine/FileProc.h"
 #include "engine/FilePurge.h"
 #include "platform/Drives.h"
 #include "report/TimeEstimates.h"
@@ -15,7 +16,6 @@
 #include "ui/Interface.h"
 
 #include <cmath>
-#include <vector>
 
 namespace {
 
@@ -55,21 +55,30 @@ std::string AnnouncementText(char chrDrive) {
     return strText + "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.";
 }
 
+/// What the dummy files could not reach, "" when that is nothing.
+std::string UnfilledText() {
+    const double dblAll = FillDisk.dblUnfilled + FillDisk.dblKeptBack;
+    if (dblAll <= 0)
+        return {};
+    std::string strText =
+        ByteSizeText(dblAll, 2) + " of free space could not be filled and may still hold old data.";
+    if (FillDisk.dblKeptBack > 0)
+        strText += "\r\nA disk quota or the system itself keeps " +
+                   (FillDisk.dblUnfilled > 0 ? ByteSizeText(FillDisk.dblKeptBack, 2) + " of it"
+                                             : std::string("it")) +
+                   " back.";
+    return strText;
+}
+
 std::string WrittenText() {
+    const std::string strUnfilled = UnfilledText();
     return (FillDisk.lngFilesWritten == 1
                 ? std::string("One dummy file has been written.")
                 : GroupedDigits(FillDisk.lngFilesWritten) + " dummy files have been written.") +
-           "\r\nThis has overwritten all the free space with null bytes.\r\n"
+           "\r\nThis has overwritten " + (strUnfilled.empty() ? "all the " : "") +
+           "free space with null bytes.\r\n" + strUnfilled + (strUnfilled.empty() ? "" : "\r\n") +
            "This provides some security but is not very secure.\r\n\r\n"
            "Do you wish to continue with the purge?";
-}
-
-void DeleteDummiesWithMessage(const std::string& strFolder) {
-    if (strFolder.empty())
-        return;
-    SetMainLine(MainLine::LargePurgeMessage, "Deleting dummy files ...");
-    RepaintMain();
-    (void)DeleteDummyFiles(strFolder);
 }
 
 FreeSpaceResult FillAndPurge(const std::string& strTitle) {
@@ -107,11 +116,24 @@ std::string ResultText(FreeSpaceResult result) {
 
 std::string UnpurgedText(FreeSpaceResult result) {
     const std::int64_t lngUnpurged = FillDisk.lngFilesWritten - FillDisk.lngFilesPurged;
-    if (result != FreeSpaceResult::Purged || lngUnpurged <= 0)
-        return {};
-    return (lngUnpurged == 1 ? std::string("One dummy file was")
-                             : GroupedDigits(lngUnpurged) + " dummy files were") +
-           " not purged to the end:\r\nthat space was overwritten with null bytes.";
+    std::string strText;
+    if (result == FreeSpaceResult::Purged && lngUnpurged > 0)
+        strText = (lngUnpurged == 1 ? std::string("One dummy file was")
+                                    : GroupedDigits(lngUnpurged) + " dummy files were") +
+                  " not purged to the end:\r\nthat space was overwritten with null bytes.";
+    const std::string strUnfilled = UnfilledText();
+    if ((result == FreeSpaceResult::Purged || result == FreeSpaceResult::NoSpace) &&
+        !strUnfilled.empty())
+        strText += (strText.empty() ? "" : "\r\n") + strUnfilled;
+    return strText;
+}
+
+void DeleteDummiesWithMessage(const std::string& strFolder) {
+    if (strFolder.empty())
+        return;
+    SetMainLine(MainLine::LargePurgeMessage, "Deleting dummy files ...");
+    RepaintMain();
+    (void)DeleteDummyFiles(strFolder);
 }
 
 bool ReadFreeSpace(char chrDrive) {
@@ -150,13 +172,18 @@ double SecondsToFill(char chrDrive) {
 FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     const std::string strDrive(1, chrDrive);
     FillDisk.Outcome = FillOutcome::NothingWritten;
+    FillDisk.dblUnfilled = FillDisk.dblKeptBack = 0;
     if (!ReadFreeSpace(chrDrive)) {
         ComplainOfUnknownSpace(chrDrive, strTitle);
         return FreeSpaceResult::Failed;
     }
     if (dblSpaceInFreeClusters <= 0) {
+        ReadUnfilledSpace(strDrive + ":\\");
+        const std::string strUnfilled = UnfilledText();
         if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive)
-            ui::Complain("There is no free space on the disk in Drive " + strDrive + ".", strTitle);
+            ui::Complain(NoFreeSpaceText(chrDrive) +
+                             (strUnfilled.empty() ? "" : "\r\n" + strUnfilled),
+                         strTitle);
         return FreeSpaceResult::NoSpace;
     }
     PlanDummyFiles(chrDrive);
@@ -188,31 +215,5 @@ void PurgeFreeSpaceCommand() {
         if (result == FreeSpaceResult::Purged ||
             (result == FreeSpaceResult::Stopped && FillDisk.Outcome != FillOutcome::NothingWritten))
             ui::MsgBox(ResultText(result), ui::Buttons::OK, ui::Icon::Information, strTitle);
-    });
-}
-
-void OfferToRemoveLeftoverDummies() {
-    std::vector<std::string> folders;
-    for (const char chrDrive : platform::DriveLetters()) {
-        const std::string strRoot = std::string(1, chrDrive) + ":\\";
-        if (platform::TypeOfDrive(strRoot) != platform::DriveType::Fixed)
-            continue;
-        const auto found = FindLeftoverDummyFolders(strRoot, strDummyFileFolderStub);
-        folders.insert(folders.end(), found.begin(), found.end());
-    }
-    if (folders.empty())
-        return;
-    std::string strText = "A purge of free space was interrupted before its dummy files were "
-                          "deleted.  They still fill the disk, in ";
-    strText += folders.size() == 1 ? "the folder" : "the folders";
-    for (const std::string& strFolder : folders)
-        strText += "\r\n" + strFolder;
-    if (ui::MsgBox(strText + "\r\n\r\nDo you wish to delete them now?", ui::Buttons::YesNo,
-                   ui::Icon::Question, "Dummy files found") != ui::AnswerYes)
-        return;
-    RunDriveCommand([&] {
-        for (const std::string& strFolder : folders)
-            DeleteDummiesWithMessage(strFolder);
-        SetMainLine(MainLine::LargePurgeMessage, "");
     });
 }

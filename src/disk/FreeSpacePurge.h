@@ -23,5 +23,7 @@ double SecondsToFill(char chrDrive);
 /// Questions are asked unless blnDisplayDialogBoxesDuringRemainderOfPurgeDrive is false.
 FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle);
 /// Tells how many dummy files of the purge just done failed, or were ended by F10 while the user
-/// went on with the next; "" when all were purged.
+/// went on with the next, and how much free space could not be filled; "" when all was purged.
 std::string UnpurgedText(FreeSpaceResult result);
+/// DeleteDummyFiles, after the main window has said so; nothing for "".
+void DeleteDummiesWithMessage(const std::string& strFolder);

@@ -5,6 +5,7 @@
 #include "disk/DriveCommands.h"
 #include "disk/FillDisk.h"
 #include "disk/FreeSpacePurge.h"
+#include "disk/LeftoverDummies.h"
 #include "engine/FilePurge.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
@@ -97,7 +98,7 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
         return false;
     }
     if (dblFree < (blnFloppy ? dblLeastFreeFloppy : dblLeastFree))
-        return Fail((dblFree <= 0 ? "There is no free space on the disk in Drive " + strDrive + "."
+        return Fail((dblFree <= 0 ? NoFreeSpaceText(chrDrive)
                                   : "Drive " + strDrive + " has only " + FormatNumber(dblFree, 0) +
                                         " bytes free.") +
                     (blnFloppy ? "\r\nAt least 128 KB of free space is required for this test."
@@ -158,7 +159,9 @@ void TestPurgeSpeedCommand() {
         const char chrDrive =
             blnOne ? strLetters[0] : ChooseDrive("Test purge speed on which drive?", strLetters);
         float sngSpeed = 0;
-        if (chrDrive != 0 && CheckDriveWritable(chrDrive, strTitle))
-            (void)TestPurgeSpeed(chrDrive, true, sngSpeed);
+        if (chrDrive == 0 || !CheckDriveWritable(chrDrive, strTitle))
+            return;
+        OfferToRemoveLeftoversOn(chrDrive);
+        (void)TestPurgeSpeed(chrDrive, true, sngSpeed);
     });
 }

@@ -37,8 +37,11 @@ std::string DriveLetters();
 /// `root` is "C:\" (or any text that begins with a drive letter) in all of these.
 DriveType TypeOfDrive(const std::string& root);
 Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts);
-/// Bytes that this user may still use, and the size of the volume.
-Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes);
+/// Bytes that this user may still use, and the size of the volume. `freeOnVolume`, when given,
+/// takes all bytes that no file uses: also those that a quota or a reserve of the system keeps
+/// back.
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes,
+                     std::uint64_t* freeOnVolume = nullptr);
 Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts);
 /// Has the file system write its own records to their places on the disk: those of one folder, and
 /// where this user may ask for it those of the whole drive, with all data. May take long. None when

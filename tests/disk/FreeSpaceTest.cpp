@@ -2,6 +2,7 @@
 #include "DriveTest.h"
 
 #include "disk/DriveCommands.h"
+#include "settings/frmPurgeConfirmation.h"
 
 namespace {
 
@@ -39,17 +40,35 @@ struct FreeSpaceTest : DriveTest {
     void AnnounceThree() { Announce(120 * MiB, "120.00 MB", "3 dummy files"); }
     void AnnounceOne() { Announce(20 * MiB, "20.00 MB", "A dummy file"); }
     /// The box between writing and purging, and what happens meanwhile.
-    static void Written(const std::string& files, const fake::Action& meanwhile = {}) {
+    static void Written(const std::string& files, const fake::Action& meanwhile = {},
+                        const std::string& unfilled = "") {
         user.BoxLike(strTitle, [=](const std::string& text) {
             if (meanwhile)
                 meanwhile();
-            return text == files +
-                               "\r\nThis has overwritten all the free space with null bytes.\r\n"
+            return text == files + "\r\nThis has overwritten " +
+                               (unfilled.empty() ? "all the " : "") +
+                               "free space with null bytes.\r\n" + unfilled +
                                "This provides some security but is not very secure.\r\n\r\n"
                                "Do you wish to continue with the purge?";
         });
     }
     static void Click() { Run(frmMain.cmdLargePurge[2]); }
+    /// Lengths of our dummy files.
+    static std::vector<std::uint64_t> Lengths() {
+        std::vector<std::uint64_t> lengths;
+        for (const auto& file : fake::At("D:\\" + Dummies()[0])->Children)
+            if (file->Name.starts_with("_nw_dummy"))
+                lengths.push_back(file->Data.Length());
+        return lengths;
+    }
+    /// What a crash leaves: a folder of ours with the marker of its purpose and a dummy file.
+    static std::string PutLeftover(const std::string& digits, const std::string& mark,
+                                   std::uint64_t length) {
+        const std::string folder = "D:\\_nw_dummy_" + digits;
+        fake::PutFile(folder + "\\nullwright-" + digits + mark, "");
+        fake::PutBigFile(folder + "\\_nw_dummy1", length);
+        return folder;
+    }
 };
 
 TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
@@ -101,6 +120,97 @@ TEST_F(FreeSpaceTest, CountsAreRightOnADriveOf64TiB) {
     Click();
 }
 
+TEST_F(FreeSpaceTest, DummiesAreWholeRealClustersAndAQuotaIsTold) {
+    using Lengths64 = std::vector<std::uint64_t>;
+    const std::string unfilled =
+        "5.00 MB of free space could not be filled and may still hold old data.\r\n"
+        "A disk quota or the system itself keeps it back.";
+    // The quota ends in the middle of a cluster; the user has chosen smaller ones.
+    Begin(20 * MiB);
+    fake::PutFile("D:\\docs\\letter.txt", "");
+    fake::drives['D'].KeptBack = 5 * MiB + 1000;
+    user.Modal(frmPurgeConfirmation, [] {
+        fake::Choose(frmPurgeConfirmation.cboClusterSize, "512 bytes");
+        fake::Click(frmPurgeConfirmation.cmdDoPurge);
+    });
+    (void)AskPurgeOptions("D:\\", false, true);
+    Announce(0, "15.00 MB", "A dummy file");
+    Lengths64 lengths;
+    Written(
+        "2 dummy files have been written.", [&] { lengths = Lengths(); }, unfilled + "\r\n");
+    user.Box(strTitle, strPurged + ("\r\n" + unfilled), fake::Informs);
+    Click();
+    ASSERT_EQ(2u, lengths.size());
+    EXPECT_EQ(15 * MiB - 4096, lengths[0]);
+    EXPECT_LE(lengths[1], 4096u);
+    // What is free belongs to others only.
+    fake::drives['D'].KeptBack = 20 * MiB;
+    ChooseDrive(strQuestion);
+    user.BoxLike(strTitle, [](const std::string& text) {
+        return text == "There is no free space on the disk in Drive D.\r\n"
+                       "20.00 MB of free space could not be filled and may still hold old data.\r\n"
+                       "A disk quota or the system itself keeps it back.";
+    });
+    Click();
+    // exFAT's clusters: a dummy is as many as its size needs.
+    DriveTest::SetUp();
+    fake::AddDrive('D', 128 * MiB, 32 * MiB);
+    Announce(0, "128.00 MB", "3 dummy files");
+    Written("2 dummy files have been written.", [&] { lengths = Lengths(); });
+    user.Box(strTitle, strPurged);
+    Click();
+    EXPECT_EQ((Lengths64{64 * MiB, 64 * MiB}), lengths);
+}
+
+TEST_F(FreeSpaceTest, SpaceThatIsFreedMeanwhileIsFilledToo) {
+    Begin(500 * MiB);
+    fake::Drive& drive = fake::drives['D'];
+    LeaveFree(10 * MiB);
+    ChooseDrive(strQuestion);
+    user.BoxLike(strTitle, [&](const std::string& text) { // while this is shown
+        LeaveFree(40 * MiB);
+        return text.find("has 10.00 MB free") != text.npos;
+    });
+    std::uint64_t most = 0;
+    Paths lines;
+    fake::OnCall("WriteBytes", [&](const std::string&) {
+        if (most == 0 && drive.Free() < 20 * MiB && frmMain.lblStatus.Caption[0] == 'W') {
+            most = drive.Free() + 350 * MiB;
+            LeaveFree(most); // a disk clean-up, say, or restore points that Windows gives up
+        }
+        lines.push_back(frmMain.lblStatus.Caption);
+        return Fault::None;
+    });
+    int late = 0;
+    fake::OnCall("FlushRecords", [&](const std::string&) {
+        if (++late <= 2)
+            LeaveFree(3 * MiB);
+        return Fault::None;
+    });
+    Written("10 dummy files have been written.", [&] { EXPECT_EQ(0u, drive.Free()); });
+    user.Box(strTitle, strPurged);
+    Click();
+    EXPECT_EQ(3, late);
+    EXPECT_EQ("Written: 1 MB (3%)   To be written: 39 MB",
+              *std::find_if(lines.begin(), lines.end(),
+                            [](const std::string& line) { return !line.empty(); }));
+    for (const std::string& line : lines)
+        if (line.find("%)") != line.npos) {
+            EXPECT_LE(std::stoi(line.substr(line.find('(') + 1)), 100) << line;
+        }
+    // A drive that shrinks nothing and is never full.
+    LeaveFree(100 * MiB);
+    int calls = 0;
+    fake::OnCall("WriteBytes", [&](const std::string&) {
+        drive.Capacity += MiB;
+        return ++calls < 1000 ? Fault::None : Fault::WriteFault;
+    });
+    Announce(0, "100.00 MB", "2 dummy files");
+    user.Box("Error", "Error: The free space does not shrink as files are written", fake::Warns);
+    Click();
+    EXPECT_LT(calls, 400);
+}
+
 TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
     using platform::DriveType;
     const struct {
@@ -132,7 +242,7 @@ TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
     user.Modal(frmDrives, [] { fake::Click(frmDrives.cmdCancel); });
     Click();
     ChooseDrive(strQuestion, 'C');
-    user.BoxLike(strTitle, "Windows runs from Drive C.", ui::AnswerCancel);
+    user.BoxLike(strTitle, "Windows may delete restore points", ui::AnswerCancel);
     Click();
     fake::auxiliaryLibrary = Fault::NotFound;
     user.BoxLike("Error", "nwaux6.dll");
@@ -254,7 +364,9 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
         return Fault::None;
     });
 
-    // What only looks like ours stays, whatever the answer; so does what is not ours inside.
+    // What only looks like ours stays, whatever the answer; so does what is not ours inside. A
+    // stick, or the other drives that a run may have filled, are looked at as well.
+    fake::drives['D'].Type = platform::DriveType::Removable;
     const std::string ours = "D:\\" + Dummies()[0], other = ours + "\\_nw_dummy_notes.txt";
     for (const char* path : {"D:\\_nw_dummy\\_nw_dummy1", "D:\\_nw_dummy_notes\\x",
                              "D:\\_nw_dummy_0123456789abcdef\\_nw_dummy1"})
@@ -266,12 +378,68 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
                  "  They still fill the disk, in the folder\r\n" +
                      ours + "\r\n\r\nDo you wish to delete them now?",
                  answer, fake::AsksYesNo);
+        if (answer == ui::AnswerYes)
+            user.Box("Error",
+                     "The dummy files were deleted, but their folder\r\n" + ours +
+                         "\r\nholds something that is not Nullwright's.  It was kept, with that in "
+                         "it.",
+                     fake::Warns);
         OfferToRemoveLeftoverDummies();
         EXPECT_EQ(answer == ui::AnswerNo, fake::At(ours + "\\_nw_dummy1") != nullptr);
     }
     OfferToRemoveLeftoverDummies(); // nothing of ours any more
     EXPECT_EQ(4u, Dummies().size());
     EXPECT_EQ(Paths{other}, fake::FilesBelow(ours));
+}
+
+TEST_F(FreeSpaceTest, LeftoversSayWhatTheyAreAlsoOnAStickThatIsChosenLater) {
+    const std::string a = "0123456789abcde1", b = "0123456789abcde2";
+    const std::string test = PutLeftover(b, ".test", MiB);
+    const std::string testText = "A test of the purge speed was interrupted before its dummy files "
+                                 "were deleted.  They still take up space, in the folder\r\n" +
+                                 test + "\r\n\r\nDo you wish to delete them now?";
+    user.Box("Dummy files found", testText, ui::AnswerNo);
+    OfferToRemoveLeftoverDummies();
+    fake::At(test + "\\nullwright-" + b + ".test")->Open = true; // another run is at it
+    OfferToRemoveLeftoverDummies();
+    fake::At(test + "\\nullwright-" + b + ".test")->Open = false;
+    // C: has to spin up. F10 then ends the search after the drive that is being looked at.
+    fake::AddDrive('E', MiB);
+    Paths looked;
+    fake::OnCall("EnumerateFolder", [&](const std::string& path) {
+        if (path == "C:\\")
+            fake::Advance(600);
+        looked.push_back(path);
+        return Fault::None;
+    });
+    PressF10When([] {
+        return frmMain.lblLargePurgeMessage.Caption.starts_with(
+            "Looking for dummy files of an earlier run on Drive D ...");
+    });
+    user.Box("Dummy files found", testText, ui::AnswerNo);
+    OfferToRemoveLeftoverDummies();
+    EXPECT_EQ((Paths{"C:\\", "D:\\"}), looked);
+    EXPECT_EQ("", frmMain.lblLargePurgeMessage.Caption);
+
+    const std::string fill = PutLeftover(a, ".mark", fake::drives['D'].Free());
+    const std::string full = "There is no free space on the disk in Drive D.";
+    const std::string both =
+        full +
+        "\r\n\r\nA purge of free space and a test of the purge speed were interrupted before their "
+        "dummy files were deleted.  They still fill the disk, in the folders\r\n" +
+        test + "\r\n" + fill + "\r\n\r\nDo you wish to delete them now?";
+    ChooseDrive(strQuestion);
+    user.Box("Dummy files found", both, ui::AnswerNo, fake::AsksYesNo);
+    user.Box(strTitle,
+             full + "\r\nDummy files of an earlier run fill it, in the folders\r\n" + test +
+                 "\r\n" + fill,
+             fake::Warns);
+    fake::Click(frmMain.cmdLargePurge[2]);
+    EXPECT_EQ(2u, Dummies().size());
+    ChooseDrive(strQuestion);
+    user.Box("Dummy files found", both, ui::AnswerYes);
+    user.BoxLike(strTitle, "Drive D has 120.00 MB free.", ui::AnswerCancel);
+    Click();
 }
 
 } // namespace

@@ -88,15 +88,18 @@ DriveType TypeOfDrive(const std::string& root) {
 
 Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
     return OnDrive(__func__, root, [&](const Drive& drive) {
-        facts = {drive.BytesPerSector, drive.SectorsPerCluster, drive.Free() / drive.Cluster(),
-                 drive.Capacity / drive.Cluster()};
+        facts = {drive.BytesPerSector, drive.SectorsPerCluster,
+                 drive.FreeForUser() / drive.Cluster(), drive.Capacity / drive.Cluster()};
     });
 }
 
-Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes,
+                     std::uint64_t* freeOnVolume) {
     return OnDrive(__func__, root, [&](const Drive& drive) {
-        freeBytes = std::min(drive.Free(), drive.Quota);
+        freeBytes = drive.FreeForUser();
         totalBytes = drive.Capacity;
+        if (freeOnVolume)
+            *freeOnVolume = drive.Free();
     });
 }
 

@@ -151,7 +151,7 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
         return Failed(fault) ? fault : Fault::AccessDenied;
     std::uint64_t count = Failed(fault) ? size / 2 : size;
     const Drive& drive = drives.at(handle.Path[0]);
-    const std::uint64_t room = drive.InClusters(handle.Item->Data.Length()) + drive.Free();
+    const std::uint64_t room = drive.InClusters(handle.Item->Data.Length()) + drive.FreeForUser();
     if (handle.Position + count > room) {
         count = room > handle.Position ? room - handle.Position : 0;
         fault = Failed(fault) ? fault : Fault::DiskFull;

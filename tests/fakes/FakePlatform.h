@@ -7,6 +7,7 @@
 #include "platform/Folders.h"
 #include "platform/System.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -56,7 +57,7 @@ struct Drive {
     platform::DriveType Type = platform::DriveType::Fixed;
     std::uint64_t Capacity = 0; ///< bytes
     std::uint64_t Occupied = 0; ///< bytes taken by what is not modelled; set it to limit free space
-    std::uint64_t Quota = ~0ULL; ///< most bytes that the user may still have of the free ones
+    std::uint64_t KeptBack = 0; ///< bytes of the free ones that the user cannot have (a quota)
     std::uint32_t BytesPerSector = 512, SectorsPerCluster = 8;
     std::string Label, FileSystem = "NTFS";
     bool MediaPresent = true;
@@ -66,6 +67,7 @@ struct Drive {
     std::uint64_t Cluster() const { return std::uint64_t{BytesPerSector} * SectorsPerCluster; }
     std::uint64_t InClusters(std::uint64_t length) const;
     std::uint64_t Free() const;
+    std::uint64_t FreeForUser() const { return Free() - std::min(Free(), KeptBack); }
 };
 
 /// What was done to the disk, in order. Writes that continue one another are one event, however

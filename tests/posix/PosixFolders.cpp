@@ -109,12 +109,15 @@ Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
     return fault;
 }
 
-Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
-    ClusterFacts facts;
-    const Fault fault = ReadClusterFacts(root, facts);
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes,
+                     std::uint64_t* freeOnVolume) {
+    struct statvfs known;
+    const Fault fault = OnDrive(__func__, root, known);
     if (!Failed(fault)) {
-        freeBytes = facts.FreeClusters * facts.SectorsPerCluster * 512;
-        totalBytes = facts.TotalClusters * facts.SectorsPerCluster * 512;
+        freeBytes = known.f_bavail * known.f_frsize;
+        totalBytes = known.f_blocks * known.f_frsize;
+        if (freeOnVolume)
+            *freeOnVolume = known.f_bfree * known.f_frsize;
     }
     return fault;
 }

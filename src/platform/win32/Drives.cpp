@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 namespace platform {
 namespace {
 
@@ -33,6 +35,26 @@ Fault FlushOpened(const std::wstring& path) {
     return fault;
 }
 
+/// What GetDiskSpaceInformationW fills in: eleven counts of clusters and the cluster's size.
+struct SpaceInformation {
+    std::uint64_t ActualTotal, ActualAvailable, ActualPoolUnavailable;
+    std::uint64_t CallerTotal, CallerAvailable, CallerPoolUnavailable;
+    std::uint64_t Used, TotalReserved, StorageReserve, AvailableCommitted, PoolAvailable;
+    DWORD SectorsPerCluster, BytesPerSector;
+};
+
+/// Bytes that no file uses but that the system keeps for itself, beside those it calls free; 0
+/// where it does not tell (before Windows 10, version 2004).
+std::uint64_t ReservedBytes(const std::wstring& root) {
+    using Ask = HRESULT(WINAPI*)(const wchar_t*, SpaceInformation*);
+    static const auto ask = reinterpret_cast<Ask>(reinterpret_cast<void (*)()>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "GetDiskSpaceInformationW")));
+    SpaceInformation facts{};
+    if (!ask || FAILED(ask(root.c_str(), &facts)))
+        return 0;
+    return facts.TotalReserved * facts.SectorsPerCluster * facts.BytesPerSector;
+}
+
 } // namespace
 
 std::string DriveLetters() {
@@ -52,14 +74,18 @@ DriveType TypeOfDrive(const std::string& root) {
     return type <= DRIVE_RAMDISK ? static_cast<DriveType>(type) : DriveType::Unknown;
 }
 
-Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes) {
+Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes,
+                     std::uint64_t* freeOnVolume) {
     const std::wstring wide = RootOf(root);
     if (wide.empty())
         return Fault::InvalidName;
     ULARGE_INTEGER usable;
     ULARGE_INTEGER total;
-    if (!GetDiskFreeSpaceExW(wide.c_str(), &usable, &total, nullptr))
+    ULARGE_INTEGER unused;
+    if (!GetDiskFreeSpaceExW(wide.c_str(), &usable, &total, &unused))
         return LastFault();
+    if (freeOnVolume)
+        *freeOnVolume = std::max(unused.QuadPart, usable.QuadPart) + ReservedBytes(wide);
     freeBytes = usable.QuadPart;
     totalBytes = total.QuadPart;
     return Fault::None;
