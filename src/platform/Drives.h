@@ -36,6 +36,7 @@ struct VolumeFacts {
 std::string DriveLetters();
 /// `root` is "C:\" (or any text that begins with a drive letter) in all of these.
 DriveType TypeOfDrive(const std::string& root);
+/// Also for the folder where a volume is mounted ("C:\mnt\").
 Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts);
 /// Bytes that this user may still use, and the size of the volume. `freeOnVolume`, when given,
 /// takes all bytes that no file uses: also those that a quota or a reserve of the system keeps

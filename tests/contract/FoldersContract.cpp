@@ -1,4 +1,6 @@
 #include "contract/ContractWorld.h"
+#include "platform/Places.h"
+#include "platform/System.h"
 
 using namespace platform;
 using namespace contract;
@@ -64,4 +66,52 @@ TEST_F(Contract, ALinkToAFolderIsToldAndRemovedAsALink) {
     }
     EXPECT_EQ(removal, Fault::None);
     EXPECT_TRUE(Entries(In("sub")).empty());
+}
+
+TEST_F(Contract, AFolderIsKnownByWhateverPathAndHeld) {
+    ASSERT_EQ(MakeFolder(In("sub")), Fault::None);
+    ASSERT_EQ(MakeFolder(In("sub\\deep")), Fault::None);
+    ASSERT_EQ(Put(In("sub\\ a.txt"), "x"), Fault::None);
+    FolderHold hold, again, other;
+    FolderIdentity identity;
+    ASSERT_EQ(HoldFolder(In("sub\\"), hold), Fault::None);
+    ASSERT_TRUE(hold.Handle != 0 && !hold.IsLink && hold.Identity.IsKnown());
+    EXPECT_EQ(HoldFolder(In("SUB\\deep\\.."), again), Fault::None);
+    EXPECT_EQ(ReadFolderIdentity(In("sub"), identity), Fault::None);
+    EXPECT_TRUE(hold.Identity == again.Identity && hold.Identity == identity);
+    EXPECT_EQ(HoldFolder(In("sub\\deep"), other), Fault::None);
+    EXPECT_FALSE(hold.Identity == other.Identity);
+    EXPECT_EQ(RemoveFolder(In("sub\\deep")), Fault::SharingViolation);
+    LetGo(other);
+    LetGo(other); // of what is not held, nothing happens
+    EXPECT_EQ(RemoveFolder(In("sub\\deep")), Fault::None) << "the folder above is held";
+    EXPECT_EQ(HoldFolder(In("sub\\ a.txt"), other), Fault::NotFound);
+    EXPECT_EQ(HoldFolder(In("no"), other), Fault::NotFound);
+    EXPECT_EQ(Content(In("sub\\ a.txt")), "x");
+    EXPECT_EQ(RemoveFile(In("sub\\ a.txt")), Fault::None) << "in a held folder";
+    LetGo(hold);
+    LetGo(again);
+    EXPECT_EQ(HoldFolder(folder.substr(0, 3), other), Fault::None);
+    EXPECT_FALSE(other.IsLink) << "the root of a drive";
+    LetGo(other);
+    if (MakeFolderLink(In("link"), In("sub"))) {
+        EXPECT_EQ(HoldFolder(In("link"), other), Fault::None);
+        EXPECT_TRUE(other.IsLink && other.Handle == 0);
+    }
+}
+
+TEST_F(Contract, PathsResolveToWhatIsOnTheDisk) {
+    ASSERT_EQ(MakeFolder(In("Sub")), Fault::None);
+    ASSERT_EQ(Put(In("Sub\\ a.txt"), "x"), Fault::None);
+    std::string real, root;
+    EXPECT_EQ(ReadRealPath(In("x\\..\\Sub\\.\\ a.txt"), real), Fault::None);
+    EXPECT_TRUE(real.ends_with("\\Sub\\ a.txt")) << real;
+    EXPECT_EQ(FullPath(In("x\\..\\Sub\\ a.txt")).substr(folder.size()), "\\Sub\\ a.txt");
+    EXPECT_TRUE(FullPath(In("Sub\\b. ")).ends_with("\\Sub\\b. ")) << "another name than b";
+    EXPECT_EQ(ReadRealPath(In("no"), real), Fault::NotFound);
+    EXPECT_EQ(ReadVolumeRoot(In("Sub\\ a.txt"), root), Fault::None);
+    EXPECT_EQ(root, folder.substr(0, 3));
+    EXPECT_FALSE(FolderTellsCase(In("Sub")));
+    EXPECT_TRUE(SameButForCase("a\xC3\xA9.TXT", "A\xC3\x89.txt"));
+    EXPECT_FALSE(SameButForCase("k", "\xE2\x84\xAA")) << "the sign of the kelvin is no k";
 }

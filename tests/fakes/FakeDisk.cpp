@@ -52,13 +52,26 @@ Content Cut(const Content& content, std::uint64_t from, std::uint64_t to) {
     return part;
 }
 
+/// The names in a path, "." and ".." settled.
 std::vector<std::string> Split(const std::string& path) {
     std::vector<std::string> parts;
     std::istringstream stream(path);
     for (std::string part; std::getline(stream, part, '\\');)
-        if (!part.empty())
+        if (part == ".." && !parts.empty())
+            parts.pop_back();
+        else if (!part.empty() && part != "." && part != "..")
             parts.push_back(part);
     return parts;
+}
+
+/// How a folder looks a name up.
+std::string KeyOf(const Node& folder, const std::string& name) {
+    return folder.TellsCase ? name : platform::LowerCase(name);
+}
+
+bool InUse(const Node& node) {
+    return node.Handles > 0 || std::any_of(node.Children.begin(), node.Children.end(),
+                                           [](const auto& child) { return InUse(*child); });
 }
 
 /// What the files of a folder and their streams take, in whole clusters.
@@ -138,7 +151,7 @@ std::uint64_t Drive::Free() const {
 }
 
 void Add(Node& folder, const std::shared_ptr<Node>& node) {
-    folder.ByName[platform::LowerCase(node->Name)] = node;
+    folder.ByName[KeyOf(folder, node->Name)] = node;
     folder.Children.push_back(node);
 }
 
@@ -151,13 +164,15 @@ std::shared_ptr<Node> Add(Node& folder, const std::string& name, bool isFolder) 
 }
 
 void Drop(Node& folder, const Node& item) {
-    folder.ByName.erase(platform::LowerCase(item.Name));
+    std::erase_if(folder.ByName, [&](const auto& entry) { return entry.second.get() == &item; });
     std::erase_if(folder.Children, [&](const auto& child) { return child.get() == &item; });
 }
 
 Drive* DriveOf(const std::string& root) {
     const auto found = drives.find(root.empty() ? '?' : static_cast<char>(root[0] & ~0x20));
-    return found == drives.end() ? nullptr : &found->second;
+    if (found == drives.end())
+        return nullptr;
+    return found->second.StandsFor.empty() ? &found->second : DriveOf(found->second.StandsFor);
 }
 
 Place Find(const std::string& path, bool followLast) {
@@ -165,6 +180,9 @@ Place Find(const std::string& path, bool followLast) {
     place.Disk = path.size() < 2 || path[1] != ':' ? nullptr : DriveOf(path);
     if (!place.Disk || !place.Disk->MediaPresent)
         return {place.Disk ? Fault::NotReady : Fault::NotFound};
+    if (const Drive& named = drives.at(static_cast<char>(path[0] & ~0x20));
+        !named.StandsFor.empty())
+        return Find(named.StandsFor + path.substr(2), followLast);
     std::vector<std::string> parts = Split(path.substr(2));
     const std::size_t colon = parts.empty() ? std::string::npos : parts.back().find(':');
     if (colon != std::string::npos) {
@@ -179,7 +197,7 @@ Place Find(const std::string& path, bool followLast) {
             return {Fault::NotFound};
         place.Folder = place.Item;
         place.Name = parts[i];
-        const auto found = place.Folder->ByName.find(platform::LowerCase(parts[i]));
+        const auto found = place.Folder->ByName.find(KeyOf(*place.Folder, parts[i]));
         place.Item = found == place.Folder->ByName.end() ? nullptr : found->second;
         if (place.Item && !place.Item->LinkTarget.empty() && (!last || followLast)) {
             place = Find(place.Item->LinkTarget, true);
@@ -205,7 +223,7 @@ Drive& AddDrive(char letter, std::uint64_t capacity, std::uint32_t cluster,
 Node& PutFolder(const std::string& path) {
     std::shared_ptr<Node> folder = drives.at(path[0]).Root;
     for (const std::string& part : Split(path.substr(2))) {
-        const auto found = folder->ByName.find(platform::LowerCase(part));
+        const auto found = folder->ByName.find(KeyOf(*folder, part));
         folder = found == folder->ByName.end() ? Add(*folder, part, true) : found->second;
     }
     return *folder;
@@ -230,6 +248,20 @@ void TakeAway(const std::string& path) {
     const Place place = Find(path, false);
     if (place.Item && place.Folder)
         Drop(*place.Folder, *place.Item);
+}
+
+void PutShortName(const std::string& path, const std::string& name) {
+    const Place place = Find(path, false);
+    place.Folder->ByName[KeyOf(*place.Folder, name)] = place.Item;
+}
+
+bool ReplaceByLink(const std::string& path, const std::string& target) {
+    const Place place = Find(path, false);
+    if (!place.Item || InUse(*place.Item))
+        return false;
+    TakeAway(path);
+    PutFolder(path).LinkTarget = target;
+    return true;
 }
 
 Node* At(const std::string& path) {

@@ -30,6 +30,8 @@ Place FindItem(const std::string& path, bool followLast);
 platform::Fault OnItem(const char* call, const std::string& path, bool followLast,
                        const std::function<platform::Fault(const Place&)>& work);
 std::uint32_t AttributesOf(const Node& node);
+bool IsLinkAt(const Place& place);
+platform::FolderIdentity IdentityOf(const Place& place);
 /// Whether a file that is there may be changed, or (exclusively) deleted.
 platform::Fault MayChange(const Place& place, bool exclusively);
 /// Whether names may be made or attributes changed on the drive of this item.

@@ -19,8 +19,9 @@ Fault EnumerateFolder(const std::string& folder,
     const std::size_t count = Failed(ordered) ? children.size() / 2 : children.size();
     for (std::size_t i = 0; i < count; ++i) {
         const Node& node = *children[i];
-        if (!visit({node.Name, AttributesOf(node), node.Data.Length(), node.Folder,
-                    !node.LinkTarget.empty()}))
+        const std::uint32_t attributes = AttributesOf(node);
+        if (!visit({node.Name, attributes, node.Data.Length(), node.Folder,
+                    (attributes & AttributeReparsePoint) != 0}))
             return Fault::None;
     }
     return ordered;
@@ -49,6 +50,8 @@ Fault RemoveFolder(const std::string& path) {
             return Fault::AccessDenied;
         if (node.LinkTarget.empty() && !node.Children.empty())
             return Fault::NotEmpty;
+        if (node.Handles > 0)
+            return Fault::SharingViolation;
         Drop(*place.Folder, node);
         Journal("remove folder", place.Path);
         return Fault::None;
@@ -58,6 +61,41 @@ Fault RemoveFolder(const std::string& path) {
 bool FolderExists(const std::string& path) {
     const Place place = FindItem(path, false);
     return !Failed(place.Trouble) && place.Item->Folder;
+}
+
+Fault ReadFolderIdentity(const std::string& path, FolderIdentity& identity) {
+    return OnItem(__func__, path, true, [&](const Place& place) {
+        identity = IdentityOf(place);
+        return Fault::None;
+    });
+}
+
+Fault ReadRealPath(const std::string& path, std::string& real) {
+    return OnItem(__func__, path, path.size() <= 3, [&](const Place& place) {
+        if (place.Disk->Type == DriveType::Remote)
+            return Fault::NotSupported;
+        real = place.Folder ? place.Path : place.Path + "\\";
+        return Fault::None;
+    });
+}
+
+Fault ReadVolumeRoot(const std::string& path, std::string& root) {
+    return OnItem(__func__, path, true, [&](const Place& place) {
+        root = place.Path.substr(0, 2) + "\\";
+        for (std::size_t at = 3; at < place.Path.size(); at = place.Path.find('\\', at) + 1) {
+            const std::string folder = place.Path.substr(0, place.Path.find('\\', at));
+            if (Find(folder, false).Item->MountedCluster != 0)
+                root = folder + "\\";
+            if (folder == place.Path)
+                break;
+        }
+        return Fault::None;
+    });
+}
+
+bool FolderTellsCase(const std::string& path) {
+    const Place place = FindItem(path, true);
+    return !Failed(place.Trouble) && place.Item->TellsCase;
 }
 
 namespace {
@@ -90,6 +128,9 @@ Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
     return OnDrive(__func__, root, [&](const Drive& drive) {
         facts = {drive.BytesPerSector, drive.SectorsPerCluster,
                  drive.FreeForUser() / drive.Cluster(), drive.Capacity / drive.Cluster()};
+        const Place place = root.size() > 3 ? FindItem(root, false) : Place{};
+        if (place.Item && place.Item->MountedCluster != 0)
+            facts = {512, place.Item->MountedCluster / 512, 1000, 1000};
     });
 }
 

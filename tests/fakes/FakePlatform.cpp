@@ -18,14 +18,23 @@ struct Handle {
     platform::Access Mode = platform::Access::Read;
 };
 
-std::map<std::uintptr_t, Handle> handles;
+std::map<std::uintptr_t, Handle> handles; ///< folders that are held among them
 std::uintptr_t nextHandle = 1;
 
 } // namespace
 
 std::uint32_t AttributesOf(const Node& node) {
     return node.Attributes | (node.Folder ? platform::AttributeFolder : 0u) |
-           (node.LinkTarget.empty() ? 0u : platform::AttributeReparsePoint);
+           (node.LinkTarget.empty() && node.MountedCluster == 0 ? 0u
+                                                                : platform::AttributeReparsePoint);
+}
+
+bool IsLinkAt(const Place& place) {
+    return place.Folder && (AttributesOf(*place.Item) & platform::AttributeReparsePoint) != 0;
+}
+
+platform::FolderIdentity IdentityOf(const Place& place) {
+    return {reinterpret_cast<std::uintptr_t>(place.Disk), place.Item->Number, 0};
 }
 
 Fault MayWrite(const Drive& drive, const Node& node) {
@@ -233,7 +242,7 @@ Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
 Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
     return OnItem(__func__, path, false, [&](const Place& place) {
         const Node& node = *place.Item;
-        facts = {AttributesOf(node), node.Data.Length(), node.HardLinks, !node.LinkTarget.empty()};
+        facts = {AttributesOf(node), node.Data.Length(), node.HardLinks, IsLinkAt(place)};
         return Fault::None;
     });
 }
@@ -273,6 +282,29 @@ Fault RenameReplacing(const std::string& from, const std::string& to) {
         Journal("rename " + target.Path, source.Path);
         return fault;
     });
+}
+
+Fault HoldFolder(const std::string& path, FolderHold& hold) {
+    return OnItem(__func__, path, path.size() <= 3, [&](const Place& place) {
+        Node& node = *place.Item;
+        if (!node.Folder || node.Denied)
+            return node.Folder ? Fault::AccessDenied : Fault::NotFound;
+        hold = {0, IdentityOf(place), IsLinkAt(place)};
+        if (!hold.IsLink) {
+            ++node.Handles;
+            hold.Handle = nextHandle++;
+            handles[hold.Handle] = {place.Item, place.Path};
+        }
+        return Fault::None;
+    });
+}
+
+void LetGo(FolderHold& hold) {
+    if (hold.Handle == 0)
+        return;
+    --handles.at(hold.Handle).Item->Handles;
+    handles.erase(hold.Handle);
+    hold.Handle = 0;
 }
 
 bool FileExists(const std::string& path) {

@@ -5,6 +5,7 @@
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
+#include "platform/Places.h"
 #include "platform/System.h"
 
 #include <algorithm>
@@ -37,9 +38,11 @@ struct Content {
     void Resize(std::uint64_t length); ///< new bytes are zeros
 };
 
+inline std::uint64_t lastNumber = 0;
 /// A file, a folder, or a link to one.
 struct Node {
     std::string Name;
+    std::uint64_t Number = ++lastNumber; ///< its own, for good
     bool Folder = false;
     std::uint32_t Attributes = 0; ///< platform::Attribute bits; the folder and link bits are added
     Content Data;
@@ -49,8 +52,10 @@ struct Node {
     bool Denied = false;    ///< no permission: AccessDenied
     bool Open = false;      ///< the program has it open for writing just now
     int Handles = 0;        ///< open handles of the program
+    bool TellsCase = false; ///< a folder in which "a" and "A" are two names; set it while empty
+    std::uint32_t MountedCluster = 0; ///< a folder where a volume without a letter is mounted
     std::vector<std::shared_ptr<Node>> Children; ///< in the file system's order; a file's streams
-    std::unordered_map<std::string, std::shared_ptr<Node>> ByName; ///< by lower-case name
+    std::unordered_map<std::string, std::shared_ptr<Node>> ByName; ///< by KeyOf
 };
 
 struct Drive {
@@ -63,6 +68,7 @@ struct Drive {
     bool MediaPresent = true;
     bool ReadOnly = false;
     double BytesPerSecond = 0; ///< what writes cost on the clock; 0: nothing
+    std::string StandsFor;     ///< a substituted letter, or a second one: the folder it stands for
     std::shared_ptr<Node> Root;
     std::uint64_t Cluster() const { return std::uint64_t{BytesPerSector} * SectorsPerCluster; }
     std::uint64_t InClusters(std::uint64_t length) const;
@@ -97,6 +103,11 @@ Node& PutBigFile(const std::string& path, std::uint64_t length, char byte = 'x')
 Node& PutFolder(const std::string& path);
 /// Takes a file, or a folder with all in it, away. Not journaled.
 void TakeAway(const std::string& path);
+/// Gives a file or folder its short name.
+void PutShortName(const std::string& path, const std::string& name);
+/// Another program's attempt to put a link in a folder's place. False: the system refuses, as the
+/// folder, or something in it, is open.
+bool ReplaceByLink(const std::string& path, const std::string& target);
 /// The file or folder, or nullptr.
 Node* At(const std::string& path);
 /// The bytes of a file, "(missing)" when there is none. For small files.

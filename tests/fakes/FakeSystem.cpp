@@ -2,6 +2,7 @@
 // other back ends for files, too.
 #include "fakes/FakePlatform.h"
 
+#include <algorithm>
 #include <chrono>
 #include <climits>
 #include <clocale>
@@ -82,8 +83,24 @@ std::vector<std::string> CommandLineArguments() {
 }
 
 std::string FullPath(const std::string& path) {
-    const bool isFull = path.starts_with("\\\\") || (path.size() > 1 && path[1] == ':');
-    return isFull ? path : currentFolder + (currentFolder.ends_with('\\') ? "" : "\\") + path;
+    if (path.starts_with("\\\\"))
+        return path;
+    const bool isFull = path.size() > 1 && path[1] == ':';
+    std::string rest = isFull ? path : currentFolder + "\\" + path, full = rest.substr(0, 2);
+    for (std::size_t at = 2; at < rest.size();) {
+        const std::size_t end = std::min(rest.find('\\', at), rest.size());
+        const std::string part = rest.substr(at, end - at);
+        if (part == "..")
+            full.resize(std::max<std::size_t>(full.rfind('\\') + 1, 3) - 1);
+        else if (!part.empty() && part != ".")
+            full += "\\" + part;
+        at = end + 1;
+    }
+    return full.size() > 2 ? full : full + "\\";
+}
+
+bool SameButForCase(const std::string& name, const std::string& other) {
+    return UpperCase(name) == UpperCase(other);
 }
 
 std::uint64_t TickCount() {

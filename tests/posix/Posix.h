@@ -30,6 +30,12 @@ int OpenHandles();
 /// What the tests ordered for this call; nullptr: none of the program's.
 platform::Fault Start(const char* call, const std::string& path);
 platform::Fault LastFault(); ///< of errno
+/// The path below the root folder, "C/folder/name", "." and ".." settled; "" when there can be no
+/// such name.
+std::string PathBelow(const std::string& path);
+/// Folders that the program holds open.
+int HeldFolders();
+bool IsHeldFolder(const struct stat& known);
 /// Opens the folder of a full path. -1: see LastFault.
 int OpenFolder(const std::string& path, int flags);
 /// Asks for orders, then calls `work` with the open folder of the path, and the name in it, "." for

@@ -154,7 +154,7 @@ void LetGo() {
 
 int OpenHandles() {
     const std::scoped_lock lock(mutex);
-    return static_cast<int>(handles.size());
+    return static_cast<int>(handles.size()) + HeldFolders();
 }
 
 } // namespace posix

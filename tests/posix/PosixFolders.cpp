@@ -55,6 +55,8 @@ Fault RemoveFolder(const std::string& path) {
     return OnStat(__func__, path, [](const struct stat& known, int folder, const char* name) {
         if (!S_ISLNK(known.st_mode) && (known.st_mode & S_IWUSR) == 0)
             return Fault::AccessDenied;
+        if (IsHeldFolder(known))
+            return Fault::SharingViolation;
         const int how = S_ISLNK(known.st_mode) ? 0 : AT_REMOVEDIR;
         return unlinkat(folder, name, how) != 0 ? LastFault() : Fault::None;
     });

@@ -33,7 +33,8 @@ int OpenBelow(const std::string& path, int flags) {
     return static_cast<int>(syscall(SYS_openat2, fdRoot, path.c_str(), &how, sizeof how));
 }
 
-/// The path below the root folder, "C/folder/name"; "" when there can be no such name.
+} // namespace
+
 std::string PathBelow(const std::string& path) {
     const char letter = path.empty() ? '\0' : static_cast<char>(path[0] & ~0x20);
     if (letter < 'A' || letter > 'Z' || (path.size() > 1 && path[1] != ':') ||
@@ -43,13 +44,18 @@ std::string PathBelow(const std::string& path) {
     for (std::size_t at = 2; at < path.size();) {
         const std::size_t end = std::min(path.find('\\', at), path.size());
         const std::string part = path.substr(at, end - at);
-        if (part == "." || part == "..")
+        if (part == ".." && below.size() == 1)
             return {};
-        below += part.empty() ? "" : "/" + part;
+        if (part == "..")
+            below.resize(below.rfind('/'));
+        else if (!part.empty() && part != ".")
+            below += "/" + part;
         at = end + 1;
     }
     return below;
 }
+
+namespace {
 
 /// The name in a folder that differs in case only; "" when there is none.
 std::string OtherCase(int folder, const std::string& name) {

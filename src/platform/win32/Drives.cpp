@@ -92,9 +92,12 @@ Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uin
 }
 
 Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
-    const std::wstring wide = RootOf(root);
+    std::wstring wide = RootOf(root);
     if (wide.empty())
         return Fault::InvalidName;
+    const bool isMounted = root.size() > 3;
+    if (isMounted)
+        wide = WidePath(root) + L'\\';
     DWORD sectors = 0;
     DWORD bytes = 0;
     DWORD freeClusters = 0;
@@ -106,7 +109,7 @@ Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
     const std::uint64_t cluster = std::uint64_t{bytes} * sectors;
     std::uint64_t freeBytes = 0;
     std::uint64_t totalBytes = 0;
-    if (cluster > 0 && !Failed(ReadDriveSpace(root, freeBytes, totalBytes))) {
+    if (cluster > 0 && !isMounted && !Failed(ReadDriveSpace(root, freeBytes, totalBytes))) {
         facts.FreeClusters = freeBytes / cluster;
         facts.TotalClusters = totalBytes / cluster;
     }

@@ -94,12 +94,26 @@ Fault ChangeCurrentFolder(const std::string& folder) {
     return SetCurrentDirectoryW(Widen(folder).c_str()) ? Fault::None : LastFault();
 }
 
+// Only what stands before the names is asked of the system: it would strip blanks and points from
+// the end of a name, and that may be the name of another file.
 std::string FullPath(const std::string& path) {
-    const std::wstring wide = Widen(path);
-    const std::wstring full = AskForText([&wide](wchar_t* buffer, DWORD size) -> std::size_t {
-        return GetFullPathNameW(wide.c_str(), size, buffer, nullptr);
-    });
-    return full.empty() ? path : NarrowPath(WithLongNames(full));
+    const auto full = [](const std::wstring& text) {
+        return AskForText([&text](wchar_t* buffer, DWORD size) -> std::size_t {
+            return GetFullPathNameW(text.c_str(), size, buffer, nullptr);
+        });
+    };
+    const auto slash = [&path](std::size_t at) {
+        return at < path.size() && (path[at] == '\\' || path[at] == '/');
+    };
+    const bool onDrive = path.size() > 1 && path[1] == ':';
+    if (path.empty() || (slash(0) && slash(1)))
+        return path.empty() ? path : NarrowPath(WithLongNames(full(Widen(path))));
+    std::string settled = path;
+    if (!onDrive)
+        settled = NarrowPath(full(slash(0) ? L"\\" : L".")) + "\\" + path;
+    else if (!slash(2))
+        settled = NarrowPath(full(Widen(path.substr(0, 2) + "."))) + "\\" + path.substr(2);
+    return NarrowPath(WithLongNames(WidePath(settled)));
 }
 
 std::uint64_t TickCount() {
