@@ -1,8 +1,9 @@
 #include "disk/FileLoop.h"
 
 #include "disk/RunProgress.h"
-#include "engine/FileProc.h"
+#include "engine/FileOps.h"
 #include "engine/FilePurge.h"
+#include "platform/Places.h"
 #include "platform/System.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/Session.h"
@@ -29,11 +30,6 @@ bool GoOn(const FileLoop& loop, const std::string& strText) {
     SetMainLine(MainLine::PurgeFoldersMessage, "");
     blnStop = true;
     return false;
-}
-
-bool IsProgramFolder(const std::string& strFolder) {
-    return platform::LowerCase(strFolder) ==
-           platform::LowerCase(FolderWithBackslash(platform::ProgramFolder()));
 }
 
 bool IsPagingFile(const std::string& strName) {
@@ -100,21 +96,11 @@ bool VisitFile(FileLoop& loop, const std::string& strPath) {
     return GoOn(loop, FailureText(intResult) + "\r\n" + strPath + "\r\n\r\n");
 }
 
-} // namespace
-
-bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders) {
-    const std::string strPath = FolderWithBackslash(strFolder);
-    // Set before the first folder: ends at once. Later: F10 between two folders.
-    if (blnStop && (!loop.blnBegun || !GoOn(loop, strPath + "\r\n")))
-        return false;
-    loop.blnBegun = true;
-    // The list that it comes from may be hours old: a link that was put in its place meanwhile must
-    // not be followed. The root of a drive is none.
-    if (blnSubfolders && IsLink(FolderWithoutBackslash(strFolder)))
-        return true;
+/// The walk of a folder that is held, and of what lies below it.
+bool WalkHeldFolder(FileLoop& loop, const std::string& strPath, bool blnSubfolders,
+                    bool blnFilesStay) {
     // The whole list first: purging a file while its folder is being listed could hide others.
     std::vector<std::string> files, subfolders;
-    const bool blnFilesStay = IsProgramFolder(strPath);
     const auto fault = SearchFolder(strPath, [&](const platform::FolderEntry& entry) {
         if (blnStop && !GoOn(loop, strPath + "\r\n"))
             return false;
@@ -138,6 +124,29 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
         if (!WalkFiles(loop, strPath + strName, true))
             return false;
     return true;
+}
+
+} // namespace
+
+bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders) {
+    const std::string strPath = FolderWithBackslash(strFolder);
+    // Set before the first folder: ends at once. Later: F10 while a folder was being listed.
+    if (blnStop && (!loop.blnBegun || !GoOn(loop, strPath + "\r\n")))
+        return false;
+    if (!loop.blnBegun)
+        ForgetFolders();
+    loop.blnBegun = true;
+    // The list that it comes from may be hours old: a link that was put in its place meanwhile must
+    // not be followed. While the walk is in the folder or below it, none can be put there.
+    platform::FolderHold hold;
+    if (Failed(platform::HoldFolder(strPath, hold)) || hold.IsLink) {
+        ++loop.lngUnreadFolders;
+        return true;
+    }
+    const bool blnGoOn =
+        WalkHeldFolder(loop, strPath, blnSubfolders, EnterFolder(strPath, hold.Identity));
+    platform::LetGo(hold);
+    return blnGoOn;
 }
 
 double ShareDone(const FileLoop& loop) {

@@ -5,6 +5,7 @@
 #include "disk/RunProgress.h"
 #include "disk/SystemFolders.h"
 #include "engine/FilePurge.h"
+#include "platform/Places.h"
 #include "selection/Selection.h"
 #include "shell/Session.h"
 #include "support/FolderSearch.h"
@@ -118,6 +119,47 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
     ShowUndone(loop);
 }
 
+/// From the folder that was chosen on, which is held meanwhile.
+void ChooseAndPurge(const std::string& strFolder, const std::string& strTitle) {
+    bool blnSubfolders = false;
+    auto fault = platform::Fault::None;
+    if (!RunSearch("Reading " + strFolder,
+                   [&] { fault = LookForSubfolders(strFolder, blnSubfolders); })) {
+        SetMainLine(MainLine::LargePurgeMessage, strStopped);
+        return;
+    }
+    if (Failed(fault)) {
+        ui::Complain("Cannot access the folder.");
+        return;
+    }
+    if (!blnSubfolders) {
+        ui::MsgBox(strFolder + " has no subfolders.\r\n\r\n"
+                               "If you wish to purge just the files in this folder\r\n"
+                               "then click on 'Specify folder' to select this folder\r\n"
+                               "and click on 'Specify files' to select all files.",
+                   ui::Buttons::OK, ui::Icon::Information, strTitle);
+        return;
+    }
+    std::string strChosen;
+    const auto choice =
+        SelectSubfolders(strFolder, "Select subfolders of " + strFolder + " to be purged.",
+                         SubfolderUse::Purge, strChosen);
+    if (choice == SubfolderChoice::NotOffered)
+        return;
+    const auto names = LinesOf(strChosen);
+    if (names.empty()) { // or cancelled
+        // "subolders": the dropped letter is kept.
+        ui::MsgBox("No subolders were selected.", ui::Buttons::OK, ui::Icon::Information, strTitle);
+        return;
+    }
+    if (!ConfirmSystemFolders(strFolder, names, strTitle))
+        return;
+    if (ui::MsgBox(SummaryText(names), ui::Buttons::OKCancel, ui::Icon::Question, strTitle, 2) !=
+        ui::AnswerOK)
+        return;
+    PurgeChosen(strFolder, names, strTitle);
+}
+
 } // namespace
 
 void PurgeFoldersCommand(const std::string& strTitle) {
@@ -135,43 +177,12 @@ void PurgeFoldersCommand(const std::string& strTitle) {
             BrowseFolder("Specify folder containing subfolders to be purged");
         if (strFolder.empty())
             return;
-        bool blnSubfolders = false;
-        auto fault = platform::Fault::None;
-        if (!RunSearch("Reading " + strFolder,
-                       [&] { fault = LookForSubfolders(strFolder, blnSubfolders); })) {
-            SetMainLine(MainLine::LargePurgeMessage, strStopped);
-            return;
-        }
-        if (Failed(fault)) {
+        platform::FolderHold hold;
+        if (Failed(platform::HoldFolder(strFolder, hold)) || hold.IsLink) {
             ui::Complain("Cannot access the folder.");
             return;
         }
-        if (!blnSubfolders) {
-            ui::MsgBox(strFolder + " has no subfolders.\r\n\r\n"
-                                   "If you wish to purge just the files in this folder\r\n"
-                                   "then click on 'Specify folder' to select this folder\r\n"
-                                   "and click on 'Specify files' to select all files.",
-                       ui::Buttons::OK, ui::Icon::Information, strTitle);
-            return;
-        }
-        std::string strChosen;
-        const auto choice =
-            SelectSubfolders(strFolder, "Select subfolders of " + strFolder + " to be purged.",
-                             SubfolderUse::Purge, strChosen);
-        if (choice == SubfolderChoice::NotOffered)
-            return;
-        const auto names = LinesOf(strChosen);
-        if (names.empty()) { // or cancelled
-            // "subolders": the dropped letter is kept.
-            ui::MsgBox("No subolders were selected.", ui::Buttons::OK, ui::Icon::Information,
-                       strTitle);
-            return;
-        }
-        if (!ConfirmSystemFolders(strFolder, names, strTitle))
-            return;
-        if (ui::MsgBox(SummaryText(names), ui::Buttons::OKCancel, ui::Icon::Question, strTitle,
-                       2) != ui::AnswerOK)
-            return;
-        PurgeChosen(strFolder, names, strTitle);
+        ChooseAndPurge(strFolder, strTitle);
+        platform::LetGo(hold);
     });
 }

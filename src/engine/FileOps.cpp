@@ -19,6 +19,15 @@ constexpr std::array<const char*, 12> strSystemExtensions = {
 std::array<ExtensionRow, intMaxRows> rowsOfExtensions;
 std::int16_t intRowCount = 0;
 
+/// The program's own folder; unknown until a run asks.
+platform::FolderIdentity programFolder;
+bool blnProgramFolderRead = false;
+
+/// The folder that files were classified in last, with its backslash, and whether it is the
+/// program's own.
+std::string strFolderInHand;
+bool blnFolderIsOurs = false;
+
 ExtensionRow* FindRow(const std::string& extension) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(intRowCount); ++i)
         if (rowsOfExtensions[i].Extension == extension)
@@ -29,6 +38,7 @@ ExtensionRow* FindRow(const std::string& extension) {
 } // namespace
 
 void InitSystemExtensions(std::int16_t initialVerdict) {
+    ForgetFolders();
     intRowCount = 0;
     for (const char* extension : strSystemExtensions)
         rowsOfExtensions[static_cast<std::size_t>(intRowCount++)] = {extension, initialVerdict};
@@ -40,10 +50,17 @@ void SetExtensionVerdict(const std::string& extension, std::int16_t verdict) {
 }
 
 std::int16_t ClassifyFileForPurge(const std::string& path) {
-    const std::string lower = platform::LowerCase(path);
-    const std::string programFolder = platform::LowerCase(platform::ProgramFolder());
-    if (lower.rfind('\\') == programFolder.size() && lower.rfind(programFolder, 0) == 0)
+    const std::size_t lngFolder = path.rfind('\\') + 1;
+    if (lngFolder == 0 || path.compare(0, lngFolder, strFolderInHand) != 0) {
+        const std::string folder = path.substr(0, lngFolder);
+        platform::FolderIdentity identity;
+        // What cannot be asked about is told by its spelling alone.
+        (void)platform::ReadFolderIdentity(folder, identity);
+        EnterFolder(folder, identity);
+    }
+    if (blnFolderIsOurs)
         return ClassProgramFolder;
+    const std::string lower = platform::LowerCase(path);
     const std::string extension = ExtensionOf(lower);
     if (extension.empty())
         return ClassNoObjection;
@@ -57,4 +74,20 @@ std::int16_t ClassifyFileForPurge(const std::string& path) {
     return row->Verdict == -1  ? ClassSystemRefused
            : row->Verdict == 0 ? ClassSystemUndecided
                                : ClassNoObjection;
+}
+
+void ForgetFolders() {
+    programFolder = {};
+    blnProgramFolderRead = false;
+    strFolderInHand.clear();
+}
+
+bool EnterFolder(const std::string& folder, const platform::FolderIdentity& identity) {
+    const std::string own = platform::ProgramFolder();
+    if (!blnProgramFolderRead)
+        blnProgramFolderRead = !Failed(platform::ReadFolderIdentity(own, programFolder));
+    strFolderInHand = folder;
+    blnFolderIsOurs = (identity.IsKnown() && identity == programFolder) ||
+                      platform::LowerCase(folder) == platform::LowerCase(FolderWithBackslash(own));
+    return blnFolderIsOurs;
 }

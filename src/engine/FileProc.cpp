@@ -72,7 +72,8 @@ bool FileExistsFSO(const std::string& path) {
 
 bool IsLink(const std::string& path) {
     platform::FileFacts facts;
-    return !Failed(platform::ReadFileFacts(path, facts)) && facts.IsLink;
+    return FolderWithoutBackslash(path).size() > 2 &&
+           !Failed(platform::ReadFileFacts(path, facts)) && facts.IsLink;
 }
 
 std::int64_t GetFileLength(const std::string& path) {

@@ -14,6 +14,7 @@ bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, boo
                                   bool clearSystem);
 bool FileExistsFSO(const std::string& path);
 /// The name, a file's or a folder's, is a link just now: its data or files belong to another name.
+/// The root of a drive is none, whatever the letter stands for.
 bool IsLink(const std::string& path);
 /// A file's length in bytes; 0 when it cannot be read.
 std::int64_t GetFileLength(const std::string& path);

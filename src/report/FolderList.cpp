@@ -3,17 +3,28 @@
 #include "support/FolderSearch.h"
 #include "support/Paths.h"
 
+#include <algorithm>
+#include <utility>
+
 platform::Fault TakeFolderList(const std::string& folder, const std::string& filespec,
                                bool blnWantSubfolders, FolderList& list) {
     const bool blnAll = filespec == "*.*";
-    return SearchFolder(folder, [&](const platform::FolderEntry& entry) {
+    std::vector<FoundFile> otherCase;
+    const platform::Fault fault = SearchFolder(folder, [&](const platform::FolderEntry& entry) {
         if (entry.IsFolder) {
             if (blnWantSubfolders)
                 list.Subfolders.push_back({entry.Name, entry.IsLink});
-        } else if (blnAll || MatchesFilespec(entry.Name, filespec)) {
-            list.Files.push_back({entry.Name, entry.Length, entry.IsLink});
-            list.LinkedFiles += entry.IsLink ? 1 : 0;
+            return true;
         }
+        const NameMatch match = blnAll ? NameMatch::Exact : MatchName(entry.Name, filespec);
+        if (match != NameMatch::None)
+            (match == NameMatch::Exact ? list.Files : otherCase)
+                .push_back({entry.Name, entry.Length, entry.IsLink});
         return true;
     });
+    if (list.Files.empty() && OtherCaseIsMeant(folder, otherCase.size()))
+        list.Files = std::move(otherCase);
+    list.LinkedFiles = static_cast<std::size_t>(std::count_if(
+        list.Files.begin(), list.Files.end(), [](const FoundFile& file) { return file.IsLink; }));
+    return fault;
 }

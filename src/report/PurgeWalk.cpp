@@ -1,6 +1,7 @@
-#include "engine/FileProc.h"
+#include "engine/FileOps.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
+#include "platform/Places.h"
 #include "report/FolderList.h"
 #include "report/frmReport.h"
 #include "report/ReportProgress.h"
@@ -86,20 +87,46 @@ void TellLink(const std::string& strPath) {
     WriteReportLine(strPath + ": a link, not purged.");
 }
 
-void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
-                        bool blnSlackOnly) {
-    const std::string folder = FolderWithBackslash(strFolder);
+namespace {
+
+// The folder stays held while the walk is in it or below: a link that is put in its place would
+// lead the walk to what nobody chose. False, when that is told, for what is not to be entered.
+bool HoldForWalk(const std::string& folder, platform::FolderHold& hold) {
+    if (platform::Failed(platform::HoldFolder(folder, hold))) {
+        ++frmReport.lngNumFoldersUnread;
+        return false;
+    }
+    if (hold.IsLink) {
+        TellLink(folder);
+        return false;
+    }
+    EnterFolder(folder, hold.Identity);
+    return true;
+}
+
+void PurgeHeldFolder(const std::string& folder, const std::string& strSpec, bool blnSlackOnly);
+
+// False when the folder was not entered.
+bool EnterAndPurge(const std::string& folder, const std::string& strSpec, bool blnSlackOnly) {
+    platform::FolderHold hold;
+    if (!HoldForWalk(folder, hold))
+        return false;
+    PurgeHeldFolder(folder, strSpec, blnSlackOnly);
+    platform::LetGo(hold);
+    return true;
+}
+
+void PurgeHeldFolder(const std::string& folder, const std::string& strSpec, bool blnSlackOnly) {
     std::vector<FoundFolder> subfolders;
     if (!PurgeFolderFiles(folder, strSpec, blnSlackOnly, subfolders))
         return;
     for (const FoundFolder& found : subfolders) {
         const std::string subfolder = folder + found.Name + "\\";
-        // The list is as old as the purge of all before it: asked again, lest a link that was put
-        // in the folder's place meanwhile be followed.
-        if (found.IsLink || IsLink(FolderWithoutBackslash(subfolder))) {
+        // The list is as old as the purge of all before it: the folder is looked at again when it
+        // is entered.
+        if (found.IsLink) {
             TellLink(subfolder);
-        } else {
-            NWesPurgeRecursive(subfolder, strSpec, blnSlackOnly);
+        } else if (EnterAndPurge(subfolder, strSpec, blnSlackOnly)) {
             if (blnStop)
                 return;
             // The options dialog switches the box off in a slack-only purge without clearing it.
@@ -111,4 +138,11 @@ void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec
         if (blnStop)
             return;
     }
+}
+
+} // namespace
+
+void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
+                        bool blnSlackOnly) {
+    EnterAndPurge(FolderWithBackslash(strFolder), strSpec, blnSlackOnly);
 }

@@ -31,10 +31,6 @@ std::string TypedExtension() {
     return Trimmed(extension);
 }
 
-bool IsWildcard(const std::string& text) {
-    return text.find_first_of("?*") != std::string::npos;
-}
-
 bool HoldsForbiddenCharacter(const std::string& text) {
     for (const char c : text) {
         if (static_cast<unsigned char>(c) < 32)
@@ -76,13 +72,14 @@ void FocusOn(std::size_t kind) {
     }
 }
 
-/// The name as typed; a whole path of a file in the folder gives its name.
+/// The name as typed, blanks and all, as a file's name may begin with one; a whole path of a file
+/// in the folder gives its name. "" for nothing but blanks.
 std::string TypedName() {
-    const std::string text = Trimmed(frm.txbSingleFile.Text);
-    const std::string folder = FolderPartOf(text);
-    if (!folder.empty() && platform::LowerCase(folder) == platform::LowerCase(frm.strFolder))
+    const std::string& text = frm.txbSingleFile.Text;
+    const std::string folder = Trimmed(FolderPartOf(text));
+    if (!folder.empty() && IsSameFolder(folder, frm.strFolder))
         return FileNameOf(text);
-    return text;
+    return Trimmed(text).empty() ? "" : text;
 }
 
 /// What the fields say, and in `strComplaint` why it cannot be accepted.
@@ -109,8 +106,8 @@ std::string SpecificationInFields(std::string& strComplaint) {
         break;
     }
     default:
-        filespec = Trimmed(frm.txbForm.Text);
-        if (filespec.empty())
+        filespec = frm.txbForm.Text;
+        if (Trimmed(filespec).empty())
             strComplaint = "Type the form of the file names, as in \"report*.doc\".";
         break;
     }
@@ -131,10 +128,14 @@ void ShowMatches() {
         return;
     }
     std::int64_t count = 0;
+    std::size_t otherCase = 0;
     for (const std::string& name : frm.strNames) {
-        if (MatchesFilespec(name, filespec))
-            ++count;
+        const NameMatch match = MatchName(name, filespec);
+        count += match == NameMatch::Exact ? 1 : 0;
+        otherCase += match == NameMatch::OtherCase ? 1u : 0u;
     }
+    if (count == 0 && OtherCaseIsMeant(frm.strFolder, otherCase))
+        count = 1;
     if (!frm.blnAllNamesRead)
         frm.lblMatches.Caption =
             "At least " + GroupedDigits(count) + " of the files in this folder match.";
@@ -197,7 +198,7 @@ void cmdChooseFile_Click() {
     std::string path;
     if (!ui::OpenFileDialog("Choose the file", "All files (*.*)", "*.*", frm.strFolder, path))
         return;
-    if (platform::LowerCase(FolderPartOf(path)) != platform::LowerCase(frm.strFolder)) {
+    if (!IsSameFolder(FolderPartOf(path), frm.strFolder)) {
         ui::Complain("The file must be in the folder " + frm.strFolder + ".");
         return;
     }

@@ -4,10 +4,12 @@
 #include "engine/FilePurge.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
+#include "platform/Places.h"
 #include "platform/System.h"
 #include "report/BatchDriver.h"
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmReport.h"
+#include "selection/Selection.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "shell/frmMain.h"
 #include "shell/PurgeCommands.h"
@@ -30,10 +32,6 @@ constexpr const char* strListTitle = "List files";
 bool SomethingIsSpecified() {
     if (strDirPath.empty() || strFilespec.empty()) {
         ui::Complain("No files specified.");
-        return false;
-    }
-    if (!platform::FolderExists(strDirPath)) {
-        ui::Complain("Folder does not exist.");
         return false;
     }
     return true;
@@ -221,11 +219,16 @@ void Purge() {
 } // namespace
 
 void cmdProcessFiles_Click(int intIndex) {
-    if (!SomethingIsSpecified())
+    platform::FolderHold hold;
+    if (!SomethingIsSpecified() || !HoldChosenFolder(hold))
         return;
+    if (frmMain.lblDirectory.Caption != strDirPath)
+        UpdateFilesLabels(); // its path could be settled only now
+    // The folder that is asked about is held until the run is over.
     if (intIndex == 0)
         List();
     else
         Purge();
+    platform::LetGo(hold);
     blnStop = false; // at rest again: what was stopped has been reported
 }

@@ -3,6 +3,7 @@
 
 #include "platform/Files.h"
 #include "platform/System.h"
+#include "selection/Selection.h"
 #include "settings/SetupFiles.h"
 #include "settings/TextFiles.h"
 #include "shell/frmMain.h"
@@ -23,6 +24,7 @@ constexpr const char* strOperationPattern = "*.nws";
 std::string strSetupAtStart;
 
 void UpdateAllLabels() {
+    RememberFolder();
     UpdateFilesLabels();
     UpdateSubdirectoriesLabels();
     UpdateConfirmFilesLabels();

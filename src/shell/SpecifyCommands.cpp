@@ -28,17 +28,21 @@ struct FolderContents {
 /// Looks into a folder until all is known; false when it cannot be read.
 bool LookInto(const std::string& folder, const std::string& filespec, FolderContents& contents) {
     FolderContents found;
+    std::size_t otherCase = 0;
     const platform::Fault fault = SearchFolder(folder, [&](const platform::FolderEntry& entry) {
         if (entry.IsFolder) {
             found.blnSubfolders |= !entry.IsLink;
         } else {
             found.blnFiles = true;
-            found.blnMatchingFiles |= MatchesFilespec(entry.Name, filespec);
+            const NameMatch match = MatchName(entry.Name, filespec);
+            found.blnMatchingFiles |= match == NameMatch::Exact;
+            otherCase += match == NameMatch::OtherCase ? 1u : 0u;
         }
         return !found.blnMatchingFiles || !found.blnSubfolders;
     });
     if (platform::Failed(fault))
         return false;
+    found.blnMatchingFiles |= OtherCaseIsMeant(folder, otherCase);
     contents = found;
     return true;
 }
@@ -77,7 +81,8 @@ bool SomethingMatches(const FolderContents& contents) {
 
 void SetFolder(const std::string& folder) {
     strDirPath = folder;
-    strBrowsePath = folder;
+    RememberFolder();
+    strBrowsePath = strDirPath;
 }
 
 /// The speed measured for the drive of a path, as lblPurgeSpeed shows it; "" when there is none.
@@ -91,9 +96,15 @@ std::string PurgeSpeedText(const std::string& path) {
            (letter <= 'B' ? " (floppy drive)." : ".");
 }
 
-void TakeSingleFile(const std::string& path) {
-    if (RefusePath(path, frmMain.cmdSingleFile.Caption))
+void TakeSingleFile(const std::string& strChosen) {
+    std::string path = strChosen;
+    if (!TakePath(path, frmMain.cmdSingleFile.Caption))
         return;
+    if (IsWildcard(FileNameOf(path))) { // possible on file systems of other makers
+        ui::Complain("The name of a single file must not contain \"?\" or \"*\".",
+                     frmMain.cmdSingleFile.Caption);
+        return;
+    }
     SetFolder(FolderPartOf(path));
     strFilespec = FileNameOf(path);
     blnMultipleFiles = false;
@@ -166,8 +177,9 @@ void OpenGivenPath(const std::string& path) {
         return;
     }
     if (platform::FolderExists(path)) {
-        if (!RefusePath(path, frmMain.cmdSpecifyDirectory[0].Caption))
-            TakeFolder(FolderWithBackslash(path));
+        std::string folder = path;
+        if (TakePath(folder, frmMain.cmdSpecifyDirectory[0].Caption))
+            TakeFolder(FolderWithBackslash(folder));
     } else if (platform::FileExists(path)) {
         TakeSingleFile(path);
     } else {

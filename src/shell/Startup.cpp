@@ -94,6 +94,7 @@ void StartUp() {
     ColourMessageLabels();
     RestoreWindowPosition();
     LoadNextRunSetup();
+    RememberFolder();
     ui::Show(frmMain);
     UpdateFilesLabels();
     UpdateTypeOfPurgeLabel();

@@ -1,5 +1,6 @@
 #include "support/Paths.h"
 
+#include "platform/Places.h"
 #include "platform/System.h"
 
 #include <algorithm>
@@ -105,4 +106,21 @@ bool MatchesWildcard(const std::string& name, const std::string& pattern, bool m
 
 bool MatchesFilespec(const std::string& name, const std::string& filespec) {
     return filespec == "*.*" ? !name.empty() : MatchesWildcard(name, filespec);
+}
+
+bool IsWildcard(const std::string& text) {
+    return text.find_first_of("?*") != std::string::npos;
+}
+
+NameMatch MatchName(const std::string& name, const std::string& filespec) {
+    if (IsWildcard(filespec))
+        return MatchesFilespec(name, filespec) ? NameMatch::Exact : NameMatch::None;
+    if (name == filespec)
+        return NameMatch::Exact;
+    return platform::SameButForCase(name, filespec) ? NameMatch::OtherCase : NameMatch::None;
+}
+
+// Where there are several, the folder tells case, whatever it says: none of them was chosen.
+bool OtherCaseIsMeant(const std::string& folder, std::size_t candidates) {
+    return candidates == 1 && !platform::FolderTellsCase(folder);
 }

@@ -1,6 +1,7 @@
 // Paths, file names, extensions and file specifications.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 /// The folder path with exactly one trailing backslash; "" stays "".
@@ -20,5 +21,16 @@ int DriveIndexOf(const std::string& path);
 /// name that is not empty. "*" jumps to the first occurrence of the literal text behind it and
 /// does not backtrack: deliberately so.
 bool MatchesWildcard(const std::string& name, const std::string& pattern, bool matchCase = false);
-/// Whether a file name belongs to a file specification; "*.*" stands for all files.
+/// Whether a file name belongs to a file specification; "*.*" stands for all files. Of the names
+/// that differ only in case it takes all.
 bool MatchesFilespec(const std::string& name, const std::string& filespec);
+
+/// A pattern, not a name: no file name holds "?" or "*".
+bool IsWildcard(const std::string& text);
+/// How a file name belongs to a file specification. One without "?" and "*" is a name: it means the
+/// file that is called so letter by letter.
+enum class NameMatch { None, OtherCase, Exact };
+NameMatch MatchName(const std::string& name, const std::string& filespec);
+/// Whether a name that no file of the folder has letter by letter means the one that has it in
+/// another case; `candidates` is the number of those.
+bool OtherCaseIsMeant(const std::string& folder, std::size_t candidates);

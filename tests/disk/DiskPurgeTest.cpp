@@ -306,13 +306,14 @@ TEST_F(DiskPurgeTest, ADriveWithoutFoldersAndWithoutAMeasuredSpeed) {
 
 TEST_F(DiskPurgeTest, TheProgramsOwnDriveKeepsTheProgram) {
     fake::drives['C'].Occupied += fake::drives['C'].Free() - 8 * MiB;
-    sngPurgeSpeeds[2] = 1;
+    fake::AddDrive('E', 1).StandsFor = "C:"; // by which letter ever
+    sngPurgeSpeeds[4] = 1;
     const Paths program = fake::FilesBelow("C:\\");
     fake::PutFile("C:\\Program Files\\Nullwright\\sub\\note.txt");
-    Click('C');
+    Click('E');
     EXPECT_EQ(program, fake::FilesBelow("C:\\"));
     EXPECT_NE(std::string::npos,
-              Shown().find("You have not excluded the C:\\Program Files folder.\n"));
+              Shown().find("You have not excluded the E:\\Program Files folder.\n"));
 }
 
 TEST_F(DiskPurgeTest, NoCallThatFailsLeavesADummyOrTheMenuDisabled) {

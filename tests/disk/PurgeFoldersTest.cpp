@@ -39,6 +39,14 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     fake::PutBigFile("D:\\work\\a\\deep\\er\\f3", 8 * MiB).Attributes = platform::AttributeReadOnly;
     for (const char* path : {"D:\\work\\b\\keep", "D:\\work\\keep"})
         fake::PutFile(path);
+    fake::PutFile("D:\\other\\f1", "other");
+    int attempts = 0; // to have the f1 of another folder purged
+    fake::OnCall("ReadAttributes", [&](const std::string& path) {
+        if (path == "D:\\work\\a\\f1")
+            for (const char* folder : {"D:\\work", "D:\\work\\a"})
+                attempts += fake::ReplaceByLink(folder, "D:\\other") ? 100 : 1;
+        return Fault::None;
+    });
     ChooseOne("a");
     user.During(
         [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 1s."; },
@@ -49,8 +57,11 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     Click();
     EXPECT_EQ("3 files in one folder have been purged.", frmMain.lblSubdirectories2.Caption);
     EXPECT_EQ("", frmMain.lblEstimatedTime.Caption);
-    EXPECT_EQ((Paths{"D:\\docs\\letter.txt", "D:\\work\\b\\keep", "D:\\work\\keep"}),
-              fake::FilesBelow("D:\\"));
+    EXPECT_EQ(
+        (Paths{"D:\\docs\\letter.txt", "D:\\work\\b\\keep", "D:\\work\\keep", "D:\\other\\f1"}),
+        fake::FilesBelow("D:\\"));
+    EXPECT_LT(0, attempts);
+    EXPECT_GT(100, attempts);
 
     ChooseOne("b");
     user.Box(strTitle, "There are no files in any of the selected folders.");

@@ -25,6 +25,16 @@ TEST_F(RunTest, PurgesATreeAndRemovesItsFolders) {
     fake::PutFolder("C:\\d\\empty").Attributes |= platform::AttributeReadOnly;
     fake::PutFolder("C:\\d\\denied").Denied = true;
     fake::PutFile("C:\\d\\sub\\deep\\c.txt", "x");
+    fake::PutFile("C:\\out\\c.txt", "x");
+    int attempts = 0; // to have c.txt of another folder purged
+    fake::OnCall("ReadAttributes", [&](const std::string& path) {
+        for (const char* folder : {"C:\\d", "C:\\d\\sub", "C:\\d\\sub\\deep"})
+            if (path.ends_with("\\c.txt"))
+                attempts += fake::ReplaceByLink(folder, "C:\\out") ? 1000 : 1;
+        return Fault::None;
+    });
+    fake::PutFile("C:\\d\\shut\\keep.txt"); // what cannot be asked about is not entered
+    fake::FailAlways("HoldFolder", "\\shut\\", Fault::SharingViolation);
     fake::PutFile("C:\\d\\sub2\\keep.too", "x");
     fake::At("C:\\d\\sub2")->Attributes |= platform::AttributeReadOnly;
     fake::PutFile("C:\\out\\o.txt", "x");
@@ -65,13 +75,15 @@ Number of files purged: 3
 
 Sum of sizes of files purged: 4.89 KB
 Number of folders removed:3
-Folders that could not be read: 1
+Folders that could not be read: 2
 11/21/2026, 12:00:00
 )");
-    EXPECT_EQ(
-        fake::FilesBelow("C:\\d"),
-        (std::vector<std::string>{"C:\\d\\keep.doc", "C:\\d\\sub2\\keep.too", "C:\\d\\link.txt"}));
-    EXPECT_EQ(fake::ContentOf("C:\\out\\o.txt"), "x");
+    EXPECT_EQ(fake::FilesBelow("C:\\d"),
+              (std::vector<std::string>{"C:\\d\\keep.doc", "C:\\d\\shut\\keep.txt",
+                                        "C:\\d\\sub2\\keep.too", "C:\\d\\link.txt"}));
+    EXPECT_EQ(fake::ContentOf("C:\\out\\o.txt") + fake::ContentOf("C:\\out\\c.txt"), "xx");
+    EXPECT_GT(attempts, 0);
+    EXPECT_LT(attempts, 1000);
     EXPECT_TRUE(fake::At("C:\\d\\sub2")->Attributes & platform::AttributeReadOnly);
 }
 
@@ -111,11 +123,44 @@ Number of files purged: 2
 
 Sum of sizes of files purged: 2 bytes
 )");
-    const std::string report = Run(true, "*.dat", fake::programFolder + "\\");
-    EXPECT_NE(report.find("\\*.dat \nusing random bytes once.\n\n\nC:\\"), report.npos);
-    EXPECT_NE(report.find("\\nullwright.dat: a file in the current application folder, not purged."
-                          "\nNumber of files purged: 0\n"),
-              report.npos);
+}
+
+TEST_F(RunTest, TheProgramsOwnFolderStaysByWhateverPath) {
+    fake::PutShortName("C:\\Program Files", "PROGRA~1");
+    fake::AddDrive('E', 1).StandsFor = "C:";
+    fake::AddDrive('S', 1).StandsFor = fake::programFolder;
+    for (const char* folder :
+         {"C:\\Program Files\\Nullwright\\", "C:\\progra~1\\NULLWRIGHT\\",
+          "C:\\d\\..\\Program Files\\Nullwright\\", "E:\\Program Files\\Nullwright\\", "S:\\"}) {
+        const std::string report = Run(true, "*.dat", folder);
+        EXPECT_NE(report.find("\\*.dat \nusing random bytes once.\n\n\n"), report.npos);
+        EXPECT_NE(
+            report.find("nullwright.dat: a file in the current application folder, not purged."
+                        "\nNumber of files purged: 0\n"),
+            report.npos)
+            << report;
+        fake::PutFile("C:\\d\\a.exe"); // another folder has no such protection
+        blnOKToPurgeSensitiveFiles = true;
+        EXPECT_NE(Purge().find("a.exe (1 bytes) purged"), report.npos);
+    }
+    // Once per folder, however many files it has.
+    PutFiles({"a.txt", "b.txt", "c.txt"});
+    const auto asked = fake::CallsMade("ReadFolderIdentity"), held = fake::CallsMade("HoldFolder");
+    Purge();
+    EXPECT_EQ(fake::CallsMade("ReadFolderIdentity"), asked + 1); // the program's own
+    EXPECT_EQ(fake::CallsMade("HoldFolder"), held + 1);
+}
+
+TEST_F(RunTest, ANameMeansTheOneFileThatHasItLetterByLetter) {
+    fake::PutFolder("C:\\d").TellsCase = true;
+    PutFiles({"a.txt", "A.TXT", " a.txt", "b.txt", "sub\\A.txt", "sub\\b.txt"});
+    blnSubdirectories = true;
+    Purge("a.txt"); // in the subfolder, which does not tell case, it is A.txt
+    Purge("B.TXT");
+    EXPECT_EQ(fake::FilesBelow("C:\\d"),
+              (std::vector<std::string>{"C:\\d\\A.TXT", "C:\\d\\ a.txt", "C:\\d\\b.txt"}));
+    Purge("?.txt"); // a pattern means them all
+    EXPECT_EQ(fake::FilesBelow("C:\\d"), std::vector<std::string>{"C:\\d\\ a.txt"});
 }
 
 TEST(ResultTexts, OfTheCodesThatRunsSeldomMeet) {

@@ -18,7 +18,7 @@ struct SelectionTest : ProgramTest {
     void SetUp() override {
         ProgramTest::SetUp();
         LoadSelectionForms();
-        for (const char* name : {"a.txt", "b.TXT", "c.doc", "read.me.doc"})
+        for (const char* name : {"a.txt", " a.txt", "b.TXT", "c.doc", "read.me.doc"})
             fake::PutFile(std::string("C:\\docs\\") + name);
         fake::PutFile("C:\\docs\\sub\\d.txt");
     }
@@ -43,17 +43,20 @@ TEST_F(SelectionTest, FileSpecificationForms) {
         const char* Result; ///< none: the next is the text of the refusal
         const char* Text;
     } cases[] = {
-        {0, " c.doc ", "c.doc", "One file in this folder matches."},
-        {0, "c:\\DOCS\\c.doc", "c.doc", "One file in this folder matches."},
-        {1, "", "*.*", "Four files in this folder match."},
-        {2, " txt ", "*.txt", "Two files in this folder match."},
+        {0, " a.txt", " a.txt", "One file in this folder matches."},
+        {0, "a.txt ", "a.txt ", "No files in this folder match."},
+        {0, "C.DOC", "C.DOC", "One file in this folder matches."},
+        {0, "c:\\sub\\..\\DOCS\\c.doc", "c.doc", "One file in this folder matches."},
+        {1, "", "*.*", "Five files in this folder match."},
+        {2, " txt ", "*.txt", "Three files in this folder match."},
         {2, "*.xyz", "*.xyz", "No files in this folder match."},
-        {3, " ?.* ", "?.*", "Three files in this folder match."},
+        {3, "?.*", "?.*", "Three files in this folder match."},
+        {3, " *", " *", "One file in this folder matches."},
         {2, "tar.gz", "", "Extension must not contain \".\""},
         {2, " *. ", "", "Type the extension."},
         {2, "a\\b", "", characters},
         {2, "a\"b", "", characters},
-        {0, "", "", "Type the name of the file, or choose it."},
+        {0, "  ", "", "Type the name of the file, or choose it."},
         {0, "*.doc", "", "The name of a single file must not contain \"?\" or \"*\"."},
         {0, "C:\\other\\c.doc", "", characters},
         {3, "  ", "", "Type the form of the file names, as in \"report*.doc\"."},

@@ -89,6 +89,34 @@ TEST_F(ProcessCommands, NothingToListOrPurge) {
     refused("Folder does not exist.");
 }
 
+// Between choosing and purging, minutes may pass.
+TEST_F(ProcessCommands, TheChosenFolderIsLookedAtAgainAndHeld) {
+    PutFiles("C:\\other", 2);
+    const auto choose = [this] {
+        PutFiles("C:\\docs", 2);
+        ChooseFolder("C:\\docs", ui::AnswerYes);
+    };
+    const auto refused = [this](const std::string& text) {
+        for (ui::Button& command : f.cmdProcessFiles)
+            ClickWarned(command, "Error", "C:\\docs\\ is " + text);
+        fake::TakeAway("C:\\docs");
+    };
+    choose();
+    EXPECT_TRUE(fake::ReplaceByLink("C:\\docs", "C:\\other"));
+    refused("a link.\r\nLinks are not followed: choose what it leads to.");
+    choose();
+    fake::TakeAway("C:\\docs");
+    PutFiles("C:\\docs", 1);
+    refused("not the folder any more that was chosen.\r\nPlease choose the folder again.");
+    choose();
+    Purge(
+        "both files in C:\\docs\\ ", "these two files.",
+        [] { EXPECT_FALSE(fake::ReplaceByLink("C:\\docs", "C:\\other")); }, ui::AnswerYes);
+    EXPECT_TRUE(fake::FilesBelow("C:\\docs").empty());
+    EXPECT_EQ(2u, fake::FilesBelow("C:\\other").size());
+    EXPECT_TRUE(fake::ReplaceByLink("C:\\docs", "C:\\other")) << "still held";
+}
+
 TEST_F(ProcessCommands, QuestionsByCount) {
     const struct {
         int Count;

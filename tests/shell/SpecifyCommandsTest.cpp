@@ -117,6 +117,48 @@ TEST_F(SpecifyCommands, LongLooksIntoAFolderAreToldAndEndByF10) {
     EXPECT_EQ("(The folder has no subfolders.)", f.lblSubdirectories2.Caption);
 }
 
+// What a path leads to is chosen, shown and asked about, by whatever name it was found.
+TEST_F(SpecifyCommands, APathIsWhatItResolvesTo) {
+    fake::PutFile("C:\\Long name\\Docs\\a.txt");
+    fake::PutShortName("C:\\Long name", "LONGNA~1");
+    fake::PutFolder("C:\\way\\link").LinkTarget = "C:\\Long name";
+    fake::AddDrive('E', 1).StandsFor = "C:";
+    fake::AddDrive('L', 1).StandsFor = "C:\\way\\link";
+    const std::string choice = "C:\\Long name\\Docs\\|a.txt||No|(The folder has no subfolders.)";
+    for (const std::string folder : {"C:\\LONGNA~1\\docs", "C:\\x\\..\\Long name\\Docs",
+                                     "C:\\way\\link\\Docs", "E:\\Long name\\Docs", "L:\\Docs"}) {
+        SCOPED_TRACE(folder);
+        ChooseSingleFile(folder + "\\A.TXT");
+        EXPECT_EQ(choice, Choice());
+        ClearSpecification();
+        user.Dialog("Specify folder containing files to be purged", folder);
+        user.Box("Specify folder", "Do you wish to purge ALL files in C:\\Long name\\Docs\\?",
+                 ui::AnswerNo);
+        fake::Click(f.cmdSpecifyDirectory[0]);
+    }
+    // The root of a drive is no link, whatever its letter stands for.
+    user.Dialog("Specify folder containing files to be purged", "L:\\");
+    fake::Click(f.cmdSpecifyDirectory[0]);
+    EXPECT_EQ("C:\\Long name\\", strDirPath);
+    // A setup may have been written by hand.
+    fake::PutFile("C:\\hand.nws", "1.0,0,0,L:\\Docs,,0,1,0,0,0,0,0,0,0");
+    fake::DropFiles(f, {"C:\\hand.nws"});
+    EXPECT_EQ("C:\\Long name\\Docs\\", f.lblDirectory.Caption);
+    // What lies on a server keeps its letter.
+    fake::AddDrive('N', 1 << 20, 4096, platform::DriveType::Remote);
+    fake::PutFile("N:\\docs\\a.txt");
+    ChooseSingleFile("N:\\x\\..\\docs\\a.txt");
+    EXPECT_EQ("N:\\docs\\", strDirPath);
+    fake::PutFile("C:\\Long name\\what?.txt");
+    ChooseSingleFile("C:\\Long name\\what?.txt",
+                     "The name of a single file must not contain \"?\" or \"*\".");
+    fake::FailAlways("ReadFileFacts", "Docs", platform::Fault::AccessDenied);
+    user.Dialog("Specify folder containing files to be purged", "C:\\Long name\\Docs");
+    ClickWarned(f.cmdSpecifyDirectory[0], "Error",
+                "C:\\Long name\\Docs cannot be accessed: Access was denied.");
+    EXPECT_EQ("N:\\docs\\", strDirPath);
+}
+
 TEST_F(SpecifyCommands, SpecifyFiles) {
     ClickWarned(f.cmdSpecifyFiles, "Folder unspecified", "The folder has not been specified.");
     for (const char* path : {"C:\\docs\\a.txt", "C:\\tree\\a.txt", "C:\\tree\\sub\\b.doc"})
