@@ -14,6 +14,20 @@ constexpr std::int32_t resultDone = 0;
 constexpr std::int32_t resultBadArgument = -1; // no path, or a length below −1
 constexpr std::int32_t resultCannotOpen = -2;
 constexpr std::int32_t resultNotDone = -3;
+constexpr std::int32_t resultHeld = -4; // another program holds the file
+
+/// What the call that has just failed comes to, when it is none of the others.
+std::int32_t FailureOr(std::int32_t result) {
+    switch (GetLastError()) {
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_USER_MAPPED_FILE:
+    case ERROR_BUSY:
+        return resultHeld;
+    default:
+        return result;
+    }
+}
 
 /// Room from the process's heap: this library needs no more of a runtime than that.
 wchar_t* Room(std::size_t units) {
@@ -44,19 +58,22 @@ wchar_t* WideFromAnsi(const char* path, std::size_t& length) {
     return units;
 }
 
+/// Sets the last error also when it fails before the system was asked.
 HANDLE OpenExisting(const char* path, DWORD rights, DWORD sharing) {
     std::size_t length = 0;
     wchar_t* units = WideFromAnsi(path, length);
-    if (units == nullptr)
-        return INVALID_HANDLE_VALUE;
     HANDLE file = INVALID_HANDLE_VALUE;
-    if (wchar_t* form = Room(length + 5); form != nullptr) {
+    DWORD error = ERROR_INVALID_NAME;
+    if (wchar_t* form = units != nullptr ? Room(length + 5) : nullptr; form != nullptr) {
         form[platform::ExtendPath(units, length, form)] = L'\0';
         file = CreateFileW(form, rights, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
                            nullptr);
+        error = GetLastError();
         HeapFree(GetProcessHeap(), 0, form);
     }
-    HeapFree(GetProcessHeap(), 0, units);
+    if (units != nullptr)
+        HeapFree(GetProcessHeap(), 0, units);
+    SetLastError(error);
     return file;
 }
 
@@ -69,13 +86,13 @@ extern "C" std::int32_t _change_filesize64(const char* path, std::int64_t newLen
         return resultBadArgument;
     HANDLE file = OpenExisting(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ);
     if (file == INVALID_HANDLE_VALUE)
-        return resultCannotOpen;
+        return FailureOr(resultCannotOpen);
     std::int32_t result = resultDone;
     if (newLength >= 0) {
         LARGE_INTEGER end;
         end.QuadPart = newLength;
         if (!SetFilePointerEx(file, end, nullptr, FILE_BEGIN) || !SetEndOfFile(file))
-            result = resultNotDone;
+            result = FailureOr(resultNotDone);
     }
     if (!CloseHandle(file))
         result = resultNotDone;

@@ -3,6 +3,7 @@
 #include "disk/DiskProc.h"
 #include "disk/FillDisk.h"
 #include "disk/LeftoverDummies.h"
+#include "engine/HeldFiles.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
@@ -87,6 +88,7 @@ bool AskToContinue(const std::string& strText, const std::string& strTitle) {
 
 void RunDriveCommand(const std::function<void()>& command) {
     EnableMenu(false);
+    ResetHeldFileWaits();
     command();
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);
     FillDisk.intTestQuantity = 0;

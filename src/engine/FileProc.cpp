@@ -52,7 +52,7 @@ std::int16_t ChangeFileSize(const std::string& path, std::int64_t newLength) {
 }
 
 bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, bool clearReadOnly,
-                                  bool clearSystem) {
+                                  bool clearSystem, platform::Fault* fault) {
     std::uint32_t attributes = 0;
     // Only "not found" proves that there is nothing to delete.
     if (platform::ReadAttributes(path, attributes) == platform::Fault::NotFound)
@@ -63,7 +63,10 @@ bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, boo
         ClearAttribute(path, attributes, platform::AttributeReadOnly);
     if (clearSystem)
         ClearAttribute(path, attributes, platform::AttributeSystem);
-    return !Failed(platform::RemoveFile(path));
+    const platform::Fault removal = platform::RemoveFile(path);
+    if (fault)
+        *fault = removal;
+    return !Failed(removal);
 }
 
 bool FileExistsFSO(const std::string& path) {

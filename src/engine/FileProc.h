@@ -1,17 +1,21 @@
 // Procedures on single files.
 #pragma once
 
+#include "platform/Fault.h"
+
 #include <cstdint>
 #include <string>
 
 /// Forces a file's data to the disk; true when that was done.
 bool FlushFile(const std::string& path);
 /// Sets a file's length in bytes; −1 only tells whether the file can be opened for change.
-/// 0 done, negative failed.
+/// 0 done, negative failed (intFileHeld: another program has it open).
+constexpr std::int16_t intFileHeld = -4;
 std::int16_t ChangeFileSize(const std::string& path, std::int64_t newLength);
-/// Deletes a file, its protecting attributes cleared before. True when it is gone.
+/// Deletes a file, its protecting attributes cleared before. True when it is gone. `fault`, when
+/// given, takes what the deletion came to.
 bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, bool clearReadOnly,
-                                  bool clearSystem);
+                                  bool clearSystem, platform::Fault* fault = nullptr);
 bool FileExistsFSO(const std::string& path);
 /// The name, a file's or a folder's, is a link just now: its data or files belong to another name.
 /// The root of a drive is none, whatever the letter stands for.

@@ -1,7 +1,9 @@
 #include "engine/FilePurge.h"
 
+#include "engine/DriveWork.h"
 #include "engine/EngineNeeds.h"
 #include "engine/FileProc.h"
+#include "engine/HeldFiles.h"
 #include "engine/OverwriteBuffers.h"
 #include "engine/OverwriteFile.h"
 #include "engine/PurgeTypes.h"
@@ -36,7 +38,8 @@ bool HasSlack(std::int64_t length, std::int32_t clusterSize) {
 /// streams": they would be deleted unpurged.
 bool FindTargets(const std::string& path, std::uint64_t length, std::vector<PurgeTarget>& targets) {
     std::vector<platform::Stream> streams;
-    const platform::Fault fault = platform::ListStreams(path, streams);
+    platform::Fault fault = platform::Fault::None;
+    WorkOnDrive(path, [&] { fault = platform::ListStreams(path, streams); });
     if (Failed(fault) && fault != platform::Fault::NotSupported)
         return false;
     targets = {{path, static_cast<std::int64_t>(length)}};
@@ -65,21 +68,35 @@ constexpr std::int64_t lngBriefDeletion = std::int64_t{16} << 20;
 
 bool DeletePurgedFile(const PurgeTarget& target) {
     bool blnDeleted = false;
-    ui::RunSteps(
-        target.Length <= lngBriefDeletion ? ui::Effort::Brief : ui::Effort::Long,
-        [&] {
-            blnDeleted = DeleteFileClearingAttributes(target.Path, true, true, true);
-            return false;
-        },
-        [] { return true; });
+    (void)TryWhileHeld([&] {
+        platform::Fault fault = platform::Fault::None;
+        RunStepsOnDrive(
+            target.Path, target.Length <= lngBriefDeletion ? ui::Effort::Brief : ui::Effort::Long,
+            [&] {
+                blnDeleted = DeleteFileClearingAttributes(target.Path, true, true, true, &fault);
+                return false;
+            },
+            [] { return true; });
+        return fault;
+    });
     return blnDeleted;
+}
+
+/// ChangeFileSize, tried again while another program holds the file.
+std::int16_t ChangeSizeOf(const std::string& path, std::int64_t length) {
+    std::int16_t result = 0;
+    (void)TryWhileHeld([&] {
+        WorkOnDrive(path, [&] { result = ChangeFileSize(path, length); });
+        return result == intFileHeld ? platform::Fault::SharingViolation : platform::Fault::None;
+    });
+    return result;
 }
 
 /// Gives the file and its streams back their lengths; false when one of them cannot be had.
 bool RestoreLengths(const std::vector<PurgeTarget>& targets) {
     bool blnRestored = true;
     for (const PurgeTarget& target : targets)
-        blnRestored = ChangeFileSize(target.Path, target.Length) >= 0 && blnRestored;
+        blnRestored = ChangeSizeOf(target.Path, target.Length) >= 0 && blnRestored;
     return blnRestored;
 }
 
@@ -147,9 +164,14 @@ std::uint32_t ReachOf(std::uint32_t attributes) {
 /// The bytes behind a link belong to another name, which nobody chose. Placeholders of cloud files
 /// carry the same attribute and are none.
 bool MayBeLink(const std::string& path, std::uint32_t attributes) {
-    platform::FileFacts facts;
-    return (attributes & platform::AttributeReparsePoint) != 0 &&
-           (Failed(platform::ReadFileFacts(path, facts)) || facts.IsLink);
+    if ((attributes & platform::AttributeReparsePoint) == 0)
+        return false;
+    bool blnLink = true;
+    WorkOnDrive(path, [&] {
+        platform::FileFacts facts;
+        blnLink = Failed(platform::ReadFileFacts(path, facts)) || facts.IsLink;
+    });
+    return blnLink;
 }
 
 /// Everything of PurgeFileWithChecks but its outer form.
@@ -160,7 +182,10 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
         return PurgeEmptyPath;
     std::uint32_t attributes = 0;
     std::uint64_t length = 0;
-    if (Failed(platform::ReadAttributes(path, attributes, &length)))
+    bool blnKnown = false;
+    WorkOnDrive(path,
+                [&] { blnKnown = !Failed(platform::ReadAttributes(path, attributes, &length)); });
+    if (!blnKnown)
         return PurgeCannotOpen;
     reach = ReachOf(attributes);
     if ((attributes & platform::AttributeFolder) != 0 || MayBeLink(path, attributes))
@@ -168,13 +193,16 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
     if ((attributes & platform::AttributeReadOnly) != 0) {
         if (!okReadOnly)
             return PurgeReadOnlyRefused;
-        (void)platform::WriteAttributes(path, attributes ^ platform::AttributeReadOnly);
-        if (Failed(platform::ReadAttributes(path, attributes)))
+        WorkOnDrive(path, [&] {
+            (void)platform::WriteAttributes(path, attributes ^ platform::AttributeReadOnly);
+            blnKnown = !Failed(platform::ReadAttributes(path, attributes));
+        });
+        if (!blnKnown)
             return PurgeCannotOpen;
     }
     if ((attributes & platform::AttributeSystem) != 0 && !okSystem)
         return PurgeSystemRefused;
-    if (ChangeFileSize(path, -1) != 0)
+    if (ChangeSizeOf(path, -1) != 0)
         return PurgeCannotOpen;
 
     std::vector<PurgeTarget> targets;
@@ -204,7 +232,9 @@ std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std
     // A length that cannot be read must not pass for 0: the file would be cut to that.
     std::uint64_t length = 0;
     std::vector<PurgeTarget> targets;
-    if (Failed(platform::ReadFileLength(path, length)) || !FindTargets(path, length, targets))
+    bool blnKnown = false;
+    WorkOnDrive(path, [&] { blnKnown = !Failed(platform::ReadFileLength(path, length)); });
+    if (!blnKnown || !FindTargets(path, length, targets))
         return PurgeCannotOpen;
     return PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
 }

@@ -1,8 +1,9 @@
 #include "engine/OverwriteFile.h"
 
+#include "engine/DriveWork.h"
 #include "engine/EngineNeeds.h"
-#include "engine/FileProc.h"
 #include "engine/FilePurge.h"
+#include "engine/HeldFiles.h"
 #include "engine/OverwriteBuffers.h"
 #include "platform/Files.h"
 #include "shell/Session.h"
@@ -18,8 +19,8 @@ namespace {
 /// The most that goes to the system in one call: the same bytes as block by block, at the disk's
 /// speed. Larger runs bring nothing.
 constexpr std::int64_t lngLongestRun = std::int64_t{1} << 20;
-/// Up to here an overwrite and its flush are done on the interface thread: handing them to the I/O
-/// thread and waiting for it would cost more than they do.
+/// Up to here an overwrite and its flush are done on the interface thread where the drive is quick:
+/// handing them to the I/O thread and waiting for it would cost more than they do.
 constexpr std::int64_t lngBriefLength = std::int64_t{256} << 10;
 /// On FAT a file ends a byte short of this at the latest, although its last cluster reaches up to
 /// it.
@@ -43,20 +44,22 @@ struct Overwrite {
     bool FirstBlockAlone = false, FirstBlockOnly = false;
     std::atomic<std::int64_t> BlocksDone = 0;
     platform::File File;
+    platform::Fault Opening = platform::Fault::None;
     std::int16_t Result = PurgeDone;
 };
 
-/// Closes the file and forces its data to the disk. The flush's outcome does not count: on some
-/// devices it always fails. A small file is flushed while it is open still: the auxiliary library
-/// would open it once more, and with thousands of small files that tells.
+/// Forces the data to the disk. A device that knows no flush holds nothing back; any other fault
+/// means that what was written may never get there.
+std::int16_t FlushOverwrite(const Overwrite& work) {
+    const platform::Fault fault = platform::FlushBytes(work.File);
+    return Failed(fault) && fault != platform::Fault::NotSupported ? PurgeFlushFailed : PurgeDone;
+}
+
 void FinishOverwrite(Overwrite& work) {
-    const bool blnFlush = work.Result == PurgeDone;
-    if (blnFlush && work.Effort == ui::Effort::Brief)
-        (void)platform::FlushBytes(work.File);
-    if (Failed(platform::CloseFile(work.File)) && blnFlush)
+    if (work.Result == PurgeDone)
+        work.Result = FlushOverwrite(work);
+    if (Failed(platform::CloseFile(work.File)) && work.Result == PurgeDone)
         work.Result = PurgeWriteFailed;
-    else if (blnFlush && work.Effort == ui::Effort::Long)
-        (void)FlushFile(work.Path);
 }
 
 /// Writes the first bytes of a small file over it without making it longer, and flushes them. The
@@ -66,14 +69,15 @@ std::int16_t OverwriteInItsRecord(const Overwrite& work) {
     const auto size = static_cast<std::size_t>(work.OwnLength);
     if (Failed(platform::WriteBytes(work.File, work.Run->data(), size)))
         return PurgeWriteFailed;
-    const platform::Fault fault = platform::FlushBytes(work.File);
-    if (Failed(fault) && fault != platform::Fault::NotSupported)
-        return PurgeFlushFailed;
+    const std::int16_t result = FlushOverwrite(work);
+    if (result != PurgeDone)
+        return result;
     return Failed(platform::SeekTo(work.File, 0)) ? PurgeWriteFailed : PurgeDone;
 }
 
 std::int16_t BeginOverwrite(Overwrite& work) {
-    if (Failed(platform::OpenFile(work.Path, platform::Access::Change, work.File)))
+    work.Opening = platform::OpenFile(work.Path, platform::Access::Change, work.File);
+    if (Failed(work.Opening))
         return PurgeCannotOpen;
     if (work.First && Failed(platform::ReadHardLinks(work.File, lngHardLinks)))
         return PurgeCannotOpen;
@@ -118,6 +122,18 @@ bool StepOverwrite(Overwrite& work) {
     return false;
 }
 
+/// All steps, and again while another program holds the file: what fails for that is the opening,
+/// before the first byte.
+void RunStepsOf(Overwrite& work, const std::function<bool()>& poll) {
+    (void)TryWhileHeld([&] {
+        work.Opening = platform::Fault::None;
+        work.Result = PurgeDone;
+        RunStepsOnDrive(
+            work.Path, work.Effort, [&] { return StepOverwrite(work); }, poll);
+        return work.Opening;
+    });
+}
+
 /// The status line of the free-space purge: the figure of the last of the blocks 1, 51, 101 ...
 /// that is written, when that is a new one. The writing does not wait for it, so that figures can
 /// be left out where the disk is fast. With several overwrites in a pass it runs through the same
@@ -141,21 +157,19 @@ std::int16_t RunOverwrite(Overwrite& work) {
     const auto tellBytes = [&] {
         dblBytesOverwritten = dblBefore + static_cast<double>(work.BlocksDone * work.BlockSize);
     };
-    ui::RunSteps(
-        work.Effort, [&] { return StepOverwrite(work); },
-        [&] {
-            tellBytes();
-            if (!blnPurgingFreeSpace)
-                return true;
-            blnStopped = blnStopped || blnStop;
-            if (!blnStopped)
-                ShowPurgeFigure(work.BlocksDone, work.Blocks, lngShown);
-            return !blnStopped;
-        });
+    RunStepsOf(work, [&] {
+        tellBytes();
+        if (!blnPurgingFreeSpace)
+            return true;
+        blnStopped = blnStopped || blnStop;
+        if (!blnStopped)
+            ShowPurgeFigure(work.BlocksDone, work.Blocks, lngShown);
+        return !blnStopped;
+    });
     tellBytes();
     if (work.File.IsOpen()) // stopped between two steps
-        ui::RunSteps(
-            work.Effort,
+        RunStepsOnDrive(
+            work.Path, work.Effort,
             [&] {
                 FinishOverwrite(work);
                 return false;
@@ -181,8 +195,7 @@ std::int16_t OverwriteSlack(const std::string& path, std::int16_t value, std::in
     work.Blocks = 1;
     // Neither progress nor a stop here. A flush concerns the whole file.
     work.Effort = EffortFor(length);
-    ui::RunSteps(
-        work.Effort, [&] { return StepOverwrite(work); }, [] { return true; });
+    RunStepsOf(work, [] { return true; });
     return work.Result;
 }
 

@@ -19,8 +19,8 @@ inline double dblBytesOverwritten = 0;
 
 /// Overwrites a file of lngCurrentFileLength bytes up to the end of its last cluster, or only its
 /// slack, and forces that to the disk. PrepareOverwriteBuffers comes first. 0 done; −2 the file
-/// cannot be opened, −3 a write failed, −7 a small file could not be forced to the disk before it
-/// grew; −12 the user stopped the free-space purge. The file is closed on every way out and keeps
-/// the length to which it has grown.
+/// cannot be opened, −3 a write failed, −7 what was written could not be forced to the disk; −12
+/// the user stopped the free-space purge. The file is closed on every way out and keeps the length
+/// to which it has grown.
 std::int16_t OverwriteFileOnce(const std::string& path, std::int16_t value, bool slackOnly,
                                std::int32_t clusterSize);

@@ -54,7 +54,8 @@ Fault OpenLink(const std::string& target);
 /// NotFound: no such file there; NotSupported: it lacks an export that we need.
 Fault LoadAuxiliaryLibrary();
 /// _change_filesize: sets a file's length in bytes; −1 changes nothing and tells whether the file
-/// can be opened for change. 0 done, negative failed. The library must have been loaded.
+/// can be opened for change. 0 done, negative failed, −4 where another program holds the file. The
+/// library must have been loaded.
 std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength);
 /// _flush_file: 0 when the file's data have been forced to the disk.
 std::int32_t AuxiliaryFlushFile(const std::string& path);

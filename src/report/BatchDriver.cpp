@@ -2,6 +2,7 @@
 
 #include "engine/FileOps.h"
 #include "engine/FilePurge.h"
+#include "engine/HeldFiles.h"
 #include "platform/System.h"
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmReport.h"
@@ -58,6 +59,7 @@ void ResetRun() {
     f.blnRunning = true;
     blnStop = false;
     blnPurgeRemainingFiles = false;
+    ResetHeldFileWaits();
     ResetReportWindow();
 }
 

@@ -3,6 +3,8 @@
 
 #include "disk/DiskProc.h"
 #include "disk/DriveCommands.h"
+#include "engine/DriveWork.h"
+#include "engine/HeldFiles.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
 #include "selection/Selection.h"
@@ -79,6 +81,8 @@ void ResetSession() {
     blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
     blnShowPurgeWarning = true;
     blnPurgeRemainingFiles = false;
+    ResetHeldFileWaits();
+    ForgetDriveSpeeds();
 }
 
 void StartUp() {

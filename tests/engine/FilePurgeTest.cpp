@@ -1,5 +1,6 @@
 #include "engine/FilePurge.h"
 #include "engine/EngineNeeds.h"
+#include "engine/HeldFiles.h"
 #include "fakes/ProgramTest.h"
 #include "shell/frmMain.h"
 #include "shell/Session.h"
@@ -225,9 +226,9 @@ TEST_F(FilePurgeTest, WhatWritingInPlaceDoesNotReachIsSaid) {
 }
 
 TEST_F(FilePurgeTest, AnyCallMayFail) {
-    // The outcome of a flush after an overwrite, of clearing attributes, and of the last restoring
-    // of the length do not count; everything else does.
-    const std::string mayPass = "AuxiliaryFlushFile FlushBytes ReadAttributes WriteAttributes "
+    // The outcome of clearing attributes, and of the last restoring of the length do not count;
+    // everything else does.
+    const std::string mayPass = "ReadAttributes WriteAttributes "
                                 "ReadClusterFacts LoadAuxiliaryLibrary AuxiliaryChangeFileSize";
     for (const bool deleteAfter : {true, false})
         for (const bool slackOnly : {true, false}) {
@@ -273,13 +274,91 @@ TEST_F(FilePurgeTest, CodesOfFaults) {
                  {-11, 2, Fault::Other, "AuxiliaryChangeFileSize", true},
                  {-2, 1, Fault::Other, "AuxiliaryChangeFileSize"},
                  {-2, 1, Fault::Other, "ListStreams"},
-                 {-7, 1, Fault::WriteFault, "FlushBytes", false, 5}}; // before it grows
+                 {-7, 1, Fault::WriteFault, "FlushBytes", false, 5}, // before it grows
+                 {-7, 2, Fault::NotReady, "FlushBytes", false, 5},
+                 {-7, 4, Fault::WriteFault, "FlushBytes"}, // the last one
+                 {-7, 4, Fault::WriteFault, "FlushBytes", true}};
     for (const auto& c : cases) {
         fake::PutBigFile(path, c.Length, 'M');
         fake::FailNth(c.N, c.What, c.Kind);
         EXPECT_EQ(c.Code, Purge(path, 1, 1, !c.SlackOnly, c.SlackOnly));
         EXPECT_EQ(c.Length, fake::At(path)->Data.Length());
     }
+}
+
+TEST_F(FilePurgeTest, ADeviceWithoutFlushesHoldsNothingBack) {
+    fake::PutFile(path, "M");
+    fake::FailAlways("FlushBytes", "", Fault::NotSupported);
+    EXPECT_EQ(0, Purge(path, 1, 1, true));
+    EXPECT_EQ(nullptr, fake::At(path));
+}
+
+TEST_F(FilePurgeTest, HeldFilesAreWaitedFor) {
+    // A neighbour that looks for 5 ms into each file that was opened, made shorter or closed.
+    std::uint64_t heldUntil = 0;
+    for (const char* call : {"OpenFile", "AuxiliaryChangeFileSize", "RemoveFile"})
+        fake::OnCall(call, [&](const std::string& file) {
+            if (file != path || platform::TickCount() < heldUntil)
+                return file != path ? Fault::None : Fault::SharingViolation;
+            heldUntil = platform::TickCount() + 5;
+            return Fault::None;
+        });
+    for (int i = 0; i < 400; ++i) { // together far more than what a run may wait in vain
+        fake::PutFile(path, "M");
+        ASSERT_EQ(0, Purge(path, 0, 1, true)) << i;
+        ASSERT_EQ(nullptr, fake::At(path));
+        fake::PutFile(path, "MM");
+        ASSERT_EQ(0, Purge(path, 0, 1, false, true)) << i;
+        ASSERT_EQ("MM", fake::ContentOf(path));
+    }
+    // What stays held is not waited for again and again.
+    const auto took = [&](std::uint64_t stopAfter = 0) {
+        const std::uint64_t began = platform::TickCount();
+        blnStop = false;
+        if (stopAfter > 0)
+            fake::user.During([=] { return platform::TickCount() >= began + stopAfter; },
+                              [] { blnStop = true; });
+        EXPECT_EQ(-2, Purge("C:\\f\\held", 0, 1, true));
+        return static_cast<int>(platform::TickCount() - began);
+    };
+    fake::PutFile("C:\\f\\held").Locked = true;
+    int all = took();
+    EXPECT_NEAR(2000, all, 100);
+    EXPECT_NEAR(300, took(250), 100); // by F10
+    for (int i = 0; i < 8; ++i)
+        all += took();
+    EXPECT_NEAR(9700, all, 200);
+    EXPECT_EQ(0, took());
+    ResetHeldFileWaits(); // the next run
+    EXPECT_NEAR(2000, took(), 100);
+    EXPECT_EQ("x", fake::ContentOf("C:\\f\\held"));
+}
+
+TEST_F(FilePurgeTest, OnlyAQuickDriveIsWaitedForOnTheInterfaceThread) {
+    int slow = 0, here = 0;
+    fake::OnCall("", [&](const std::string& file) {
+        here += fake::user.InLongStep ? 0 : 1;
+        fake::Advance(file[0] == 'D' ? slow : 0);
+        return Fault::None;
+    });
+    fake::AddDrive('D', 1 << 30);
+    const auto purge = [&](int files) {
+        here = 0;
+        for (int i = 0; i < files; ++i)
+            for (const bool deleteAfter : {false, true}) {
+                fake::PutFile("D:\\a", "M", platform::AttributeReadOnly);
+                EXPECT_EQ(0, Purge("D:\\a", 0, 1, deleteAfter));
+            }
+    };
+    purge(5);
+    EXPECT_GT(here, 20); // it has proved quick: no hand-over for each step
+    fake::Advance(60'000);
+    slow = 400; // gone to sleep: nobody waits for it in the first steps
+    purge(1);
+    EXPECT_EQ(0, here);
+    slow = 0; // and never again
+    purge(5);
+    EXPECT_EQ(0, here);
 }
 
 TEST_F(FilePurgeTest, FreeSpaceFiguresAndStop) {

@@ -173,7 +173,7 @@ Fault LoadAuxiliaryLibrary() {
 }
 
 namespace {
-/// 0 or −1, as the library answers. It must have been loaded.
+/// 0, −1, or −4 of a file that is held, as the library answers. It must have been loaded.
 std::int32_t InLibrary(const char* call, const std::string& path,
                        const std::function<Fault(const Place&)>& work) {
     const Fault fault = OnItem(call, path, true, [&](const Place& place) {
@@ -181,7 +181,7 @@ std::int32_t InLibrary(const char* call, const std::string& path,
         const Fault refusal = loaded ? MayChange(place, false) : Fault::NotSupported;
         return Failed(refusal) ? refusal : work(place);
     });
-    return Failed(fault) ? -1 : 0;
+    return fault == Fault::SharingViolation ? -4 : Failed(fault) ? -1 : 0;
 }
 } // namespace
 

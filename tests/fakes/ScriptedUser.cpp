@@ -256,7 +256,13 @@ void RunSteps(Effort effort, const std::function<bool()>& step, const std::funct
         blnThreadBusy = false;
         return;
     }
-    while (RunStep(step)) {
+    const auto stepHere = [&] {
+        user.InLongStep = effort == Effort::Long;
+        const bool more = RunStep(step);
+        user.InLongStep = false;
+        return more;
+    };
+    while (stepHere()) {
         Pump();
         if (poll && !poll())
             return;

@@ -97,6 +97,7 @@ struct ScriptedUser {
     bool TaskbarPaused = false;
     ui::Control* Focus = nullptr;
     std::function<void(int)> KeyHandler;
+    bool InLongStep = false; ///< the call just made is off the interface thread
     bool Ended = false;      ///< EndProgram was called
     std::int64_t Yields = 0; ///< DoEvents so far
 };

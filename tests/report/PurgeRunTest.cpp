@@ -107,7 +107,7 @@ TEST_F(RunTest, EveryRefusalAndFailureHasItsLine) {
     fake::PutFile("C:\\d\\enc.txt", "1", platform::AttributeEncrypted | platform::AttributeSparse);
     fake::FailAlways("RemoveFile", "stuck.txt", Fault::AccessDenied);
     fake::FailAlways("WriteBytes", "torn.txt", Fault::WriteFault);
-    EXPECT_EQ(Middle(Purge()), R"(
+    EXPECT_EQ(Middle(Purge(), "once", "12:00:02"), R"(
 C:\d\
 
 C:\d\ro.txt (1 bytes) purging: file is a read-only file, not purged.
@@ -123,6 +123,11 @@ Number of files purged: 2
 
 Sum of sizes of files purged: 2 bytes
 )");
+    // Files that stay held take a run ten seconds, however many they are; then the next run.
+    for (int i = 0; i < 9; ++i)
+        fake::PutFile("C:\\held\\" + std::to_string(i)).Locked = true;
+    for (const char* end : {"12:00:12\n", "12:00:22\n"})
+        EXPECT_TRUE(Run(true, "*.*", "C:\\held\\").ends_with(end));
 }
 
 TEST_F(RunTest, TheProgramsOwnFolderStaysByWhateverPath) {
@@ -389,7 +394,7 @@ TEST_F(RunTest, AFullReportDoesNotEndThePurge) {
 
 TEST_F(RunTest, ShowsOnlyTheProgressThatIsKnown) {
     fake::drives['C'].BytesPerSecond = 1 << 20;
-    fake::PutBigFile("C:\\d\\0", 64 << 20).Locked = true; // not purged: no work any more
+    fake::PutBigFile("C:\\d\\0", 64 << 20).Denied = true; // not purged: no work any more
     fake::PutBigFile("C:\\d\\a", 16 << 20);
     user.During([] { return user.TaskbarFraction >= 0.5; },
                 [] {
