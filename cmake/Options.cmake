@@ -39,7 +39,7 @@ if(WIN32)
         UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00)
     if(NOT MSVC)
         target_compile_options(nw_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:\
--fstack-protector-strong;-fcf-protection;-fstack-clash-protection;\
+-fstack-protector-strong;-fstack-clash-protection;\
 $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>>")
         # No time stamp in the image: the same sources give the same bytes.
         target_link_options(nw_options INTERFACE

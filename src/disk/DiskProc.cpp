@@ -1,5 +1,6 @@
 #include "disk/DiskProc.h"
 
+#include "engine/DriveWork.h"
 #include "engine/FileProc.h"
 #include "platform/Drives.h"
 #include "support/Numbers.h"
@@ -21,7 +22,9 @@ constexpr std::int16_t intScriptingFixed = 2;
 std::int32_t GetClusterSizeAndFreeSpace(const std::string& rootPath, double& freeClusterBytes) {
     freeClusterBytes = -1;
     platform::ClusterFacts facts;
-    if (Failed(platform::ReadClusterFacts(rootPath, facts)))
+    auto fault = platform::Fault::None;
+    WorkOnDrive(rootPath, [&] { fault = platform::ReadClusterFacts(rootPath, facts); });
+    if (Failed(fault))
         return -1;
     const std::uint64_t clusterSize = std::uint64_t{facts.BytesPerSector} * facts.SectorsPerCluster;
     if (clusterSize < intSmallestCluster)
@@ -33,7 +36,10 @@ std::int32_t GetClusterSizeAndFreeSpace(const std::string& rootPath, double& fre
 std::int16_t GetDiskSpaceEx(const std::string& path, double& freeBytes, double& totalBytes) {
     std::uint64_t available = 0;
     std::uint64_t total = 0;
-    if (Failed(platform::ReadDriveSpace(path.substr(0, 2), available, total)))
+    auto fault = platform::Fault::None;
+    WorkOnDrive(path,
+                [&] { fault = platform::ReadDriveSpace(path.substr(0, 2), available, total); });
+    if (Failed(fault))
         return -1;
     freeBytes = static_cast<double>(available);
     totalBytes = static_cast<double>(total);
@@ -86,6 +92,12 @@ bool IsDriveReady(const std::string& rootPath) {
     double freeBytes = 0;
     double totalBytes = 0;
     return GetDiskSpaceEx(rootPath, freeBytes, totalBytes) == 0;
+}
+
+platform::Fault GetVolumeFacts(const std::string& rootPath, platform::VolumeFacts& facts) {
+    auto fault = platform::Fault::None;
+    WorkOnDrive(rootPath, [&] { fault = platform::ReadVolumeFacts(rootPath, facts); });
+    return fault;
 }
 
 std::string FreeSpaceText(const std::string& drive, double freeBytes) {

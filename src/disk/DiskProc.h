@@ -1,7 +1,9 @@
-// Facts about drives. Includes nothing above engine/, and may be included from settings/.
+// Facts about drives. Includes nothing above engine/, and may be included from settings/. What asks
+// a device does so off the interface thread where it may have to wait for it: messages are pumped
+// meanwhile.
 #pragma once
 
-#include "platform/Fault.h"
+#include "platform/Drives.h"
 
 #include <cstdint>
 #include <string>
@@ -13,7 +15,7 @@ std::int32_t GetClusterSizeAndFreeSpace(const std::string& rootPath, double& fre
 std::int16_t GetDiskSpaceEx(const std::string& path, double& freeBytes, double& totalBytes);
 /// Free bytes of the path's drive; 0 when it cannot be read. Costs some 45 microseconds a call.
 double GetFreeSpaceFSO(const std::string& path);
-/// The same for a caller who must know the fault.
+/// The same for a caller who must know the fault, on whatever thread that is.
 platform::Fault GetFreeSpaceFSO(const std::string& path, double& freeBytes);
 /// The number of drives; the first one as "C:" and its type (2 = fixed), or "" and −1.
 std::int16_t GetFirstDrive(std::string& driveText, std::int16_t& driveType);
@@ -21,6 +23,8 @@ std::int16_t GetFirstDrive(std::string& driveText, std::int16_t& driveType);
 std::string FirstFixedDrive();
 /// A fixed drive or RAM disk always; any other when its space can be asked about.
 bool IsDriveReady(const std::string& rootPath);
+/// platform::ReadVolumeFacts.
+platform::Fault GetVolumeFacts(const std::string& rootPath, platform::VolumeFacts& facts);
 /// "Drive C has 1,048,576 bytes (1.00 MB) free."
 std::string FreeSpaceText(const std::string& drive, double freeBytes);
 /// "Drive C has 1.00 MB free."

@@ -38,7 +38,7 @@ bool CheckDriveWritable(char chrDrive, const std::string& strTitle) {
         return false;
     }
     platform::VolumeFacts facts;
-    const auto fault = platform::ReadVolumeFacts(strRoot, facts);
+    const auto fault = GetVolumeFacts(strRoot, facts);
     // A disc whose file system tells nothing is taken for what discs mostly are.
     if (Failed(fault) ? type == platform::DriveType::CdRom : facts.ReadOnly) {
         ui::Complain("The disk in Drive " + strDrive +

@@ -107,7 +107,8 @@ bool FillOneFile(FillWork& work) {
             return true;
         ShowDummyFileProgress();
         if (AskInRun("Do you wish to cancel this operation?", ui::Buttons::YesNo,
-                     ui::Icon::Question, "Cancel?") == ui::AnswerYes)
+                     ui::Icon::Question, "Cancel?") == ui::AnswerYes ||
+            ui::Ending())
             return false;
         blnStop = false;
         work.blnAskFree = true;

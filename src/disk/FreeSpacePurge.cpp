@@ -154,7 +154,7 @@ void PlanDummyFiles(char chrDrive) {
     intNumDummyFiles = Count();
     platform::VolumeFacts facts;
     if (intNumDummyFiles > lngMostFilesOnFat &&
-        !Failed(platform::ReadVolumeFacts(std::string(1, chrDrive) + ":\\", facts)) &&
+        !Failed(GetVolumeFacts(std::string(1, chrDrive) + ":\\", facts)) &&
         facts.FileSystem.starts_with("FAT")) {
         dblMaxSizeDummyFile = dblDummySizeOnFat;
         intNumDummyFiles = Count();

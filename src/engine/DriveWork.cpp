@@ -2,13 +2,16 @@
 // flush, a disk that sleeps ten seconds to spin up.
 #include "engine/DriveWork.h"
 
-#include "platform/Folders.h"
 #include "platform/System.h"
 #include "support/Paths.h"
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdint>
+#include <mutex>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -34,16 +37,17 @@ DriveSpeed& SpeedOf(const std::string& path) {
     return speeds[letter >= 'A' && letter <= 'Z' ? static_cast<std::size_t>(letter - 'A') : 26];
 }
 
-/// Whether a brief step may be done on this thread. Counts as a trial when it may not yet.
-bool TakesBriefSteps(DriveSpeed& speed) {
+/// Whether a brief step may be done on this thread.
+bool IsQuick(DriveSpeed& speed) {
     if (platform::TickCount() - speed.lngLastUse >= lngIdle)
         speed.intTrialsLeft = intTrials;
-    if (speed.blnSlow)
-        return false;
-    if (speed.intTrialsLeft == 0)
-        return true;
-    --speed.intTrialsLeft;
-    return false;
+    return !speed.blnSlow && speed.intTrialsLeft == 0;
+}
+
+void NoteStep(DriveSpeed& speed, std::uint64_t lngMilliseconds) {
+    speed.blnSlow = speed.blnSlow || lngMilliseconds >= lngSlowStep;
+    speed.intTrialsLeft -= speed.intTrialsLeft > 0 ? 1 : 0;
+    speed.lngLastUse = platform::TickCount();
 }
 
 } // namespace
@@ -58,7 +62,7 @@ void RunStepsOnDrive(const std::string& path, ui::Effort effort, const std::func
     }
     std::uint64_t lngLongest = 0; // the steps' own until they have ended
     ui::RunSteps(
-        TakesBriefSteps(speed) ? ui::Effort::Brief : ui::Effort::Long,
+        IsQuick(speed) ? ui::Effort::Brief : ui::Effort::Long,
         [&] {
             const std::uint64_t lngBegan = platform::TickCount();
             const bool blnMore = step();
@@ -66,8 +70,7 @@ void RunStepsOnDrive(const std::string& path, ui::Effort effort, const std::func
             return blnMore;
         },
         poll);
-    speed.blnSlow = speed.blnSlow || lngLongest >= lngSlowStep;
-    speed.lngLastUse = platform::TickCount();
+    NoteStep(speed, lngLongest);
 }
 
 void WorkOnDrive(const std::string& path, const std::function<void()>& work) {
@@ -80,17 +83,56 @@ void WorkOnDrive(const std::string& path, const std::function<void()>& work) {
         [] { return true; });
 }
 
-void WakeDrive(const std::string& folder) {
+bool MayKeepWaiting(const std::string& path) {
+    return !IsQuick(SpeedOf(path));
+}
+
+platform::Fault EnumerateOnDrive(const std::string& folder,
+                                 const std::function<bool(const platform::FolderEntry&)>& visit,
+                                 const std::function<void()>& whileWaiting) {
     DriveSpeed& speed = SpeedOf(folder);
-    const bool blnAwake = !speed.blnSlow && speed.intTrialsLeft == 0 &&
-                          platform::TickCount() - speed.lngLastUse < lngIdle;
-    if (blnAwake)
+    auto fault = platform::Fault::None;
+    if (IsQuick(speed)) {
+        fault = platform::EnumerateFolder(folder, visit);
         speed.lngLastUse = platform::TickCount();
-    else
-        WorkOnDrive(folder, [&] {
-            (void)platform::EnumerateFolder(folder,
-                                            [](const platform::FolderEntry&) { return false; });
+        return fault;
+    }
+    std::mutex guard; // of what was found and is not visited yet
+    std::vector<platform::FolderEntry> found;
+    std::atomic<bool> blnEnded = false; // by the visitor
+    const auto visitFound = [&] {
+        std::vector<platform::FolderEntry> entries;
+        {
+            const std::scoped_lock lock(guard);
+            entries.swap(found);
+        }
+        for (const platform::FolderEntry& entry : entries)
+            if (!blnEnded && !visit(entry))
+                blnEnded = true;
+    };
+    const std::uint64_t lngBegan = platform::TickCount();
+    std::uint64_t lngUntilFirst = 0;
+    ui::RunSteps(
+        ui::Effort::Long,
+        [&] {
+            bool blnFirst = true; // how many follow tells nothing of the drive
+            fault = platform::EnumerateFolder(folder, [&](const platform::FolderEntry& entry) {
+                if (std::exchange(blnFirst, false))
+                    lngUntilFirst = platform::TickCount() - lngBegan;
+                const std::scoped_lock lock(guard);
+                found.push_back(entry);
+                return !blnEnded;
+            });
+            return false;
+        },
+        [&] {
+            whileWaiting();
+            visitFound();
+            return true;
         });
+    NoteStep(speed, lngUntilFirst);
+    visitFound();
+    return blnEnded ? platform::Fault::None : fault;
 }
 
 void ForgetDriveSpeeds() {

@@ -1,6 +1,7 @@
 // Short work with the files of a drive, and whether it may be done on the interface thread.
 #pragma once
 
+#include "platform/Folders.h"
 #include "ui/Interface.h"
 
 #include <functional>
@@ -15,7 +16,14 @@ void RunStepsOnDrive(const std::string& path, ui::Effort effort, const std::func
 /// One brief step: a question about a drive, or a change of a small file. Where it is done on the
 /// I/O thread, messages are pumped meanwhile.
 void WorkOnDrive(const std::string& path, const std::function<void()>& work);
-/// Before a folder is read on this thread: has the drive spun up where it may be asleep.
-void WakeDrive(const std::string& folder);
+/// Whether work on the drive goes to the I/O thread just now, so that messages are pumped
+/// meanwhile.
+bool MayKeepWaiting(const std::string& path);
+/// platform::EnumerateFolder, read on the I/O thread where the drive may keep one waiting; `visit`
+/// is called on this thread, where it may pump messages. `whileWaiting` is called every now and
+/// then while no entries come.
+platform::Fault EnumerateOnDrive(const std::string& folder,
+                                 const std::function<bool(const platform::FolderEntry&)>& visit,
+                                 const std::function<void()>& whileWaiting);
 /// Every drive has to prove itself again.
 void ForgetDriveSpeeds();

@@ -1,5 +1,7 @@
 #include "selection/frmDrives.h"
 
+#include "disk/DiskProc.h"
+#include "engine/DriveWork.h"
 #include "engine/FileProc.h"
 #include "platform/Drives.h"
 #include "selection/Selection.h"
@@ -32,13 +34,19 @@ std::string TypeText(platform::DriveType type) {
 std::string DriveText(char letter) {
     const std::string root = std::string(1, letter) + ":\\";
     std::string text = root.substr(0, 2) + "  ";
+    const platform::DriveType type = platform::TypeOfDrive(root);
+    // A server that does not answer would keep the list away for half a minute, and its drives
+    // cannot be purged anyway.
+    if (type == platform::DriveType::Remote)
+        return text + TypeText(type);
     platform::VolumeFacts facts;
     // A volume without a label, or without a medium, has only its type to show.
-    if (!platform::Failed(platform::ReadVolumeFacts(root, facts)) && !facts.Label.empty())
+    if (!platform::Failed(GetVolumeFacts(root, facts)) && !facts.Label.empty())
         text += facts.Label + ", ";
-    text += TypeText(platform::TypeOfDrive(root));
+    text += TypeText(type);
     std::uint64_t freeBytes = 0, totalBytes = 0;
-    const platform::Fault fault = platform::ReadDriveSpace(root, freeBytes, totalBytes);
+    auto fault = platform::Fault::None;
+    WorkOnDrive(root, [&] { fault = platform::ReadDriveSpace(root, freeBytes, totalBytes); });
     if (fault == platform::Fault::NotReady)
         return text + ", no medium";
     if (!platform::Failed(fault))

@@ -29,6 +29,7 @@ std::array<std::int32_t, 26> lngRealClusterSizes{};
 std::string strFolderShown;
 bool blnSingleFileShown = false;
 bool blnFoldersShown = false;
+std::string strFileSystemShown;
 
 /// "C" for "C:\folder\".
 std::string DriveShown() {
@@ -82,10 +83,7 @@ void frmPurgeConfirmation_Activate() {
     f.fraClusterSize.Visible = false;
     const std::string strDrive = DriveShown();
     SelectClusterSize(GetClusterSize(strDrive));
-    platform::VolumeFacts volume;
-    f.lblFileSystem.Caption = platform::Failed(platform::ReadVolumeFacts(strDrive + ":\\", volume))
-                                  ? ""
-                                  : volume.FileSystem;
+    f.lblFileSystem.Caption = strFileSystemShown;
     f.lblFileSystem.Visible = false;
     f.fraClusterSize.Caption = "Drive " + strDrive;
     f.fraClusterSize.Visible = true;
@@ -250,6 +248,11 @@ bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFold
     strFolderShown = folder;
     blnSingleFileShown = blnSingleFile;
     blnFoldersShown = blnFolders;
+    // Before the dialog is there: messages may be pumped while the drive is asked.
+    (void)GetClusterSize(DriveShown());
+    platform::VolumeFacts volume;
+    strFileSystemShown =
+        Failed(GetVolumeFacts(DriveShown() + ":\\", volume)) ? "" : volume.FileSystem;
     ui::ShowModal(frmPurgeConfirmation);
     return frmPurgeConfirmation.blnAccepted;
 }

@@ -1,91 +1,72 @@
 // Looking through folders with the windows alive: what yields, what is said, and how F10 ends it.
 #include "support/FolderSearch.h"
 
+#include "engine/DriveWork.h"
 #include "platform/System.h"
 #include "shell/frmMain.h"
 #include "shell/Session.h"
 #include "support/MainWindow.h"
 #include "ui/Interface.h"
 
-#include <atomic>
-#include <mutex>
-#include <utility>
-#include <vector>
-
 namespace {
 
+/// A search that is over so soon neither disables the main window nor yields: it would flicker.
+constexpr std::uint64_t intMillisecondsUnseen = 50;
 constexpr std::uint64_t intMillisecondsUnsaid = 500;
 
 struct Search {
     std::string strDoing;
     std::uint64_t lngBegan = 0; ///< tick count
-    bool blnFirst = false;      ///< its first folder is still to be read
-    std::string strSaid;        ///< what stands in the status line, "" before it does
+    bool blnOutsideRun = false;
+    bool blnHeld = false;                 ///< the main window is disabled
+    bool blnMenu = true, blnSetup = true; ///< what of it was enabled before
+    std::string strSaid;                  ///< what stands in the status line, "" before it does
 };
 Search searchInHand;
 
 void BeginSearch(const std::string& strDoing, bool blnOutsideRun) {
-    searchInHand = {strDoing, platform::TickCount(), blnOutsideRun, {}};
+    searchInHand = {};
+    searchInHand.strDoing = strDoing;
+    searchInHand.lngBegan = platform::TickCount();
+    searchInHand.blnOutsideRun = blnOutsideRun;
 }
 
 void EndSearch() {
     if (!searchInHand.strSaid.empty())
         SetMainLine(MainLine::Status, "");
+    if (searchInHand.blnHeld) {
+        frmMain.fraSetup.Enabled = searchInHand.blnSetup;
+        EnableMenu(searchInHand.blnMenu);
+    }
     searchInHand = {};
 }
 
-void SayWhatIsDone() {
+/// Outside of a run: before anything is clicked that must not be.
+void HoldMain() {
     Search& search = searchInHand;
-    if (!search.strSaid.empty() || platform::TickCount() - search.lngBegan < intMillisecondsUnsaid)
+    if (!search.blnOutsideRun || search.blnHeld)
         return;
-    search.strSaid = search.strDoing + " ...";
-    SetMainLine(MainLine::Status, search.strSaid + "  (F10 stops this.)");
-    RepaintMain();
+    search.blnHeld = true;
+    search.blnMenu = frmMain.fraMenu.Enabled;
+    search.blnSetup = frmMain.fraSetup.Enabled;
+    EnableMain(false);
 }
 
-using Visitor = std::function<bool(const platform::FolderEntry&)>;
-
-/// False when there is enough.
-bool Visit(const Visitor& visit, const platform::FolderEntry& entry) {
-    SayWhatIsDone();
+/// Between two entries, and while a drive keeps one waiting for them.
+void Yield() {
+    Search& search = searchInHand;
+    const std::uint64_t lngTook = platform::TickCount() - search.lngBegan;
+    if (search.blnOutsideRun && !search.blnHeld) {
+        if (lngTook < intMillisecondsUnseen)
+            return;
+        HoldMain();
+    }
+    if (search.strSaid.empty() && lngTook >= intMillisecondsUnsaid) {
+        search.strSaid = search.strDoing + " ...";
+        SetMainLine(MainLine::Status, search.strSaid + "  (F10 stops this.)");
+        RepaintMain();
+    }
     ui::DoEvents();
-    return visit(entry) && !blnStop;
-}
-
-/// Reads on the I/O thread and visits here: a disk that spins up, or a share that does not answer,
-/// keeps the first call waiting for seconds. To hand over costs too much for every folder of a
-/// tree.
-platform::Fault ReadAside(const std::string& strFolder, const Visitor& visit) {
-    std::mutex mutex;
-    std::vector<platform::FolderEntry> waiting;
-    std::atomic<bool> blnEnough{false};
-    auto fault = platform::Fault::None;
-    const auto VisitWaiting = [&] {
-        std::vector<platform::FolderEntry> taken;
-        {
-            const std::scoped_lock lock(mutex);
-            taken.swap(waiting);
-        }
-        SayWhatIsDone();
-        for (const platform::FolderEntry& entry : taken)
-            if (!blnEnough && !Visit(visit, entry))
-                blnEnough = true;
-        blnEnough = blnEnough || blnStop;
-        return !blnEnough;
-    };
-    ui::RunSteps(
-        ui::Effort::Long,
-        [&] {
-            fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
-                const std::scoped_lock lock(mutex);
-                waiting.push_back(entry);
-                return !blnEnough;
-            });
-            return false;
-        },
-        VisitWaiting);
-    // What was read beyond the point of enough was not asked for.
-    return VisitWaiting() ? fault : platform::Fault::None;
 }
 
 } // namespace
@@ -94,14 +75,20 @@ const std::string& SearchInHand() {
     return searchInHand.strSaid;
 }
 
-platform::Fault SearchFolder(const std::string& strFolder, const Visitor& visit) {
-    if (std::exchange(searchInHand.blnFirst, false))
-        return ReadAside(strFolder, visit);
+platform::Fault SearchFolder(const std::string& strFolder,
+                             const std::function<bool(const platform::FolderEntry&)>& visit) {
     const bool blnAlone = searchInHand.strDoing.empty();
     if (blnAlone)
         BeginSearch("Reading " + strFolder, false);
-    const platform::Fault fault = platform::EnumerateFolder(
-        strFolder, [&](const platform::FolderEntry& entry) { return Visit(visit, entry); });
+    if (MayKeepWaiting(strFolder))
+        HoldMain();
+    const platform::Fault fault = EnumerateOnDrive(
+        strFolder,
+        [&](const platform::FolderEntry& entry) {
+            Yield();
+            return visit(entry) && !blnStop;
+        },
+        Yield);
     if (blnAlone)
         EndSearch();
     return fault;
@@ -112,15 +99,11 @@ bool RunSearch(const std::string& strDoing, const std::function<void()>& search)
         search();
         return !blnStop;
     }
-    const bool blnMenu = frmMain.fraMenu.Enabled, blnSetup = frmMain.fraSetup.Enabled;
     ClearStatus();
-    EnableMain(false);
     blnStop = false;
     BeginSearch(strDoing, true);
     search();
     EndSearch();
-    frmMain.fraSetup.Enabled = blnSetup;
-    EnableMenu(blnMenu);
     if (!blnStop)
         return true;
     blnStop = false;

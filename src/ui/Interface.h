@@ -32,6 +32,9 @@ void ShowTaskbarProgress(Form& form, double fraction, bool paused);
 /// Runs until EndProgram; returns the program's exit code.
 int RunMessageLoop();
 void EndProgram();
+/// The program or the user's session is ending: no box or modal form is shown any more, MsgBox
+/// answers with what changes nothing, and nobody should be asked whether to go on.
+bool Ending();
 /// Yields: lets the user's clicks and keys through and brings the windows up to date. Looks at the
 /// clock first and does nothing when the last pump was only some milliseconds ago, so that it may
 /// stand in a hot loop.

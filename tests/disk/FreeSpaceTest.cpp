@@ -82,6 +82,11 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
         filesThen = fake::FilesBelow("D:\\" + Dummies()[0]);
     });
     user.Box(strTitle, strPurged, fake::Informs);
+    for (const char* call : {"ReadDriveSpace", "ReadClusterFacts", "ReadVolumeFacts"})
+        fake::OnCall(call, [=](const std::string& drive) { // it may have to spin up
+            EXPECT_TRUE(user.InLongStep) << call << " " << drive;
+            return Fault::None;
+        });
     fake::OnCall("WriteBytes", [&](const std::string&) {
         lines.push_back(frmMain.lblLargePurgeMessage.Caption);
         lines.push_back(frmMain.lblStatus.Caption);
@@ -107,6 +112,18 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
     EXPECT_EQ("create\nwrite 0+52428800 00\nflush\nwrite 0+52428800 *\nflush\nremove\n",
               fake::JournalText(folder + "\\_nw_dummy1"));
     EXPECT_EQ("make folder\nflush\nremove folder\n", fake::JournalText(folder));
+}
+
+TEST_F(FreeSpaceTest, TheEndOfTheSessionStopsItWithoutABox) {
+    for (const bool blnPurging : {false, true}) {
+        AnnounceThree();
+        if (blnPurging)
+            Written(strThree);
+        user.During([=] { return blnPurging ? IsPurging() : FillDisk.lngFilesWritten == 1; },
+                    [] { user.Ending = blnStop = true; });
+        Click();
+        EXPECT_EQ(strStopped, frmMain.lblLargePurgeMessage.Caption);
+    }
 }
 
 TEST_F(FreeSpaceTest, CountsAreRightOnADriveOf64TiB) {

@@ -1,4 +1,5 @@
 #include "engine/FilePurge.h"
+#include "engine/DriveWork.h"
 #include "engine/EngineNeeds.h"
 #include "engine/HeldFiles.h"
 #include "fakes/ProgramTest.h"
@@ -342,11 +343,22 @@ TEST_F(FilePurgeTest, OnlyAQuickDriveIsWaitedForOnTheInterfaceThread) {
         return Fault::None;
     });
     fake::AddDrive('D', 1 << 30);
+    fake::PutFile("D:\\first");
     const auto purge = [&](int files) {
         here = 0;
         for (int i = 0; i < files; ++i)
             for (const bool deleteAfter : {false, true}) {
                 fake::PutFile("D:\\a", "M", platform::AttributeReadOnly);
+                std::string names;
+                const Fault fault = EnumerateOnDrive(
+                    "D:\\",
+                    [&](const platform::FolderEntry& entry) {
+                        names += entry.Name;
+                        return false; // of two
+                    },
+                    [] {});
+                EXPECT_EQ(Fault::None, fault);
+                EXPECT_EQ("first", names);
                 EXPECT_EQ(0, Purge("D:\\a", 0, 1, deleteAfter));
             }
     };

@@ -198,6 +198,10 @@ void EndProgram() {
     user.Ended = true;
 }
 
+bool Ending() {
+    return user.Ending || user.Ended;
+}
+
 void DoEvents() {
     NotInsideStep("DoEvents");
     Pump();
@@ -281,6 +285,8 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
         box.Answer = exists ? wanted : quietly;
         return exists;
     };
+    if (user.Ending)
+        return quietly;
     if (user.AnswerOthers && !FitsNext("box", title, text)) {
         answer(user.AnswerOthers(box));
     } else {

@@ -98,6 +98,7 @@ struct ScriptedUser {
     ui::Control* Focus = nullptr;
     std::function<void(int)> KeyHandler;
     bool InLongStep = false; ///< the call just made is off the interface thread
+    bool Ending = false;     ///< the session ends: see ui::Ending
     bool Ended = false;      ///< EndProgram was called
     std::int64_t Yields = 0; ///< DoEvents so far
 };

@@ -192,15 +192,21 @@ TEST_F(SelectionTest, DrivesAreShownWithWhatIsKnown) {
     fake::drives['C'].Occupied = 0;
     fake::AddDrive('D', 1 << 20, 4096, platform::DriveType::Removable);
     fake::AddDrive('E', 1 << 20, 2048, platform::DriveType::CdRom).MediaPresent = false;
+    fake::AddDrive('N', 1 << 20, 4096, platform::DriveType::Remote).Label = "server";
+    fake::OnCall("", [](const std::string& drive) { // the server may not answer
+        EXPECT_FALSE(drive.starts_with('N')) << drive;
+        return platform::Fault::None;
+    });
     user.Modal(frmDrives, [&] {
         EXPECT_EQ("Which drive?", frmDrives.Caption);
         EXPECT_EQ(0u, frmDrives.lstDrives.Items[0].Text.rfind("C:  Windows, local disk, ", 0));
         EXPECT_EQ("D:  removable disk, 1.00 MB free of 1.00 MB", frmDrives.lstDrives.Items[1].Text);
+        EXPECT_EQ("N:  network drive", frmDrives.lstDrives.Items[3].Text);
         EXPECT_FALSE(fake::CanReach(frmDrives.cmdOK)); // none is chosen beforehand
         fake::Choose(frmDrives.lstDrives, "E:  CD-ROM, no medium");
         frmDrives.lstDrives.DoubleClick();
     });
-    EXPECT_EQ('E', ChooseDrive("Which drive?", "CDE"));
+    EXPECT_EQ('E', ChooseDrive("Which drive?", "CDEN"));
     user.Modal(frmDrives, [&] { fake::PressEnter(frmDrives); });
     EXPECT_EQ('D', ChooseDrive("Which drive?", "D"));
     user.Modal(frmDrives, [&] { fake::CloseForm(frmDrives); });

@@ -43,6 +43,19 @@ bool AskByName(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& facts) {
     return false;
 }
 
+/// Attributes and reparse tag of an open file. FAT does not know the question, nor has it anything
+/// that could have a tag.
+bool AskForTag(HANDLE handle, FILE_ATTRIBUTE_TAG_INFO& tagged) {
+    if (GetFileInformationByHandleEx(handle, FileAttributeTagInfo, &tagged, sizeof tagged))
+        return true;
+    FILE_BASIC_INFO known;
+    if (GetLastError() != ERROR_INVALID_PARAMETER ||
+        !GetFileInformationByHandleEx(handle, FileBasicInfo, &known, sizeof known))
+        return false;
+    tagged = {known.FileAttributes, 0};
+    return (known.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0;
+}
+
 } // namespace
 
 Fault ReadAttributes(const std::string& path, std::uint32_t& attributes, std::uint64_t* length) {
@@ -101,7 +114,7 @@ Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
     FILE_ATTRIBUTE_TAG_INFO tagged;
     const Fault fault =
         GetFileInformationByHandleEx(handle, FileStandardInfo, &known, sizeof known) &&
-                GetFileInformationByHandleEx(handle, FileAttributeTagInfo, &tagged, sizeof tagged)
+                AskForTag(handle, tagged)
             ? Fault::None
             : LastFault();
     CloseHandle(handle);

@@ -23,10 +23,14 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
     DWORD rights = GENERIC_READ | GENERIC_WRITE;
     DWORD sharing = FILE_SHARE_READ;
     DWORD disposition = OPEN_EXISTING;
+    // What is overwritten or filled is written from its start to its end: the system need not keep
+    // it in memory.
+    DWORD flags = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN;
     switch (access) {
     case Access::Read:
         rights = GENERIC_READ;
         sharing = FILE_SHARE_READ | FILE_SHARE_WRITE;
+        flags = FILE_ATTRIBUTE_NORMAL;
         break;
     case Access::Change:
         break;
@@ -38,8 +42,8 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
         disposition = OPEN_ALWAYS;
         break;
     }
-    HANDLE handle = CreateFileW(WidePath(path).c_str(), rights, sharing, nullptr, disposition,
-                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE handle =
+        CreateFileW(WidePath(path).c_str(), rights, sharing, nullptr, disposition, flags, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
         return LastFault();
     if (access == Access::Replace && !SetEndOfFile(handle)) {

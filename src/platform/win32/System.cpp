@@ -134,24 +134,4 @@ double SecondsSinceMidnight() {
            static_cast<double>(units % unitsPerSecond) / static_cast<double>(unitsPerSecond);
 }
 
-Fault OpenLink(const std::string& target) {
-    // Larger than 32 is success; other values are error numbers of old.
-    const auto result = reinterpret_cast<std::intptr_t>(
-        ShellExecuteW(nullptr, L"open", Widen(target).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
-    if (result > 32)
-        return Fault::None;
-    switch (result) {
-    case SE_ERR_FNF:
-    case SE_ERR_PNF:
-    case SE_ERR_NOASSOC:
-        return Fault::NotFound;
-    case SE_ERR_ACCESSDENIED:
-        return Fault::AccessDenied;
-    case SE_ERR_SHARE:
-        return Fault::SharingViolation;
-    default:
-        return Fault::Other;
-    }
-}
-
 } // namespace platform

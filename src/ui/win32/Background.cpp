@@ -10,7 +10,8 @@ using namespace win32;
 namespace {
 
 constexpr DWORD lngPollInterval = 15; ///< milliseconds
-/// The thread runs small pieces of code of ours and calls into the file system.
+/// Reserved, not taken. The thread runs small pieces of code of ours and calls into the file
+/// system.
 constexpr SIZE_T lngStackSize = 1 << 20;
 /// How often Windows is told that the computer is not idle.
 constexpr ULONGLONG lngStayAwakeInterval = 30'000;
@@ -44,7 +45,8 @@ bool EnsureWorker() {
     if (!worker.Done)
         worker.Done = CreateEventW(nullptr, FALSE, FALSE, nullptr);
     if (worker.Begin && worker.Done)
-        worker.Thread = CreateThread(nullptr, lngStackSize, WorkerMain, nullptr, 0, nullptr);
+        worker.Thread = CreateThread(nullptr, lngStackSize, WorkerMain, nullptr,
+                                     STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
     return worker.Thread != nullptr;
 }
 

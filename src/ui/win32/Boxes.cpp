@@ -99,12 +99,12 @@ ITaskbarList3* Taskbar() {
 
 int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title,
            int defaultButton) {
-    if (Quitting())
+    if (Ending())
         return SafeAnswer(buttons);
     constexpr UINT defaults[] = {MB_DEFBUTTON1, MB_DEFBUTTON2, MB_DEFBUTTON3};
     const UINT flags = ButtonFlags(buttons) | IconFlags(icon) |
                        defaults[std::clamp(defaultButton, 1, 3) - 1] | MB_SETFOREGROUND;
-    const BoxOpen box(true);
+    const BoxOpen box(true, SafeAnswer(buttons));
     CallForAttention(box.Owner);
     EndPlacing();
     placingOwner = box.Owner;

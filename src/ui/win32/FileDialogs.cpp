@@ -146,7 +146,7 @@ bool AskByOldFolderDialog(HWND owner, const Question& question, std::wstring& pa
 bool Ask(const Question& question, std::string& path) {
     if (Quitting())
         return false;
-    const BoxOpen box(false);
+    const BoxOpen box(false, IDCANCEL);
     std::wstring answer;
     const Outcome outcome = AskByItemDialog(box.Owner, question, answer);
     bool chosen = outcome == Outcome::Chosen;

@@ -125,11 +125,6 @@ HBRUSH ColourControl(HDC context, HWND window) {
     return brush = CreateSolidBrush(back);
 }
 
-std::string ShutdownObjection(const NativeForm& native) {
-    const auto& why = native.Which->HoldsShutdown;
-    return why && native.Which->Visible ? why() : "";
-}
-
 void RunTimer(NativeForm& native, std::size_t id) {
     if (id == 0 || id > native.Timers.size())
         return;
@@ -242,8 +237,8 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     case WM_ENDSESSION:
         ShutdownBlockReasonDestroy(window);
         // The user insists: what is left of the time goes into stopping.
-        if (wParam && !ShutdownObjection(*native).empty())
-            Run(native->Which->Close);
+        if (wParam)
+            BeginEnding();
         return 0;
     case WM_NCDESTROY:
         UnnameWindow(window);

@@ -230,6 +230,7 @@ using namespace win32;
 void Show(Form& form) {
     if (Quitting())
         return;
+    WatchSession();
     SyncAll(Thorough::Yes);
     BringUp(form, false, nullptr);
     Run(form.Activate);

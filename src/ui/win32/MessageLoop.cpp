@@ -47,6 +47,7 @@ void PumpQueue() {
     }
     if (any)
         CollectInput();
+    PressOn();
     lastPump = GetTickCount64();
 }
 

@@ -18,6 +18,7 @@ NativeForm* lastActive = nullptr;
 struct Box {
     HWND Owner;
     HHOOK Hook;
+    int SafeAnswer;
 };
 std::vector<Box> boxes;
 
@@ -85,11 +86,11 @@ void EndModal(Form& form) {
     }
 }
 
-BoxOpen::BoxOpen(bool swallowF10) : Owner(nullptr), FocusBefore(nullptr) {
+BoxOpen::BoxOpen(bool swallowF10, int safeAnswer) : Owner(nullptr), FocusBefore(nullptr) {
     SyncAll(Thorough::Yes);
     Owner = ActiveWindow();
     FocusBefore = ::GetFocus();
-    boxes.push_back({Owner, nullptr});
+    boxes.push_back({Owner, nullptr, safeAnswer});
     UpdateEnabledForms();
     swallowInBox = swallowF10;
     if (boxes.size() == 1)
@@ -111,6 +112,20 @@ BoxOpen::~BoxOpen() {
     }
 }
 
+void AnswerOpenBoxes() {
+    for (const Box& box : boxes)
+        if (const HWND window = GetWindow(box.Owner, GW_ENABLEDPOPUP); window)
+            PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(box.SafeAnswer), 0);
+}
+
+void CloseModalForms() {
+    while (Form* top = TopModal()) {
+        Run(top->Close);
+        if (TopModal() == top) // it will not be closed: another try at the next pump
+            return;
+    }
+}
+
 } // namespace ui::win32
 
 namespace ui {
@@ -120,6 +135,10 @@ using namespace win32;
 void ShowModal(Form& form) {
     if (Quitting() || form.Visible)
         return;
+    if (Ending()) { // what its fields say now must not pass for an answer
+        Run(form.Close);
+        return;
+    }
     SyncAll(Thorough::Yes);
     const HWND owner = ActiveWindow();
     NativeForm* ownerForm = owner ? FormOfWindow(owner) : nullptr;

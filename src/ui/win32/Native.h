@@ -216,13 +216,29 @@ void UpdateEnabledForms();
 void EndModal(Form& form);
 /// While one lives, a box of the system is open over `Owner`, and the other forms are disabled.
 struct BoxOpen {
-    explicit BoxOpen(bool swallowF10);
+    /// `safeAnswer` is the button that presses itself when the session ends.
+    BoxOpen(bool swallowF10, int safeAnswer);
     ~BoxOpen();
     BoxOpen(const BoxOpen&) = delete;
     BoxOpen& operator=(const BoxOpen&) = delete;
     HWND Owner;
     HWND FocusBefore;
 };
+
+/// Presses the safe button of each box that is open.
+void AnswerOpenBoxes();
+/// Closes the modal forms as their user would by the cross.
+void CloseModalForms();
+
+// ---- SessionEnd.cpp
+/// From now on the end of the session waits for what is under way. Once is enough.
+void WatchSession();
+/// Why Windows must not shut down now, by this form; "" if it may.
+std::string ShutdownObjection(const NativeForm& native);
+/// The session ends: what is under way is to stop, and the program with it.
+void BeginEnding();
+/// While the session ends, after each pump: asks what is under way again to stop.
+void PressOn();
 
 // ---- FileDialogs.cpp
 /// COM for the interface thread; false when it cannot be had.

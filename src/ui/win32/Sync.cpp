@@ -2,7 +2,6 @@
 #include "ui/win32/Native.h"
 
 #include <commctrl.h>
-#include <uxtheme.h>
 
 #include <algorithm>
 #include <cmath>
@@ -82,6 +81,21 @@ void SyncToolTip(NativeForm& form, NativeControl& native) {
     AddToolTip(form, native, shortened ? control.Caption : control.ToolTip);
 }
 
+/// SetWindowTheme, from the system's own folder: a library that the program is linked with would be
+/// looked for beside the program first.
+void ChangeTheme(HWND window, const wchar_t* name, const wchar_t* list) {
+    using Change = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
+    static const auto change = [] {
+        const HMODULE library =
+            LoadLibraryExW(L"uxtheme.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+        return library ? reinterpret_cast<Change>(reinterpret_cast<void (*)()>(
+                             GetProcAddress(library, "SetWindowTheme")))
+                       : nullptr;
+    }();
+    if (change)
+        change(window, name, list);
+}
+
 void SyncColours(NativeForm& form, NativeControl& native) {
     const Control& control = *native.Which;
     if (control.BackColor == native.BackColor && control.ForeColor == native.ForeColor)
@@ -94,7 +108,7 @@ void SyncColours(NativeForm& form, NativeControl& native) {
     const bool plain = control.BackColor || control.ForeColor;
     if (themed && plain != native.Unthemed) {
         native.Unthemed = plain;
-        SetWindowTheme(native.Window, plain ? L"" : nullptr, plain ? L"" : nullptr);
+        ChangeTheme(native.Window, plain ? L"" : nullptr, plain ? L"" : nullptr);
     }
     if (control.Kind == ControlKind::Frame)
         RedrawWindow(form.Window, &native.Place, nullptr,
