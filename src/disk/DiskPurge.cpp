@@ -10,7 +10,10 @@
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
+#include "support/Paths.h"
 #include "ui/Interface.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -44,6 +47,16 @@ bool LookAtRoot(DiskPurgeState& state) {
     return !Failed(fault);
 }
 
+/// Whether a file is one that the purge comes to.
+bool IsChosen(const DiskPurgeState& state, const std::string& strPath) {
+    if (FolderPartOf(strPath) == state.strRoot)
+        return !state.blnExcludeTopFiles;
+    return std::any_of(
+        state.subfolders.begin(), state.subfolders.end(), [&](const std::string& strName) {
+            return !state.IsExcluded(strName) && IsBelow(strPath, state.strRoot + strName + "\\");
+        });
+}
+
 bool WalkDisk(FileLoop& loop, const DiskPurgeState& state) {
     if (!state.blnExcludeTopFiles && !WalkFiles(loop, state.strRoot, false))
         return false;
@@ -59,6 +72,7 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
     loop.strTitle = strTitle;
     loop.blnErrorBoxes = blnDisplayDialogBoxesDuringRemainderOfPurgeDrive;
     loop.blnCounting = true;
+    loop.isChosen = [&](const std::string& strPath) { return IsChosen(state, strPath); };
     Message("Now counting files to be purged ...");
     bool blnFinished = WalkDisk(loop, state);
     if (blnFinished && loop.lngTotal == 0) {

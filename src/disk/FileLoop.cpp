@@ -2,7 +2,9 @@
 
 #include "disk/RunProgress.h"
 #include "engine/FileOps.h"
+#include "engine/FileProc.h"
 #include "engine/FilePurge.h"
+#include "platform/Files.h"
 #include "platform/Places.h"
 #include "platform/System.h"
 #include "settings/frmTypeOfPurge.h"
@@ -13,10 +15,13 @@
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
 namespace {
+
+constexpr std::int64_t intMostNamesTold = 5;
 
 const char* const strGoOn = "Click 'OK' to continue, or 'Cancel' to terminate this operation.";
 
@@ -51,7 +56,23 @@ void ShowFile(const FileLoop& loop, std::int16_t intPass, const std::string& str
                 strText + "Now purging (pass" + SignedDigits(intPass) + "):" + strPath);
 }
 
-/// All passes of one file, one by one so that the pass can be shown; deleted after the last.
+/// Each name of a file is one that this loop purges.
+bool AllNamesChosen(const FileLoop& loop, const std::string& strPath) {
+    std::vector<std::string> names;
+    return !Failed(platform::ListNames(strPath, names)) &&
+           std::all_of(names.begin(), names.end(), [&](const std::string& strName) {
+               return loop.isChosen(strName) && !IsPagingFile(FileNameOf(strName)) &&
+                      ClassifyFileForPurge(strName) != ClassProgramFolder;
+           });
+}
+
+void PassOver(FileLoop& loop, const std::string& strPath) {
+    if (++loop.lngOtherNames <= intMostNamesTold)
+        loop.otherNames.push_back(strPath);
+}
+
+/// All passes of one file, one by one so that the pass can be shown; deleted after the last. A file
+/// that is passed over, or is gone, is no failure.
 std::int16_t PurgeOneFile(FileLoop& loop, const std::string& strPath) {
     const std::int16_t intPasses = GetNumberOfPasses();
     std::int16_t intResult = 0;
@@ -59,9 +80,19 @@ std::int16_t PurgeOneFile(FileLoop& loop, const std::string& strPath) {
     for (std::int16_t intPass = 1; intPass <= intPasses && intResult == 0; ++intPass) {
         loop.intPassesOver = intPass - 1;
         ShowFile(loop, intPass, strPath);
-        (void)PurgeFileWithChecks(strPath, GetPurgeType(), 1, intPass == intPasses, true, true,
-                                  false, 0, intResult, &lngReach);
+        const auto purge = [&](bool blnRefuseSeveralNames) {
+            (void)PurgeFileWithChecks(strPath, GetPurgeType(), 1, intPass == intPasses, true, true,
+                                      false, 0, intResult, &lngReach, blnRefuseSeveralNames);
+        };
+        purge(intPass == 1);
+        if (intResult == PurgeSeveralNames && AllNamesChosen(loop, strPath))
+            purge(false);
     }
+    lngReach &= ~std::uint32_t{ReachHardLinks}; // all its names are purged in their turn
+    if (intResult == PurgeSeveralNames)
+        PassOver(loop, strPath);
+    if (intResult == PurgeSeveralNames || (intResult == PurgeCannotOpen && IsGone(strPath)))
+        return PurgeDone;
     if (intResult == PurgeDone) {
         ++loop.lngPurged;
         if (lngReach != 0)
@@ -180,10 +211,19 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
         Sentence(loop.lngUnreadFolders, "folder could not be read completely.",
                  "folders could not be read completely.") +
         Sentence(loop.lngPartly,
-                 "purged file was encrypted, compressed, sparse, in the cloud or had several "
-                 "names: older copies of its data may remain.",
-                 "purged files were encrypted, compressed, sparse, in the cloud or had several "
-                 "names: older copies of their data may remain.");
+                 "purged file was encrypted, compressed, sparse or in the cloud: older copies of "
+                 "its data may remain.",
+                 "purged files were encrypted, compressed, sparse or in the cloud: older copies of "
+                 "their data may remain.") +
+        Sentence(loop.lngOtherNames,
+                 "file was not purged, as its data also belong to a name outside what was chosen:",
+                 "files were not purged, as their data also belong to names outside what was "
+                 "chosen:");
+    for (const std::string& strPath : loop.otherNames)
+        strText += strPath + "\r\n";
+    if (loop.lngOtherNames > std::ssize(loop.otherNames))
+        strText +=
+            "and " + GroupedDigits(loop.lngOtherNames - std::ssize(loop.otherNames)) + " more\r\n";
     if (strText.empty())
         return;
     strText.resize(strText.size() - 2);

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <vector>
 
 /// One operation's loop. The same record serves counting first and purging then.
 struct FileLoop {
@@ -12,12 +14,17 @@ struct FileLoop {
     bool blnErrorBoxes = true;  ///< a failed file gets its box; else it is only counted
     std::int64_t lngTotal = 0;  ///< files to purge
     std::int64_t lngPurged = 0; ///< files purged
-    std::int64_t lngFailed = 0; ///< files that could not be purged
+    std::int64_t lngFailed = 0; ///< files that could not be purged; one that is gone is none
     std::int64_t lngPartly = 0; ///< purged, but writing in place does not reach all of their data
-    std::int64_t lngUnreadFolders = 0; ///< folders that could not be listed
-    std::int64_t lngDone = 0;          ///< files the loop is through with
-    int intPassesOver = 0;             ///< of the file in hand
-    bool blnBegun = false;             ///< a folder was looked at
+    /// Whether a path lies in what was chosen. A file that has a name elsewhere, too, is passed
+    /// over; so is one whose other names the system does not tell.
+    std::function<bool(const std::string& strPath)> isChosen;
+    std::int64_t lngOtherNames = 0;      ///< files passed over so
+    std::vector<std::string> otherNames; ///< the first of them
+    std::int64_t lngUnreadFolders = 0;   ///< folders that could not be listed
+    std::int64_t lngDone = 0;            ///< files the loop is through with
+    int intPassesOver = 0;               ///< of the file in hand
+    bool blnBegun = false;               ///< a folder was looked at
 };
 
 /// Walks one folder and, with blnSubfolders, everything below it. Links are neither followed nor

@@ -16,6 +16,7 @@
 #include "support/Utf8.h"
 #include "ui/Interface.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -88,6 +89,11 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
     FileLoop loop;
     loop.strTitle = strTitle;
     loop.blnCounting = true;
+    loop.isChosen = [&](const std::string& strPath) {
+        return std::any_of(names.begin(), names.end(), [&](const std::string& strName) {
+            return IsBelow(strPath, FolderWithBackslash(strFolder) + strName + "\\");
+        });
+    };
     SetMainLine(MainLine::LargePurgeMessage, "Now counting files to be purged ...");
     RepaintMain();
     bool blnFinished = WalkChosen(loop, strFolder, names);

@@ -73,6 +73,11 @@ bool FileExistsFSO(const std::string& path) {
     return platform::FileExists(path);
 }
 
+bool IsGone(const std::string& path) {
+    std::uint32_t attributes = 0;
+    return platform::ReadAttributes(path, attributes) == platform::Fault::NotFound;
+}
+
 bool IsLink(const std::string& path) {
     platform::FileFacts facts;
     return FolderWithoutBackslash(path).size() > 2 &&

@@ -17,6 +17,8 @@ std::int16_t ChangeFileSize(const std::string& path, std::int64_t newLength);
 bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, bool clearReadOnly,
                                   bool clearSystem, platform::Fault* fault = nullptr);
 bool FileExistsFSO(const std::string& path);
+/// No file or folder has this name any more; false where that cannot be asked.
+bool IsGone(const std::string& path);
 /// The name, a file's or a folder's, is a link just now: its data or files belong to another name.
 /// The root of a drive is none, whatever the letter stands for.
 bool IsLink(const std::string& path);

@@ -139,7 +139,10 @@ std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t 
         if (!RestoreLengths(targets) && result == PurgeDone)
             result = PurgeLengthNotRestored;
     } else if (deleteAfter && result == PurgeDone) {
-        if (!DeletePurgedFile(targets.front()))
+        // Under its other names the file remains, and keeps its length.
+        if (lngHardLinks > 1 && !RestoreLengths(targets))
+            result = PurgeLengthNotRestored;
+        else if (!DeletePurgedFile(targets.front()))
             result = PurgeNotDeleted;
     }
     return result;
@@ -187,6 +190,7 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
                 [&] { blnKnown = !Failed(platform::ReadAttributes(path, attributes, &length)); });
     if (!blnKnown)
         return PurgeCannotOpen;
+    const std::uint32_t attributesBefore = attributes;
     reach = ReachOf(attributes);
     if ((attributes & platform::AttributeFolder) != 0 || MayBeLink(path, attributes))
         return PurgeCannotOpen;
@@ -217,6 +221,11 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
     ClearStatus();
     // Cuts away the growth to the cluster boundary, whatever became of the purge; a file that is
     // gone needs no asking.
+    if (result == PurgeSeveralNames) { // all stays as it was
+        if ((attributesBefore & platform::AttributeReadOnly) != 0)
+            (void)platform::WriteAttributes(path, attributesBefore);
+        return result;
+    }
     const bool blnDeleted = result == PurgeDone && deleteAfter && !slackOnly;
     if (!blnDeleted)
         (void)RestoreLengths(targets);
@@ -242,10 +251,13 @@ std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std
 bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
                          std::int16_t numPasses, bool deleteAfter, bool okReadOnly, bool okSystem,
                          bool slackOnly, std::int32_t /*reserved*/, std::int16_t& resultCode,
-                         std::uint32_t* reach) {
+                         std::uint32_t* reach, bool refuseSeveralNames) {
     std::uint32_t reachBits = 0;
+    blnBytesWritten = false;
+    blnRefuseSeveralNames = refuseSeveralNames && !slackOnly;
     resultCode = CheckAndPurge(path, purgeTypeIndex, numPasses, deleteAfter, okReadOnly, okSystem,
                                slackOnly, reachBits);
+    blnRefuseSeveralNames = false;
     if (reach != nullptr)
         *reach = reachBits;
     return resultCode >= 0;
@@ -253,6 +265,10 @@ bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
 
 std::int64_t LengthOfPurgedFile() {
     return lngPurgedLength;
+}
+
+bool PurgeHasWritten() {
+    return blnBytesWritten;
 }
 
 double PurgeShareDone() {

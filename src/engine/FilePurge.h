@@ -16,6 +16,8 @@ enum PurgeResult : std::int16_t {
     PurgeBadClusterSize = -9,
     PurgeLengthNotRestored = -11,
     PurgeStopped = -12,
+    PurgeSeveralNames = -13, ///< other names lead to the same data; nothing was written
+    PurgeVanished = -14,     ///< −2, as the file is gone: where the loops over files tell it so
     PurgeReadOnlyRefused = -53,
     PurgeSystemRefused = -54,
     PurgeNoSlack = -55
@@ -32,11 +34,13 @@ enum OutOfReach : std::uint32_t {
 
 /// Checks attributes and permissions, purges one file and restores its length when it is kept.
 /// True when resultCode is 0 or more. `reserved` is not used. `reach`, when given, takes the
-/// OutOfReach bits of the file, also when the purge fails.
+/// OutOfReach bits of the file, also when the purge fails. With `refuseSeveralNames` a file that
+/// has other names, too, is left as it is, PurgeSeveralNames: overwriting it would destroy their
+/// data. (Its slack is nobody's data, and is purged all the same.)
 bool PurgeFileWithChecks(const std::string& path, std::int16_t purgeTypeIndex,
                          std::int16_t numPasses, bool deleteAfter, bool okReadOnly, bool okSystem,
                          bool slackOnly, std::int32_t reserved, std::int16_t& resultCode,
-                         std::uint32_t* reach = nullptr);
+                         std::uint32_t* reach = nullptr, bool refuseSeveralNames = false);
 
 /// All passes of one file, then deletion, or in slack mode the restoring of its length.
 std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
@@ -44,6 +48,9 @@ std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std
 
 /// The length in bytes that the file had that PurgeFileWithChecks was done with last.
 std::int64_t LengthOfPurgedFile();
+
+/// Whether that purge, finished or not, wrote anything over the file.
+bool PurgeHasWritten();
 
 /// The share (0 to 1) of the purge under way that is written, for whoever shows it while the purge
 /// yields; 0 when none is under way. Slack is too little to be counted.

@@ -79,8 +79,13 @@ std::int16_t BeginOverwrite(Overwrite& work) {
     work.Opening = platform::OpenFile(work.Path, platform::Access::Change, work.File);
     if (Failed(work.Opening))
         return PurgeCannotOpen;
-    if (work.First && Failed(platform::ReadHardLinks(work.File, lngHardLinks)))
+    std::uint32_t lngNames = 0;
+    if (work.First && Failed(platform::ReadHardLinks(work.File, lngNames)))
         return PurgeCannotOpen;
+    lngHardLinks = std::max(lngHardLinks, lngNames); // of the file, or now of a stream of it
+    if (work.First && blnRefuseSeveralNames && lngHardLinks > 1)
+        return PurgeSeveralNames;
+    blnBytesWritten = true; // from here on a fault leaves nobody sure of the contrary
     if (work.OwnLength > 0)
         return OverwriteInItsRecord(work);
     if (work.Start > 0 &&

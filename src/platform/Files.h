@@ -82,6 +82,9 @@ Fault ReadFileLength(const std::string& path, std::uint64_t& length);
 Fault ReadFileFacts(const std::string& path, FileFacts& facts);
 /// The alternate data streams of a file; an empty list where the file system has none.
 Fault ListStreams(const std::string& path, std::vector<Stream>& streams);
+/// All names of a file as full paths, `path` itself among them as the system writes it.
+/// NotSupported: the system does not tell them.
+Fault ListNames(const std::string& path, std::vector<std::string>& names);
 /// Deletes a file. A read-only file is AccessDenied; of a link only the link goes.
 Fault RemoveFile(const std::string& path);
 /// Gives `from` the name `to`, replacing an existing file there in one step.

@@ -54,6 +54,11 @@ void EndLine(const FileLine& line, const std::string& tail) {
         ReplaceReportTail(line.lngTail, line.strSize + tail + "\r\n");
 }
 
+std::string PassesDoneText(int passesDone) {
+    return "pass " + GroupedDigits(passesDone) + " of " +
+           GroupedDigits(purgeRun.intNumberOfPasses) + ", not purged.";
+}
+
 // What the pass loop came to.
 struct Passes {
     std::int16_t intResult = PurgeStopped;
@@ -64,17 +69,30 @@ struct Passes {
 Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOnly,
                    const FileLine& line) {
     Passes passes;
+    bool blnNamesChosen = false;
     const int last = purgeRun.intNumberOfPasses;
     NotePasses(0, last, length);
     for (int pass = 1; pass <= last; ++pass) {
         const bool blnDelete = pass == last && !blnDoNotDeletePurgedFiles;
         std::int16_t result = 0;
         std::uint32_t reach = 0;
-        PurgeFileWithChecks(path, purgeRun.intPurgeType, 1, blnDelete, blnOKToPurgeReadOnlyFiles,
-                            blnOKToPurgeSystemFiles, blnSlackOnly, purgeRun.lngClusterSize, result,
-                            &reach);
+        const auto purge = [&](bool blnRefuseSeveralNames) {
+            PurgeFileWithChecks(path, purgeRun.intPurgeType, 1, blnDelete,
+                                blnOKToPurgeReadOnlyFiles, blnOKToPurgeSystemFiles, blnSlackOnly,
+                                purgeRun.lngClusterSize, result, &reach, blnRefuseSeveralNames);
+            purgeRun.blnDataDestroyed = purgeRun.blnDataDestroyed || PurgeHasWritten();
+        };
+        purge(pass == 1); // what the first pass has destroyed needs no asking any more
+        if (result == PurgeSeveralNames) {
+            const OtherNames names = LookAtOtherNames(path);
+            blnNamesChosen = names == OtherNames::Chosen;
+            if (names != OtherNames::Keep)
+                purge(false);
+        }
+        if (result == PurgeCannotOpen && IsGone(path))
+            result = PurgeVanished;
         passes.intResult = result;
-        passes.lngReach |= reach;
+        passes.lngReach |= blnNamesChosen ? reach & ~ReachHardLinks : reach;
         if (result == PurgeDone)
             passes.intDone = pass;
         NotePasses(passes.intDone, last, length);
@@ -93,12 +111,13 @@ void PurgeAndTell(const std::string& path, std::int64_t length, bool blnSlackOnl
                           static_cast<double>(length) >= purgeRun.dblRulerLength;
     FileLine line = BeginLine(path, length, blnRuler);
     const Passes passes = DrivePasses(path, length, blnSlackOnly, line);
-    if (passes.intResult != PurgeDone) {
+    if (passes.intResult == PurgeVanished && passes.intDone > 0) {
+        EndLine(line, " purging: no longer there after " + PassesDoneText(passes.intDone));
+    } else if (passes.intResult != PurgeDone) {
         EndLine(line, " purging" + ResultText(passes.intResult, blnSlackOnly, path));
     } else if (passes.intDone < purgeRun.intNumberOfPasses) {
         // Stopped between two passes: overwritten, but not as often as was asked, and still there.
-        EndLine(line, " purging stopped after pass " + GroupedDigits(passes.intDone) + " of " +
-                          GroupedDigits(purgeRun.intNumberOfPasses) + ", not purged.");
+        EndLine(line, " purging stopped after " + PassesDoneText(passes.intDone));
     } else {
         const std::int64_t purgedLength = LengthOfPurgedFile();
         if (purgedLength != length) // the file has changed since it was listed
@@ -113,8 +132,9 @@ void PurgeAndTell(const std::string& path, std::int64_t length, bool blnSlackOnl
 void CancelRun(const std::string& path) {
     WriteReportLine(path + " -- not purged.");
     blnStop = true;
-    ui::MsgBox(frmReport.lngNumFilesPurged == 0 ? "Purge operation cancelled.  No files purged."
-                                                : "Purge operation terminated.",
+    // A file may be destroyed without being purged: overwritten half-way, or not deleted.
+    ui::MsgBox(purgeRun.blnDataDestroyed ? "Purge operation terminated."
+                                         : "Purge operation cancelled.  No files purged.",
                ui::Buttons::OK, ui::Icon::None, "Purge cancelled");
 }
 

@@ -24,6 +24,10 @@ std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std:
         return ": invalid cluster size.";
     case PurgeBadType:
         return ": invalid purge type.";
+    case PurgeVanished:
+        return ": no longer there.";
+    case PurgeSeveralNames:
+        return ": its data also belong to another name, not purged.";
     case PurgeFlushFailed:
         return ": error when flushing file.";
     case PurgeNotDeleted:

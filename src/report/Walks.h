@@ -13,6 +13,8 @@ struct PurgeRun {
     double dblRulerLength = 0;       ///< bytes from which a file gets the progress ruler
     bool blnMonitoringAsked = false; ///< the file-monitoring query comes once per run
     bool blnNoMonitoring = false;    ///< it was answered No: no advice in this run
+    int intOtherNames = 0;           ///< answer to the question about other names; 0 not asked yet
+    bool blnDataDestroyed = false;   ///< of some file at least in part, whatever became of it
 };
 extern PurgeRun purgeRun;
 
@@ -40,6 +42,14 @@ int AskSensitiveExtension(const std::string& strPath);
 /// The file-monitoring query and the purge advice before a file that such software watches. False:
 /// the run is cancelled.
 bool GivePurgeAdvice(const std::string& strPath);
+/// What the other names of a file mean for its purge.
+enum class OtherNames {
+    Chosen, ///< each of them is purged in this run, too
+    Agreed, ///< the user wants the purge all the same
+    Keep    ///< the file is to be left alone
+};
+/// Asks, once in a run, about a file whose data belong to a name, too, that the run does not purge.
+OtherNames LookAtOtherNames(const std::string& strPath);
 /// The confirmation of one file, where it is asked for. False: not to be purged.
 bool ConfirmFile(const std::string& strPath);
 

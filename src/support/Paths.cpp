@@ -91,6 +91,16 @@ int DriveIndexOf(const std::string& path) {
     return letter == 0 ? -1 : letter - 'A';
 }
 
+bool IsBelow(const std::string& path, const std::string& folder) {
+    return !folder.empty() && path.size() >= folder.size() &&
+           DriveLetterOf(path) == DriveLetterOf(folder) &&
+           path.compare(1, folder.size() - 1, folder, 1, folder.size() - 1) == 0;
+}
+
+bool IsSamePath(const std::string& path, const std::string& other) {
+    return path.size() == other.size() && IsBelow(path, other);
+}
+
 bool MatchesWildcard(const std::string& name, const std::string& pattern, bool matchCase) {
     if (matchCase)
         return Matches(name, pattern);

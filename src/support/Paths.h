@@ -16,6 +16,10 @@ std::string ExtensionOf(const std::string& path);
 char DriveLetterOf(const std::string& path);
 /// Index 0 to 25 in the tables per drive letter, −1 when the path has no letter A to Z.
 int DriveIndexOf(const std::string& path);
+/// Two full paths are the same, letter by letter; the drive's letter in either case.
+bool IsSamePath(const std::string& path, const std::string& other);
+/// A full path lies in a folder, which ends with a backslash, or below it; compared the same way.
+bool IsBelow(const std::string& path, const std::string& folder);
 
 /// Whether a name matches a pattern of "?" (one character) and "*". An empty pattern matches any
 /// name that is not empty. "*" jumps to the first occurrence of the literal text behind it and

@@ -38,8 +38,8 @@ bool MakeFolderLink(const std::string& path, const std::string& target) {
     return true;
 }
 
-bool MakeHardLink(const std::string& path, const std::string&) {
-    fake::At(path)->HardLinks = 2; // the fake keeps the count only
+bool MakeHardLink(const std::string& path, const std::string& other) {
+    fake::PutName(other, path);
     return true;
 }
 

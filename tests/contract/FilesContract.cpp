@@ -1,5 +1,6 @@
 #include "contract/ContractWorld.h"
 
+#include <algorithm>
 #include <cstring>
 
 using namespace platform;
@@ -157,7 +158,7 @@ TEST_F(Contract, Streams) {
     EXPECT_EQ(Content(In("a")), "main");
 }
 
-TEST_F(Contract, HardLinksAreCounted) {
+TEST_F(Contract, HardLinksAreCountedAndNamed) {
     ASSERT_EQ(Put(In("a"), "x"), Fault::None);
     FileFacts facts;
     if (!MakeHardLink(In("a"), In("b")))
@@ -169,6 +170,13 @@ TEST_F(Contract, HardLinksAreCounted) {
     EXPECT_EQ(ReadHardLinks(file, links), Fault::None);
     EXPECT_EQ(CloseFile(file), Fault::None);
     EXPECT_TRUE(facts.HardLinks == 2 && links == 2);
+    std::vector<std::string> names{"untouched"};
+    const Fault fault = ListNames(In("b"), names);
+    std::sort(names.begin(), names.end());
+    if (fault == Fault::NotSupported) // Wine
+        EXPECT_EQ(names, std::vector<std::string>{"untouched"});
+    else
+        EXPECT_EQ(names, (std::vector{In("a"), In("b")}));
 }
 
 TEST_F(Contract, NamesOfEveryKind) {

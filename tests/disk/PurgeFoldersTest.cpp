@@ -160,15 +160,26 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
             EXPECT_EQ(goOn ? "" : "Purge of folders was stopped.",
                       frmMain.lblLargePurgeMessage.Caption);
         }
-    // One that another program holds is passed over. A folder that cannot be read is met twice, in
-    // counting and in purging, and counts once.
+    // One that another program holds is passed over; so is one whose data also belong to a name
+    // elsewhere, but not one that has its other name in the second of the chosen folders. One that
+    // is gone is nobody's failure. A folder that cannot be read is met twice, in counting and in
+    // purging, and counts once.
     Begin(60 * MiB);
-    PutFiles(2);
+    PutFiles(5);
     fake::At(file)->Locked = true;
+    fake::PutName("D:\\work\\c\\f3", "D:\\work\\a\\f3");
+    fake::PutName("D:\\work\\b\\f4", "D:\\work\\a\\f4");
     fake::PutFolder("D:\\work\\a\\closed").Denied = true;
-    ChooseOne("a");
-    user.Box(strTitle, "One file could not be purged.\r\nOne folder could not be read completely.");
+    user.During([] { return !fake::At("D:\\work\\a\\f1"); },
+                [] { fake::TakeAway("D:\\work\\a\\f5"); });
+    Choose("D:\\work\\", {"a", "b"});
+    Summary("Two folders will be purged:a b ");
+    user.Box(strTitle, "One file could not be purged.\r\nOne folder could not be read "
+                       "completely.\r\nOne file was not purged, as its data also "
+                       "belong to a name outside what was chosen:\r\nD:\\work\\a\\f3");
     Click();
+    EXPECT_EQ("secret", fake::ContentOf("D:\\work\\c\\f3"));
+    EXPECT_EQ((Paths{file, "D:\\work\\a\\f3", "D:\\work\\c\\f3"}), fake::FilesBelow("D:\\work"));
     // F10 while a folder is listed, not only between files, asks before anything is purged.
     for (const bool goOn : {true, false}) {
         Begin(60 * MiB);

@@ -226,6 +226,33 @@ TEST_F(FilePurgeTest, WhatWritingInPlaceDoesNotReachIsSaid) {
     EXPECT_EQ(std::uint32_t{ReachEncrypted} | ReachHardLinks, reach); // also when it fails
 }
 
+TEST_F(FilePurgeTest, DataOfSeveralNames) {
+    const std::string stream = std::string(path) + ":s";
+    fake::PutFile(path, "data", platform::AttributeReadOnly);
+    fake::PutFile(stream, "more");
+    fake::PutName("C:\\g\\other", path);
+    const auto purge = [&](bool refuse, bool slackOnly) {
+        std::int16_t code = 99;
+        PurgeFileWithChecks(path, 0, 1, true, true, true, slackOnly, 0, code, &reach, refuse);
+        return PurgeResult{code};
+    };
+    EXPECT_EQ(PurgeSeveralNames, purge(true, false));
+    EXPECT_EQ("data", fake::ContentOf(path));
+    EXPECT_EQ("more", fake::ContentOf(stream));
+    EXPECT_TRUE(fake::At(path)->Attributes & platform::AttributeReadOnly);
+    EXPECT_FALSE(PurgeHasWritten());
+    EXPECT_EQ(PurgeDone, purge(true, true)); // slack is nobody's data
+    EXPECT_EQ("data", fake::ContentOf("C:\\g\\other"));
+    // The name that remains keeps the file's length; where it would not, the file stays.
+    fake::FailNth(3, Fault::WriteFault, "AuxiliaryChangeFileSize");
+    EXPECT_EQ(PurgeLengthNotRestored, purge(false, false));
+    EXPECT_TRUE(PurgeHasWritten());
+    EXPECT_EQ(PurgeDone, purge(false, false));
+    EXPECT_EQ(nullptr, fake::At(path));
+    EXPECT_EQ(4u, fake::ContentOf("C:\\g\\other").size());
+    EXPECT_NE("data", fake::ContentOf("C:\\g\\other"));
+}
+
 TEST_F(FilePurgeTest, AnyCallMayFail) {
     // The outcome of clearing attributes, and of the last restoring of the length do not count;
     // everything else does.

@@ -229,6 +229,18 @@ Node& PutFolder(const std::string& path) {
     return *folder;
 }
 
+void PutName(const std::string& path, const std::string& file) {
+    const std::size_t end = path.rfind('\\');
+    auto node = std::make_shared<Node>(At(file)->Bytes);
+    node->Name = path.substr(end + 1);
+    node->Attributes = At(file)->Attributes;
+    Add(PutFolder(path.substr(0, end)), node);
+}
+
+std::uint32_t HardLinksOf(const Node& node) {
+    return std::max(node.HardLinks, static_cast<std::uint32_t>(node.Bytes.use_count()));
+}
+
 Node& PutFile(const std::string& path, const std::string& content, std::uint32_t attributes) {
     TakeAway(path);
     const std::size_t end = path.find_last_of("\\:");

@@ -22,6 +22,7 @@ void Journal(const std::string& what, const std::string& path, std::uint64_t off
              const Run& run = {});
 void Add(Node& folder, const std::shared_ptr<Node>& node);
 std::shared_ptr<Node> Add(Node& folder, const std::string& name, bool isFolder);
+std::uint32_t HardLinksOf(const Node& node);
 void Drop(Node& folder, const Node& item);
 
 /// As Find, for what must be there.

@@ -185,7 +185,7 @@ Fault ReadLength(File file, std::uint64_t& length) {
 }
 
 Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
-    return OnOpen(__func__, file, [&](Handle& handle) { hardLinks = handle.Item->HardLinks; });
+    return OnOpen(__func__, file, [&](Handle& handle) { hardLinks = HardLinksOf(*handle.Item); });
 }
 
 Fault ChangeLength(File file, std::uint64_t length) {
@@ -242,7 +242,7 @@ Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
 Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
     return OnItem(__func__, path, false, [&](const Place& place) {
         const Node& node = *place.Item;
-        facts = {AttributesOf(node), node.Data.Length(), node.HardLinks, IsLinkAt(place)};
+        facts = {AttributesOf(node), node.Data.Length(), HardLinksOf(node), IsLinkAt(place)};
         return Fault::None;
     });
 }
@@ -252,6 +252,19 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
         streams.clear();
         for (const auto& stream : place.Item->Children)
             streams.push_back({path + ":" + stream->Name, stream->Data.Length()});
+        return Fault::None;
+    });
+}
+
+Fault ListNames(const std::string& path, std::vector<std::string>& names) {
+    return OnItem(__func__, path, true, [&](const Place& place) {
+        std::vector<std::string> found;
+        for (const std::string& file : FilesBelow(place.Path.substr(0, 3)))
+            if (At(file)->Bytes == place.Item->Bytes)
+                found.push_back(file);
+        if (found.size() < HardLinksOf(*place.Item))
+            return Fault::NotSupported;
+        names = std::move(found);
         return Fault::None;
     });
 }

@@ -41,12 +41,15 @@ struct Content {
 inline std::uint64_t lastNumber = 0;
 /// A file, a folder, or a link to one.
 struct Node {
+    explicit Node(std::shared_ptr<Content> bytes = std::make_shared<Content>())
+        : Bytes(std::move(bytes)), Data(*Bytes) {}
     std::string Name;
     std::uint64_t Number = ++lastNumber; ///< its own, for good
     bool Folder = false;
     std::uint32_t Attributes = 0; ///< platform::Attribute bits; the folder and link bits are added
-    Content Data;
-    std::uint32_t HardLinks = 1;
+    std::shared_ptr<Content> Bytes; ///< one for all of a file's names
+    Content& Data;
+    std::uint32_t HardLinks = 1; ///< at least the names that are there; the system tells no others
     std::string LinkTarget; ///< path of the target when this is a link (junction, symbolic link)
     bool Locked = false;    ///< another program holds it: SharingViolation
     bool Denied = false;    ///< no permission: AccessDenied
@@ -101,6 +104,8 @@ Node& PutFile(const std::string& path, const std::string& content = "x",
 /// A file of `length` equal bytes.
 Node& PutBigFile(const std::string& path, std::uint64_t length, char byte = 'x');
 Node& PutFolder(const std::string& path);
+/// A second name for the bytes of a file.
+void PutName(const std::string& path, const std::string& file);
 /// Takes a file, or a folder with all in it, away. Not journaled.
 void TakeAway(const std::string& path);
 /// Gives a file or folder its short name.

@@ -284,6 +284,11 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
     return fault;
 }
 
+Fault ListNames(const std::string& path, std::vector<std::string>& /*names*/) {
+    const Fault fault = Start(__func__, path);
+    return Failed(fault) ? fault : Fault::NotSupported; // the disk knows their number only
+}
+
 namespace {
 /// Of a link to a file only the link goes, or gets another name.
 Fault MayRemove(const struct stat& known, int folder, const char* name) {

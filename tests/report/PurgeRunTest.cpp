@@ -103,7 +103,9 @@ TEST_F(RunTest, EveryRefusalAndFailureHasItsLine) {
     fake::PutFile("C:\\d\\w.swp", "1");
     fake::PutFile("C:\\d\\stuck.txt", "1");
     fake::PutFile("C:\\d\\torn.txt", "1");
-    fake::PutFile("C:\\d\\hard.txt", "1").HardLinks = 2;
+    fake::PutFile("C:\\d\\gone.txt", "1");
+    user.During([] { return fake::CallsMade("FlushBytes") > 0; },
+                [] { fake::TakeAway("C:\\d\\gone.txt"); });
     fake::PutFile("C:\\d\\enc.txt", "1", platform::AttributeEncrypted | platform::AttributeSparse);
     fake::FailAlways("RemoveFile", "stuck.txt", Fault::AccessDenied);
     fake::FailAlways("WriteBytes", "torn.txt", Fault::WriteFault);
@@ -117,11 +119,9 @@ C:\d\locked.txt (1 bytes) purging: unable to open file for writing.
 C:\d\w.swp: the page file (swap file), not purged.
 C:\d\stuck.txt (1 bytes) purging: file overwritten but not deleted.
 C:\d\torn.txt (1 bytes) purging: error when writing to file.
-C:\d\hard.txt (1 bytes) purged (has other names, under which the file remains)
+C:\d\gone.txt (1 bytes) purging: no longer there.
 C:\d\enc.txt (1 bytes) purged (encrypted: older copies of its data may remain on the disk; sparse: parts of it were not on the disk)
-Number of files purged: 2
-
-Sum of sizes of files purged: 2 bytes
+Number of files purged: 1
 )");
     // Files that stay held take a run ten seconds, however many they are; then the next run.
     for (int i = 0; i < 9; ++i)
@@ -211,6 +211,67 @@ Number of files with slack area purged: 1
 )");
     EXPECT_EQ(fake::ContentOf("C:\\d\\part.txt"), "data");
     EXPECT_NE(fake::At("C:\\d\\empty"), nullptr);
+}
+
+TEST_F(RunTest, DataOfNamesOutsideTheChoiceAreKeptUnlessAskedFor) {
+    const std::string question =
+        "C:\\d\\c.txt\r\n\r\nThe data of this file also belong to another name, which was not "
+        "chosen "
+        "to be purged:\r\nC:\\out\\c\r\n\r\nIf the file is purged, its data are destroyed under "
+        "the "
+        "other name, too.\r\nDo you wish to purge this file, and all others of this kind in this "
+        "operation?";
+    const fake::Look look{ui::Icon::Question, ui::Buttons::YesNo, 2};
+    blnSubdirectories = true;
+    SetPasses(2);
+    const auto put = [] {
+        PutFiles({"a.txt", "c.txt", "e.txt", "s\\deep.txt"});
+        fake::PutName("C:\\d\\s\\b.txt", "C:\\d\\a.txt"); // both are chosen
+        fake::PutName("C:\\out\\c", "C:\\d\\c.txt");
+        fake::PutName("C:\\d\\s\\e.tmp", "C:\\d\\e.txt"); // by its folder, but not by its name
+    };
+    put();
+    user.Box("Purge query", question, ui::AnswerNo, look);
+    std::string report = Purge("*.txt");
+    EXPECT_NE(report.find(R"(
+C:\d\a.txt (1 bytes) purged
+C:\d\c.txt (1 bytes) purging: its data also belong to another name, not purged.
+C:\d\e.txt (1 bytes) purging: its data also belong to another name, not purged.
+
+C:\d\s\
+
+C:\d\s\deep.txt (1 bytes) purged
+C:\d\s\b.txt (1 bytes) purged
+Number of files purged: 3
+)"),
+              report.npos)
+        << report;
+    EXPECT_EQ(fake::ContentOf("C:\\out\\c") + fake::ContentOf("C:\\d\\s\\e.tmp"), "xx");
+
+    put();
+    user.Box("Purge query", question, ui::AnswerYes, look);
+    report = Purge("*.txt");
+    EXPECT_NE(report.find("c.txt (1 bytes) purged (has other names, under which the file remains)\n"
+                          "C:\\d\\e.txt (1 bytes) purged (has other"),
+              report.npos);
+    EXPECT_NE(fake::ContentOf("C:\\out\\c"), "x");
+    EXPECT_EQ(fake::ContentOf("C:\\out\\c").size(), 1U);
+
+    // Where each file is confirmed, the second name has not been confirmed yet; and where the
+    // system does not tell the names, one of them may lie anywhere.
+    PutFiles({"a.txt"});
+    fake::PutName("C:\\d\\b.txt", "C:\\d\\a.txt");
+    blnConfirmFiles = true;
+    user.Modal(frmConfirmFiles, [] { fake::Click(frmConfirmFiles.cmdYes); });
+    user.BoxLike("Purge query", "purged:\r\nC:\\d\\b.txt\r\n", ui::AnswerNo);
+    user.Modal(frmConfirmFiles, [] { fake::Click(frmConfirmFiles.cmdStopPurge); });
+    Purge("?.txt");
+    blnConfirmFiles = false;
+    fake::At("C:\\d\\a.txt")->HardLinks = 3;
+    user.BoxLike("Purge query", "belong to at least one other name, and the system does not tell",
+                 ui::AnswerNo);
+    Purge("a.txt");
+    EXPECT_EQ(fake::ContentOf("C:\\d\\a.txt"), "x");
 }
 
 TEST_F(RunTest, AsksOncePerSensitiveExtension) {

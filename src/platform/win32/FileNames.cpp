@@ -5,6 +5,7 @@
 #include "platform/win32/LastFault.h"
 #include "platform/win32/Wide.h"
 
+#include <cwchar>
 #include <windows.h>
 
 namespace platform {
@@ -167,6 +168,53 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
     default:
         return error == ERROR_SUCCESS ? Fault::Other : FaultOfError(error);
     }
+}
+
+Fault ListNames(const std::string& path, std::vector<std::string>& names) {
+    // Asked for by name: Wine has neither, and would not load a program that needs them.
+    using FindFirst = HANDLE(WINAPI*)(LPCWSTR, DWORD, LPDWORD, PWSTR);
+    using FindNext = BOOL(WINAPI*)(HANDLE, LPDWORD, PWSTR);
+    static const HMODULE library = GetModuleHandleW(L"kernel32");
+    static const auto findFirst = reinterpret_cast<FindFirst>(
+        reinterpret_cast<void (*)()>(GetProcAddress(library, "FindFirstFileNameW")));
+    static const auto findNext = reinterpret_cast<FindNext>(
+        reinterpret_cast<void (*)()>(GetProcAddress(library, "FindNextFileNameW")));
+    if (findFirst == nullptr || findNext == nullptr)
+        return Fault::NotSupported;
+    const std::wstring wide = WidePath(path);
+    std::wstring volume(wide.size() + MAX_PATH, L'\0'); // "\\?\C:\", or where it is mounted
+    if (!GetVolumePathNameW(wide.c_str(), volume.data(), static_cast<DWORD>(volume.size())))
+        return LastFault();
+    volume.resize(std::wcslen(volume.c_str()));
+    while (!volume.empty() && volume.back() == L'\\')
+        volume.pop_back();
+
+    std::vector<std::string> found;
+    std::wstring name(MAX_PATH, L'\0'); // of each: "\folder\file"
+    HANDLE search = INVALID_HANDLE_VALUE;
+    DWORD error = ERROR_SUCCESS;
+    while (error == ERROR_SUCCESS) {
+        auto size = static_cast<DWORD>(name.size());
+        bool more = false;
+        if (search == INVALID_HANDLE_VALUE) {
+            search = findFirst(wide.c_str(), 0, &size, name.data());
+            more = search != INVALID_HANDLE_VALUE;
+        } else {
+            more = findNext(search, &size, name.data()) != 0;
+        }
+        if (more) {
+            found.push_back(NarrowPath(volume + name.c_str()));
+        } else if (error = GetLastError(); error == ERROR_MORE_DATA && size > name.size()) {
+            name.resize(size);
+            error = ERROR_SUCCESS;
+        }
+    }
+    if (search != INVALID_HANDLE_VALUE)
+        FindClose(search);
+    if (error != ERROR_HANDLE_EOF)
+        return FaultOfError(error);
+    names = std::move(found);
+    return Fault::None;
 }
 
 Fault RemoveFile(const std::string& path) {
