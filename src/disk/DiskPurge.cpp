@@ -34,7 +34,7 @@ bool LookAtRoot(DiskPurgeState& state) {
                     return true;
                 if (entry.IsFolder)
                     state.subfolders.push_back(entry.Name);
-                else
+                else if (!IsNeverPurged(state.strRoot + entry.Name))
                     ++state.lngTopFiles;
                 return true;
             });
@@ -118,12 +118,15 @@ void PurgeDisk() {
         return;
     }
     blnStop = false;
+    ui::HoldEscape(true);
     const auto result = PurgeFreeSpaceOf(state.chrDrive, strTitle);
     const std::string strUndone = UnpurgedText(result);
     if (result == FreeSpaceResult::Stopped || result == FreeSpaceResult::Failed ||
         (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive && !ShowFilesNext(state, strUndone))) {
         SetMainLine(MainLine::Subdirectories2, "");
-        Message("Purge disk cancelled.");
+        Message(result == FreeSpaceResult::Failed
+                    ? "Purge disk ended, as the free space was not purged."
+                    : "Purge disk cancelled.");
         return;
     }
     blnStop = false;

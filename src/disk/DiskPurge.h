@@ -9,7 +9,7 @@
 struct DiskPurgeState {
     char chrDrive = 0;
     std::string strRoot;                 ///< "X:\"
-    std::int64_t lngTopFiles = 0;        ///< files in the root
+    std::int64_t lngTopFiles = 0;        ///< files in the root, what is never purged left out
     std::vector<std::string> subfolders; ///< names of the root's folders, links left out
     bool blnExcludeTopFiles = false;
     std::vector<std::string> excluded; ///< names of excluded top-level folders

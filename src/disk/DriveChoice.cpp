@@ -90,6 +90,7 @@ void RunDriveCommand(const std::function<void()>& command) {
     EnableMenu(false);
     ResetHeldFileWaits();
     command();
+    ui::HoldEscape(false);
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);
     FillDisk.intTestQuantity = 0;
     blnStop = false;

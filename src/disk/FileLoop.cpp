@@ -38,8 +38,7 @@ bool GoOn(const FileLoop& loop, const std::string& strText) {
 }
 
 bool IsPagingFile(const std::string& strName) {
-    const std::string strLower = platform::LowerCase(strName);
-    return strLower == "pagefile.sys" || ExtensionOf(strLower) == "swp";
+    return platform::LowerCase(strName) == "pagefile.sys" || IsSwapFile(strName);
 }
 
 /// "Now purging (pass 1):C:\folder\name", with what is done in front from the second file on. No
@@ -61,8 +60,7 @@ bool AllNamesChosen(const FileLoop& loop, const std::string& strPath) {
     std::vector<std::string> names;
     return !Failed(platform::ListNames(strPath, names)) &&
            std::all_of(names.begin(), names.end(), [&](const std::string& strName) {
-               return loop.isChosen(strName) && !IsPagingFile(FileNameOf(strName)) &&
-                      ClassifyFileForPurge(strName) != ClassProgramFolder;
+               return loop.isChosen(strName) && !IsNeverPurged(strName);
            });
 }
 
@@ -126,6 +124,14 @@ bool VisitFile(FileLoop& loop, const std::string& strPath) {
         return true;
     return GoOn(loop, FailureText(intResult) + "\r\n" + strPath + "\r\n\r\n");
 }
+
+} // namespace
+
+bool IsNeverPurged(const std::string& strPath) {
+    return IsPagingFile(FileNameOf(strPath)) || ClassifyFileForPurge(strPath) == ClassProgramFolder;
+}
+
+namespace {
 
 /// The walk of a folder that is held, and of what lies below it.
 bool WalkHeldFolder(FileLoop& loop, const std::string& strPath, bool blnSubfolders,

@@ -27,6 +27,8 @@ struct FileLoop {
     bool blnBegun = false;               ///< a folder was looked at
 };
 
+/// Whether the loop passes over a file: "pagefile.sys", *.swp, and all in the program's own folder.
+bool IsNeverPurged(const std::string& strPath);
 /// Walks one folder and, with blnSubfolders, everything below it. Links are neither followed nor
 /// purged through; files in the program's own folder, "pagefile.sys" and *.swp are passed over.
 /// False when the user ended the loop: blnStop is left set then.

@@ -54,8 +54,17 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
         return false;
     }
     if (lngNotPurged < 2) {
-        AskInRun(CountsText(lngNotPurged) + "The unpurged dummy file will now be deleted.",
-                 ui::Buttons::OK, ui::Icon::Information, OperationTitle());
+        const std::string strText =
+            CountsText(lngNotPurged) + "The unpurged dummy file will now be deleted.";
+        if (!blnStop || !blnPurgingDrive) {
+            AskInRun(strText, ui::Buttons::OK, ui::Icon::Information, OperationTitle());
+            return false;
+        }
+        // The stop was that of one dummy file, and a whole disk is still to be purged.
+        if (AskInRun(strText + "\r\n\r\nClick 'OK' to continue with the files of the disk\r\n"
+                               "or click 'Cancel' to terminate this operation.",
+                     ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle()) == ui::AnswerOK)
+            blnStop = false;
         return false;
     }
     if (!blnStop)

@@ -106,6 +106,8 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
 }
 
 std::string ResultText(FreeSpaceResult result) {
+    if (result == FreeSpaceResult::Failed) // nobody stopped it; a box has said why
+        return "The free space was not purged.";
     if (result != FreeSpaceResult::Purged)
         return strStopped;
     const std::string strUnpurged = UnpurgedText(result);
@@ -194,6 +196,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     FillDisk.strDriveRoot = strDrive + ":\\";
     FillDisk.intTestQuantity = 0;
     blnPurgingFreeSpace = true;
+    ui::HoldEscape(true); // to the end of the command
     const auto result = FillAndPurge(strTitle);
     blnPurgingFreeSpace = false;
     SetMainLine(MainLine::Status, "");

@@ -113,6 +113,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
                     "To interrupt this operation upon completion of the current file purge,\r\n"
                     "press the F10 key twice and wait for the 'Cancel?' query.");
         RepaintMain();
+        ui::HoldEscape(true);
         BeginRunProgress([&loop] { return ShareDone(loop); });
         blnFinished = WalkChosen(loop, strFolder, names);
         EndRunProgress();

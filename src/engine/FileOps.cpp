@@ -49,6 +49,12 @@ void SetExtensionVerdict(const std::string& extension, std::int16_t verdict) {
         row->Verdict = verdict;
 }
 
+bool IsSwapFile(const std::string& name) {
+    const std::string extension = ExtensionOf(name); // asked about every file: most have another
+    return extension.size() == 3 && (extension[0] | 0x20) == 's' &&
+           platform::LowerCase(extension) == "swp";
+}
+
 std::int16_t ClassifyFileForPurge(const std::string& path) {
     const std::size_t lngFolder = path.rfind('\\') + 1;
     if (lngFolder == 0 || path.compare(0, lngFolder, strFolderInHand) != 0) {
@@ -66,7 +72,7 @@ std::int16_t ClassifyFileForPurge(const std::string& path) {
         return ClassNoObjection;
     // The whole path is compared, so that a paging file in a folder is judged by its extension
     // instead: deliberately so.
-    if (lower == "pagefile.sys" || extension == "swp")
+    if (lower == "pagefile.sys" || IsSwapFile(lower))
         return ClassSwapFile;
     const ExtensionRow* row = FindRow(extension);
     if (row == nullptr)

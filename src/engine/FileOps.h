@@ -17,6 +17,8 @@ enum Classification : std::int16_t {
 /// Fills the table; called when a run starts. Verdict 0 ask, 1 allowed, −1 refused.
 void InitSystemExtensions(std::int16_t initialVerdict);
 void SetExtensionVerdict(const std::string& extension, std::int16_t verdict);
+/// *.swp
+bool IsSwapFile(const std::string& name);
 /// The folder of the file is asked about once, and for the next file in the same folder no more.
 std::int16_t ClassifyFileForPurge(const std::string& path);
 

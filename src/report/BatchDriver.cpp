@@ -85,7 +85,7 @@ void CountForProgress() {
         return;
     frmReport.lblProgress.Caption = "Counting files ...";
     ui::Repaint(frmReport);
-    CountAhead(frmReport.strDirPath, frmReport.strFilespec, 0, frmReport.lngNumFilesExpected,
+    CountAhead(frmReport.strDirPath, frmReport.strFilespec, frmReport.lngNumFilesExpected,
                frmReport.dblBytesExpected);
 }
 
@@ -133,7 +133,7 @@ void CloseRun() {
     f.lblDots.Visible = false;
     EndReportLine();
     AppendBeyondLimit(SummaryText() + (f.blnPurgeFiles ? DateAndTime() : std::string()));
-    if (blnStop) // by F10, say, or out of a pause
+    if (WasStopped()) // by F10, say, or out of a pause
         f.lblPausedDone.Caption = "Stopped";
     if (f.lblPausedDone.Caption != "Paused" && f.lblPausedDone.Caption != "Stopped")
         f.lblPausedDone.Caption = "Done";
@@ -150,9 +150,11 @@ void ProcessFiles() {
     if (frmReport.blnPurgeFiles && !PurgeLibraryReady())
         return;
     ResetRun();
+    ui::HoldEscape(frmReport.blnPurgeFiles);
     if (frmReport.blnPurgeFiles)
         RunPurge();
     else
         RunListing();
+    ui::HoldEscape(false);
     CloseRun();
 }

@@ -1,5 +1,8 @@
 #include "report/FolderList.h"
 
+#include "engine/FileOps.h"
+#include "platform/System.h"
+#include "shell/Session.h"
 #include "support/FolderSearch.h"
 #include "support/Paths.h"
 
@@ -9,6 +12,10 @@
 platform::Fault TakeFolderList(const std::string& folder, const std::string& filespec,
                                bool blnWantSubfolders, FolderList& list) {
     const bool blnAll = filespec == "*.*";
+    // By its spelling alone, which costs nothing and is enough for counts; before a file is purged
+    // it is looked at more closely.
+    const bool blnOwnFolder = platform::LowerCase(FolderWithBackslash(folder)) ==
+                              platform::LowerCase(FolderWithBackslash(platform::ProgramFolder()));
     std::vector<FoundFile> otherCase;
     const platform::Fault fault = SearchFolder(folder, [&](const platform::FolderEntry& entry) {
         if (entry.IsFolder) {
@@ -17,9 +24,13 @@ platform::Fault TakeFolderList(const std::string& folder, const std::string& fil
             return true;
         }
         const NameMatch match = blnAll ? NameMatch::Exact : MatchName(entry.Name, filespec);
-        if (match != NameMatch::None)
-            (match == NameMatch::Exact ? list.Files : otherCase)
-                .push_back({entry.Name, entry.Length, entry.IsLink});
+        if (match == NameMatch::None)
+            return true;
+        const bool blnPagingFile =
+            IsSwapFile(entry.Name) || (blnPurgingDrive && entry.Name.size() == 12 &&
+                                       platform::LowerCase(entry.Name) == "pagefile.sys");
+        (match == NameMatch::Exact ? list.Files : otherCase)
+            .push_back({entry.Name, entry.Length, entry.IsLink, blnOwnFolder || blnPagingFile});
         return true;
     });
     if (list.Files.empty() && OtherCaseIsMeant(folder, otherCase.size()))

@@ -12,6 +12,7 @@ struct FoundFile {
     std::string Name;
     std::uint64_t Length = 0; ///< bytes, as the enumeration tells it
     bool IsLink = false;      ///< its data belong to another name: not to be purged through
+    bool NeverPurged = false; ///< a swap file, or one of the program's own
 };
 
 struct FoundFolder {

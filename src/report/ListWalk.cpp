@@ -1,3 +1,4 @@
+#include "engine/FileProc.h"
 #include "report/BatchDriver.h"
 #include "report/FolderList.h"
 #include "report/frmReport.h"
@@ -15,6 +16,10 @@ namespace {
 
 // The walk in hand is one on the side: it counts, and writes nothing.
 bool blnCountingOnly = false;
+// It counts what a purge will do: what is never purged is left out, and watched files are noted.
+bool blnForPurge = false;
+bool blnToFirstWatched = false;
+FilesToPurge filesToPurge;
 
 // Yields; true when the walk is to end. Only a walk with a report can be paused.
 bool PollStop() {
@@ -29,7 +34,11 @@ void AnnounceFolder(const std::string& folder) {
     if (blnCountingOnly)
         return;
     if (!frmReport.blnDisplayFolderNames) {
-        AppendReport(" .", true);
+        // The dots only show that something is done: they end before they fill the report, which
+        // would end the listing.
+        const std::string dot = " .";
+        if (ReportEnd() + dot.size() <= lngMaxReportText)
+            AppendReport(dot, true);
         return;
     }
     AppendReport("\r\n" + folder, true);
@@ -45,10 +54,17 @@ void ListLink(const std::string& path, bool blnDisplayed) {
 
 // False when the walk is to end.
 bool TakeFile(const std::string& folder, const FoundFile& file) {
+    if (blnForPurge && file.NeverPurged) {
+        ++filesToPurge.lngLeftOut;
+        return true;
+    }
     ++frmReport.lngNumFilesProcessed;
     frmReport.dblTotalBytesPurged += static_cast<double>(file.Length);
     if (blnCountingOnly) {
-        if (intStopAt > 0 && frmReport.lngNumFilesProcessed >= intStopAt) {
+        filesToPurge.blnWatched =
+            blnForPurge && (filesToPurge.blnWatched || IsSensitiveFile(file.Name, false));
+        if ((intStopAt > 0 && frmReport.lngNumFilesProcessed >= intStopAt) ||
+            (blnToFirstWatched && filesToPurge.blnWatched)) {
             frmReport.lngNumFilesProcessed = -1;
             return false;
         }
@@ -97,8 +113,10 @@ void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec
     }
 }
 
-void CountAhead(const std::string& folder, const std::string& filespec, std::int32_t intLimit,
-                std::int64_t& lngFiles, double& dblBytes) {
+namespace {
+
+void Count(const std::string& folder, const std::string& filespec, std::int32_t intLimit,
+           std::int64_t& lngFiles, double& dblBytes) {
     // The walk counts in the report form, whose totals belong to the run or to the report shown.
     const std::int64_t files = std::exchange(frmReport.lngNumFilesProcessed, 0);
     const double bytes = std::exchange(frmReport.dblTotalBytesPurged, 0);
@@ -111,22 +129,40 @@ void CountAhead(const std::string& folder, const std::string& filespec, std::int
     dblBytes = std::exchange(frmReport.dblTotalBytesPurged, bytes);
 }
 
+} // namespace
+
+void CountAhead(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,
+                double& dblBytes) {
+    blnForPurge = true;
+    Count(folder, filespec, 0, lngFiles, dblBytes);
+    blnForPurge = false;
+}
+
 std::int64_t CountMatchingFiles(const std::string& folder, const std::string& filespec,
-                                std::int32_t intLimit, double* dblBytes) {
+                                std::int32_t intLimit) {
     blnStop = false;
     std::int64_t files = 0;
     double bytes = 0;
-    CountAhead(folder, filespec, intLimit, files, bytes);
-    if (dblBytes)
-        *dblBytes = bytes;
+    Count(folder, filespec, intLimit, files, bytes);
     return files;
+}
+
+FilesToPurge CountFilesToPurge(const std::string& folder, const std::string& filespec,
+                               std::int32_t intLimit, bool blnUntilWatched) {
+    blnStop = false;
+    filesToPurge = {};
+    blnForPurge = true;
+    blnToFirstWatched = blnUntilWatched;
+    Count(folder, filespec, intLimit, filesToPurge.lngFiles, filesToPurge.dblBytes);
+    blnForPurge = blnToFirstWatched = false;
+    return filesToPurge;
 }
 
 bool SumFileSizes(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,
                   double& dblBytes) {
     blnStop = false;
     const bool blnLower = std::exchange(blnSubdirectories, true);
-    CountAhead(folder, filespec, 0, lngFiles, dblBytes);
+    CountAhead(folder, filespec, lngFiles, dblBytes);
     blnSubdirectories = blnLower;
     return !blnStop;
 }

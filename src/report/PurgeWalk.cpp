@@ -19,9 +19,12 @@ namespace {
 void ExpectFilesOf(const FolderList& list) {
     if (blnSubdirectories || frmReport.lngNumFilesExpected > 0)
         return;
-    frmReport.lngNumFilesExpected = static_cast<std::int64_t>(list.Files.size() - list.LinkedFiles);
-    for (const FoundFile& file : list.Files)
-        frmReport.dblBytesExpected += file.IsLink ? 0 : static_cast<double>(file.Length);
+    for (const FoundFile& file : list.Files) {
+        if (file.IsLink || file.NeverPurged)
+            continue;
+        ++frmReport.lngNumFilesExpected;
+        frmReport.dblBytesExpected += static_cast<double>(file.Length);
+    }
     ShowReportProgress();
 }
 
@@ -29,7 +32,8 @@ void PurgeListedFile(const std::string& folder, const FoundFile& file, bool blnS
     ++frmReport.lngNumFilesProcessed;
     const std::int64_t purged = frmReport.lngNumFilesPurged;
     PurgeOneFile(folder + file.Name, static_cast<std::int64_t>(file.Length), blnSlackOnly);
-    NoteFileDone(static_cast<double>(file.Length), frmReport.lngNumFilesPurged > purged);
+    if (!file.NeverPurged) // it was not counted either
+        NoteFileDone(static_cast<double>(file.Length), frmReport.lngNumFilesPurged > purged);
 }
 
 // The files of one folder; false when the walk of it ends here.

@@ -22,9 +22,9 @@ std::string ListingSummary() {
         text += strLineEnd;
         text += "Sum of file sizes: " + ByteSizeText(frmReport.dblTotalBytesPurged, 2) + strLineEnd;
     }
-    if (blnStop)
+    if (WasStopped())
         text += std::string(strLineEnd) + "File listing was stopped." + strLineEnd;
-    else if (frmReport.dblTotalBytesPurged > 0)
+    else if (!blnStop && frmReport.dblTotalBytesPurged > 0)
         text += EstimateText();
     return text;
 }

@@ -20,9 +20,9 @@ extern PurgeRun purgeRun;
 
 /// Listing, counting or summing walk of one folder and, if blnSubdirectories, all beneath it.
 void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec);
-/// CountMatchingFiles inside a run: a stop asked for before is not forgotten.
-void CountAhead(const std::string& folder, const std::string& filespec, std::int32_t intLimit,
-                std::int64_t& lngFiles, double& dblBytes);
+/// CountFilesToPurge inside a run, all of them: a stop asked for before is not forgotten.
+void CountAhead(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,
+                double& dblBytes);
 /// Purge walk of one folder and, if blnSubdirectories, all beneath it.
 void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
                         bool blnSlackOnly);

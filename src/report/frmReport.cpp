@@ -117,6 +117,10 @@ void frmReport_Activate() {
 
 } // namespace
 
+bool WasStopped() {
+    return blnStop && (frmReport.blnPurgeFiles || !frmReport.blnBufferFull);
+}
+
 bool WritesDots() {
     return !frmReport.blnPurgeFiles && !frmReport.blnDisplayFolderNames;
 }

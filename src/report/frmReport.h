@@ -39,6 +39,8 @@ struct FrmReport : ui::Form {
 };
 extern FrmReport frmReport;
 
+/// A person stopped the run: a listing that ends as its report is full was not stopped.
+bool WasStopped();
 /// The run is a listing that writes a dot for each folder instead of its name.
 bool WritesDots();
 /// Lays out the report window and the dialogs that accompany a run, and binds their handlers;

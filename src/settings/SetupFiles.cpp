@@ -132,14 +132,14 @@ std::string FirstFixedRoot() {
 
 } // namespace
 
-std::string SetupText() {
+std::string SetupText(bool blnWithFolders) {
     std::string strText;
     const auto line = [&strText](const std::string& strValue) { strText += strValue + "\r\n"; };
     line(strVersion);
     line(blnSubdirectories ? "1" : "0");
     line(blnConfirmFiles ? "1" : "0");
-    line(strDirPath);
-    line(strBrowsePath);
+    line(blnWithFolders ? strDirPath : "");
+    line(blnWithFolders ? strBrowsePath : "");
     line(std::to_string(GetPurgeType()));
     line(std::to_string(GetNumberOfPasses()));
     for (const ui::CheckBox* box : PurgeOptionBoxes())
@@ -192,8 +192,12 @@ bool ReadSetupFile(const std::string& path) {
     return ReadTextFile(path, strText) && ApplySetupText(strText);
 }
 
-bool WriteSetupFile(const std::string& path) {
-    return WriteTextFile(path, SetupText());
+bool FoldersFitSetupFile() {
+    return (strDirPath + strBrowsePath).find(',') == std::string::npos;
+}
+
+bool WriteSetupFile(const std::string& path, bool blnWithFolders) {
+    return WriteTextFile(path, SetupText(blnWithFolders));
 }
 
 void FindNextRunSetupPath() {

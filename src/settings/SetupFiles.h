@@ -9,10 +9,13 @@
 bool ReadSetupFile(const std::string& path);
 /// Writes the current setup, through a temporary file that replaces the old one. False on any
 /// error; an existing file is then as it was.
-bool WriteSetupFile(const std::string& path);
+/// Whether the folders of the setup can be read back from a file: a comma would end the item.
+bool FoldersFitSetupFile();
+/// Without its folders, which are empty then, where they would not be read back.
+bool WriteSetupFile(const std::string& path, bool blnWithFolders = true);
 /// The whole text of a setup file for the current setup, and its reading back (what the two
 /// procedures above do without the file).
-std::string SetupText();
+std::string SetupText(bool blnWithFolders = true);
 bool ApplySetupText(const std::string& text);
 /// Works out the path of the next-run file (in a portable copy: beside the program); once, at
 /// start-up, after the program texts are loaded.

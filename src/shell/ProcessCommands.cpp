@@ -1,6 +1,5 @@
 // "List files, estimate time" and "Purge files": the checks and questions before a run, and the
 // main window around it.
-#include "engine/FileProc.h"
 #include "engine/FilePurge.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
@@ -142,33 +141,22 @@ std::string PurgeQuestion(std::int64_t lngCount) {
     return text;
 }
 
-/// Whether files that anti-virus software watches are, or with subfolders may be, among the
-/// specified ones.
-bool MayHoldWatchedFiles() {
-    if (!blnMultipleFiles && !blnSubdirectories)
-        return IsSensitiveFile(strFilespec, false);
-    bool blnFound =
-        blnSubdirectories && (ExtensionOf(strFilespec).find_first_of("?*") != std::string::npos ||
-                              strFilespec.back() == '*' || IsSensitiveFile(strFilespec, false));
-    // What cannot be read will not be purged either.
-    const bool blnSearched = RunSearch("Looking for watched files", [&] {
-        (void)SearchFolder(strDirPath, [&](const platform::FolderEntry& entry) {
-            blnFound = blnFound || (!entry.IsFolder && MatchesFilespec(entry.Name, strFilespec) &&
-                                    IsSensitiveFile(entry.Name, false));
-            return !blnFound;
-        });
-    });
-    return blnFound || !blnSearched;
-}
-
 /// Everything that is asked before a purge, in its order; true when the user wants it.
-bool PurgeIsWanted(std::int64_t lngCount, const std::string& title) {
-    if (!AskPurgeOptions(strDirPath, lngCount == 1, blnSubdirectories))
+bool PurgeIsWanted(FilesToPurge& found, const std::string& title) {
+    if (!AskPurgeOptions(strDirPath, found.lngFiles == 1, blnSubdirectories))
         return false;
-    if (ui::MsgBox(PurgeQuestion(lngCount), ui::Buttons::YesNo, ui::Icon::Question, title) !=
+    if (ui::MsgBox(PurgeQuestion(found.lngFiles), ui::Buttons::YesNo, ui::Icon::Question, title) !=
         ui::AnswerYes)
         return false;
-    return !blnShowPurgeWarning || !MayHoldWatchedFiles() ||
+    if (!blnShowPurgeWarning)
+        return true;
+    // A count that ended at its limit before it met a file that anti-virus software watches goes on
+    // to the first one, or to its true end.
+    if (!found.blnWatched && found.lngFiles < 0 && !RunSearch("Counting files", [&] {
+            found = CountFilesToPurge(strDirPath, strFilespec, 0, true);
+        }))
+        return false;
+    return !found.blnWatched ||
            AntiVirusAdvice(std::string(1, DriveLetterOf(strDirPath)), frmMain) != ui::AnswerCancel;
 }
 
@@ -178,14 +166,17 @@ void CountAndPurge() {
         SetMainLine(MainLine::LargePurgeMessage, "Now counting files ...");
         RepaintMain();
     }
-    double dblBytes = 0;
-    std::int64_t lngCount = 0;
+    FilesToPurge found;
     const bool blnInterrupted = !RunSearch("Counting files", [&] { // by F10
-        lngCount = CountMatchingFiles(strDirPath, strFilespec, intCountingLimit, &dblBytes);
+        found = CountFilesToPurge(strDirPath, strFilespec, intCountingLimit);
     });
     SetMainLine(MainLine::LargePurgeMessage, "");
-    if (lngCount == 0 && !blnInterrupted) {
-        if (blnSubdirectories)
+    if (found.lngFiles == 0 && !blnInterrupted) {
+        if (found.lngLeftOut > 0)
+            ui::Complain("Swap files and the files of Nullwright itself are never purged.\r\n"
+                         "There are no other files to be purged.",
+                         title);
+        else if (blnSubdirectories)
             ui::Complain("There are no files in " + strDirPath +
                              "\r\nor in any of its subfolders matching " + strFilespec + ".",
                          title);
@@ -193,14 +184,14 @@ void CountAndPurge() {
             SayNoFiles(title);
         return;
     }
-    if (blnInterrupted || !PurgeIsWanted(lngCount, title)) {
+    if (blnInterrupted || !PurgeIsWanted(found, title)) {
         ui::MsgBox("No files purged.", ui::Buttons::OK, ui::Icon::None, "Purge cancelled");
         return;
     }
     PrepareReport("Purge files", true, true);
-    if (lngCount > 0) { // not more than the limit: the run need not count again
-        frmReport.lngNumFilesExpected = lngCount;
-        frmReport.dblBytesExpected = dblBytes;
+    if (found.lngFiles > 0) { // all were counted: the run need not count again
+        frmReport.lngNumFilesExpected = found.lngFiles;
+        frmReport.dblBytesExpected = found.dblBytes;
     }
     ui::Show(frmReport);
     ProcessFiles();

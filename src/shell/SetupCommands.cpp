@@ -56,6 +56,20 @@ bool TakeNumber(std::string_view& strText, int& intNumber) {
     return true;
 }
 
+/// Writes the setup in force. A folder that could not be read back would make the whole file
+/// useless, and the next start begin with a complaint: it is left out, and the user told.
+bool SaveSetup(const std::string& strPath) {
+    const bool blnWithFolders = FoldersFitSetupFile();
+    if (!WriteSetupFile(strPath, blnWithFolders))
+        return false;
+    if (!blnWithFolders)
+        ui::Complain("The folder\r\n" + strDirPath +
+                         "\r\ncannot be loaded again from a setup file, as there is a comma in its "
+                         "path.\r\nThe setup was saved without the folder.",
+                     "Save setup");
+    return true;
+}
+
 } // namespace
 
 void RestoreWindowPosition() {
@@ -150,7 +164,7 @@ void cmdKeepSetup_Click() {
 }
 
 void cmdSaveSetupForNextRun_Click() {
-    if (MakeNextRunFolder() && WriteSetupFile(NextRunSetupPath())) {
+    if (MakeNextRunFolder() && SaveSetup(NextRunSetupPath())) {
         SaveWindowPosition();
         SetMainLine(MainLine::Status, "The setup was saved for the next run.");
     } else {
@@ -172,7 +186,7 @@ void cmdSaveSetupAsOperationFile_Click() {
             !platform::FileExists(strPath) ||
             ui::MsgBox("Overwrite existing file " + strPath + "?", ui::Buttons::YesNoCancel,
                        ui::Icon::Question, "File exists") == ui::AnswerYes;
-        if (blnWrite && WriteSetupFile(strPath))
+        if (blnWrite && SaveSetup(strPath))
             SetMainLine(MainLine::Status, "The setup was saved in " + strPath + ".");
         else if (blnWrite)
             ui::Complain("Cannot save setup in operation file " + strPath + "!");

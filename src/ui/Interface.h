@@ -18,6 +18,9 @@ void ShowModal(Form& form);
 void Hide(Form& form);
 /// Gives a control the keyboard focus, if it can take it.
 void SetFocus(Control& control);
+/// While it is held, Escape presses no Cancel button, in forms and in boxes: no stray key ends work
+/// that cannot be taken back.
+void HoldEscape(bool hold);
 /// True when the control has the keyboard focus.
 bool HasFocus(const Control& control);
 /// Brings a form's windows up to date with its fields and paints them at once.

@@ -80,7 +80,7 @@ TEST_F(DiskPurgeTest, PurgesAllButWhatMustStay) {
     const std::string estimate = user.Boxes[0].Text;
     EXPECT_TRUE(estimate.starts_with("The capacity of the disk in Drive D is 60.00 MB.\r\n\r\n"
                                      "Estimated time to purge the free space (59.97 MB): 1m 24s\r\n"
-                                     "Estimated time to purge 7 files (42 bytes): less than a "
+                                     "Estimated time to purge 5 files (30 bytes): less than a "
                                      "minute\r\n\r\nEstimated purge times for the entire disk\r\n"))
         << estimate;
     EXPECT_TRUE(estimate.ends_with("The type of purge currently specified involves 2 overwrites."
@@ -94,7 +94,7 @@ are selected.
 2.  The free space is purged.
 3.  All files in the top folder (unless excluded)
 and in all NON-EXCLUDED subfolders are purged.... [OK, Cancel: 1]
-Do you wish to EXCLUDE the 2 top-level files in D:\ from this purge operation? [Yes, No, Cancel: 1]
+Do you wish to EXCLUDE the single top-level file in D:\ from this purge operation? [Yes, No, Cancel: 1]
 Do you wish to EXCLUDE files in selected top-level folders
 from this purge operation? [Yes, No, Cancel: 1]
 You have not excluded the D:\WINDOWS folder.
@@ -263,12 +263,50 @@ TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {
     EXPECT_EQ("pagefile.sys docs\\letter.txt WINDOWS\\WIN386.SWP games\\score ", Left());
 }
 
+TEST_F(DiskPurgeTest, F10AtTheLastDummyFileAsksAboutTheDisk) {
+    for (const int answer : {OK, Cancel}) {
+        Fresh(30 * MiB); // one dummy file
+        fake::PutName("D:\\games\\kept", "D:\\docs\\letter.txt");
+        const std::string before = Left();
+        ChooseDrive(strWhich);
+        ChooseSubfolders("Select top-level folders on Drive D to be EXCLUDED from this purge.",
+                         {"games"});
+        answers["EXCLUDE files"] = Yes;
+        answers["continue with the files of the disk"] = answer;
+        PressF10When([] {
+            return frmMain.lblLargePurgeMessage.Caption.starts_with(
+                "One dummy file is being purged");
+        });
+        Run(frmMain.cmdLargePurge[1]);
+        const auto asked = std::find_if(user.Boxes.begin(), user.Boxes.end(), [](const auto& box) {
+            return box.Text.find("continue with the files of the disk") != box.Text.npos;
+        });
+        ASSERT_NE(asked, user.Boxes.end());
+        EXPECT_EQ(
+            "Dummy files purged: 0\r\nDummy files not purged: 1\r\n\r\nThe unpurged dummy file "
+            "will now be deleted.\r\n\r\nClick 'OK' to continue with the files of the disk\r\n"
+            "or click 'Cancel' to terminate this operation.",
+            asked->Text);
+        EXPECT_TRUE(asked->EscapeHeld);
+        if (answer == Cancel) {
+            EXPECT_EQ("Purge disk cancelled.", frmMain.lblLargePurgeMessage.Caption);
+            EXPECT_EQ(before, Left());
+            continue;
+        }
+        // What an excluded folder also holds is kept, and told.
+        EXPECT_EQ("pagefile.sys docs\\letter.txt WINDOWS\\WIN386.SWP games\\score games\\kept ",
+                  Left());
+        EXPECT_EQ("secret", fake::ContentOf("D:\\games\\kept"));
+        EXPECT_TRUE(user.Boxes.back().Text.ends_with("\r\nD:\\docs\\letter.txt"));
+    }
+}
+
 TEST_F(DiskPurgeTest, ADriveWithoutFoldersAndWithoutAMeasuredSpeed) {
     Fresh(30 * MiB);
     for (const std::string name : {"a.txt", "pagefile.sys", "docs", "WINDOWS", "games"})
         fake::TakeAway("D:\\" + name);
-    fake::PutFile("D:\\only.txt", "secret",
-                  platform::AttributeReadOnly | platform::AttributeSystem);
+    for (const char* path : {"D:\\one.txt", "D:\\two.txt"})
+        fake::PutFile(path, "secret", platform::AttributeReadOnly | platform::AttributeSystem);
     sngPurgeSpeeds[3] = 0;
     // F10 ends the tests of the speed, not only one of them.
     PressF10When([] { return FillDisk.lngBytesInCurrentFile > 0; });
@@ -290,7 +328,7 @@ TEST_F(DiskPurgeTest, ADriveWithoutFoldersAndWithoutAMeasuredSpeed) {
           "so as to estimate the time required for the disk purge.... [OK, Cancel: 1]\n"
           "Purging Drive D is a 2-step process:\n1.  The free space is purged.\n"
           "2.  All files are purged.... [OK, Cancel: 1]\n"
-          "Do you wish to EXCLUDE the single top-level file in D:\\ from this purge operation? ",
+          "Do you wish to EXCLUDE the 2 top-level files in D:\\ from this purge operation? ",
           "Now all files\nin the top folder will be purged...."})
         EXPECT_NE(std::string::npos, Shown(3).find(text)) << Shown();
     EXPECT_EQ("", Left());

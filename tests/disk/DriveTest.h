@@ -95,6 +95,7 @@ struct DriveTest : StartedTest {
         EXPECT_TRUE(blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
         EXPECT_EQ("", frmMain.lblStatus.Caption);
         EXPECT_EQ(-1, user.TaskbarFraction);
+        EXPECT_FALSE(user.EscapeHeld);
         EXPECT_EQ(52428800, dblMaxSizeDummyFile);
         EXPECT_EQ(0, FillDisk.intTestQuantity);
         EXPECT_EQ(0, fake::OpenHandles());

@@ -334,7 +334,7 @@ TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
         user.Box(c.Title, c.Text, fake::Warns);
         fake::FailNth(1, c.What, c.Call);
         Click();
-        EXPECT_EQ(strStopped, frmMain.lblLargePurgeMessage.Caption);
+        EXPECT_EQ("The free space was not purged.", frmMain.lblLargePurgeMessage.Caption);
     }
     // New files are compressed there: null bytes would never fill it.
     AnnounceThree();

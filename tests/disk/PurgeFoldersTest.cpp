@@ -155,6 +155,7 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
             if (!call.empty())
                 user.Box(strTitle, "One file could not be purged.");
             Click();
+            EXPECT_TRUE(user.Boxes[2].EscapeHeld);
             EXPECT_EQ(goOn, fake::At("D:\\work\\a\\f3") == nullptr);
             EXPECT_EQ(goOn, frmMain.lblSubdirectories2.Caption.ends_with(" been purged."));
             EXPECT_EQ(goOn ? "" : "Purge of folders was stopped.",

@@ -99,6 +99,8 @@ void PressEnter(ui::Form& form) {
 }
 
 void PressEscape(ui::Form& form) {
+    if (user.EscapeHeld)
+        return;
     PressFirst(form, &ui::Button::Cancel);
 }
 

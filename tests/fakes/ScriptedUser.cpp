@@ -179,6 +179,10 @@ void SetFocus(Control& control) {
         user.Focus = &control;
 }
 
+void HoldEscape(bool hold) {
+    user.EscapeHeld = hold;
+}
+
 bool HasFocus(const Control& control) {
     return user.Focus == &control;
 }
@@ -279,7 +283,7 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
     const bool hasNo = buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel;
     const bool hasCancel = buttons == Buttons::OKCancel || buttons == Buttons::YesNoCancel;
     const int quietly = hasCancel ? AnswerCancel : hasNo ? AnswerNo : AnswerOK;
-    BoxSeen box{title, text, buttons, icon, defaultButton, quietly};
+    BoxSeen box{title, text, buttons, icon, defaultButton, quietly, user.EscapeHeld};
     const auto answer = [&](int wanted) {
         const bool exists = wanted == AnswerCancel ? hasCancel : hasNo != (wanted == AnswerOK);
         box.Answer = exists ? wanted : quietly;

@@ -18,6 +18,7 @@ struct BoxSeen {
     ui::Icon Icon;
     int DefaultButton;
     int Answer;
+    bool EscapeHeld; ///< Escape does nothing in it
 };
 
 using Action = std::function<void()>;
@@ -99,6 +100,7 @@ struct ScriptedUser {
     std::function<void(int)> KeyHandler;
     bool InLongStep = false; ///< the call just made is off the interface thread
     bool Ending = false;     ///< the session ends: see ui::Ending
+    bool EscapeHeld = false;
     bool Ended = false;      ///< EndProgram was called
     std::int64_t Yields = 0; ///< DoEvents so far
 };

@@ -296,9 +296,17 @@ Sum of sizes of files purged: 3 bytes
     user.Box("Purge query", strAsked, ui::AnswerCancel);
     user.Box("Purge cancelled", "Purge operation cancelled.  No files purged.");
     EXPECT_EQ(Middle(Purge()), "\nC:\\d\\\n\nC:\\d\\a.exe -- not purged.\n" + strNoneStopped);
+    EXPECT_TRUE(user.Boxes.front().EscapeHeld);
     blnOKToPurgeSensitiveFiles = true;
     EXPECT_NE(Purge().find("Number of files purged: 2\n"), std::string::npos);
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 0U);
+    // None is purged, but the data of one are destroyed.
+    blnOKToPurgeSensitiveFiles = false;
+    PutFiles({"stuck.txt", "a.exe"});
+    fake::FailAlways("RemoveFile", "stuck.txt", Fault::AccessDenied);
+    user.Box("Purge query", strAsked, ui::AnswerCancel);
+    user.Box("Purge cancelled", "Purge operation terminated.");
+    Purge();
 }
 
 TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
@@ -314,7 +322,10 @@ TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
     purge();
     // Yes brings the advice, before every such file; it can cancel, and can be switched off.
     press(frmAntiVirusQuery.cmdYes);
-    press(frmPurgeWarning.cmdOK);
+    user.Modal(frmPurgeWarning, [] {
+        fake::PressEscape(frmPurgeWarning); // does nothing in a purge
+        fake::Click(frmPurgeWarning.cmdOK);
+    });
     user.Modal(frmPurgeWarning, [] {
         EXPECT_EQ(frmPurgeWarning.lblMessage.Caption,
                   "The file C:\\d\\c.rtf will now be purged.  If Norton AntiVirus Auto-Protect (or "
@@ -385,7 +396,7 @@ TEST_F(RunTest, PausesInTheMiddleOfAPassSequence) {
         written = fake::journal.size();
         user.During([] { return user.TaskbarPaused; }, goOn);
     });
-    user.During(shows("purging\n12_ "), [] {});
+    user.During(shows("purging\n12_ "), [] { fake::PressEscape(frmReport); });
     EXPECT_TRUE(
         Middle(Purge(), "3 times", "12:01:00")
             .starts_with("\nC:\\d\\\n\nC:\\d\\a.txt (3,145,728 bytes) purged\nC:\\d\\b.txt"));

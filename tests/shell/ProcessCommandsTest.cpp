@@ -143,7 +143,7 @@ TEST_F(ProcessCommands, QuestionsByCount) {
 TEST_F(ProcessCommands, QuestionsByKind) {
     const auto slack = [this] { fake::Click(options.chkPurgeSlackOnly); };
     PutFiles("C:\\docs", 3);
-    for (const char* path : {"C:\\docs\\one.doc", "C:\\docs\\sub\\two.doc"})
+    for (const char* path : {"C:\\docs\\one.doc", "C:\\docs\\sub\\two.doc", "C:\\docs\\never.SWP"})
         fake::PutFile(path);
     ChooseFolder("C:\\docs", ui::AnswerNo);
     Specify("*.txt");
@@ -158,6 +158,10 @@ TEST_F(ProcessCommands, QuestionsByKind) {
     fake::Click(f.cmdSubdirectories);
     Purge("the slack area of all 5 files in C:\\docs\\\r\nand all files in all subfolders",
           "these five files.", slack);
+    Specify("*.swp");
+    ClickWarned(f.cmdProcessFiles[1], "Purge files",
+                "Swap files and the files of Nullwright itself are never purged.\r\n"
+                "There are no other files to be purged.");
     EXPECT_TRUE(fake::journal.empty());
 }
 
@@ -203,6 +207,24 @@ TEST_F(ProcessCommands, MonitoringQueryBeforeThePurge) {
     }
 }
 
+// In a tree it is asked only where there is one, however far behind those that the question counts.
+TEST_F(ProcessCommands, NoMonitoringQueryWithoutAWatchedFile) {
+    for (const bool blnWatched : {false, true}) {
+        PutFiles("C:\\docs\\sub", 1001);
+        if (blnWatched)
+            fake::PutFile("C:\\docs\\sub\\deep\\last.doc");
+        ChooseFolder("C:\\docs");
+        fake::Click(f.cmdSubdirectories);
+        Specify("*.*");
+        Purge("all files in C:\\docs\\\r\nand all files in all subfolders",
+              "these (more than 1000) files.", {}, ui::AnswerYes, [&] {
+                  if (blnWatched)
+                      user.Modal(frmAntiVirusQuery, [] { fake::Click(frmAntiVirusQuery.cmdNo); });
+              });
+        EXPECT_EQ(0u, fake::FilesBelow("C:\\docs").size());
+    }
+}
+
 TEST_F(ProcessCommands, CountingIsShownAndCanBeInterrupted) {
     PutFiles("C:\\tree\\sub", 3);
     ChooseFolder("C:\\tree");
@@ -238,7 +260,6 @@ TEST_F(ProcessCommands, AnyCallMayFail) {
         fake::Click(f.cmdSubdirectories);
         fake::Click(f.cmdProcessFiles[0]);
         user.Modal(options, [this] { fake::Click(options.cmdDoPurge); });
-        user.Modal(frmAntiVirusQuery, [] { fake::Click(frmAntiVirusQuery.cmdNo); });
         fake::Click(f.cmdProcessFiles[1]);
         blnFailed = fake::HasFailed();
         user.Reset(); // the options may not have come up

@@ -125,6 +125,21 @@ TEST_F(SetupPanel, SaysThatItCouldNotSave) {
     EXPECT_TRUE(fake::FilesBelow("C:\\ops").empty());
 }
 
+TEST_F(SetupPanel, SaysThatAFolderWithACommaCannotBeLoadedAgain) {
+    blnConfirmFiles = true;
+    strDirPath = strBrowsePath = "C:\\da,ta\\";
+    const std::string strTold = "The folder\r\nC:\\da,ta\\\r\ncannot be loaded again from a setup "
+                                "file, as there is a comma in its path.\r\nThe setup was saved "
+                                "without the folder.";
+    user.Box("Save setup", strTold, fake::Warns);
+    Press(f.cmdSaveSetupForNextRun);
+    SaveAs(strOperation, "Save setup", strTold);
+    EXPECT_EQ(fake::ContentOf(strNextRun), fake::ContentOf(strOperation));
+    StartProgram(); // without a complaint
+    EXPECT_EQ("", strDirPath);
+    EXPECT_TRUE(blnConfirmFiles);
+}
+
 TEST_F(SetupPanel, SavesAnOperationFileAndAsksBeforeItReplacesOne) {
     SaveAs("C:\\ops\\weekly"); // the extension is added
     EXPECT_EQ(SetupText(), fake::ContentOf(strOperation));

@@ -1,6 +1,7 @@
 // Purges in the real report window: to the end, paused, continued, stopped, interrupted.
 #include "windows/WindowTest.h"
 
+#include "platform/win32/Wide.h"
 #include "support/StrProc.h"
 
 #include <algorithm>
@@ -25,7 +26,6 @@ struct ReportTest : WindowTest {
     HWND StartRun() {
         filesBefore = FilesLeft();
         StartPurge();
-        Click(Window("File-monitoring software query"), "cmdNo");
         return Window("Purge files");
     }
     int FilesLeft() { return static_cast<int>(std::count_if(files.begin(), files.end(), Exists)); }
@@ -62,6 +62,27 @@ TEST_F(ReportTest, PauseContinueStop) {
     Click(report, "cmdStop");
     ExpectStopped(report);
     EXPECT_TRUE(SendMessageW(main, WM_QUERYENDSESSION, 0, 0));
+}
+
+TEST_F(ReportTest, EscapeDoesNotEndIt) {
+    Put("data\\two names.exe", "kept");
+    const auto path = [](const char* name) { return platform::Widen(scratch + "\\" + name); };
+    ASSERT_TRUE(
+        CreateHardLinkW(path("other").c_str(), path("data\\two names.exe").c_str(), nullptr));
+    StartPurge();
+    Click(Window("File-monitoring software query"), "cmdNo");
+    HWND box = Window("Purge query");
+    HWND focus = Focused(box);
+    PressKey(box, VK_ESCAPE);
+    PressKey(box, VK_TAB); // once this has been seen, Escape has
+    ASSERT_TRUE(WaitUntil([&] { return Focused(box) != focus; })) << Describe();
+    AnswerBox("Purge query", "", IDYES); // to the extension; what follows is about the other name
+    AnswerBox("Purge query", "", IDNO);
+    HWND report = Window("Purge files");
+    PressKey(report, VK_ESCAPE);
+    Expect(report, "lblPausedDone", "Done");
+    EXPECT_EQ(0, FilesLeft());
+    EXPECT_EQ("kept", ContentOf("other"));
 }
 
 TEST_F(ReportTest, F10AndClosingInterrupt) {

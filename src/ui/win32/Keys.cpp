@@ -6,6 +6,11 @@ namespace ui {
 
 namespace {
 std::function<void(int)> keyHandler;
+bool escapeHeld = false;
+} // namespace
+
+void HoldEscape(bool hold) {
+    escapeHeld = hold;
 }
 
 void OnKeyReleased(std::function<void(int)> handler) {
@@ -50,7 +55,7 @@ bool HandleEnter(NativeForm& form, Control* focused, bool repeated) {
 }
 
 bool HandleEscape(NativeForm& form, bool repeated) {
-    if (Button* button = repeated ? nullptr : FindButton(form, &Button::Cancel))
+    if (Button* button = repeated || escapeHeld ? nullptr : FindButton(form, &Button::Cancel))
         ClickControl(*button);
     return true;
 }
@@ -115,6 +120,10 @@ bool HandleKeyDown(NativeForm& form, const MSG& message) {
 }
 
 } // namespace
+
+bool IsHeldEscape(const MSG& message) {
+    return escapeHeld && message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
+}
 
 bool ReportKey(const MSG& message) {
     const bool down = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;

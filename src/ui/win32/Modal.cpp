@@ -28,7 +28,8 @@ bool swallowInBox = false;
 LRESULT CALLBACK BoxFilter(int code, WPARAM wParam, LPARAM lParam) {
     if (code == MSGF_DIALOGBOX && !boxes.empty()) {
         const MSG& message = *reinterpret_cast<const MSG*>(lParam);
-        if (!FormOfWindow(message.hwnd) && ReportKey(message) && swallowInBox)
+        if (!FormOfWindow(message.hwnd) &&
+            ((ReportKey(message) && swallowInBox) || IsHeldEscape(message)))
             return TRUE;
     }
     return CallNextHookEx(nullptr, code, wParam, lParam);

@@ -197,6 +197,8 @@ void OnMouseLeft(HWND window);
 bool HandleKey(MSG& message);
 /// Tells the program's handler about a released key. True: the message must go no further.
 bool ReportKey(const MSG& message);
+/// Escape, while it is to do nothing.
+bool IsHeldEscape(const MSG& message);
 
 // ---- MessageLoop.cpp
 void Dispatch(MSG& message);
