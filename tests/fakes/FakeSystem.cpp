@@ -8,7 +8,7 @@
 #include <clocale>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
+#include <cwchar>
 #include <cwctype>
 
 namespace fake {
@@ -50,13 +50,14 @@ std::string CaseOf(const std::string& text, wint_t (*change)(wint_t)) {
     for (std::size_t i = 0; i < text.size();) {
         wchar_t point = 0;
         char bytes[MB_LEN_MAX];
-        const int size = std::mbtowc(&point, &text[i], text.size() - i);
-        if (size <= 0) // a zero, or not UTF-8: as it is
+        std::mbstate_t read = {}, written = {}; // of no other thread
+        const std::size_t size = std::mbrtowc(&point, &text[i], text.size() - i, &read);
+        if (size == 0 || size > MB_LEN_MAX) // a zero, or not UTF-8: as it is
             result += text[i++];
         else {
             const auto changed = static_cast<wchar_t>(change(static_cast<wint_t>(point)));
-            result.append(bytes, static_cast<std::size_t>(std::wctomb(bytes, changed)));
-            i += static_cast<std::size_t>(size);
+            result.append(bytes, std::wcrtomb(bytes, changed, &written));
+            i += size;
         }
     }
     return result;
