@@ -13,6 +13,7 @@ packages_wine=(wine wine64 xvfb openbox xdotool imagemagick fonts-liberation)
 packages_test=(googletest clang-14 libclang-rt-14-dev clang-format-14
     e2fsprogs ntfs-3g mount)
 packages_package=(googletest nsis zip)
+packages_disk=(libfuse3-dev fuse3)
 
 say() { printf '\n== %s\n' "$*"; }
 die() { printf '\n%s\n' "$*" >&2; exit 1; }

@@ -7,7 +7,7 @@
 // is to be at most 1.50, is the median of the rounds' ratios, since neighbours on the machine
 // disturb both parts of a round alike. Everything that was made is removed at the end; the exit
 // code is 1 when the ratio is above.
-#include "bench/win32/Tools.h"
+#include "bench/runs/Tools.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"

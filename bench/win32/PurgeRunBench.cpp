@@ -15,7 +15,7 @@
 // Prints the two times of each round, their ratio, and the ratio of the sums over all rounds, which
 // is to be at most 1.05; the exit code is 1 when it is above. Told, too: what the report's window
 // takes after the run for the lines that it lacks, when all of them are asked for at once.
-#include "bench/win32/Tools.h"
+#include "bench/runs/Tools.h"
 #include "engine/FilePurge.h"
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"

@@ -1,4 +1,4 @@
-#include "bench/win32/Tools.h"
+#include "bench/runs/Tools.h"
 
 #include "platform/Files.h"
 
