@@ -25,7 +25,9 @@ Target amd64-unicode
 
 Name "Nullwright"
 OutFile "${OUTPUT}"
-InstallDir ""
+; What is chosen by "Browse" gets its last part added: the program wants a folder of its own.
+!define USUAL_FOLDER "$LOCALAPPDATA\Programs\Nullwright"
+InstallDir "${USUAL_FOLDER}"
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
 CRCCheck force
@@ -286,7 +288,8 @@ FunctionEnd
 
 ; Folder and parts: those given, those of the installation that is replaced, or the usual ones.
 Function ApplyMode
-    StrCpy $0 "$LOCALAPPDATA\Programs\Nullwright"
+    SetShellVarContext current
+    StrCpy $0 "${USUAL_FOLDER}"
     Call EnterMode
     ${If} $AllUsers = 1
         StrCpy $0 "$PROGRAMFILES64\Nullwright"
@@ -324,7 +327,9 @@ Function .onInit
         SetErrorLevel ${EXIT_OLD_WINDOWS}
         Quit
     ${EndIf}
-    StrCpy $FolderGiven $INSTDIR
+    ${If} $INSTDIR != "${USUAL_FOLDER}"
+        StrCpy $FolderGiven $INSTDIR
+    ${EndIf}
     StrCpy $AllUsers 0
     StrCpy $ModeGiven 1
     ${GetParameters} $0

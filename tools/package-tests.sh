@@ -102,6 +102,7 @@ nothing_left "The installation for one user"
 
 before=$(path_now "$machine")
 expect 0 'C:\setup.exe' /S /AllUsers /Parts=StartMenu,Desktop,Operations,Explorer,Path
+[ -f "$drive/Program Files/Nullwright/nullwright.exe" ] || complain "It is not where programs are."
 [ "$(path_now "$machine")" = "$before;C:\\Program Files\\Nullwright" ] || complain "PATH of the machine is not as it should be."
 [ -f "$drive/users/Public/Desktop/Nullwright.lnk" ] || complain "no icon on the desktop"
 # Wine finds file types in the machine's part of the registry only, so this is the time to try them.
