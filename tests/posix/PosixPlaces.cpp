@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <map>
+#include <mutex>
 #include <unistd.h>
 
 namespace posix {
 
 namespace {
+std::mutex mutex;                             ///< guards what follows
 std::map<int, platform::FolderIdentity> held; ///< by descriptor
 
 platform::FolderIdentity IdentityOf(const struct stat& known) {
@@ -19,10 +21,12 @@ platform::FolderIdentity IdentityOf(const struct stat& known) {
 } // namespace
 
 int HeldFolders() {
+    const std::scoped_lock lock(mutex);
     return static_cast<int>(held.size());
 }
 
 bool IsHeldFolder(const struct stat& known) {
+    const std::scoped_lock lock(mutex);
     return std::any_of(held.begin(), held.end(),
                        [&](const auto& item) { return item.second == IdentityOf(known); });
 }
@@ -43,6 +47,7 @@ Fault HoldFolder(const std::string& path, FolderHold& hold) {
         if (opened < 0)
             return LastFault();
         hold = {static_cast<std::uintptr_t>(opened), IdentityOf(known), isLink};
+        const std::scoped_lock lock(mutex);
         if (!isLink)
             held[opened] = hold.Identity;
         return Fault::None;
@@ -51,6 +56,7 @@ Fault HoldFolder(const std::string& path, FolderHold& hold) {
 
 void LetGo(FolderHold& hold) {
     if (hold.Handle != 0) {
+        const std::scoped_lock lock(mutex);
         held.erase(static_cast<int>(hold.Handle));
         close(static_cast<int>(hold.Handle));
     }
