@@ -6,6 +6,7 @@
 #include "disk/Folder.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
+#include "engine/DriveWork.h"
 #include "engine/EngineNeeds.h"
 #include "engine/FileProc.h"
 #include "platform/Drives.h"
@@ -245,9 +246,15 @@ void WriteDummyFiles() {
     }
     FillWork work;
     BeginFilling(work, DummyClusterSize());
-    FillDisk.strDummyFolder =
-        MakeDummyFolder(FillDisk.strDriveRoot, strDummyFileFolderStub,
-                        blnTest ? DummyPurpose::SpeedTest : DummyPurpose::Filling, FillDisk.Marker);
+    std::uint32_t lngAttributes = 0;
+    // After all the questions the disk may have to spin up.
+    WorkOnDrive(FillDisk.strDriveRoot, [&] {
+        FillDisk.strDummyFolder = MakeDummyFolder(
+            FillDisk.strDriveRoot, strDummyFileFolderStub,
+            blnTest ? DummyPurpose::SpeedTest : DummyPurpose::Filling, FillDisk.Marker);
+        if (!FillDisk.strDummyFolder.empty())
+            (void)platform::ReadAttributes(FillDisk.strDummyFolder, lngAttributes);
+    });
     if (FillDisk.strDummyFolder.empty()) {
         if (!blnTest)
             ui::Complain(std::string("Unable to create a temporary folder on the disk in Drive ") +
@@ -257,9 +264,7 @@ void WriteDummyFiles() {
     }
     blnStop = false;
     FillDisk.dblFreeSpaceAtStart = dblSpaceInFreeClusters;
-    std::uint32_t lngAttributes = 0;
-    if (!Failed(platform::ReadAttributes(FillDisk.strDummyFolder, lngAttributes)) &&
-        (lngAttributes & platform::AttributeCompressed) != 0) {
+    if ((lngAttributes & platform::AttributeCompressed) != 0) {
         // A compressed file of null bytes takes hardly any space: the disk would never be full.
         work.Error = Fault::NotSupported;
         work.strError = "This drive compresses all new files, so that its free space cannot be "

@@ -5,6 +5,7 @@
 #include "disk/DriveCommands.h"
 #include "disk/FillDisk.h"
 #include "disk/LeftoverDummies.h"
+#include "engine/DriveWork.h"
 #include "engine/FileProc.h"
 #include "engine/FilePurge.h"
 #include "platform/Drives.h"
@@ -180,7 +181,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
         return FreeSpaceResult::Failed;
     }
     if (dblSpaceInFreeClusters <= 0) {
-        ReadUnfilledSpace(strDrive + ":\\");
+        WorkOnDrive(strDrive + ":\\", [&] { ReadUnfilledSpace(strDrive + ":\\"); });
         const std::string strUnfilled = UnfilledText();
         if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive)
             ui::Complain(NoFreeSpaceText(chrDrive) +
