@@ -37,12 +37,12 @@
 // CMakeLists.txt of the benches.
 bool TruePurge(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
                bool deleteAfter, bool okReadOnly, bool okSystem, bool slackOnly,
-               std::int32_t reserved, std::int16_t& resultCode,
-               std::uint32_t* reach) __asm__("__real_" NW_PURGE_SYMBOL);
+               std::int32_t reserved, std::int16_t& resultCode, std::uint32_t* reach,
+               bool refuseSeveralNames) __asm__("__real_" NW_PURGE_SYMBOL);
 bool PurgeInTurn(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
                  bool deleteAfter, bool okReadOnly, bool okSystem, bool slackOnly,
-                 std::int32_t reserved, std::int16_t& resultCode,
-                 std::uint32_t* reach) __asm__("__wrap_" NW_PURGE_SYMBOL);
+                 std::int32_t reserved, std::int16_t& resultCode, std::uint32_t* reach,
+                 bool refuseSeveralNames) __asm__("__wrap_" NW_PURGE_SYMBOL);
 // Messages and windows: the engine's calls between its steps, and what runs of many steps do.
 void TrueDoEvents() __asm__("__real_" NW_EVENTS_SYMBOL);
 void DoEventsOfRun() __asm__("__wrap_" NW_EVENTS_SYMBOL);
@@ -112,8 +112,8 @@ void PurgeByEngine() {
     for (const std::size_t end = std::min(purgedInTurns + portion, paths.size());
          purgedInTurns < end; ++purgedInTurns) {
         std::int16_t result = 0;
-        if (!TruePurge(paths[purgedInTurns], 0, 1, true, false, false, false, 4096, result,
-                       nullptr))
+        if (!TruePurge(paths[purgedInTurns], 0, 1, true, false, false, false, 4096, result, nullptr,
+                       false))
             bench::Give("the engine failed");
     }
     inTurn = false;
@@ -181,11 +181,12 @@ double Compare(const std::string& top, std::size_t files, int rounds, const std:
 
 bool PurgeInTurn(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
                  bool deleteAfter, bool okReadOnly, bool okSystem, bool slackOnly,
-                 std::int32_t reserved, std::int16_t& resultCode, std::uint32_t* reach) {
+                 std::int32_t reserved, std::int16_t& resultCode, std::uint32_t* reach,
+                 bool refuseSeveralNames) {
     if (purgedByRun++ % portion == 0)
         PurgeByEngine();
     return TruePurge(path, purgeTypeIndex, numPasses, deleteAfter, okReadOnly, okSystem, slackOnly,
-                     reserved, resultCode, reach);
+                     reserved, resultCode, reach, refuseSeveralNames);
 }
 
 void DoEventsOfRun() {
