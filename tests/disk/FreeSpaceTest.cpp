@@ -63,14 +63,6 @@ struct FreeSpaceTest : DriveTest {
                 lengths.push_back(file->Data.Length());
         return lengths;
     }
-    /// What a crash leaves: a folder of ours with the marker of its purpose and a dummy file.
-    static std::string PutLeftover(const std::string& digits, const std::string& mark,
-                                   std::uint64_t length) {
-        const std::string folder = "D:\\_nw_dummy_" + digits;
-        fake::PutFile(folder + "\\nullwright-" + digits + mark, "");
-        fake::PutBigFile(folder + "\\_nw_dummy1", length);
-        return folder;
-    }
 };
 
 TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
@@ -433,56 +425,6 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     OfferToRemoveLeftoverDummies(); // nothing of ours any more
     EXPECT_EQ(4u, Dummies().size());
     EXPECT_EQ(Paths{other}, fake::FilesBelow(ours));
-}
-
-TEST_F(FreeSpaceTest, LeftoversSayWhatTheyAreAlsoOnAStickThatIsChosenLater) {
-    const std::string a = "0123456789abcde1", b = "0123456789abcde2";
-    const std::string test = PutLeftover(b, ".test", MiB);
-    const std::string testText = "A test of the purge speed was interrupted before its dummy files "
-                                 "were deleted.  They still take up space, in the folder\r\n" +
-                                 test + "\r\n\r\nDo you wish to delete them now?";
-    user.Box("Dummy files found", testText, ui::AnswerNo);
-    OfferToRemoveLeftoverDummies();
-    fake::At(test + "\\nullwright-" + b + ".test")->Open = true; // another run is at it
-    OfferToRemoveLeftoverDummies();
-    fake::At(test + "\\nullwright-" + b + ".test")->Open = false;
-    // C: has to spin up. F10 then ends the search after the drive that is being looked at.
-    fake::AddDrive('E', MiB);
-    Paths looked;
-    fake::OnCall("EnumerateFolder", [&](const std::string& path) {
-        if (path == "C:\\")
-            fake::Advance(600);
-        looked.push_back(path);
-        return Fault::None;
-    });
-    PressF10When([] {
-        return frmMain.lblLargePurgeMessage.Caption.starts_with(
-            "Looking for dummy files of an earlier run on Drive D ...");
-    });
-    user.Box("Dummy files found", testText, ui::AnswerNo);
-    OfferToRemoveLeftoverDummies();
-    EXPECT_EQ((Paths{"C:\\", "D:\\"}), looked);
-    EXPECT_EQ("", frmMain.lblLargePurgeMessage.Caption);
-
-    const std::string fill = PutLeftover(a, ".mark", fake::drives['D'].Free());
-    const std::string full = "There is no free space on the disk in Drive D.";
-    const std::string both =
-        full +
-        "\r\n\r\nA purge of free space and a test of the purge speed were interrupted before their "
-        "dummy files were deleted.  They still fill the disk, in the folders\r\n" +
-        test + "\r\n" + fill + "\r\n\r\nDo you wish to delete them now?";
-    ChooseDrive(strQuestion);
-    user.Box("Dummy files found", both, ui::AnswerNo, fake::AsksYesNo);
-    user.Box(strTitle,
-             full + "\r\nDummy files of an earlier run fill it, in the folders\r\n" + test +
-                 "\r\n" + fill,
-             fake::Warns);
-    fake::Click(frmMain.cmdLargePurge[2]);
-    EXPECT_EQ(2u, Dummies().size());
-    ChooseDrive(strQuestion);
-    user.Box("Dummy files found", both, ui::AnswerYes);
-    user.BoxLike(strTitle, "Drive D has 120.00 MB free.", ui::AnswerCancel);
-    Click();
 }
 
 } // namespace
