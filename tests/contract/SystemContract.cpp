@@ -82,6 +82,10 @@ TEST_F(Contract, TheAuxiliaryLibrary) {
     EXPECT_EQ(AuxiliaryChangeFileSize(path, 6), 0);
     EXPECT_EQ(Content(path), std::string("0123\0\0", 6));
     EXPECT_LT(AuxiliaryChangeFileSize(path, -2), 0);
+    HoldFile(path);
+    for (const std::int64_t length : {-1, 3})
+        EXPECT_EQ(AuxiliaryChangeFileSize(path, length), -4);
+    LetGoOfFile();
     EXPECT_EQ(AuxiliaryFlushFile(path), 0);
     EXPECT_LT(AuxiliaryChangeFileSize(In("no"), -1), 0);
     EXPECT_NE(AuxiliaryFlushFile(In("no")), 0);

@@ -116,6 +116,7 @@ TEST_F(FreeSpaceTest, TheEndOfTheSessionStopsItWithoutABox) {
         user.During([=] { return blnPurging ? IsPurging() : FillDisk.lngFilesWritten == 1; },
                     [] { user.Ending = blnStop = true; });
         Click();
+        EXPECT_EQ(blnPurging ? 3 : 2, FillDisk.lngFilesWritten);
         EXPECT_EQ(strStopped, frmMain.lblLargePurgeMessage.Caption);
     }
 }

@@ -333,15 +333,15 @@ Fault LoadAuxiliaryLibrary() {
 }
 
 namespace {
-/// 0 or −1, as the library answers.
+/// 0, −1, or −4 of a file that is held, as the library answers.
 std::int32_t OnChangeable(const char* call, const std::string& path,
                           const std::function<Fault(File file)>& work) {
     File file;
     const auto open = [&](int folder, const char* name) {
         return OpenAt(folder, name, Access::Change, file);
     };
-    if (Failed(At(call, path, false, open)))
-        return -1;
+    if (const Fault fault = At(call, path, false, open); Failed(fault))
+        return fault == Fault::SharingViolation ? -4 : -1;
     const Fault fault = work(file);
     return Failed(Close(file)) || Failed(fault) ? -1 : 0;
 }

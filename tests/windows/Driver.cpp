@@ -40,14 +40,20 @@ std::vector<HWND> Children(HWND form) {
     return windows;
 }
 
-std::vector<HWND> TopWindows() {
+std::vector<HWND> AllTopWindows() {
     std::vector<HWND> windows;
     EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
     std::erase_if(windows, [](HWND window) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
-        return process != program.dwProcessId || !IsWindowVisible(window);
+        return process != program.dwProcessId;
     });
+    return windows;
+}
+
+std::vector<HWND> TopWindows() {
+    std::vector<HWND> windows = AllTopWindows();
+    std::erase_if(windows, [](HWND window) { return !IsWindowVisible(window); });
     return windows;
 }
 
@@ -181,6 +187,13 @@ void KillProgram() {
         CloseHandle(program.hThread);
     CloseHandle(program.hProcess);
     program = {};
+}
+
+void EndSession() {
+    for (const UINT message : {WM_QUERYENDSESSION, WM_ENDSESSION})
+        for (HWND window : AllTopWindows())
+            Ask(window, message, message == WM_ENDSESSION);
+    KillProgram();
 }
 
 HWND Window(const std::string& caption) {

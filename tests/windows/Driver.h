@@ -32,6 +32,9 @@ HWND StartByShell(const std::string& file, const std::string& verb = "",
 int WaitForEnd();
 /// Ends the program by force if it still runs.
 void KillProgram();
+/// Ends it as Windows does at the end of a session: asks all its windows, tells them, and takes the
+/// process away when the last one has returned.
+void EndSession();
 
 /// A visible top-level window of the program with this caption; waits for it. nullptr: none came,
 /// and the test has failed.

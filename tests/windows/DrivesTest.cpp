@@ -81,6 +81,16 @@ TEST_F(DrivesTest, DummiesThatFillAStickAreToldAndRemoved) {
     EXPECT_EQ(freeBefore, FreeBytes());
 }
 
+TEST_F(DrivesTest, TheEndOfTheSessionLeavesNoDummies) {
+    Click(main, "cmdLargePurge(2)");
+    ChooseDrive("Purge free space on which drive?");
+    AnswerBox("Purge free space", "", IDOK);
+    EXPECT_TRUE(WaitUntil([&] { return FreeBytes() == 0; })) << FreeBytes();
+    Window("Purge free space"); // whether to go on
+    EndSession();
+    EXPECT_EQ(freeBefore, FreeBytes());
+}
+
 TEST_F(DrivesTest, ADiskIsPurged) {
     std::filesystem::create_directory(root + "folder");
     for (const char* name : {"top.txt", "second.txt", "folder\\below.txt", "pagefile.sys"})

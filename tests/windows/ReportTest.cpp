@@ -5,6 +5,7 @@
 #include "support/StrProc.h"
 
 #include <algorithm>
+#include <thread>
 
 using namespace driver;
 
@@ -62,6 +63,23 @@ TEST_F(ReportTest, PauseContinueStop) {
     Click(report, "cmdStop");
     ExpectStopped(report);
     EXPECT_TRUE(SendMessageW(main, WM_QUERYENDSESSION, 0, 0));
+}
+
+TEST_F(ReportTest, ANeighbourThatLooksIntoTheFilesIsWaitedFor) {
+    const std::jthread neighbour([this](const std::stop_token& stop) {
+        for (std::size_t i = 0; !stop.stop_requested(); i = (i + 1) % files.size()) {
+            const HANDLE file = CreateFileW(platform::Widen(scratch + "\\" + files[i]).c_str(),
+                                            GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                            FILE_ATTRIBUTE_NORMAL, nullptr);
+            if (file == INVALID_HANDLE_VALUE)
+                continue;
+            Sleep(5);
+            CloseHandle(file);
+            Sleep(5);
+        }
+    });
+    Expect(StartRun(), "lblPausedDone", "Done");
+    EXPECT_EQ(0, FilesLeft());
 }
 
 TEST_F(ReportTest, EscapeDoesNotEndIt) {
