@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int intDeletionTries = 4;
+constexpr int intDeletionTries = 10; ///< about two seconds
 constexpr int intMillisecondsBetweenTries = 200;
 
 const char* OperationTitle() {
