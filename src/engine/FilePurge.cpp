@@ -219,13 +219,13 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
     if (lngHardLinks > 1)
         reach |= ReachHardLinks;
     ClearStatus();
-    // Cuts away the growth to the cluster boundary, whatever became of the purge; a file that is
-    // gone needs no asking.
     if (result == PurgeSeveralNames) { // all stays as it was
         if ((attributesBefore & platform::AttributeReadOnly) != 0)
-            (void)platform::WriteAttributes(path, attributesBefore);
+            WorkOnDrive(path, [&] { (void)platform::WriteAttributes(path, attributesBefore); });
         return result;
     }
+    // Cuts away the growth to the cluster boundary, whatever became of the purge; a file that is
+    // gone needs no asking.
     const bool blnDeleted = result == PurgeDone && deleteAfter && !slackOnly;
     if (!blnDeleted)
         (void)RestoreLengths(targets);

@@ -86,7 +86,7 @@ Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOn
         if (result == PurgeSeveralNames) {
             const OtherNames names = LookAtOtherNames(path);
             blnNamesChosen = names == OtherNames::Chosen;
-            if (names != OtherNames::Keep)
+            if (names != OtherNames::Keep && !blnStop) // F10 while it was asked
                 purge(false);
         }
         if (result == PurgeCannotOpen && IsGone(path))
@@ -172,6 +172,10 @@ void PurgeOneFile(const std::string& strPath, std::int64_t lngLength, bool blnSl
     // Whether there is slack must not hang on a length that was listed a while ago.
     if (blnSlackOnly)
         lngLength = GetFileLength(strPath);
+    if (blnSlackOnly && lngLength == 0 && IsGone(strPath)) {
+        WriteReportLine(strPath + ResultText(PurgeVanished, blnSlackOnly, strPath));
+        return;
+    }
     if (blnSlackOnly && purgeRun.lngClusterSize > 0 && lngLength % purgeRun.lngClusterSize == 0) {
         WriteReportLine(strPath + ResultText(PurgeNoSlack, blnSlackOnly, strPath));
         return;

@@ -189,6 +189,12 @@ TEST_F(RunTest, SlackOnlyLeavesWholeClustersAlone) {
     fake::PutBigFile("C:\\d\\whole.txt", 8192);
     fake::PutFile("C:\\d\\none.txt", "");
     fake::PutFile("C:\\d\\part.txt", "data");
+    fake::PutFile("C:\\d\\gone.txt", "data");
+    fake::OnCall("ReadFileLength", [](const std::string& path) {
+        if (path.ends_with("part.txt"))
+            fake::TakeAway("C:\\d\\gone.txt");
+        return Fault::None;
+    });
     fake::PutFile("C:\\d\\ro.txt", "1", platform::AttributeReadOnly);
     fake::PutFolder("C:\\d\\empty");
     blnSubdirectories = blnPurgeSlackOnly = blnDeleteEmptyFolders = true;
@@ -204,6 +210,7 @@ C:\d\
 C:\d\whole.txt: NO slack area.
 C:\d\none.txt: NO slack area.
 C:\d\part.txt (4 bytes) purging
+C:\d\gone.txt: no longer there.
 C:\d\ro.txt (1 bytes) purging: file is a read-only file, slack area not purged.
 (Perhaps file is in use by another program.)
 Number of files with slack area purged: 1
