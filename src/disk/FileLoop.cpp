@@ -1,6 +1,7 @@
 #include "disk/FileLoop.h"
 
 #include "disk/RunProgress.h"
+#include "engine/DriveWork.h"
 #include "engine/FileOps.h"
 #include "engine/FileProc.h"
 #include "engine/FilePurge.h"
@@ -176,7 +177,9 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     // The list that it comes from may be hours old: a link that was put in its place meanwhile must
     // not be followed. While the walk is in the folder or below it, none can be put there.
     platform::FolderHold hold;
-    if (Failed(platform::HoldFolder(strPath, hold)) || hold.IsLink) {
+    auto fault = platform::Fault::None;
+    WorkOnDrive(strPath, [&] { fault = platform::HoldFolder(strPath, hold); });
+    if (Failed(fault) || hold.IsLink) {
         ++loop.lngUnreadFolders;
         return true;
     }

@@ -7,6 +7,7 @@
 #include "engine/FilePurge.h"
 #include "platform/Places.h"
 #include "selection/Selection.h"
+#include "settings/frmPurgeConfirmation.h"
 #include "shell/Session.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
@@ -89,6 +90,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
     FileLoop loop;
     loop.strTitle = strTitle;
     loop.blnCounting = true;
+    SettleVolume(strFolder);
     loop.isChosen = [&](const std::string& strPath) {
         return std::any_of(names.begin(), names.end(), [&](const std::string& strName) {
             return IsBelow(strPath, FolderWithBackslash(strFolder) + strName + "\\");
@@ -185,7 +187,9 @@ void PurgeFoldersCommand(const std::string& strTitle) {
         if (strFolder.empty())
             return;
         platform::FolderHold hold;
-        if (Failed(platform::HoldFolder(strFolder, hold)) || hold.IsLink) {
+        auto fault = platform::Fault::None;
+        AskOnDrive(strFolder, [&] { fault = platform::HoldFolder(strFolder, hold); });
+        if (Failed(fault) || hold.IsLink) {
             ui::Complain("Cannot access the folder.");
             return;
         }

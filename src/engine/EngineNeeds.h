@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 
-/// The cluster size in bytes of a drive, by the user's choice, the cache, or the system.
+/// The cluster size in bytes of a drive, by the user's choice, the cache, or the system. A path may
+/// stand in the letter's place: its volume can be another one than that of the letter.
 std::int32_t GetClusterSize(const std::string& strDriveLetter);
 /// The cluster size in bytes that the drive has, whatever was chosen: above 64 KiB too.
 std::int32_t GetRealClusterSize(const std::string& strDriveLetter);

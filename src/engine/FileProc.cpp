@@ -78,12 +78,6 @@ bool IsGone(const std::string& path) {
     return platform::ReadAttributes(path, attributes) == platform::Fault::NotFound;
 }
 
-bool IsLink(const std::string& path) {
-    platform::FileFacts facts;
-    return FolderWithoutBackslash(path).size() > 2 &&
-           !Failed(platform::ReadFileFacts(path, facts)) && facts.IsLink;
-}
-
 std::int64_t GetFileLength(const std::string& path) {
     std::uint64_t length = 0;
     return Failed(platform::ReadFileLength(path, length)) ? 0 : static_cast<std::int64_t>(length);

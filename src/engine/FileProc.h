@@ -19,9 +19,6 @@ bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, boo
 bool FileExistsFSO(const std::string& path);
 /// No file or folder has this name any more; false where that cannot be asked.
 bool IsGone(const std::string& path);
-/// The name, a file's or a folder's, is a link just now: its data or files belong to another name.
-/// The root of a drive is none, whatever the letter stands for.
-bool IsLink(const std::string& path);
 /// A file's length in bytes; 0 when it cannot be read.
 std::int64_t GetFileLength(const std::string& path);
 /// `base` followed by 1, 2, 3 ...: the first name that no file has yet.

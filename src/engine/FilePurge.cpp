@@ -103,8 +103,7 @@ bool RestoreLengths(const std::vector<PurgeTarget>& targets) {
 std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t purgeTypeIndex,
                           std::int16_t numPasses, bool deleteAfter, bool slackOnly) {
     lngHardLinks = 0;
-    const std::int32_t clusterSize =
-        GetClusterSize(std::string(1, DriveLetterOf(targets.front().Path)));
+    const std::int32_t clusterSize = GetClusterSize(targets.front().Path);
     if (slackOnly && !HasSlack(targets.front().Length, clusterSize))
         return PurgeDone;
     if (!IsPurgeType(purgeTypeIndex))

@@ -73,8 +73,8 @@ void PreparePurge() {
     const float speed = PurgeSpeedOf(frmReport.strDirPath);
     purgeRun.dblRulerLength =
         speed > 0 ? dblRulerSeconds * speed * dblBytesPerMB : dblRulerBytesUnmeasured;
-    if (const char letter = DriveLetterOf(frmReport.strDirPath))
-        purgeRun.lngClusterSize = GetClusterSize(std::string(1, letter));
+    SettleVolume(frmReport.strDirPath);
+    purgeRun.lngClusterSize = GetClusterSize(frmReport.strDirPath);
     InitSystemExtensions(0);
 }
 

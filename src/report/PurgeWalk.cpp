@@ -1,3 +1,4 @@
+#include "engine/DriveWork.h"
 #include "engine/FileOps.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
@@ -96,7 +97,9 @@ namespace {
 // The folder stays held while the walk is in it or below: a link that is put in its place would
 // lead the walk to what nobody chose. False, when that is told, for what is not to be entered.
 bool HoldForWalk(const std::string& folder, platform::FolderHold& hold) {
-    if (platform::Failed(platform::HoldFolder(folder, hold))) {
+    auto fault = platform::Fault::None;
+    WorkOnDrive(folder, [&] { fault = platform::HoldFolder(folder, hold); });
+    if (platform::Failed(fault)) {
         ++frmReport.lngNumFoldersUnread;
         return false;
     }

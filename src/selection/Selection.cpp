@@ -1,10 +1,9 @@
 #include "selection/Selection.h"
 
-#include "engine/FileProc.h"
 #include "platform/Files.h"
-#include "platform/Folders.h"
 #include "platform/System.h"
 #include "shell/Session.h"
+#include "support/FolderSearch.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
@@ -25,62 +24,74 @@ namespace {
 std::string strRemembered;
 platform::FolderIdentity identityRemembered;
 
-/// True, with a message, for a path that is not on a drive with a letter, and for a link.
-bool RefusePath(const std::string& strPath, const std::string& strTitle) {
-    platform::FileFacts facts;
-    if (DriveIndexOf(strPath) < 0)
-        ui::Complain(strPath + " is not on a drive with a letter.\r\n"
-                               "Nullwright works only on drives that have a letter, not on network "
-                               "shares\r\nor other places.",
-                     strTitle);
-    else if (IsLink(strPath))
-        ui::Complain(strPath + " is a link.\r\nLinks are not followed: choose what it leads to.",
-                     strTitle);
-    else if (const platform::Fault fault = platform::ReadFileFacts(strPath, facts);
-             Failed(fault) && fault != platform::Fault::NotFound)
-        ui::Complain(strPath + " cannot be accessed: " + platform::FaultText(fault) + ".",
-                     strTitle);
-    else
-        return false;
-    return true;
-}
-
 /// What the system says of a path; what it cannot say leaves the path as it is meant.
 std::string RealPath(const std::string& strPath) {
     std::string strReal;
     return Failed(platform::ReadRealPath(strPath, strReal)) ? platform::FullPath(strPath) : strReal;
 }
 
+bool RefuseLink(const std::string& strPath, const std::string& strTitle) {
+    ui::Complain(strPath + " is a link.\r\nLinks are not followed: choose what it leads to.",
+                 strTitle);
+    return false;
+}
+
 } // namespace
 
 bool TakePath(std::string& strPath, const std::string& strTitle) {
-    if (RefusePath(strPath, strTitle))
+    if (DriveIndexOf(strPath) < 0) {
+        ui::Complain(strPath + " is not on a drive with a letter.\r\n"
+                               "Nullwright works only on drives that have a letter, not on network "
+                               "shares\r\nor other places.",
+                     strTitle);
         return false;
-    strPath = RealPath(strPath);
+    }
+    platform::FileFacts facts;
+    auto fault = platform::Fault::None;
+    std::string strReal;
+    AskOnDrive(strPath, [&] {
+        fault = platform::ReadFileFacts(strPath, facts);
+        strReal = RealPath(strPath);
+    });
+    const bool blnRoot = FolderWithoutBackslash(strPath).size() == 2;
+    if (!Failed(fault) && facts.IsLink && !blnRoot)
+        return RefuseLink(strPath, strTitle);
+    if (Failed(fault) && fault != platform::Fault::NotFound) {
+        ui::Complain(strPath + " cannot be accessed: " + platform::FaultText(fault) + ".",
+                     strTitle);
+        return false;
+    }
+    strPath = strReal;
     return true;
 }
 
 void RememberFolder() {
     strRemembered.clear();
     identityRemembered = {};
-    if (strDirPath.empty() || !platform::FolderExists(strDirPath))
+    if (strDirPath.empty())
         return;
-    strDirPath = FolderWithBackslash(RealPath(strDirPath));
-    if (!Failed(platform::ReadFolderIdentity(strDirPath, identityRemembered)))
-        strRemembered = strDirPath;
+    std::string strReal;
+    auto fault = platform::Fault::None;
+    AskOnDrive(strDirPath, [&] {
+        strReal = FolderWithBackslash(RealPath(strDirPath));
+        fault = platform::ReadFolderIdentity(strReal, identityRemembered);
+    });
+    if (Failed(fault)) // it may be there later
+        return;
+    strDirPath = strRemembered = strReal;
 }
 
 bool HoldChosenFolder(platform::FolderHold& hold) {
     if (strDirPath != strRemembered)
         RememberFolder(); // it was not there when it was set
-    const platform::Fault fault = platform::HoldFolder(strDirPath, hold);
+    auto fault = platform::Fault::None;
+    AskOnDrive(strDirPath, [&] { fault = platform::HoldFolder(strDirPath, hold); });
     if (fault == platform::Fault::NotFound)
         ui::Complain("Folder does not exist.");
     else if (Failed(fault))
         ui::Complain("Cannot access the folder.");
     else if (hold.IsLink)
-        ui::Complain(strDirPath +
-                     " is a link.\r\nLinks are not followed: choose what it leads to.");
+        RefuseLink(strDirPath, "Error");
     else if (identityRemembered.IsKnown() && hold.Identity != identityRemembered)
         ui::Complain(strDirPath + " is not the folder any more that was chosen.\r\n"
                                   "Please choose the folder again.");

@@ -111,6 +111,17 @@ bool RunSearch(const std::string& strDoing, const std::function<void()>& search)
     return false;
 }
 
+void AskOnDrive(const std::string& strPath, const std::function<void()>& question) {
+    const bool blnAlone = searchInHand.strDoing.empty();
+    if (blnAlone)
+        BeginSearch("Reading " + strPath, true);
+    if (MayKeepWaiting(strPath))
+        HoldMain();
+    WorkOnDrive(strPath, question);
+    if (blnAlone)
+        EndSearch();
+}
+
 platform::Fault LookForSubfolders(const std::string& strFolder, bool& blnFound) {
     bool blnAny = false;
     const platform::Fault fault =

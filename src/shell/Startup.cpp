@@ -98,12 +98,13 @@ void StartUp() {
     ColourMessageLabels();
     RestoreWindowPosition();
     LoadNextRunSetup();
-    RememberFolder();
     ui::Show(frmMain);
     UpdateFilesLabels();
     UpdateTypeOfPurgeLabel();
     ui::SetFocus(frmMain.cmdSpecifyDirectory[0]);
     blnStartupCompleted = true;
+    RememberFolder(); // its drive may keep one waiting: not before there is a window
+    UpdateFilesLabels();
     UpdateSubdirectoriesLabels();
     UpdateConfirmFilesLabels();
     ui::Repaint(frmMain);

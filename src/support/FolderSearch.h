@@ -22,6 +22,10 @@ const std::string& SearchInHand();
 /// again. A search inside a search is part of it.
 bool RunSearch(const std::string& strDoing, const std::function<void()>& search);
 
+/// Asks a question about a file or folder, of the platform alone. Where its drive may keep one
+/// waiting, the main window is disabled and messages are pumped meanwhile.
+void AskOnDrive(const std::string& strPath, const std::function<void()>& question);
+
 /// Whether a folder has a subfolder (a link to a folder is none). A fault: it cannot be read. When
 /// F10 ended it before one was found, `blnFound` is untouched.
 platform::Fault LookForSubfolders(const std::string& strFolder, bool& blnFound);

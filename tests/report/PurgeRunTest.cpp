@@ -218,6 +218,11 @@ Number of files with slack area purged: 1
 )");
     EXPECT_EQ(fake::ContentOf("C:\\d\\part.txt"), "data");
     EXPECT_NE(fake::At("C:\\d\\empty"), nullptr);
+    // A volume that is mounted in a folder has clusters of its own.
+    fake::PutBigFile("C:\\mnt\\d\\whole.txt", 8192);
+    fake::At("C:\\mnt")->MountedCluster = 16384;
+    Run(true, "*.*", "C:\\mnt\\d\\");
+    EXPECT_TRUE(fake::JournalText("C:\\mnt\\d\\whole.txt").starts_with("write 8192+"));
 }
 
 TEST_F(RunTest, DataOfNamesOutsideTheChoiceAreKeptUnlessAskedFor) {

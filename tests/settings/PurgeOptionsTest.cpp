@@ -106,6 +106,15 @@ TEST_F(PurgeOptions, ClusterSizeFromTheDriveTheTableOrTheUser) {
     }));
     EXPECT_EQ(2048, GetClusterSize("C"));
     EXPECT_EQ(4096, GetRealClusterSize("C"));
+    // A volume that is mounted in a folder has its own.
+    fake::PutFolder("C:\\mnt\\big\\x").Attributes = 0;
+    fake::At("C:\\mnt\\big")->MountedCluster = 16384;
+    EXPECT_EQ("16 KB", SelectedFor("C:\\mnt\\big\\x\\"));
+    EXPECT_EQ("Volume in C:\\mnt\\big\\", f.fraClusterSize.Caption);
+    EXPECT_EQ(16384, GetRealClusterSize("C:\\mnt\\big\\x\\f.txt"));
+    EXPECT_EQ(2048, GetClusterSize("C:\\mnt\\f.txt"));
+    EXPECT_EQ("2 KB", SelectedFor("C:\\mnt\\"));
+    EXPECT_EQ("Drive C", f.fraClusterSize.Caption);
     const std::int64_t lngCalls = fake::CallsMade("ReadClusterFacts");
     GetClusterSize("C");
     EXPECT_EQ(lngCalls, fake::CallsMade("ReadClusterFacts")) << "kept, not asked again";
