@@ -17,9 +17,9 @@ platform::Fault SearchFolder(const std::string& strFolder,
 const std::string& SearchInHand();
 
 /// Runs a search of one or many folders outside of a run: clears blnStop first, disables the main
-/// window meanwhile, reads the first folder on the I/O thread, and says "`strDoing` ...". False
-/// when F10 ended it: then the status line says "`strDoing` was stopped.", and blnStop is clear
-/// again. A search inside a search is part of it.
+/// window while it takes long, and says "`strDoing` ...". False when F10 ended it: then the status
+/// line says "`strDoing` was stopped.", and blnStop is clear again. A search inside a search is
+/// part of it.
 bool RunSearch(const std::string& strDoing, const std::function<void()>& search);
 
 /// Asks a question about a file or folder, of the platform alone. Where its drive may keep one
