@@ -98,10 +98,11 @@ void StartUp() {
     ColourMessageLabels();
     RestoreWindowPosition();
     LoadNextRunSetup();
+    // Drives that are asked below may take their time: no command may begin meanwhile.
+    EnableMain(false);
     ui::Show(frmMain);
     UpdateFilesLabels();
     UpdateTypeOfPurgeLabel();
-    ui::SetFocus(frmMain.cmdSpecifyDirectory[0]);
     blnStartupCompleted = true;
     RememberFolder(); // its drive may keep one waiting: not before there is a window
     UpdateFilesLabels();
@@ -109,8 +110,8 @@ void StartUp() {
     UpdateConfirmFilesLabels();
     ui::Repaint(frmMain);
 
-    EnableMain(false);
     OfferToRemoveLeftoverDummies();
     EnableMain(true);
+    ui::SetFocus(frmMain.cmdSpecifyDirectory[0]);
     OpenCommandLineFiles(commandLineFiles);
 }

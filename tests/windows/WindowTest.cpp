@@ -71,6 +71,7 @@ void WindowTest::StartIn(const std::string& folder) {
     ASSERT_TRUE(isSetupAside);
     main = StartProgram();
     ASSERT_NE(nullptr, main);
+    ExpectUsable(main, "cmdQuit"); // start-up may ask drives while the menu is disabled
 }
 
 void WindowTest::TearDown() {
