@@ -114,9 +114,15 @@ BoxOpen::~BoxOpen() {
 }
 
 void AnswerOpenBoxes() {
-    for (const Box& box : boxes)
-        if (const HWND window = GetWindow(box.Owner, GW_ENABLEDPOPUP); window)
-            PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(box.SafeAnswer), 0);
+    // The system's boxes and dialogs are windows of this thread that no form has.
+    const auto answer = [](HWND window, LPARAM) -> BOOL {
+        const HWND owner = GetWindow(window, GW_OWNER);
+        for (const Box& box : boxes)
+            if (box.Owner == owner && !FormOfWindow(window) && IsWindowVisible(window))
+                PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(box.SafeAnswer), 0);
+        return TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), answer, 0);
 }
 
 void CloseModalForms() {
