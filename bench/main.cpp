@@ -24,6 +24,9 @@ std::int32_t GetClusterSize(const std::string&) {
 std::int32_t GetRealClusterSize(const std::string&) {
     return bench::lngClusterSize;
 }
+std::int32_t GetCoveredClusterSize(const std::string&) {
+    return bench::lngClusterSize;
+}
 std::int16_t GetNumberOfPasses() {
     return 1;
 }

@@ -69,8 +69,11 @@ drive() {
 }
 
 purge_files() {
-    local test size
-    for test in WithRandomBytes WithPatternsAndRandomBytes; do
+    local test size tests="WithRandomBytes WithPatternsAndRandomBytes"
+    case $1 in
+    ntfs | ext4-inline) tests="$tests SlackThenAllInBlocksOf512" ;;
+    esac
+    for test in $tests; do
         mkdir "$mounted/data"
         for size in $sizes; do markers_of "$size" "$mounted/data/$size.txt"; done
         detach && expect_markers 200000 "in files" && attach "$1" || return 1

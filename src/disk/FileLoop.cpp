@@ -74,7 +74,7 @@ void PassOver(FileLoop& loop, const std::string& strPath) {
 /// that is passed over, or is gone, is no failure.
 std::int16_t PurgeOneFile(FileLoop& loop, const std::string& strPath) {
     const std::int16_t intPasses = GetNumberOfPasses();
-    std::int16_t intResult = 0;
+    std::int16_t intResult = intPasses < 1 ? PurgeNoPasses : PurgeDone;
     std::uint32_t lngReach = 0;
     for (std::int16_t intPass = 1; intPass <= intPasses && intResult == 0; ++intPass) {
         loop.intPassesOver = intPass - 1;

@@ -9,5 +9,8 @@
 std::int32_t GetClusterSize(const std::string& strDriveLetter);
 /// The cluster size in bytes that the drive has, whatever was chosen: above 64 KiB too.
 std::int32_t GetRealClusterSize(const std::string& strDriveLetter);
+/// Overwrites end at a multiple of this: GetClusterSize, or the real size where it is larger than
+/// the list of sizes goes.
+std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter);
 /// The number of passes chosen for the chosen purge type.
 std::int16_t GetNumberOfPasses();

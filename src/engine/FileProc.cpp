@@ -52,11 +52,19 @@ std::int16_t ChangeFileSize(const std::string& path, std::int64_t newLength) {
 }
 
 bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, bool clearReadOnly,
-                                  bool clearSystem, platform::Fault* fault) {
+                                  bool clearSystem, platform::Fault* fault,
+                                  std::int64_t onlyLength) {
     std::uint32_t attributes = 0;
+    std::uint64_t length = 0;
+    const platform::Fault asked = platform::ReadAttributes(path, attributes, &length);
     // Only "not found" proves that there is nothing to delete.
-    if (platform::ReadAttributes(path, attributes) == platform::Fault::NotFound)
+    if (asked == platform::Fault::NotFound)
         return true;
+    if (onlyLength >= 0 && !Failed(asked) && length != static_cast<std::uint64_t>(onlyLength)) {
+        if (fault)
+            *fault = platform::Fault::None;
+        return false;
+    }
     if (clearHidden)
         ClearAttribute(path, attributes, platform::AttributeHidden);
     if (clearReadOnly)

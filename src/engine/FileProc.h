@@ -13,9 +13,11 @@ bool FlushFile(const std::string& path);
 constexpr std::int16_t intFileHeld = -4;
 std::int16_t ChangeFileSize(const std::string& path, std::int64_t newLength);
 /// Deletes a file, its protecting attributes cleared before. True when it is gone. `fault`, when
-/// given, takes what the deletion came to.
+/// given, takes what the deletion came to. A file that has not `onlyLength` bytes, when that is
+/// given, is kept; the fault is then None.
 bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, bool clearReadOnly,
-                                  bool clearSystem, platform::Fault* fault = nullptr);
+                                  bool clearSystem, platform::Fault* fault = nullptr,
+                                  std::int64_t onlyLength = -1);
 bool FileExistsFSO(const std::string& path);
 /// No file or folder has this name any more; false where that cannot be asked.
 bool IsGone(const std::string& path);

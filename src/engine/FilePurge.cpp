@@ -3,6 +3,7 @@
 #include "engine/DriveWork.h"
 #include "engine/EngineNeeds.h"
 #include "engine/FileProc.h"
+#include "engine/FileSystems.h"
 #include "engine/HeldFiles.h"
 #include "engine/OverwriteBuffers.h"
 #include "engine/OverwriteFile.h"
@@ -19,12 +20,6 @@
 
 namespace {
 
-/// What is overwritten together: the file itself, then its alternate data streams.
-struct PurgeTarget {
-    std::string Path;
-    std::int64_t Length = 0;
-};
-
 /// What the purge under way will have written in the end, bytes; 0 when none is under way.
 double dblBytesToOverwrite = 0;
 
@@ -34,28 +29,34 @@ bool HasSlack(std::int64_t length, std::int32_t clusterSize) {
     return length < 1 || clusterSize == 0 || length % clusterSize != 0;
 }
 
-/// The file and its streams; false when they cannot be found out. A fault must not pass for "no
-/// streams": they would be deleted unpurged.
-bool FindTargets(const std::string& path, std::uint64_t length, std::vector<PurgeTarget>& targets) {
+ClusterSizes ClustersOf(const std::string& path) {
+    return {GetClusterSize(path), GetCoveredClusterSize(path), GetRealClusterSize(path)};
+}
+
+/// What is overwritten together: the file itself, then its alternate data streams. False when they
+/// cannot be found out. A fault must not pass for "no streams": they would be deleted unpurged.
+bool FindTargets(const std::string& path, std::uint64_t length, bool mayBeSparse,
+                 std::vector<PurgeTarget>& targets) {
     std::vector<platform::Stream> streams;
     platform::Fault fault = platform::Fault::None;
     WorkOnDrive(path, [&] { fault = platform::ListStreams(path, streams); });
     if (Failed(fault) && fault != platform::Fault::NotSupported)
         return false;
-    targets = {{path, static_cast<std::int64_t>(length)}};
+    targets.assign(1, {path, static_cast<std::int64_t>(length)});
     for (const platform::Stream& stream : streams)
         targets.push_back({stream.Path, static_cast<std::int64_t>(stream.Length)});
+    for (PurgeTarget& target : targets)
+        target.MayBeSparse = mayBeSparse;
     return true;
 }
 
 /// One overwrite of the file and of each stream.
-std::int16_t OverwriteTargets(const std::vector<PurgeTarget>& targets, std::int16_t value,
-                              bool slackOnly, std::int32_t clusterSize) {
-    for (const PurgeTarget& target : targets) {
-        if (slackOnly && !HasSlack(target.Length, clusterSize))
-            continue;
-        lngCurrentFileLength = target.Length;
-        const std::int16_t result = OverwriteFileOnce(target.Path, value, slackOnly, clusterSize);
+std::int16_t OverwriteTargets(std::vector<PurgeTarget>& targets, std::int16_t value, bool slackOnly,
+                              const ClusterSizes& clusters) {
+    for (PurgeTarget& target : targets) {
+        if (slackOnly && !HasSlack(target.Length, clusters.Covered))
+            target.NoSlack = true;
+        const std::int16_t result = OverwriteFileOnce(target, value, slackOnly, clusters);
         if (result != PurgeDone)
             return result;
     }
@@ -66,20 +67,22 @@ std::int16_t OverwriteTargets(const std::vector<PurgeTarget>& targets, std::int1
 /// the windows: a file system was seen to take 0.3 s for 1 GiB.
 constexpr std::int64_t lngBriefDeletion = std::int64_t{16} << 20;
 
-bool DeletePurgedFile(const PurgeTarget& target) {
+/// Deletes a file unless somebody has written to it since it was closed. 0, −4, or −16.
+std::int16_t DeletePurgedFile(const PurgeTarget& target) {
     bool blnDeleted = false;
-    (void)TryWhileHeld([&] {
+    const platform::Fault outcome = TryWhileHeld([&] {
         platform::Fault fault = platform::Fault::None;
         RunStepsOnDrive(
             target.Path, target.Length <= lngBriefDeletion ? ui::Effort::Brief : ui::Effort::Long,
             [&] {
-                blnDeleted = DeleteFileClearingAttributes(target.Path, true, true, true, &fault);
+                blnDeleted = DeleteFileClearingAttributes(target.Path, true, true, true, &fault,
+                                                          target.Left);
                 return false;
             },
             [] { return true; });
         return fault;
     });
-    return blnDeleted;
+    return blnDeleted ? PurgeDone : Failed(outcome) ? PurgeNotDeleted : PurgeFileChanged;
 }
 
 /// ChangeFileSize, tried again while another program holds the file.
@@ -92,59 +95,117 @@ std::int16_t ChangeSizeOf(const std::string& path, std::int64_t length) {
     return result;
 }
 
-/// Gives the file and its streams back their lengths; false when one of them cannot be had.
-bool RestoreLengths(const std::vector<PurgeTarget>& targets) {
-    bool blnRestored = true;
-    for (const PurgeTarget& target : targets)
-        blnRestored = ChangeSizeOf(target.Path, target.Length) >= 0 && blnRestored;
-    return blnRestored;
+/// Gives a file its own length back. One that has not the length in which it was left has changed
+/// since, and stays as it is. 0, −11, or −16.
+std::int16_t RestoreLength(PurgeTarget& target) {
+    if (target.Left < 0 || target.Left == target.Length)
+        return PurgeDone;
+    std::int16_t result = PurgeLengthNotRestored;
+    (void)TryWhileHeld([&] {
+        platform::Fault fault = platform::Fault::None;
+        WorkOnDrive(target.Path, [&] {
+            platform::File file;
+            fault = platform::OpenFile(target.Path, platform::Access::Change, file);
+            if (Failed(fault))
+                return;
+            std::uint64_t length = 0;
+            if (!Failed(platform::ReadLength(file, length)))
+                result = length != static_cast<std::uint64_t>(target.Left) ? PurgeFileChanged
+                         : Failed(platform::ChangeLength(file,
+                                                         static_cast<std::uint64_t>(target.Length)))
+                             ? PurgeLengthNotRestored
+                             : PurgeDone;
+            (void)platform::CloseFile(file);
+        });
+        return fault;
+    });
+    if (result == PurgeDone)
+        target.Left = target.Length;
+    return result;
 }
 
-std::int16_t PurgeTargets(const std::vector<PurgeTarget>& targets, std::int16_t purgeTypeIndex,
+/// The file and its streams; the first failure that there is counts, and none ends the rest.
+std::int16_t RestoreLengths(std::vector<PurgeTarget>& targets) {
+    std::int16_t result = PurgeDone;
+    for (PurgeTarget& target : targets)
+        if (const std::int16_t one = RestoreLength(target); result == PurgeDone)
+            result = one;
+    return result;
+}
+
+/// One pass over the file and its streams.
+std::int16_t OverwritePass(std::vector<PurgeTarget>& targets, std::int16_t purgeTypeIndex,
+                           bool slackOnly, const ClusterSizes& clusters) {
+    ui::DoEvents();
+    PrepareOverwriteBuffers(clusters.Block);
+    for (const std::int16_t value : OverwritesOfType(purgeTypeIndex)) {
+        const std::int16_t result = OverwriteTargets(targets, value, slackOnly, clusters);
+        if (result != PurgeDone)
+            return result;
+        blnFirstOverwrite = false;
+    }
+    return PurgeDone;
+}
+
+/// After the last pass: the file goes, or has its own length again. What somebody has added in the
+/// meantime is overwritten before.
+std::int16_t EndPurge(std::vector<PurgeTarget>& targets, std::int16_t purgeTypeIndex,
+                      bool deleteAfter, const ClusterSizes& clusters) {
+    constexpr int intMostRepeats = 3;
+    std::int16_t result = PurgeFileChanged;
+    for (int i = 0; i <= intMostRepeats && result == PurgeFileChanged; ++i) {
+        if (i > 0) {
+            result = OverwritePass(targets, purgeTypeIndex, false, clusters);
+            if (result != PurgeDone)
+                return result;
+        }
+        // Under its other names the file remains, and keeps its length.
+        result =
+            deleteAfter && lngHardLinks < 2 ? std::int16_t{PurgeDone} : RestoreLengths(targets);
+        if (deleteAfter && result == PurgeDone)
+            result = DeletePurgedFile(targets.front());
+    }
+    // Of a file that is kept the length alone decides nothing: its data are overwritten.
+    return result == PurgeLengthNotRestored && !deleteAfter ? std::int16_t{PurgeDone} : result;
+}
+
+std::int16_t PurgeTargets(std::vector<PurgeTarget>& targets, std::int16_t purgeTypeIndex,
                           std::int16_t numPasses, bool deleteAfter, bool slackOnly) {
     lngHardLinks = 0;
-    const std::int32_t clusterSize = GetClusterSize(targets.front().Path);
-    if (slackOnly && !HasSlack(targets.front().Length, clusterSize))
+    if (numPasses < 1)
+        return PurgeNoPasses;
+    const ClusterSizes clusters = ClustersOf(targets.front().Path);
+    if (slackOnly && !HasSlack(targets.front().Length, clusters.Covered))
         return PurgeDone;
     if (!IsPurgeType(purgeTypeIndex))
         return PurgeBadType;
     // −1 passes this test, deliberately so; it fails where blocks of that size would be made.
-    if (clusterSize != -1 && (clusterSize % 512 != 0 || clusterSize < 512 || clusterSize > 65536))
+    const std::int32_t block = clusters.Block;
+    if (block != -1 && (block % 512 != 0 || block < 512 || block > 65536))
         return PurgeBadClusterSize;
 
     ReseedRandom();
     intPassesDone = 0;
     blnFirstOverwrite = true;
+    blnRecordsHoldFiles = slackOnly && RecordsMayHoldFiles(targets.front().Path);
     dblBytesOverwritten = 0;
     dblBytesToOverwrite = 0;
     for (const PurgeTarget& target : targets)
         dblBytesToOverwrite += static_cast<double>(target.Length) * numPasses *
                                static_cast<double>(OverwritesOfType(purgeTypeIndex).size());
-    std::int16_t result = clusterSize < 0 ? PurgeWriteFailed : PurgeDone;
+    std::int16_t result = block < 0 ? PurgeWriteFailed : PurgeDone;
     for (std::int16_t pass = 1; pass <= numPasses && result == PurgeDone; ++pass) {
-        ui::DoEvents();
-        PrepareOverwriteBuffers(clusterSize);
-        for (const std::int16_t value : OverwritesOfType(purgeTypeIndex)) {
-            result = OverwriteTargets(targets, value, slackOnly, clusterSize);
-            if (result != PurgeDone)
-                break;
-            blnFirstOverwrite = false;
-        }
+        result = OverwritePass(targets, purgeTypeIndex, slackOnly, clusters);
         ++intPassesDone;
     }
-    if (result == PurgeStopped)
+    if (result != PurgeDone)
         return result;
-    if (slackOnly) {
-        if (!RestoreLengths(targets) && result == PurgeDone)
-            result = PurgeLengthNotRestored;
-    } else if (deleteAfter && result == PurgeDone) {
-        // Under its other names the file remains, and keeps its length.
-        if (lngHardLinks > 1 && !RestoreLengths(targets))
-            result = PurgeLengthNotRestored;
-        else if (!DeletePurgedFile(targets.front()))
-            result = PurgeNotDeleted;
-    }
-    return result;
+    if (!slackOnly)
+        return EndPurge(targets, purgeTypeIndex, deleteAfter, clusters);
+    return std::all_of(targets.begin(), targets.end(),
+                       [](const PurgeTarget& target) { return target.NoSlack; })
+               ? PurgeNoSlack
+               : PurgeDone;
 }
 
 std::uint32_t ReachOf(std::uint32_t attributes) {
@@ -155,23 +216,38 @@ std::uint32_t ReachOf(std::uint32_t attributes) {
         reach |= ReachCompressed;
     if ((attributes & platform::AttributeSparse) != 0)
         reach |= ReachSparse;
-    constexpr std::uint32_t elsewhere = platform::AttributeOffline |
-                                        platform::AttributeRecallOnOpen |
-                                        platform::AttributeRecallOnDataAccess;
-    if ((attributes & elsewhere) != 0)
-        reach |= ReachCloudPlaceholder;
+    if ((attributes & platform::AttributeIntegrity) != 0)
+        reach |= ReachOlderCopies;
     return reach;
 }
 
-/// The bytes behind a link belong to another name, which nobody chose. Placeholders of cloud files
-/// carry the same attribute and are none.
-bool MayBeLink(const std::string& path, std::uint32_t attributes) {
+/// The data are in the cloud or in an archive, and would be fetched by whoever opens the file.
+bool IsElsewhere(std::uint32_t attributes) {
+    constexpr std::uint32_t elsewhere = platform::AttributeOffline |
+                                        platform::AttributeRecallOnOpen |
+                                        platform::AttributeRecallOnDataAccess;
+    return (attributes & elsewhere) != 0;
+}
+
+/// Bits of files whose bytes another driver looks after.
+std::uint32_t ReachOfTag(std::uint32_t tag) {
+    constexpr std::uint32_t cloud = 0x9000001A, cloudMask = 0xFFFF0FFF; // of any provider
+    constexpr std::uint32_t deduplicated = 0x80000013;
+    return (tag & cloudMask) == cloud ? ReachCloudPlaceholder
+           : tag == deduplicated      ? ReachOlderCopies
+                                      : 0u;
+}
+
+/// The bytes behind a link belong to another name, which nobody chose. Files of the cloud and
+/// others carry the same attribute and are none.
+bool MayBeLink(const std::string& path, std::uint32_t attributes, std::uint32_t& reach) {
     if ((attributes & platform::AttributeReparsePoint) == 0)
         return false;
     bool blnLink = true;
     WorkOnDrive(path, [&] {
         platform::FileFacts facts;
         blnLink = Failed(platform::ReadFileFacts(path, facts)) || facts.IsLink;
+        reach |= ReachOfTag(facts.ReparseTag);
     });
     return blnLink;
 }
@@ -191,8 +267,14 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
         return PurgeCannotOpen;
     const std::uint32_t attributesBefore = attributes;
     reach = ReachOf(attributes);
-    if ((attributes & platform::AttributeFolder) != 0 || MayBeLink(path, attributes))
+    if (numPasses < 1)
+        return PurgeNoPasses;
+    if (IsElsewhere(attributes))
+        return PurgeNotLocal;
+    if ((attributes & platform::AttributeFolder) != 0 || MayBeLink(path, attributes, reach))
         return PurgeCannotOpen;
+    if (MayKeepOlderCopies(path))
+        reach |= ReachOlderCopies;
     if ((attributes & platform::AttributeReadOnly) != 0) {
         if (!okReadOnly)
             return PurgeReadOnlyRefused;
@@ -209,11 +291,11 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
         return PurgeCannotOpen;
 
     std::vector<PurgeTarget> targets;
-    if (!FindTargets(path, length, targets))
+    if (!FindTargets(path, length, (attributes & platform::AttributeSparse) != 0, targets))
         return PurgeCannotOpen;
-    lngPurgedLength = targets.front().Length;
     const std::int16_t result =
         PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
+    lngPurgedLength = targets.front().Length;
     dblBytesToOverwrite = 0;
     if (lngHardLinks > 1)
         reach |= ReachHardLinks;
@@ -241,8 +323,11 @@ std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std
     std::uint64_t length = 0;
     std::vector<PurgeTarget> targets;
     bool blnKnown = false;
-    WorkOnDrive(path, [&] { blnKnown = !Failed(platform::ReadFileLength(path, length)); });
-    if (!blnKnown || !FindTargets(path, length, targets))
+    std::uint32_t attributes = 0;
+    WorkOnDrive(path,
+                [&] { blnKnown = !Failed(platform::ReadAttributes(path, attributes, &length)); });
+    const bool blnSparse = (attributes & platform::AttributeSparse) != 0;
+    if (!blnKnown || !FindTargets(path, length, blnSparse, targets))
         return PurgeCannotOpen;
     return PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
 }

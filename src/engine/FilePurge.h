@@ -18,6 +18,10 @@ enum PurgeResult : std::int16_t {
     PurgeStopped = -12,
     PurgeSeveralNames = -13, ///< other names lead to the same data; nothing was written
     PurgeVanished = -14,     ///< −2, as the file is gone: where the loops over files tell it so
+    PurgeDiskFull = -15,
+    PurgeFileChanged = -16, ///< somebody else writes to it
+    PurgeNotLocal = -17,    ///< its data would have to be fetched first
+    PurgeNoPasses = -18,    ///< asked for no pass at all
     PurgeReadOnlyRefused = -53,
     PurgeSystemRefused = -54,
     PurgeNoSlack = -55
@@ -29,7 +33,8 @@ enum OutOfReach : std::uint32_t {
     ReachCompressed = 0x02,
     ReachSparse = 0x04,
     ReachCloudPlaceholder = 0x08,
-    ReachHardLinks = 0x10
+    ReachHardLinks = 0x10,
+    ReachOlderCopies = 0x20
 };
 
 /// Checks attributes and permissions, purges one file and restores its length when it is kept.

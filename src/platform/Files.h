@@ -40,6 +40,7 @@ enum Attribute : std::uint32_t {
     AttributeCompressed = 0x800,
     AttributeOffline = 0x1000,
     AttributeEncrypted = 0x4000,
+    AttributeIntegrity = 0x8000,
     AttributeRecallOnOpen = 0x40000,
     AttributeRecallOnDataAccess = 0x400000
 };
@@ -50,6 +51,19 @@ struct FileFacts {
     std::uint64_t Length = 0;    ///< bytes
     std::uint32_t HardLinks = 1; ///< names that lead to the same data
     bool IsLink = false;         ///< a symbolic link: the data belong to another name
+    std::uint32_t ReparseTag = 0;
+};
+
+/// What is known of a file that is open.
+struct OpenFileFacts {
+    std::uint64_t Length = 0;    ///< bytes
+    std::uint64_t Allocated = 0; ///< bytes on the disk; where that is unknown not below the length
+    std::uint32_t HardLinks = 1;
+};
+
+/// Bytes From up to, not including, To of a file.
+struct Range {
+    std::uint64_t From = 0, To = 0;
 };
 
 /// An alternate data stream; the unnamed main stream is never listed.
@@ -65,8 +79,14 @@ Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read);
 Fault WriteBytes(File file, const void* data, std::size_t size);
 Fault SeekTo(File file, std::uint64_t position);
 Fault ReadLength(File file, std::uint64_t& length);
-/// How many names lead to the file's data; far cheaper than ReadFileFacts where it is open anyway.
-Fault ReadHardLinks(File file, std::uint32_t& hardLinks);
+/// One question to the file; far cheaper than ReadFileFacts where it is open anyway.
+Fault ReadOpenFileFacts(File file, OpenFileFacts& facts);
+/// Whether a file has clusters of its own; else it is empty or lies in the file system's records.
+/// NotSupported: the file system does not tell.
+Fault HasClusters(File file, bool& hasClusters);
+/// What of a file's `length` bytes has a place on the disk, in order. NotSupported: the file system
+/// does not tell.
+Fault ListAllocatedRanges(File file, std::uint64_t length, std::vector<Range>& ranges);
 Fault ChangeLength(File file, std::uint64_t length);
 /// Returns when the file's data have been forced to the disk.
 Fault FlushBytes(File file);

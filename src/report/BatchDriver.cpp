@@ -2,6 +2,7 @@
 
 #include "engine/FileOps.h"
 #include "engine/FilePurge.h"
+#include "engine/FileSystems.h"
 #include "engine/HeldFiles.h"
 #include "platform/System.h"
 #include "report/frmAntiVirusQuery.h"
@@ -60,6 +61,7 @@ void ResetRun() {
     blnStop = false;
     blnPurgeRemainingFiles = false;
     ResetHeldFileWaits();
+    ForgetFileSystems();
     ResetReportWindow();
 }
 
@@ -74,7 +76,7 @@ void PreparePurge() {
     purgeRun.dblRulerLength =
         speed > 0 ? dblRulerSeconds * speed * dblBytesPerMB : dblRulerBytesUnmeasured;
     SettleVolume(frmReport.strDirPath);
-    purgeRun.lngClusterSize = GetClusterSize(frmReport.strDirPath);
+    purgeRun.lngClusterSize = GetCoveredClusterSize(frmReport.strDirPath);
     InitSystemExtensions(0);
 }
 

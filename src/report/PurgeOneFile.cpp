@@ -59,6 +59,11 @@ std::string PassesDoneText(int passesDone) {
            GroupedDigits(purgeRun.intNumberOfPasses) + ", not purged.";
 }
 
+void EndWithoutSize(const FileLine& line, const std::string& tail) {
+    if (!frmReport.blnBufferFull)
+        ReplaceReportTail(line.lngTail, tail + "\r\n");
+}
+
 // What the pass loop came to.
 struct Passes {
     std::int16_t intResult = PurgeStopped;
@@ -72,7 +77,13 @@ Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOn
     bool blnNamesChosen = false;
     const int last = purgeRun.intNumberOfPasses;
     NotePasses(0, last, length);
-    for (int pass = 1; pass <= last; ++pass) {
+    ui::DoEvents();
+    for (int pass = 1; pass <= last && !blnStop; ++pass) {
+        // What a pass before has purged was the slack behind another end.
+        if (pass > 1 && blnSlackOnly && GetFileLength(path) != LengthOfPurgedFile()) {
+            passes.intResult = PurgeFileChanged;
+            break;
+        }
         const bool blnDelete = pass == last && !blnDoNotDeletePurgedFiles;
         std::int16_t result = 0;
         std::uint32_t reach = 0;
@@ -99,7 +110,7 @@ Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOn
         if (line.blnRuler && pass < last && result == PurgeDone)
             RedrawRuler(line, pass);
         CheckPauseStop();
-        if (blnStop || result != PurgeDone)
+        if (result != PurgeDone)
             break;
     }
     ui::DoEvents();
@@ -111,7 +122,12 @@ void PurgeAndTell(const std::string& path, std::int64_t length, bool blnSlackOnl
                           static_cast<double>(length) >= purgeRun.dblRulerLength;
     FileLine line = BeginLine(path, length, blnRuler);
     const Passes passes = DrivePasses(path, length, blnSlackOnly, line);
-    if (passes.intResult == PurgeVanished && passes.intDone > 0) {
+    if (passes.intResult == PurgeNoSlack) {
+        EndWithoutSize(line, ResultText(PurgeNoSlack, blnSlackOnly, path));
+    } else if (passes.intResult == PurgeStopped &&
+               passes.intDone == 0) { // or no pass was asked for
+        EndWithoutSize(line, " -- not purged.");
+    } else if (passes.intResult == PurgeVanished && passes.intDone > 0) {
         EndLine(line, " purging: no longer there after " + PassesDoneText(passes.intDone));
     } else if (passes.intResult != PurgeDone) {
         EndLine(line, " purging" + ResultText(passes.intResult, blnSlackOnly, path));

@@ -28,6 +28,14 @@ std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std:
         return ": no longer there.";
     case PurgeSeveralNames:
         return ": its data also belong to another name, not purged.";
+    case PurgeDiskFull:
+        return ": the disk is full.";
+    case PurgeFileChanged:
+        return blnSlackOnly ? ": file has changed meanwhile, slack area not purged."
+                            : ": file has changed meanwhile, not purged.";
+    case PurgeNotLocal:
+        return blnSlackOnly ? ": not on this drive (cloud or archive), slack area not purged."
+                            : ": not on this drive (cloud or archive), not purged.";
     case PurgeFlushFailed:
         return ": error when flushing file.";
     case PurgeNotDeleted:
@@ -59,7 +67,8 @@ std::string OutOfReachText(std::uint32_t lngReach) {
         {ReachCompressed, "compressed: its data may remain elsewhere on the disk"},
         {ReachSparse, "sparse: parts of it were not on the disk"},
         {ReachCloudPlaceholder, "cloud file: the copy in the cloud remains"},
-        {ReachHardLinks, "has other names, under which the file remains"}};
+        {ReachHardLinks, "has other names, under which the file remains"},
+        {ReachOlderCopies, "its file system may keep older copies of its data"}};
     std::string text;
     for (const Reason& reason : reasons) {
         if (lngReach & reason.lngBit)

@@ -276,6 +276,12 @@ void SettleVolume(const std::string& strFolder) {
     lngClusterSizes[intMounted] = lngRealClusterSizes[intMounted] = 0;
 }
 
+std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter) {
+    const std::int32_t lngSize = GetClusterSize(strDriveLetter);
+    return lngSize < lngMaxClusterSize ? lngSize
+                                       : std::max(lngSize, GetRealClusterSize(strDriveLetter));
+}
+
 bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders) {
     strFolderShown = folder;
     blnSingleFileShown = blnSingleFile;

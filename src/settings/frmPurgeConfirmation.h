@@ -46,6 +46,9 @@ void SettleVolume(const std::string& strFolder);
 /// The cluster size in bytes that the drive has, above 64 KiB too; the choice in the dialog does
 /// not count.
 std::int32_t GetRealClusterSize(const std::string& strDriveLetter);
+/// Overwrites end at a multiple of this: GetClusterSize, or the real size where it is larger than
+/// the list of sizes goes.
+std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter);
 /// Shows the dialog for a folder's drive; true when the user goes on. With a single file the
 /// accept caption is in the singular; without folders the empty-folder box is hidden and cleared.
 bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders);

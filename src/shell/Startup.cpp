@@ -4,6 +4,7 @@
 #include "disk/DiskProc.h"
 #include "disk/DriveCommands.h"
 #include "engine/DriveWork.h"
+#include "engine/FileSystems.h"
 #include "engine/HeldFiles.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
@@ -83,6 +84,7 @@ void ResetSession() {
     blnPurgeRemainingFiles = false;
     ResetHeldFileWaits();
     ForgetDriveSpeeds();
+    ForgetFileSystems();
 }
 
 void StartUp() {

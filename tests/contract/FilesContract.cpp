@@ -165,11 +165,11 @@ TEST_F(Contract, HardLinksAreCountedAndNamed) {
         GTEST_SKIP() << "no hard links here";
     EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
     File file;
-    std::uint32_t links = 0;
+    OpenFileFacts known;
     ASSERT_EQ(OpenFile(In("a"), Access::Change, file), Fault::None);
-    EXPECT_EQ(ReadHardLinks(file, links), Fault::None);
+    EXPECT_EQ(ReadOpenFileFacts(file, known), Fault::None);
     EXPECT_EQ(CloseFile(file), Fault::None);
-    EXPECT_TRUE(facts.HardLinks == 2 && links == 2);
+    EXPECT_TRUE(facts.HardLinks == 2 && known.HardLinks == 2);
     std::vector<std::string> names{"untouched"};
     const Fault fault = ListNames(In("b"), names);
     std::sort(names.begin(), names.end());
@@ -177,6 +177,25 @@ TEST_F(Contract, HardLinksAreCountedAndNamed) {
         EXPECT_EQ(names, std::vector<std::string>{"untouched"});
     else
         EXPECT_EQ(names, (std::vector{In("a"), In("b")}));
+}
+
+TEST_F(Contract, WhereBytesLie) {
+    ASSERT_EQ(Put(In("a"), std::string(70000, 'x')), Fault::None);
+    File file;
+    ASSERT_EQ(OpenFile(In("a"), Access::Change, file), Fault::None);
+    EXPECT_EQ(FlushBytes(file), Fault::None); // some systems find a place for them then only
+    OpenFileFacts known;
+    EXPECT_EQ(ReadOpenFileFacts(file, known), Fault::None);
+    EXPECT_TRUE(known.Length == 70000 && known.HardLinks == 1);
+    // Whoever tells must not leave out what is there.
+    bool clusters = false;
+    const Fault told = HasClusters(file, clusters);
+    EXPECT_TRUE(told == Fault::NotSupported || (told == Fault::None && clusters));
+    std::vector<Range> ranges;
+    const Fault listed = ListAllocatedRanges(file, 69000, ranges);
+    EXPECT_TRUE(listed == Fault::NotSupported || (listed == Fault::None && ranges.size() == 1 &&
+                                                  ranges[0].From == 0 && ranges[0].To == 69000));
+    EXPECT_EQ(CloseFile(file), Fault::None);
 }
 
 TEST_F(Contract, NamesOfEveryKind) {

@@ -74,11 +74,11 @@ bool InUse(const Node& node) {
                                            [](const auto& child) { return InUse(*child); });
 }
 
-/// What the files of a folder and their streams take, in whole clusters.
+/// What the files of a folder and their streams take.
 std::uint64_t SpaceOf(const Drive& drive, const Node& folder) {
     std::uint64_t space = 0;
     for (const auto& node : folder.Children)
-        space += drive.InClusters(node->Data.Length()) + SpaceOf(drive, *node);
+        space += SpaceOfFile(drive, *node) + SpaceOf(drive, *node);
     return space;
 }
 
@@ -142,6 +142,14 @@ void Content::Write(std::uint64_t offset, const Run& run) {
 
 std::uint64_t Drive::InClusters(std::uint64_t length) const {
     return (length + Cluster() - 1) / Cluster() * Cluster();
+}
+
+std::uint64_t SpaceOfFile(const Drive& drive, const Node& file) {
+    std::uint64_t space = 0;
+    for (const platform::Range& range : file.Allocated)
+        space += range.To - range.From;
+    const bool isSparse = (file.Attributes & platform::AttributeSparse) != 0;
+    return file.InRecord ? 0 : isSparse ? space : drive.InClusters(file.Data.Length());
 }
 
 std::uint64_t Drive::Free() const {

@@ -20,6 +20,8 @@ Place Find(const std::string& path, bool followLast);
 Run MakeRun(const void* data, std::size_t size);
 void Journal(const std::string& what, const std::string& path, std::uint64_t offset = 0,
              const Run& run = {});
+/// What a file takes on its drive, without its streams.
+std::uint64_t SpaceOfFile(const Drive& drive, const Node& file);
 void Add(Node& folder, const std::shared_ptr<Node>& node);
 std::shared_ptr<Node> Add(Node& folder, const std::string& name, bool isFolder);
 std::uint32_t HardLinksOf(const Node& node);

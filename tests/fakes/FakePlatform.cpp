@@ -30,7 +30,8 @@ std::uint32_t AttributesOf(const Node& node) {
 }
 
 bool IsLinkAt(const Place& place) {
-    return place.Folder && (AttributesOf(*place.Item) & platform::AttributeReparsePoint) != 0;
+    return place.Folder && place.Item->ReparseTag == 0 &&
+           (AttributesOf(*place.Item) & platform::AttributeReparsePoint) != 0;
 }
 
 platform::FolderIdentity IdentityOf(const Place& place) {
@@ -160,7 +161,11 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
         return Failed(fault) ? fault : Fault::AccessDenied;
     std::uint64_t count = Failed(fault) ? size / 2 : size;
     const Drive& drive = drives.at(handle.Path[0]);
-    const std::uint64_t room = drive.InClusters(handle.Item->Data.Length()) + drive.FreeForUser();
+    Node& node = *handle.Item;
+    const std::uint64_t length = node.Data.Length();
+    const bool isSparse = (node.Attributes & AttributeSparse) != 0; // its last cluster is there
+    const std::uint64_t room = std::max(isSparse ? drive.InClusters(length) : length,
+                                        SpaceOfFile(drive, node) + drive.FreeForUser());
     if (handle.Position + count > room) {
         count = room > handle.Position ? room - handle.Position : 0;
         fault = Failed(fault) ? fault : Fault::DiskFull;
@@ -168,6 +173,10 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
     if (count > 0) {
         const Run run = MakeRun(data, count);
         Journal("write", handle.Path, handle.Position, run);
+        if (node.InRecord && handle.Position + count > length) {
+            node.LeftInRecord = node.Data.Read(0, length);
+            node.InRecord = false;
+        }
         handle.Item->Data.Write(handle.Position, run);
         handle.Position += count;
         if (drive.BytesPerSecond > 0)
@@ -184,8 +193,26 @@ Fault ReadLength(File file, std::uint64_t& length) {
     return OnOpen(__func__, file, [&](Handle& handle) { length = handle.Item->Data.Length(); });
 }
 
-Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
-    return OnOpen(__func__, file, [&](Handle& handle) { hardLinks = HardLinksOf(*handle.Item); });
+Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
+    return OnOpen(__func__, file, [&](Handle& handle) {
+        const Node& node = *handle.Item;
+        facts = {node.Data.Length(), SpaceOfFile(drives.at(handle.Path[0]), node),
+                 HardLinksOf(node)};
+    });
+}
+
+Fault HasClusters(File file, bool& hasClusters) {
+    return OnOpen(__func__, file, [&](Handle& handle) {
+        hasClusters = !handle.Item->InRecord && handle.Item->Data.Length() > 0;
+    });
+}
+
+Fault ListAllocatedRanges(File file, std::uint64_t length, std::vector<Range>& ranges) {
+    return OnOpen(__func__, file, [&](Handle& handle) {
+        ranges = handle.Item->Allocated;
+        if ((handle.Item->Attributes & AttributeSparse) == 0 && length > 0)
+            ranges = {{0, length}};
+    });
 }
 
 Fault ChangeLength(File file, std::uint64_t length) {
@@ -242,7 +269,8 @@ Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
 Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
     return OnItem(__func__, path, false, [&](const Place& place) {
         const Node& node = *place.Item;
-        facts = {AttributesOf(node), node.Data.Length(), HardLinksOf(node), IsLinkAt(place)};
+        facts = {AttributesOf(node), node.Data.Length(), HardLinksOf(node), IsLinkAt(place),
+                 node.ReparseTag};
         return Fault::None;
     });
 }

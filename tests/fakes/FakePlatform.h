@@ -50,6 +50,10 @@ struct Node {
     std::shared_ptr<Content> Bytes; ///< one for all of a file's names
     Content& Data;
     std::uint32_t HardLinks = 1; ///< at least the names that are there; the system tells no others
+    std::uint32_t ReparseTag = 0; ///< of a reparse point that is no link
+    bool InRecord = false;    ///< takes no cluster; moves out at the first write past its end ...
+    std::string LeftInRecord; ///< ... and these bytes stay behind
+    std::vector<platform::Range> Allocated; ///< of a sparse file what takes room
     std::string LinkTarget; ///< path of the target when this is a link (junction, symbolic link)
     bool Locked = false;    ///< another program holds it: SharingViolation
     bool Denied = false;    ///< no permission: AccessDenied

@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 #include "platform/System.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <map>
@@ -213,11 +214,37 @@ Fault ReadLength(File file, std::uint64_t& length) {
     return fault;
 }
 
-Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
+Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
     struct stat known;
     const Fault fault = Ask(__func__, file, known);
-    hardLinks = Failed(fault) ? hardLinks : static_cast<std::uint32_t>(known.st_nlink);
+    if (!Failed(fault))
+        facts = {static_cast<std::uint64_t>(known.st_size),
+                 static_cast<std::uint64_t>(known.st_blocks) * 512,
+                 static_cast<std::uint32_t>(known.st_nlink)};
     return fault;
+}
+
+Fault HasClusters(File /*file*/, bool& /*hasClusters*/) {
+    const Fault fault = Start(__func__, "");
+    return Failed(fault) ? fault : Fault::NotSupported;
+}
+
+Fault ListAllocatedRanges(File file, std::uint64_t length, std::vector<Range>& ranges) {
+    return OnOpen(__func__, [&] {
+        const int descriptor = Descriptor(file);
+        const off_t position = lseek(descriptor, 0, SEEK_CUR);
+        std::vector<Range> found;
+        for (off_t at = 0; at < static_cast<off_t>(length);) {
+            const off_t from = lseek(descriptor, at, SEEK_DATA);
+            if (from < 0 || from >= static_cast<off_t>(length))
+                break;
+            at = lseek(descriptor, from, SEEK_HOLE);
+            found.push_back({static_cast<std::uint64_t>(from),
+                             std::min(static_cast<std::uint64_t>(at), length)});
+        }
+        ranges = std::move(found);
+        return lseek(descriptor, position, SEEK_SET) < 0 ? -1 : 0;
+    });
 }
 
 Fault ChangeLength(File file, std::uint64_t length) {

@@ -106,7 +106,12 @@ TEST_F(RunTest, EveryRefusalAndFailureHasItsLine) {
     fake::PutFile("C:\\d\\gone.txt", "1");
     user.During([] { return fake::CallsMade("FlushBytes") > 0; },
                 [] { fake::TakeAway("C:\\d\\gone.txt"); });
-    fake::PutFile("C:\\d\\enc.txt", "1", platform::AttributeEncrypted | platform::AttributeSparse);
+    fake::PutFile("C:\\d\\enc.txt", "1",
+                  platform::AttributeEncrypted | platform::AttributeSparse |
+                      platform::AttributeIntegrity);
+    fake::PutFile("C:\\d\\cloud.txt", "1", platform::AttributeRecallOnDataAccess);
+    fake::PutFile("C:\\d\\full.txt", "1");
+    fake::FailAlways("WriteBytes", "full.txt", Fault::DiskFull);
     fake::FailAlways("RemoveFile", "stuck.txt", Fault::AccessDenied);
     fake::FailAlways("WriteBytes", "torn.txt", Fault::WriteFault);
     EXPECT_EQ(Middle(Purge(), "once", "12:00:02"), R"(
@@ -120,7 +125,9 @@ C:\d\w.swp: the page file (swap file), not purged.
 C:\d\stuck.txt (1 bytes) purging: file overwritten but not deleted.
 C:\d\torn.txt (1 bytes) purging: error when writing to file.
 C:\d\gone.txt (1 bytes) purging: no longer there.
-C:\d\enc.txt (1 bytes) purged (encrypted: older copies of its data may remain on the disk; sparse: parts of it were not on the disk)
+C:\d\enc.txt (1 bytes) purged (encrypted: older copies of its data may remain on the disk; sparse: parts of it were not on the disk; its file system may keep older copies of its data)
+C:\d\cloud.txt (1 bytes) purging: not on this drive (cloud or archive), not purged.
+C:\d\full.txt (1 bytes) purging: the disk is full.
 Number of files purged: 1
 )");
     // Files that stay held take a run ten seconds, however many they are; then the next run.
@@ -195,6 +202,17 @@ TEST_F(RunTest, SlackOnlyLeavesWholeClustersAlone) {
             fake::TakeAway("C:\\d\\gone.txt");
         return Fault::None;
     });
+    fake::PutFile("C:\\d\\record.txt", "data").InRecord = true;
+    fake::PutFile("C:\\d\\log.txt", "data");
+    fake::OnCall("FlushBytes", [](const std::string& file) { // a neighbour adds to it after a pass
+        if (file.ends_with("log.txt"))
+            fake::user.During([] { return true; },
+                              [] {
+                                  fake::At("C:\\d\\log.txt")->Data.Write(4, {6, "L"});
+                              });
+        return Fault::None;
+    });
+    SetPasses(2);
     fake::PutFile("C:\\d\\ro.txt", "1", platform::AttributeReadOnly);
     fake::PutFolder("C:\\d\\empty");
     blnSubdirectories = blnPurgeSlackOnly = blnDeleteEmptyFolders = true;
@@ -202,7 +220,7 @@ TEST_F(RunTest, SlackOnlyLeavesWholeClustersAlone) {
     EXPECT_EQ(Purge(), R"(11/21/2026, 12:00:00
 Purging the slack area of all files in C:\d\
 (including all files in subfolders) 
-using random bytes once.
+using random bytes twice.
 
 
 C:\d\
@@ -211,12 +229,15 @@ C:\d\whole.txt: NO slack area.
 C:\d\none.txt: NO slack area.
 C:\d\part.txt (4 bytes) purging
 C:\d\gone.txt: no longer there.
+C:\d\record.txt: NO slack area.
+C:\d\log.txt (4 bytes) purging: file has changed meanwhile, slack area not purged.
 C:\d\ro.txt (1 bytes) purging: file is a read-only file, slack area not purged.
 (Perhaps file is in use by another program.)
 Number of files with slack area purged: 1
 11/21/2026, 12:00:00
 )");
     EXPECT_EQ(fake::ContentOf("C:\\d\\part.txt"), "data");
+    EXPECT_EQ(fake::ContentOf("C:\\d\\log.txt"), "dataLLLLLL");
     EXPECT_NE(fake::At("C:\\d\\empty"), nullptr);
     // A volume that is mounted in a folder has clusters of its own.
     fake::PutBigFile("C:\\mnt\\d\\whole.txt", 8192);
@@ -450,6 +471,19 @@ TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
     EXPECT_EQ(Middle(Purge()), strNoneStopped.substr(1));
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 1U);
     EXPECT_FALSE(frmReport.barProgress.Visible);
+    // One that comes while the first file is looked at leaves that alone, and no pass does, too.
+    user.During(
+        [] {
+            return fake::CallsMade("ReadClusterFacts") > 0 && frmReport.blnRunning &&
+                   Plain(frmReport.txbText.Text).ends_with("purging");
+        },
+        [] { fake::PressF10(); });
+    const std::string kept = "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n";
+    EXPECT_EQ(Middle(Purge()), kept + strNoneStopped);
+    SetPasses(0);
+    EXPECT_EQ(Middle(Purge(), "0 times"), kept + "Number of files purged: 0\n");
+    EXPECT_EQ(fake::ContentOf("C:\\d\\a.txt"), "x");
+    SetPasses(1);
     // Nor is one that comes where there are folders only.
     fake::PutFolder("C:\\d\\p");
     blnSubdirectories = true;

@@ -7,13 +7,16 @@ using namespace driver;
 
 struct PurgeFolder : WindowTest {
     void SetUp() override { StartIn(Environment(L"NW_SMALL_DRIVE").substr(0, 2)); }
-    void PurgeOnce(const std::string& typeIndex) {
+    void ChooseType(const std::string& typeIndex) {
         HWND type = OpenTypeOfPurge();
         Click(type, "optPurgeType(" + typeIndex + ")");
         Choose(type, "cboNumberOfPasses(" + typeIndex + ")", "1");
         Click(type, "cmdAccept");
         AnswerBox("Nullwright", "", IDYES);
         SpecifyFolder("data", IDYES);
+    }
+    void PurgeOnce(const std::string& typeIndex) {
+        ChooseType(typeIndex);
         StartPurge();
         Expect(Window("Purge files"), "lblPausedDone", "Done");
     }
@@ -25,4 +28,20 @@ TEST_F(PurgeFolder, WithRandomBytes) {
 
 TEST_F(PurgeFolder, WithPatternsAndRandomBytes) {
     PurgeOnce("2");
+}
+
+// Neither writing behind the files nor small blocks move a file out of a record unpurged.
+TEST_F(PurgeFolder, SlackThenAllInBlocksOf512) {
+    ChooseType("0");
+    Click(main, "cmdProcessFiles(1)");
+    HWND options = Window("Purge options");
+    Click(options, "chkPurgeSlackOnly");
+    Choose(options, "cboClusterSize", "512 bytes");
+    Click(options, "cmdDoPurge");
+    AnswerBox("Purge files", "", IDYES);
+    HWND report = Window("Purge files");
+    Expect(report, "lblPausedDone", "Done");
+    Click(report, "cmdClose");
+    StartPurge();
+    Expect(Window("Purge files"), "lblPausedDone", "Done");
 }

@@ -107,6 +107,7 @@ Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
         facts.Length = Joined(found.nFileSizeHigh, found.nFileSizeLow);
         facts.HardLinks = 1;
         facts.IsLink = TellsLink(found.dwFileAttributes, found.dwReserved0);
+        facts.ReparseTag = found.dwReserved0;
         return Fault::None;
     }
     // Two questions to the file itself: GetFileInformationByHandle would ask the volume, too, which
@@ -133,6 +134,7 @@ Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
     facts.Length = static_cast<std::uint64_t>(known.EndOfFile.QuadPart);
     facts.HardLinks = known.NumberOfLinks;
     facts.IsLink = TellsLink(attributes, tag);
+    facts.ReparseTag = tag;
     return Fault::None;
 }
 

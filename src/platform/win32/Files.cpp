@@ -96,14 +96,6 @@ Fault SeekTo(File file, std::uint64_t position) {
                                                                          : LastFault();
 }
 
-Fault ReadHardLinks(File file, std::uint32_t& hardLinks) {
-    FILE_STANDARD_INFO known;
-    if (!GetFileInformationByHandleEx(HandleOf(file), FileStandardInfo, &known, sizeof known))
-        return LastFault();
-    hardLinks = known.NumberOfLinks;
-    return Fault::None;
-}
-
 Fault ReadLength(File file, std::uint64_t& length) {
     LARGE_INTEGER size;
     if (!GetFileSizeEx(HandleOf(file), &size))

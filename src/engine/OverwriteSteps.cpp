@@ -1,0 +1,240 @@
+// The steps of one overwrite: opening, finding out what is to be written, writing, flushing,
+// closing. They may run on the I/O thread.
+#include "engine/OverwriteSteps.h"
+
+#include "engine/FilePurge.h"
+
+#include <algorithm>
+
+namespace {
+
+/// On FAT a file ends a byte short of this at the latest, although its last cluster reaches up to
+/// it.
+constexpr std::int64_t lngFatLimit = std::int64_t{1} << 32;
+/// A file system that keeps small files in its own records has no larger records than this: those
+/// of NTFS take 1 KiB, and 4 KiB where the disk's sectors are that large.
+constexpr std::int64_t lngLargestRecord = 4096;
+
+/// Forces the data to the disk. A device that knows no flush holds nothing back; any other fault
+/// means that what was written may never get there.
+std::int16_t FlushOverwrite(const Overwrite& work) {
+    const platform::Fault fault = platform::FlushBytes(work.File);
+    return Failed(fault) && fault != platform::Fault::NotSupported ? PurgeFlushFailed : PurgeDone;
+}
+
+/// The length in which the file is left. In slack mode that is its own again before anybody else
+/// can open it: who adds to it must not do so behind what was written there.
+void LeaveFile(Overwrite& work) {
+    PurgeTarget& target = work.Target;
+    std::uint64_t length = 0;
+    if (work.EndUnknown && !Failed(platform::ReadLength(work.File, length)))
+        work.FileEnd = static_cast<std::int64_t>(length);
+    target.Left = work.FileEnd;
+    if (!work.SlackOnly || target.Left == target.Length)
+        return;
+    if (!Failed(platform::ChangeLength(work.File, static_cast<std::uint64_t>(target.Length))))
+        target.Left = target.Length;
+    else if (work.Result == PurgeDone)
+        work.Result = PurgeLengthNotRestored;
+}
+
+} // namespace
+
+void FinishOverwrite(Overwrite& work) {
+    if (work.Written) {
+        if (work.Result == PurgeDone)
+            work.Result = FlushOverwrite(work);
+        LeaveFile(work);
+    }
+    if (Failed(platform::CloseFile(work.File)) && work.Result == PurgeDone)
+        work.Result = PurgeWriteFailed;
+}
+
+namespace {
+
+std::int16_t ResultOfWriteFault(platform::Fault fault) {
+    return fault == platform::Fault::DiskFull ? PurgeDiskFull : PurgeWriteFailed;
+}
+
+/// Writes the first bytes of a small file over it without making it longer, and flushes them. The
+/// file system may keep so small a file in its own records, and would move it out, leaving the old
+/// bytes behind, at the first write that reaches past its end.
+std::int16_t OverwriteInItsRecord(Overwrite& work) {
+    work.Written = true;
+    const platform::Fault fault = platform::WriteBytes(
+        work.File, work.Run->data(), static_cast<std::size_t>(work.Target.Length));
+    if (Failed(fault))
+        return ResultOfWriteFault(fault);
+    const std::int16_t result = FlushOverwrite(work);
+    if (result != PurgeDone)
+        return result;
+    return Failed(platform::SeekTo(work.File, 0)) ? PurgeWriteFailed : PurgeDone;
+}
+
+/// Whether slack would be written behind a file that lies in a record. It would be moved out, and
+/// its bytes stay in the record, out of every later purge's reach.
+bool MayBeInRecord(const Overwrite& work) {
+    if (!work.First || !blnRecordsHoldFiles || work.Target.Length >= lngLargestRecord)
+        return false;
+    bool blnClusters = false;
+    // Who cannot say leaves it open.
+    return Failed(platform::HasClusters(work.File, blnClusters)) || !blnClusters;
+}
+
+/// What is to be written: all up to the end of the last cluster, or the slack; of a sparse file
+/// what has a place on the disk.
+std::int16_t FindRanges(Overwrite& work) {
+    const std::int64_t length = work.Target.Length;
+    const auto from = static_cast<std::uint64_t>(length);
+    if (work.SlackOnly) {
+        // Random digits in a single block reach past the cluster.
+        const std::int64_t end =
+            length + (work.BlockSize > work.Slack ? work.BlockSize : work.Slack);
+        work.Ranges = {{from, static_cast<std::uint64_t>(end)}};
+    } else {
+        const std::int64_t end =
+            RoundedUp(std::max<std::int64_t>(length, 1), work.Clusters.Covered);
+        work.Ranges = {{0, static_cast<std::uint64_t>(end)}};
+    }
+    if (!work.Target.MayBeSparse || length == 0)
+        return PurgeDone;
+    std::vector<platform::Range> allocated;
+    const platform::Fault fault = platform::ListAllocatedRanges(work.File, from, allocated);
+    if (Failed(fault) && fault != platform::Fault::NotSupported)
+        return PurgeCannotOpen;
+    const bool blnKnown = !Failed(fault);
+    const bool blnEndAllocated = blnKnown && !allocated.empty() && allocated.back().To >= from;
+    if (work.SlackOnly) {
+        if (!blnEndAllocated)
+            work.Ranges.clear();
+        return PurgeDone;
+    }
+    const std::uint64_t end = work.Ranges[0].To;
+    if (!blnKnown) {
+        work.Ranges[0].To = from;
+        return PurgeDone;
+    }
+    work.Ranges = std::move(allocated);
+    if (blnEndAllocated)
+        work.Ranges.back().To = end;
+    return PurgeDone;
+}
+
+/// Takes the length that the open file has. What differs from the length in which the last
+/// overwrite left it is somebody's: it becomes the file's own, to be covered up to its end.
+std::int16_t TakeLength(Overwrite& work, std::int64_t length) {
+    PurgeTarget& target = work.Target;
+    if (work.SlackOnly && length != target.Length)
+        return PurgeFileChanged;
+    if (length != target.Left)
+        target.Length = length;
+    work.FileEnd = length;
+    return PurgeDone;
+}
+
+std::int16_t SeekToRange(Overwrite& work) {
+    const std::uint64_t from = work.Ranges[work.RangeIndex].From;
+    const bool blnThere = from == static_cast<std::uint64_t>(work.Position);
+    work.Position = static_cast<std::int64_t>(from);
+    return blnThere || !Failed(platform::SeekTo(work.File, from)) ? PurgeDone : PurgeWriteFailed;
+}
+
+std::int16_t BeginOverwrite(Overwrite& work) {
+    PurgeTarget& target = work.Target;
+    work.Opening = platform::OpenFile(target.Path, platform::Access::Change, work.File);
+    if (Failed(work.Opening))
+        return PurgeCannotOpen;
+    platform::OpenFileFacts facts;
+    if (Failed(platform::ReadOpenFileFacts(work.File, facts)))
+        return PurgeCannotOpen;
+    if (work.First)
+        lngHardLinks = std::max(lngHardLinks, facts.HardLinks); // or now those of a stream
+    if (work.First && blnRefuseSeveralNames && lngHardLinks > 1)
+        return PurgeSeveralNames;
+    std::int16_t result = TakeLength(work, static_cast<std::int64_t>(facts.Length));
+    if (result != PurgeDone)
+        return result;
+    // A stream's name does not tell whether it is sparse.
+    target.MayBeSparse = target.MayBeSparse || (facts.Allocated < facts.Length &&
+                                                target.Path.find(':', 2) != std::string::npos);
+    result = FindRanges(work);
+    if (work.SlackOnly && !work.Ranges.empty() && MayBeInRecord(work))
+        work.Ranges.clear();
+    target.NoSlack = work.SlackOnly && work.Ranges.empty();
+    std::int64_t blocks = 0;
+    for (const platform::Range& range : work.Ranges)
+        blocks += RoundedUp(static_cast<std::int64_t>(range.To - range.From), work.BlockSize) /
+                  work.BlockSize;
+    work.Blocks = blocks;
+    if (result != PurgeDone || blocks == 0)
+        return result;
+    blnBytesWritten = true; // from here on a fault leaves nobody sure of the contrary
+    const std::int64_t small = std::max<std::int64_t>(lngLargestRecord, work.Clusters.Block);
+    if (work.First && !work.SlackOnly && target.Length > 0 && target.Length < small &&
+        work.Ranges[0].To > facts.Length && work.Ranges[0].From == 0)
+        result = OverwriteInItsRecord(work);
+    return result == PurgeDone ? SeekToRange(work) : result;
+}
+
+/// The run that was to end the file found no room for all of it. What the file has is there: its
+/// clusters up to their end, or in a record the bytes themselves.
+platform::Fault WriteWhatHasRoom(Overwrite& work, std::int64_t end) {
+    const std::int64_t length = work.Target.Length;
+    const std::int64_t realEnd = RoundedUp(length, work.Clusters.Real);
+    const std::int64_t shorterEnds[] = {work.SlackOnly ? length + work.Slack : end, realEnd,
+                                        lngFatLimit - 1, work.SlackOnly ? realEnd : length};
+    for (const std::int64_t shorter : shorterEnds) {
+        if (shorter >= end || (work.SlackOnly && shorter == 0))
+            continue;
+        if (shorter <= work.Position)
+            return platform::Fault::None;
+        end = shorter;
+        if (Failed(platform::SeekTo(work.File, static_cast<std::uint64_t>(work.Position))))
+            return platform::Fault::WriteFault;
+        const auto size = static_cast<std::size_t>(shorter - work.Position);
+        const platform::Fault fault = platform::WriteBytes(work.File, work.Run->data(), size);
+        if (fault != platform::Fault::DiskFull)
+            return fault;
+    }
+    return platform::Fault::DiskFull;
+}
+
+std::int16_t WriteRun(Overwrite& work) {
+    const platform::Range& range = work.Ranges[work.RangeIndex];
+    const std::int64_t wanted =
+        work.BlocksDone == 0 && work.FirstBlockAlone ? 1 : work.BlocksPerRun;
+    const auto to = static_cast<std::int64_t>(range.To);
+    const std::int64_t end = std::min(work.Position + wanted * work.BlockSize, to);
+    const std::int64_t size = end - work.Position;
+    work.Written = true;
+    platform::Fault fault =
+        platform::WriteBytes(work.File, work.Run->data(), static_cast<std::size_t>(size));
+    work.EndUnknown = work.EndUnknown || Failed(fault);
+    if (fault == platform::Fault::DiskFull && work.RangeIndex + 1 == work.Ranges.size() &&
+        end == to)
+        fault = WriteWhatHasRoom(work, end);
+    if (Failed(fault))
+        return ResultOfWriteFault(fault);
+    work.BlocksDone += RoundedUp(size, work.BlockSize) / work.BlockSize;
+    work.Position = end;
+    work.FileEnd = std::max(work.FileEnd, end);
+    if (end < to)
+        return PurgeDone;
+    ++work.RangeIndex;
+    return work.RangeIndex < work.Ranges.size() ? SeekToRange(work) : std::int16_t{PurgeDone};
+}
+
+} // namespace
+
+bool StepOverwrite(Overwrite& work) {
+    if (!work.File.IsOpen())
+        work.Result = BeginOverwrite(work);
+    if (work.Result == PurgeDone && work.RangeIndex < work.Ranges.size()) {
+        work.Result = WriteRun(work);
+        if (work.Result == PurgeDone)
+            return true;
+    }
+    if (work.File.IsOpen())
+        FinishOverwrite(work);
+    return false;
+}
