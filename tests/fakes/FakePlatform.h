@@ -49,7 +49,7 @@ struct Node {
     std::uint32_t Attributes = 0; ///< platform::Attribute bits; the folder and link bits are added
     std::shared_ptr<Content> Bytes; ///< one for all of a file's names
     Content& Data;
-    std::uint32_t HardLinks = 1; ///< at least the names that are there; the system tells no others
+    std::uint32_t HardLinks = 1;  ///< at least the names that are there; the system tells no others
     std::uint32_t ReparseTag = 0; ///< of a reparse point that is no link
     bool InRecord = false;    ///< takes no cluster; moves out at the first write past its end ...
     std::string LeftInRecord; ///< ... and these bytes stay behind
