@@ -109,12 +109,14 @@ std::int16_t RestoreLength(PurgeTarget& target) {
             if (Failed(fault))
                 return;
             std::uint64_t length = 0;
-            if (!Failed(platform::ReadLength(file, length)))
-                result = length != static_cast<std::uint64_t>(target.Left) ? PurgeFileChanged
-                         : Failed(platform::ChangeLength(file,
-                                                         static_cast<std::uint64_t>(target.Length)))
-                             ? PurgeLengthNotRestored
-                             : PurgeDone;
+            if (Failed(platform::ReadLength(file, length))) {
+                result = PurgeLengthNotRestored;
+            } else if (length != static_cast<std::uint64_t>(target.Left)) {
+                result = PurgeFileChanged;
+            } else { // who has mapped the file for a moment holds its length alone
+                fault = platform::ChangeLength(file, static_cast<std::uint64_t>(target.Length));
+                result = Failed(fault) ? PurgeLengthNotRestored : PurgeDone;
+            }
             (void)platform::CloseFile(file);
         });
         return fault;

@@ -550,6 +550,14 @@ TEST_F(FilePurgeTest, HeldFilesAreWaitedFor) {
         ASSERT_EQ(0, Purge(path, 0, 1, false, true)) << i;
         ASSERT_EQ("MM", fake::ContentOf(path));
     }
+    // A program that has mapped it lets it be opened, but not be cut.
+    fake::PutFile(path, "M");
+    const std::uint64_t mappedUntil = platform::TickCount() + 500;
+    fake::OnCall("ChangeLength", [=](const std::string&) {
+        return platform::TickCount() < mappedUntil ? Fault::SharingViolation : Fault::None;
+    });
+    EXPECT_EQ(0, Purge(path, 0, 1, false));
+    EXPECT_EQ(1u, fake::At(path)->Data.Length());
     // What stays held is not waited for again and again.
     const auto took = [&](std::uint64_t stopAfter = 0) {
         const std::uint64_t began = platform::TickCount();
