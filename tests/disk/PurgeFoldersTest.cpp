@@ -49,6 +49,11 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
                 attempts += fake::ReplaceByLink(folder, "D:\\other") ? 100 : 1;
         return Fault::None;
     });
+    fake::OnCall("EnumerateFolder", [&](const std::string& path) { // also before the questions
+        if (path == "D:\\work\\a\\")
+            attempts += fake::ReplaceByLink("D:\\work", "D:\\other") ? 100 : 1;
+        return Fault::None;
+    });
     ChooseOne("a");
     user.During(
         [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 1s."; },

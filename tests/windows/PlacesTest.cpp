@@ -1,0 +1,70 @@
+// Names and places through the real windows: what was chosen goes, and nothing else.
+#include "windows/WindowTest.h"
+
+#include "platform/win32/Wide.h"
+
+using namespace driver;
+
+struct PlacesTest : WindowTest {
+    static std::wstring Wide(const std::string& name) {
+        return platform::WidePath(scratch + "\\" + name);
+    }
+    void ExpectDone() { Expect(Window("Purge files"), "lblPausedDone", "Done"); }
+};
+
+TEST_F(PlacesTest, ANameIsTakenLetterByLetter) {
+    Put("data\\ a.txt", "chosen");
+    Put("data\\a.txt", "kept");
+    SpecifyFolder("data", IDNO);
+    Click(main, "cmdSpecifyFiles");
+    HWND form = Window("Specify files");
+    Type(Named(form, "txbSingleFile"), " a.txt");
+    Expect(form, "lblMatches", "One file in this folder matches.");
+    Click(form, "cmdOK");
+    Expect(main, "lblFiles", " a.txt");
+    StartPurge();
+    ExpectDone();
+    EXPECT_FALSE(Exists("data\\ a.txt"));
+    EXPECT_EQ("kept", ContentOf("data\\a.txt"));
+}
+
+TEST_F(PlacesTest, AShortNameIsShownAsItIsOnTheDisk) {
+    Put("A long name\\a.txt", "secret");
+    wchar_t name[MAX_PATH] = L"";
+    GetShortPathNameW(platform::Widen(scratch + "\\A long name").c_str(), name, MAX_PATH);
+    const std::string path = platform::Narrow(name);
+    const std::string shortName = path.substr(path.rfind('\\') + 1);
+    if (shortName.empty() || shortName == "A long name")
+        GTEST_SKIP() << "there are no short names here";
+    Click(main, "cmdSpecifyDirectory(0)");
+    AnswerDialog("Specify folder containing files to be purged", scratch + "\\" + shortName);
+    AnswerBox("Specify folder", "Do you wish to purge ALL files in " + scratch + "\\A long name\\?",
+              IDYES);
+    Expect(main, "lblDirectory", scratch + "\\A long name\\");
+    StartPurge();
+    ExpectDone();
+    EXPECT_FALSE(Exists("A long name\\a.txt"));
+}
+
+// While the questions before a run stand, nobody can put another folder in the place of the chosen
+// one; before them, it is noticed.
+TEST_F(PlacesTest, TheChosenFolderIsHeldAndKnown) {
+    Put("data\\a.txt", "secret");
+    SpecifyFolder("data", IDYES);
+    Click(main, "cmdProcessFiles(1)");
+    HWND options = Window("Purge options");
+    EXPECT_FALSE(MoveFileW(Wide("data").c_str(), Wide("moved").c_str()));
+    EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, GetLastError());
+    Click(options, "cmdCancel");
+    AnswerBox("Purge cancelled", "No files purged.", IDOK);
+    ExpectUsable(main, "cmdQuit");
+    EXPECT_TRUE(WaitUntil([&] { return MoveFileW(Wide("data").c_str(), Wide("moved").c_str()); }));
+    Put("data\\a.txt", "another");
+    Click(main, "cmdProcessFiles(1)");
+    AnswerBox("Error",
+              scratch + "\\data\\ is not the folder any more that was chosen.\r\n"
+                        "Please choose the folder again.",
+              IDOK);
+    EXPECT_EQ("another", ContentOf("data\\a.txt"));
+    EXPECT_EQ("secret", ContentOf("moved\\a.txt"));
+}
