@@ -219,7 +219,10 @@ TEST_F(ProcessCommands, NoMonitoringQueryWithoutAWatchedFile) {
         Purge("all files in C:\\docs\\\r\nand all files in all subfolders",
               "these (more than 1000) files.", {}, ui::AnswerYes, [&] {
                   if (blnWatched)
-                      user.Modal(frmAntiVirusQuery, [] { fake::Click(frmAntiVirusQuery.cmdNo); });
+                      user.Modal(frmAntiVirusQuery, [] {
+                          EXPECT_EQ(1002u, fake::FilesBelow("C:\\docs").size()); // before the run
+                          fake::Click(frmAntiVirusQuery.cmdNo);
+                      });
               });
         EXPECT_EQ(0u, fake::FilesBelow("C:\\docs").size());
     }
