@@ -37,7 +37,10 @@ Fault HasClusters(File file, bool& hasClusters) {
         hasClusters = error == ERROR_MORE_DATA;
         return Fault::None;
     }
-    if (size == 0 || found.ExtentCount == 0) // Wine's success says nothing
+    // Wine succeeds for every file, with an extent that begins behind the one asked for and is
+    // empty.
+    if (size == 0 || found.ExtentCount == 0 || found.StartingVcn.QuadPart != 0 ||
+        found.Extents[0].NextVcn.QuadPart <= 0)
         return Fault::NotSupported;
     hasClusters = true;
     return Fault::None;
