@@ -7,7 +7,7 @@
 set -euo pipefail
 
 image=build/wiped.img mounted=$PWD/build/wiped marker=nw-marker-5d1c-
-sizes="20 60 100 240 500 690 1000 2000 4095 4096 4097 12345 65536 300001 1048576 3000001"
+sizes="20 60 100 240 500 600 690 1000 2000 4095 4096 4097 12345 65536 300001 1048576 3000001"
 mkdir -p "$mounted"
 # The letter of the other small drive, which Wine knows: new letters it sees at its next start only.
 letter=$WINEPREFIX/dosdevices/t:
