@@ -1,0 +1,256 @@
+// Purging files of every kind: changed meanwhile, in records, sparse, in clouds, with several
+// names, in large clusters, on full disks.
+#include "engine/FilePurgeTest.h"
+#include "engine/FileSystems.h"
+
+using platform::Fault;
+
+TEST_F(FilePurgeTest, WhatWritingInPlaceDoesNotReachIsSaid) {
+    using namespace platform;
+    const struct {
+        std::uint32_t Attributes, Tag, Reach;
+        const char* FileSystem = "NTFS";
+    } cases[] = {{AttributeCompressed, 0, ReachCompressed},
+                 {AttributeIntegrity, 0, ReachOlderCopies},
+                 {0, 0, ReachOlderCopies, "ReFS"},
+                 {AttributeReparsePoint, 0x9000301A, ReachCloudPlaceholder}, // is here, too
+                 {AttributeReparsePoint, 0x80000013, ReachOlderCopies}};
+    for (const auto& c : cases) {
+        SetUp();
+        fake::drives['C'].FileSystem = c.FileSystem;
+        fake::PutFile(path, "M", c.Attributes).ReparseTag = c.Tag;
+        EXPECT_EQ(0, Purge(path, 0, 1, true));
+        EXPECT_EQ(c.Reach, reach);
+    }
+    for (const auto elsewhere :
+         {AttributeOffline, AttributeRecallOnOpen, AttributeRecallOnDataAccess}) {
+        fake::PutFile(path, "M", elsewhere | AttributeReparsePoint);
+        const std::int64_t calls = fake::CallsMade();
+        EXPECT_EQ(-17, Purge(path, 0, 1, true));
+        EXPECT_EQ(calls + 1, fake::CallsMade()); // not opened by any call
+    }
+    fake::PutFile(path, "M", AttributeEncrypted).HardLinks = 2;
+    fake::FailNth(2, Fault::WriteFault, "WriteBytes");
+    EXPECT_EQ(-3, Purge(path, 0, 1, true));
+    EXPECT_EQ(std::uint32_t{ReachEncrypted} | ReachHardLinks, reach); // also when it fails
+}
+
+TEST_F(FilePurgeTest, DataOfSeveralNames) {
+    const std::string stream = std::string(path) + ":s";
+    fake::PutFile(path, "data", platform::AttributeReadOnly);
+    fake::PutFile(stream, "more");
+    fake::PutName("C:\\g\\other", path);
+    const auto purge = [&](bool refuse, bool slackOnly) {
+        std::int16_t code = 99;
+        PurgeFileWithChecks(path, 0, 1, true, true, true, slackOnly, 0, code, &reach, refuse);
+        return PurgeResult{code};
+    };
+    EXPECT_EQ(PurgeSeveralNames, purge(true, false));
+    EXPECT_EQ("data", fake::ContentOf(path));
+    EXPECT_EQ("more", fake::ContentOf(stream));
+    EXPECT_TRUE(fake::At(path)->Attributes & platform::AttributeReadOnly);
+    EXPECT_FALSE(PurgeHasWritten());
+    EXPECT_EQ(PurgeDone, purge(true, true)); // slack is nobody's data
+    EXPECT_EQ("data", fake::ContentOf("C:\\g\\other"));
+    // The name that remains keeps the file's length; where it would not, the file stays.
+    fake::FailNth(1, Fault::WriteFault, "ChangeLength");
+    EXPECT_EQ(PurgeLengthNotRestored, purge(false, false));
+    EXPECT_TRUE(PurgeHasWritten());
+    EXPECT_EQ(PurgeDone, purge(false, false));
+    EXPECT_EQ(nullptr, fake::At(path));
+    EXPECT_EQ(4u, fake::ContentOf("C:\\g\\other").size());
+    EXPECT_NE("data", fake::ContentOf("C:\\g\\other"));
+}
+
+TEST_F(FilePurgeTest, WhatChangesMeanwhileIsCoveredOrLeftAlone) {
+    // At the n-th such call somebody makes the file this long, by bytes of his own.
+    const auto change = [](const char* call, int n, std::uint64_t length) {
+        fake::OnCall(call, [=, left = std::make_shared<int>(n)](const std::string& file) {
+            if (file == path && --*left == 0) {
+                fake::Content& data = fake::At(path)->Data;
+                const std::uint64_t before = data.Length();
+                data.Resize(length);
+                if (length > before)
+                    data.Write(before, {length - before, "L"});
+            }
+            return Fault::None;
+        });
+    };
+    const struct {
+        const char* Call;
+        int N;
+    } moments[] = {{"AuxiliaryChangeFileSize", 1},
+                   {"OpenFile", 1},
+                   {"OpenFile", 2},
+                   {"OpenFile", 4},
+                   {"OpenFile", 5},
+                   {"ReadAttributes", 2}};
+    for (const auto& moment : moments)
+        for (const std::uint64_t length : {100000u, 300u})
+            for (const bool deleteAfter : {true, false}) {
+                SCOPED_TRACE(std::string(moment.Call) + std::to_string(moment.N) + "/" +
+                             std::to_string(length) + (deleteAfter ? "/deleted" : "/kept"));
+                SetUp();
+                fake::PutBigFile(path, 1000, 'M');
+                fake::PutFile(std::string(path) + ":s", "S");
+                change(moment.Call, moment.N, length);
+                bool live = false;
+                fake::OnCall("RemoveFile", [&](const std::string&) {
+                    live = fake::ContentOf(path).find_first_of("ML") != std::string::npos;
+                    return Fault::None;
+                });
+                const bool happens = deleteAfter ? moment.N < 5 : moment.Call[0] != 'R';
+                EXPECT_EQ(0, Purge(path, 1, 1, deleteAfter));
+                EXPECT_FALSE(live);
+                EXPECT_EQ(happens ? static_cast<std::int64_t>(length) : 1000, LengthOfPurgedFile());
+                if (!deleteAfter) {
+                    EXPECT_TRUE(fake::ContentOf(path) ==
+                                std::string(happens ? length : 1000, '\xF5'));
+                }
+            }
+    for (const int opening : {1, 2, 4})
+        for (const std::uint64_t length : {4000u, 300u}) {
+            SetUp();
+            fake::PutBigFile(path, 1000, 'M');
+            change("OpenFile", opening, length);
+            EXPECT_EQ(-16, Purge(path, 1, 1, true, true));
+            const std::string grown(length > 1000 ? length - 1000 : 0, 'L');
+            EXPECT_TRUE(fake::ContentOf(path) ==
+                        std::string(std::min<std::size_t>(length, 1000), 'M') + grown);
+        }
+    fake::PutBigFile(path, 1000, 'M'); // someone who never ends
+    fake::OnCall("OpenFile", [](const std::string& file) {
+        fake::At(file)->Data.Write(fake::At(file)->Data.Length(), {500, "L"});
+        return Fault::None;
+    });
+    EXPECT_EQ(-16, Purge(path, 0, 1, false));
+    // One length that cannot be restored is not made good by another one that can.
+    SetUp();
+    fake::PutFile(path, std::string(5000, 'M'));
+    fake::PutFile(std::string(path) + ":s", std::string(5000, 'S'));
+    fake::FailNth(1, Fault::Other, "ChangeLength");
+    EXPECT_EQ(-11, Purge(path, 0, 1, false, true));
+    fake::PutFile(path, "M");
+    fake::PutFile(std::string(path) + ":s", "S");
+    change("OpenFile", 3, 5000); // the main stream, after its overwrite
+    fake::At(path)->Data.Resize(1);
+    EXPECT_EQ(0, Purge(path, 0, 1, false));
+    EXPECT_EQ(std::string::npos, fake::ContentOf(path).find(std::string(100, 'L')));
+}
+
+TEST_F(FilePurgeTest, WhatLiesInARecordIsOverwrittenThereOrLeftThere) {
+    for (const std::uint32_t cluster : {512u, 4096u, 65536u})
+        for (const std::uint64_t length : {1u, 60u, 511u, 512u, 513u, 700u, 3800u}) {
+            SCOPED_TRACE(std::to_string(cluster) + "/" + std::to_string(length));
+            SetUp();
+            fake::AddDrive('D', 1 << 30, cluster);
+            const auto put = [&]() -> fake::Node& {
+                fake::Node& file = fake::PutBigFile("D:\\a", length, 'M');
+                file.InRecord = true;
+                return file;
+            };
+            const fake::Node& file = put();
+            EXPECT_EQ(length % cluster == 0 ? 0 : -55, Purge("D:\\a", 2, 2, false, true));
+            EXPECT_EQ(0, Purge("D:\\a", 2, 2, false));
+            EXPECT_EQ(std::string::npos, file.LeftInRecord.find('M'));
+            // Where nobody tells, it counts as being in a record, but not where there are none.
+            fake::Node& untold = put();
+            fake::FailAlways("HasClusters", "", Fault::NotSupported);
+            EXPECT_EQ(length % cluster == 0 ? 0 : -55, Purge("D:\\a", 2, 2, false, true));
+            EXPECT_TRUE(untold.InRecord);
+            fake::drives['D'].FileSystem = "exFAT";
+            ForgetFileSystems();
+            EXPECT_EQ(0, Purge("D:\\a", 2, 2, false, true));
+        }
+    fake::PutBigFile("D:\\a", 5000, 'M'); // too long for any record
+    fake::drives['D'].FileSystem = "";
+    ForgetFileSystems();
+    EXPECT_EQ(0, Purge("D:\\a", 0, 1, false, true));
+    // Beside a file in its record a stream has slack.
+    fake::PutFile("D:\\a", "M").InRecord = true;
+    fake::PutFile("D:\\a:s", std::string(5000, 'S'));
+    EXPECT_EQ("", Journal("D:\\a", 0, 1, false, true));
+    EXPECT_NE("", fake::JournalText("D:\\a:s"));
+}
+
+TEST_F(FilePurgeTest, BlocksGoOnToTheEndOfALargeCluster) {
+    fake::AddDrive('D', 1 << 30, 1 << 20);
+    fake::PutBigFile("D:\\a", 70000, 'M');
+    EXPECT_EQ("write 0+1048576 *\nflush\nlength 70000\n", Journal("D:\\a", 0, 1, false));
+    EXPECT_EQ("write 70000+978576 AA\nflush\nlength 70000\n",
+              Journal("D:\\a", 1, 1, false, true).substr(0, 41));
+    (void)Journal("D:\\a", 0, 1, false, true);
+    const std::string fill = Written("D:\\a").back().Bytes(0, 1 << 20);
+    EXPECT_EQ(978576u, fill.size());
+    EXPECT_EQ(std::string::npos, fill.find_first_not_of("0123456789"));
+    fake::PutBigFile("D:\\a", 1 << 20, 'M'); // whole
+    EXPECT_EQ("", Journal("D:\\a", 0, 1, false, true));
+    fake::PutBigFile("D:\\a", 65536, 'M'); // of the listed size, which is not the drive's
+    EXPECT_NE("", Journal("D:\\a", 0, 1, false, true));
+}
+
+TEST_F(FilePurgeTest, OnAFullDiskAFileIsPurgedWithinWhatItHas) {
+    fake::Drive& drive = fake::AddDrive('D', 1 << 20);
+    const auto put = [&](std::uint64_t length, bool inRecord) -> fake::Node& {
+        fake::Node& file = fake::PutBigFile("D:\\a", length, 'M');
+        file.InRecord = inRecord;
+        drive.Occupied = 0;
+        drive.Occupied = drive.Free();
+        return file;
+    };
+    put(100, false); // its digits reach past the cluster
+    (void)Journal("D:\\a", 0, 1, false, true);
+    EXPECT_EQ(3996u, Written("D:\\a").back().Length);
+    EXPECT_EQ(std::string(100, 'M'), fake::ContentOf("D:\\a"));
+    for (const std::uint64_t length : {0u, 1u, 300u}) {
+        fake::Node& file = put(length, true);
+        EXPECT_EQ(0, Purge("D:\\a", 1, 1, false));
+        EXPECT_EQ("", file.LeftInRecord);
+        EXPECT_EQ(std::string::npos, fake::ContentOf("D:\\a").find('M'));
+        EXPECT_EQ(length, file.Data.Length());
+        EXPECT_EQ(0, Purge("D:\\a", 0, 1, true));
+        EXPECT_EQ(nullptr, fake::At("D:\\a"));
+    }
+    drive.FileSystem = "FAT"; // nothing that its slack could be written to
+    ForgetFileSystems();
+    put(0, false);
+    EXPECT_EQ(-15, Purge("D:\\a", 0, 1, false, true));
+}
+
+TEST_F(FilePurgeTest, OfASparseFileOnlyWhatIsThereIsOverwritten) {
+    constexpr std::uint64_t tera = std::uint64_t{1} << 40;
+    const auto put = [](std::uint64_t length, std::vector<platform::Range> allocated) {
+        fake::Node& file = fake::PutBigFile(path, length, 'M');
+        file.Attributes |= platform::AttributeSparse;
+        file.Allocated = std::move(allocated);
+    };
+    put(tera + 5, {{65536, 131072}, {tera, tera + 5}});
+    EXPECT_EQ("write 65536+65536 AA\nwrite 1099511627776+4096 AA\nflush\n",
+              Journal(path, 1, 1, false).substr(0, 55));
+    EXPECT_EQ(tera + 5, fake::At(path)->Data.Length());
+    EXPECT_EQ(ReachSparse, reach);
+    EXPECT_TRUE(Journal(path, 1, 1, false, true).starts_with("write 1099511627781+4091 AA\n"));
+    put(tera + 5, {{65536, 131072}}); // nothing at its end
+    EXPECT_EQ("write 65536+65536 *\nflush\n", Journal(path, 0, 1, false));
+    EXPECT_EQ(-55, Purge(path, 0, 1, false, true));
+    put(tera + 5, {});
+    EXPECT_EQ("remove\n", Journal(path, 0, 1, true));
+    // A stream is known by what it takes.
+    fake::PutFile(path, "M");
+    fake::PutBigFile(std::string(path) + ":s", 1 << 20).Attributes = platform::AttributeSparse;
+    (void)Journal(path, 0, 1, true);
+    EXPECT_EQ("", fake::JournalText(std::string(path) + ":s"));
+    // Where nobody tells, it is not made longer.
+    put(5000, {});
+    fake::FailAlways("ListAllocatedRanges", "", Fault::NotSupported);
+    EXPECT_EQ("write 0+5000 *\nflush\nremove\n", Journal(path, 0, 1, true));
+}
+
+TEST_F(FilePurgeTest, NoPassLeavesTheFileAlone) {
+    fake::PutFile(path, "M", platform::AttributeReadOnly);
+    fake::journal.clear();
+    for (const bool slackOnly : {false, true})
+        EXPECT_TRUE(Purge(path, 0, 0, true, slackOnly) == -18 &&
+                    PurgeFile(path, 0, 0, true, slackOnly) == -18);
+    EXPECT_EQ("", fake::JournalText(path));
+}

@@ -1,0 +1,57 @@
+// The fixture of the tests that purge single files over the fakes.
+#pragma once
+
+#include "engine/FilePurge.h"
+#include "fakes/ProgramTest.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+inline constexpr const char* path = "C:\\f\\a.bin";
+
+struct FilePurgeTest : ProgramTest {
+    int Purge(const std::string& file, int type, int passes, bool deleteAfter,
+              bool slackOnly = false) {
+        std::int16_t code = 99;
+        const bool done = PurgeFileWithChecks(file, static_cast<std::int16_t>(type),
+                                              static_cast<std::int16_t>(passes), deleteAfter, true,
+                                              true, slackOnly, 0, code, &reach);
+        EXPECT_EQ(done, code >= 0);
+        return code;
+    }
+    /// What a purge that goes well does to the file.
+    std::string Journal(const std::string& file, int type, int passes, bool deleteAfter,
+                        bool slackOnly = false) {
+        fake::journal.clear();
+        EXPECT_EQ(0, Purge(file, type, passes, deleteAfter, slackOnly));
+        return fake::JournalText(file);
+    }
+    std::uint32_t reach = 0;
+};
+
+inline std::vector<fake::Run> Written(const std::string& file) {
+    std::vector<fake::Run> runs;
+    for (const fake::Event& event : fake::journal)
+        if (event.What == "write" && event.Path == file)
+            runs.push_back(event.Data);
+    return runs;
+}
+
+/// What one purge of a file of this length does to it, up to the end of the last overwrite.
+inline std::string Overwrites(int type, int passes, std::uint64_t length, std::uint64_t cluster) {
+    static const std::vector<const char*> values[] = {
+        {"*"}, {"AA", "55", "0A", "F5"}, {"AA", "55", "*", "0A", "F5", "*"}};
+    const std::uint64_t whole =
+        std::max<std::uint64_t>((length + cluster - 1) / cluster, 1) * cluster;
+    std::string text;
+    for (int pass = 0; pass < passes; ++pass)
+        for (const char* value : values[type]) {
+            if (text.empty() && length < std::max<std::uint64_t>(cluster, 4096) && length > 0 &&
+                length < whole)
+                text += "write 0+" + std::to_string(length) + " " + value + "\nflush\n";
+            text += "write 0+" + std::to_string(whole) + " " + value + "\nflush\n";
+        }
+    return text;
+}
