@@ -19,9 +19,6 @@ struct Settings {
 };
 inline Settings settings;
 
-/// The cluster size that the engine is told.
-inline std::int32_t lngClusterSize = 4096;
-
 /// A file of the scratch folder.
 std::string InFolder(const std::string& name);
 /// Makes a file of `length` bytes that are really there, forced to the disk.

@@ -1,6 +1,6 @@
 // One overwrite of a large file by the engine against the plainest loop that writes as much.
 #include "bench/Bench.h"
-
+#include "drives/ClusterSizes.h"
 #include "engine/FilePurge.h"
 #include "platform/Files.h"
 
@@ -23,7 +23,7 @@ void bench::BenchOverwrite() {
     Require(MakeFile(path, settings.Bytes), "the large file could not be made");
     PlainOverwrite(path, settings.Bytes); // both begin with warm caches
     for (const std::int32_t cluster : {4096, 512}) {
-        lngClusterSize = cluster;
+        ChooseClusterSize(path, cluster);
         std::vector<double> ours, plain;
         for (int i = 0; i < settings.Runs; ++i) {
             const auto engine = [&] {
@@ -43,6 +43,6 @@ void bench::BenchOverwrite() {
             Text(Median(ours), 3) + " s / " + Text(Median(plain), 3) + " s = " + Text(ratio, 3),
             "at most 1.05", ratio <= 1.05);
     }
-    lngClusterSize = 4096;
+    ForgetClusterSizes();
     Require(!Failed(platform::RemoveFile(path)), "the large file could not be removed");
 }

@@ -4,8 +4,6 @@
 //
 // The benches are overwrite, small, pump, memory and yield; without a name all of them run.
 #include "bench/Bench.h"
-
-#include "engine/EngineNeeds.h"
 #include "engine/FilePurge.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
@@ -17,19 +15,7 @@
 #include <cstdlib>
 #include <utility>
 
-// What the engine asks of the rooms above it, which are not linked here.
-std::int32_t GetClusterSize(const std::string&) {
-    return bench::lngClusterSize;
-}
-std::int32_t GetRealClusterSize(const std::string&) {
-    return bench::lngClusterSize;
-}
-std::int32_t GetCoveredClusterSize(const std::string&) {
-    return bench::lngClusterSize;
-}
-std::int16_t GetNumberOfPasses() {
-    return 1;
-}
+// What the engine tells the main window, which is not linked here.
 void SetMainLine(MainLine, const std::string&) {}
 void ClearStatus() {}
 void RepaintMain() {}

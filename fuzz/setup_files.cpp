@@ -1,10 +1,10 @@
 // Whatever a setup file holds: no crash, no state that the dialogs could not have, and what was
 // read is written and read again as the same.
 #include "fakes/FakePlatform.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "settings/SetupFiles.h"
-#include "shell/Session.h"
 #include "support/Paths.h"
 
 #include <cstdlib>

@@ -3,7 +3,7 @@
 //
 // Every function returns 0 when it is done and a negative number when it is not; none of them ever
 // makes a file.
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <cstdint>
 #include <windows.h>

@@ -1,34 +1,79 @@
 #!/usr/bin/env bash
 # Checks what docs/architecture.md says of the rooms: who may include whom, where <windows.h> and
-# #ifdef may stand. Prints what breaks a rule.
+# #ifdef may stand, and how files begin, are named and how long they are. Prints what breaks a rule.
 cd "$(dirname "$0")/.." || exit 1
 status=0
 
-# allow ROOM "ROOM ...": a room includes only these, itself, and what all may include.
+complain() {
+    echo "$*"
+    status=1
+}
+
+# allow FOLDER "ROOM ...": the folder's files include only these rooms and the folder itself.
 allow() {
-    local room=$1 pattern
-    pattern="^($room|${2// /|})/|^shell/Session\.h$"
-    [[ "settings report selection shell" == *"$room"* ]] && pattern+='|^disk/DiskProc\.h$'
-    if grep -rnoE '^#include "[^"]+"' "src/$room" | sed -E 's/#include "([^"]+)"/\1/' |
-        awk -F: -v pattern="$pattern" '$3 !~ pattern { print; found = 1 } END { exit !found }'; then
-        echo "src/$room includes what it may not."
-        status=1
+    local folder=$1 pattern
+    pattern="^($folder|${2// /|})/"
+    if grep -rnoE '^ *#include "[^"]+"' "$root$folder" --include='*.cpp' --include='*.h' |
+        sed -E 's/ *#include "([^"]+)"/\1/' |
+        awk -F: -v pattern="$pattern" '$3 ~ "/" && $3 !~ pattern { print; found = 1 } END { exit !found }'; then
+        complain "$root$folder includes what it may not."
     fi
 }
 
-allow platform ""
-allow ui "platform"
-allow support "platform ui"
-allow engine "support platform ui"
-allow settings "engine support platform ui"
-allow selection "settings engine support platform ui"
-allow report "settings engine support platform ui"
-allow disk "report selection settings engine support platform ui"
-allow shell "disk report selection settings engine support platform ui"
+# From the ground floor up. A room may include those below it, never one above.
+root=src/
+seams="platform ui"
+allow platform win32
+allow ui win32
+allow session ""
+below="session $seams"
+for room in support drives engine settings selection report disk shell; do
+    # Neither needs the other.
+    case $room in
+    selection) allow selection "$below" ;;
+    report) allow report "${below/ selection/}" ;;
+    *) allow $room "$below" ;;
+    esac
+    below="$below $room"
+done
+allow app "shell ui platform"
+# A back end knows its seam only, and what all that is written for Windows shares.
+allow win32 ""
+allow platform/win32 "platform win32"
+allow ui/win32 "ui win32"
+root=
+allow nwaux6 win32
+all="shell disk report selection settings engine drives support session platform ui"
+allow tests "$all fakes contract posix windows win32"
+allow tests/fakes "fakes $all"
+allow tests/posix "posix fakes contract $all"
+allow tests/contract "contract fakes posix platform"
+allow bench "$all fakes posix"
 
 if grep -rnE '^ *# *(if|ifdef|elif)|windows\.h' src --include='*.cpp' --include='*.h' |
-    grep -vE '^src/(platform/win32|ui/win32|app)/'; then
-    echo "Only the win32 folders and app/ may know Windows."
-    status=1
+    grep -vE '^src/(win32|platform/win32|ui/win32|app)/'; then
+    complain "Only the win32 folders and app/ may know Windows."
 fi
+
+files() { find src nwaux6 tests bench fuzz -name '*.cpp' -o -name '*.h'; }
+
+# The first line tells a newcomer what lives in the file; a .cpp beside its header may leave that to
+# it only when the header says all.
+for file in $(files); do
+    [ "$(head -c 2 "$file")" = // ] || complain "$file does not begin with what lives there."
+    [ "$(wc -l < "$file")" -le 400 ] || complain "$file has more than 400 lines."
+done
+
+# A public function is defined in the file named like its header. A header that is declared low and
+# defined high, so that a lower room can call up, says so in its first lines ("defined in").
+for header in src/{session,support,drives,engine,settings,selection,report,disk,shell}/*.h; do
+    head -4 "$header" | grep -q 'defined in ' && continue
+    source=${header%.h}.cpp
+    for name in $(awk '/^(inline|constexpr|template|extern|struct|enum|using|namespace|static|#|\/\/)/ { next }
+            /^[A-Za-z_].*[ *&][A-Za-z_0-9]+\(/ { sub(/\(.*/, ""); sub(/.*[ *&]/, ""); print }' "$header"); do
+        if ! grep -qE "^[A-Za-z_].*[ *&]$name\(" "$source" 2> /dev/null; then
+            complain "$header declares $name, which ${source##*/} does not define."
+        fi
+    done
+done
 exit $status

@@ -14,9 +14,10 @@
 // Told, too, but not judged, as the disk has its part in it: how long the interface stood still.
 #include "bench/runs/Tools.h"
 #include "disk/FillDisk.h"
+#include "disk/FillDiskPurge.h"
 #include "disk/FreeSpacePurge.h"
 #include "platform/Files.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -12,8 +12,8 @@
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
+#include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
-#include "shell/Session.h"
 
 #include <windows.h>
 

@@ -5,6 +5,7 @@
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
+#include "shell/frmMainLayout.h"
 #include "ui/Interface.h"
 
 void bench::BeginProgram() {

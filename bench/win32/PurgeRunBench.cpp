@@ -20,10 +20,11 @@
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
-#include "shell/Session.h"
+#include "shell/frmMainLayout.h"
 #include "ui/Interface.h"
 
 #include <windows.h>

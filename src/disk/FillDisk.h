@@ -52,9 +52,3 @@ std::int64_t DummyClusterSize();
 void ReadUnfilledSpace(const std::string& strRoot);
 /// Sets the main window's status line to how much is written and how much is still to be.
 void ShowDummyFileProgress();
-/// Purges every dummy file by the current purge type and deletes them and their folder. Always
-/// true; what became of them is in FillDisk, and blnStop is left set when the user stopped it.
-/// Without blnInteractive no dialog is shown. The last argument is not used.
-bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const std::string&);
-/// Deletes our dummy files in a folder of ours, then the folder. True when nothing is left.
-bool DeleteDummyFiles(const std::string& strFolder);

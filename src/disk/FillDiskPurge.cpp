@@ -1,13 +1,14 @@
 // Purging and deleting the dummy files that FillDisk.cpp wrote.
-#include "disk/FillDisk.h"
+#include "disk/FillDiskPurge.h"
 
+#include "disk/FillDisk.h"
 #include "disk/Folder.h"
 #include "disk/RunProgress.h"
-#include "engine/EngineNeeds.h"
+#include "drives/ClusterSizes.h"
 #include "engine/FileProc.h"
 #include "engine/FilePurge.h"
+#include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
-#include "shell/Session.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"

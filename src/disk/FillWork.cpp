@@ -1,8 +1,8 @@
 // Writing null bytes until the disk is full. Nothing here pumps messages or shows anything.
 #include "disk/FillWork.h"
 
-#include "disk/DiskProc.h"
 #include "disk/FillDisk.h"
+#include "drives/DiskProc.h"
 #include "platform/System.h"
 
 #include <algorithm>

@@ -1,6 +1,8 @@
 // The purge of a drive's free space around the dummy files of FillDisk, with its questions.
 #pragma once
 
+#include "disk/FillDiskPurge.h"
+
 #include <string>
 
 enum class FreeSpaceResult {
@@ -27,3 +29,5 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle);
 std::string UnpurgedText(FreeSpaceResult result);
 /// DeleteDummyFiles, after the main window has said so; nothing for "".
 void DeleteDummiesWithMessage(const std::string& strFolder);
+/// "Purge free space".
+void PurgeFreeSpaceCommand();

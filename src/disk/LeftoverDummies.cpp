@@ -1,13 +1,12 @@
 #include "disk/LeftoverDummies.h"
 
-#include "disk/DiskProc.h"
 #include "disk/DriveChoice.h"
-#include "disk/DriveCommands.h"
 #include "disk/Folder.h"
 #include "disk/FreeSpacePurge.h"
+#include "drives/DiskProc.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "support/MainWindow.h"
 #include "ui/Interface.h"
 

@@ -7,3 +7,6 @@
 void OfferToRemoveLeftoversOn(char chrDrive);
 /// "There is no free space on the disk in Drive X.", and what fills it when that is ours.
 std::string NoFreeSpaceText(char chrDrive);
+/// Looks for dummy folders that a crash left on the drives of this computer, fixed and removable,
+/// and offers to remove them.
+void OfferToRemoveLeftoverDummies();

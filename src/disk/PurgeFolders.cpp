@@ -1,14 +1,16 @@
 // "Purge folders": purges all files of chosen subfolders of some folder.
+#include "disk/PurgeFolders.h"
+
 #include "disk/DriveChoice.h"
-#include "disk/DriveCommands.h"
 #include "disk/FileLoop.h"
 #include "disk/RunProgress.h"
 #include "disk/SystemFolders.h"
 #include "engine/FilePurge.h"
 #include "platform/Places.h"
+#include "selection/frmSubfolders.h"
 #include "selection/Selection.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
-#include "shell/Session.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"

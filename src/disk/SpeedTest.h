@@ -9,3 +9,5 @@
 bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed);
 /// The speed as its texts write it: two decimals, three below 1 MB/s.
 std::string SpeedText(float sngSpeed);
+/// "Test purge speed", from the first query to the result.
+void TestPurgeSpeedCommand();

@@ -18,22 +18,6 @@ void ClearAttribute(const std::string& path, std::uint32_t& attributes, std::uin
     (void)platform::ReadAttributes(path, attributes);
 }
 
-std::string SizeText(double bytes, int decimals, bool blnWithGB) {
-    if (bytes < 1024)
-        return FormatNumber(bytes, 0) + " bytes"; // 0 and 1, too, are "bytes"
-    double value = bytes / 1024;
-    const char* unit = " KB";
-    if (value >= 1024) {
-        value /= 1024;
-        unit = " MB";
-    }
-    if (value >= 1024 && blnWithGB) {
-        value /= 1024;
-        unit = " GB";
-    }
-    return FormatNumber(value, decimals, false) + unit;
-}
-
 template<std::size_t N>
 bool IsOneOf(const std::string& text, const char* const (&list)[N]) {
     return std::find(std::begin(list), std::end(list), text) != std::end(list);
@@ -104,14 +88,6 @@ std::string UniqueNumberedFileName(const std::string& base) {
     strLastBase = base;
     lngLastNumber = number;
     return base + std::to_string(number);
-}
-
-std::string ByteSizeText(double bytes, int decimals) {
-    return SizeText(bytes, decimals, true);
-}
-
-std::string ByteSizeTextUpToMB(double bytes, int decimals) {
-    return SizeText(bytes, decimals, false);
 }
 
 bool IsSensitiveFile(const std::string& path, bool shortList) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Fault.h"
+#include "support/SizeText.h"
 
 #include <cstdint>
 #include <string>
@@ -25,9 +26,5 @@ bool IsGone(const std::string& path);
 std::int64_t GetFileLength(const std::string& path);
 /// `base` followed by 1, 2, 3 ...: the first name that no file has yet.
 std::string UniqueNumberedFileName(const std::string& base);
-/// A size as "0 bytes", "812 bytes", "1.50 KB", "3.00 MB", "1,234.00 GB".
-std::string ByteSizeText(double bytes, int decimals);
-/// The same without the step to GB.
-std::string ByteSizeTextUpToMB(double bytes, int decimals);
 /// Whether the extension is one of documents and programs that other software watches.
 bool IsSensitiveFile(const std::string& path, bool shortList);

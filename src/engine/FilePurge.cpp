@@ -1,9 +1,9 @@
 #include "engine/FilePurge.h"
 
-#include "engine/DriveWork.h"
-#include "engine/EngineNeeds.h"
+#include "drives/ClusterSizes.h"
+#include "drives/DriveWork.h"
+#include "drives/FileSystems.h"
 #include "engine/FileProc.h"
-#include "engine/FileSystems.h"
 #include "engine/HeldFiles.h"
 #include "engine/OverwriteBuffers.h"
 #include "engine/OverwriteFile.h"
@@ -188,6 +188,7 @@ std::int16_t PurgeTargets(std::vector<PurgeTarget>& targets, std::int16_t purgeT
 
     ReseedRandom();
     intPassesDone = 0;
+    intPassesInAll = numPasses;
     blnFirstOverwrite = true;
     blnRecordsHoldFiles = slackOnly && RecordsMayHoldFiles(targets.front().Path);
     dblBytesOverwritten = 0;

@@ -2,7 +2,7 @@
 #include "engine/HeldFiles.h"
 
 #include "platform/System.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "ui/Interface.h"
 
 #include <algorithm>

@@ -1,12 +1,11 @@
 #include "engine/OverwriteFile.h"
 
-#include "engine/DriveWork.h"
-#include "engine/EngineNeeds.h"
+#include "drives/DriveWork.h"
 #include "engine/FilePurge.h"
 #include "engine/HeldFiles.h"
 #include "engine/OverwriteBuffers.h"
 #include "engine/OverwriteSteps.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "ui/Interface.h"
@@ -51,7 +50,7 @@ void ShowPurgeFigure(std::int64_t lngBlocksDone, std::int64_t lngBlocks, std::in
     if (lngBlocksDone < 1 || i <= lngShown)
         return;
     lngShown = i;
-    const double dblAll = std::max<double>(GetNumberOfPasses(), 1) * static_cast<double>(lngBlocks);
+    const double dblAll = static_cast<double>(intPassesInAll) * static_cast<double>(lngBlocks);
     const double dblDone = static_cast<double>(intPassesDone) * static_cast<double>(lngBlocks) +
                            static_cast<double>(i);
     SetMainLine(MainLine::Status, FormatNumber(dblDone * 100 / dblAll, 0) + "% of purge done.");

@@ -20,8 +20,9 @@ struct ClusterSizes {
     std::int32_t Real = 0;    ///< as the drive has it
 };
 
-/// Passes of the current file already finished; for the progress figure only.
+/// Passes of the current file already finished, and how many it gets; for the progress figure only.
 inline std::int16_t intPassesDone = 0;
+inline std::int16_t intPassesInAll = 1;
 /// The file being purged has not been overwritten yet in this purge.
 inline bool blnFirstOverwrite = false;
 /// Names that lead to the data of the file being purged, found out at its first overwrite; 0

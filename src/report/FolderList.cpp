@@ -2,7 +2,7 @@
 
 #include "engine/FileOps.h"
 #include "platform/System.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "support/FolderSearch.h"
 #include "support/Paths.h"
 

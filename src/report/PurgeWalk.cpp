@@ -1,15 +1,17 @@
-#include "engine/DriveWork.h"
+#include "report/PurgeWalk.h"
+
+#include "drives/DriveWork.h"
 #include "engine/FileOps.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "platform/Places.h"
 #include "report/FolderList.h"
 #include "report/frmReport.h"
+#include "report/PurgeOneFile.h"
 #include "report/ReportProgress.h"
 #include "report/ReportText.h"
-#include "report/Walks.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
-#include "shell/Session.h"
 #include "support/Paths.h"
 
 PurgeRun purgeRun;

@@ -2,7 +2,7 @@
 
 #include "report/frmReport.h"
 #include "report/ReportProgress.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "ui/Interface.h"
 
 #include <string_view>

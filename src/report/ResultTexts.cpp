@@ -1,6 +1,7 @@
+#include "report/ResultTexts.h"
+
 #include "engine/FilePurge.h"
 #include "platform/System.h"
-#include "report/Walks.h"
 #include "support/Paths.h"
 
 std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std::string& strPath) {

@@ -1,3 +1,5 @@
+#include "report/RunQueries.h"
+
 #include "engine/FileOps.h"
 #include "platform/Files.h"
 #include "platform/System.h"
@@ -5,11 +7,11 @@
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"
 #include "report/frmReport.h"
+#include "report/PurgeWalk.h"
 #include "report/ReportProgress.h"
 #include "report/ReportText.h"
-#include "report/Walks.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
-#include "shell/Session.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 

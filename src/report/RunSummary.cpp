@@ -1,9 +1,8 @@
 #include "engine/FileProc.h"
 #include "report/frmReport.h"
 #include "report/TimeEstimates.h"
-#include "report/Walks.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
-#include "shell/Session.h"
 #include "support/Numbers.h"
 
 namespace {

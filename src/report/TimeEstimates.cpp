@@ -2,8 +2,8 @@
 
 #include "engine/FileProc.h"
 #include "report/frmReport.h"
+#include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
-#include "shell/Session.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "support/StrProc.h"

@@ -1,7 +1,7 @@
 #include "report/frmConfirmFiles.h"
 
 #include "report/frmReport.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "ui/Interface.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "report/frmPurgeWarning.h"
 
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "ui/Interface.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include "report/frmPurgeWarning.h"
 #include "report/ReportProgress.h"
 #include "report/ReportText.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "ui/Interface.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 // The report window: the running text of a listing or purge run, and its controls.
 #pragma once
 
+#include "report/BatchDriver.h"
 #include "ui/Controls.h"
 
 #include <cstdint>

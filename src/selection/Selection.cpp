@@ -2,15 +2,13 @@
 
 #include "platform/Files.h"
 #include "platform/System.h"
-#include "shell/Session.h"
+#include "selection/frmDrives.h"
+#include "selection/frmFileSpecification.h"
+#include "selection/frmSubfolders.h"
+#include "session/Session.h"
 #include "support/FolderSearch.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
-
-// Each in the file of its form.
-void LoadFileSpecificationForm();
-void LoadSubfoldersForm();
-void LoadDrivesForm();
 
 void LoadSelectionForms() {
     LoadFileSpecificationForm();

@@ -11,23 +11,6 @@ void LoadSelectionForms();
 /// The folder browser; a folder path with a drive letter and a trailing backslash, "" when
 /// cancelled or refused with a message.
 std::string BrowseFolder(const std::string& strTitle);
-/// The file-specification dialog for a folder: "*.*", "*.ext", a wildcard form or one file name;
-/// "" when cancelled.
-std::string AskFileSpecification(const std::string& strFolder);
-/// What becomes of the chosen subfolders: the chooser says it inside.
-enum class SubfolderUse { Purge, Keep };
-enum class SubfolderChoice {
-    Chosen,
-    NoneChosen, ///< the user accepted that none is chosen
-    Cancelled,
-    NotOffered ///< the list could not be read whole, or F10 ended the reading; the user knows
-};
-/// The subfolder chooser. `strChosen` takes the chosen names, one per line ending in CR LF; "" in
-/// every case but the first. Links to folders are not offered.
-SubfolderChoice SelectSubfolders(const std::string& strFolder, const std::string& strTitle,
-                                 SubfolderUse use, std::string& strChosen);
-/// The drive chooser: one of the letters, or 0 when cancelled.
-char ChooseDrive(const std::string& strTitle, const std::string& strLetters);
 
 /// Settles the path of a chosen file or folder once: it becomes the real one, which is shown, asked
 /// about and purged. A place without a drive letter keeps the letter that it was chosen by. False,

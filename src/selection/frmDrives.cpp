@@ -1,7 +1,7 @@
 #include "selection/frmDrives.h"
 
-#include "disk/DiskProc.h"
-#include "engine/DriveWork.h"
+#include "drives/DiskProc.h"
+#include "drives/DriveWork.h"
 #include "engine/FileProc.h"
 #include "platform/Drives.h"
 #include "selection/Selection.h"

@@ -11,3 +11,8 @@ struct FrmDrives : ui::Form {
     char chrDrive = 0; ///< the letter that was accepted, 0 after Cancel
 };
 extern FrmDrives frmDrives;
+
+/// Lays the dialog out and binds its handlers; once, at start-up.
+void LoadDrivesForm();
+/// The drive chooser: one of the letters, or 0 when cancelled.
+char ChooseDrive(const std::string& strTitle, const std::string& strLetters);

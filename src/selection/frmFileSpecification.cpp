@@ -2,7 +2,7 @@
 
 #include "platform/System.h"
 #include "selection/Selection.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "support/FolderSearch.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"

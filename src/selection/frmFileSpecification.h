@@ -22,3 +22,9 @@ struct FrmFileSpecification : ui::Form {
     std::string strResult;
 };
 extern FrmFileSpecification frmFileSpecification;
+
+/// Lays the dialog out and binds its handlers; once, at start-up.
+void LoadFileSpecificationForm();
+/// The file-specification dialog for a folder: "*.*", "*.ext", a wildcard form or one file name;
+/// "" when cancelled.
+std::string AskFileSpecification(const std::string& strFolder);

@@ -2,7 +2,7 @@
 
 #include "platform/Folders.h"
 #include "platform/System.h"
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"

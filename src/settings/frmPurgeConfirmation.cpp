@@ -1,44 +1,19 @@
-// The last confirmation before a purge, the purge options, and the cluster sizes.
+// The last confirmation before a purge, and the purge options.
 #include "settings/frmPurgeConfirmation.h"
 
-#include "disk/DiskProc.h"
-#include "engine/DriveWork.h"
+#include "drives/ClusterSizes.h"
+#include "drives/DiskProc.h"
 #include "platform/Drives.h"
-#include "platform/Places.h"
 #include "support/Paths.h"
 #include "support/ProgramTexts.h"
 #include "ui/Interface.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 
 FrmPurgeConfirmation frmPurgeConfirmation;
 
 namespace {
-
-constexpr std::int32_t lngLeastClusterSize = 512; ///< less in the cache means: unknown
-constexpr std::int32_t lngMaxClusterSize = 65536;
-constexpr std::int32_t lngClusterSizeUnknownFloppy = 512; ///< drives A and B
-constexpr std::int32_t lngClusterSizeUnknown = 4096;      ///< what most file systems take
-
-/// Root of the volume of the folder settled last, where that is mounted in a folder and has no
-/// letter; "": it has one.
-std::string strMountedRoot;
-constexpr std::size_t intMounted = 26; ///< its place in the tables, behind the letters
-
-/// Per drive letter; below 512: unknown.
-std::array<std::int32_t, 27> lngClusterSizes{};
-/// The same as the drives have them, above 64 KiB too; the user's choice does not touch them.
-std::array<std::int32_t, 27> lngRealClusterSizes{};
-
-/// The place in the tables for a drive letter or a path; one past the end when there is none.
-std::size_t PlaceOf(const std::string& strDriveLetter) {
-    if (!strMountedRoot.empty() && strDriveLetter.starts_with(strMountedRoot))
-        return intMounted;
-    const int intDrive = DriveIndexOf(strDriveLetter + ":");
-    return intDrive < 0 ? intMounted + 1 : static_cast<std::size_t>(intDrive);
-}
 
 // What the dialog is shown for.
 std::string strFolderShown;
@@ -96,12 +71,12 @@ void frmPurgeConfirmation_Activate() {
     f.cmdDoPurge.Caption = blnSingleFileShown ? "Yes, purge this file" : "Yes, purge these files";
 
     f.fraClusterSize.Visible = false;
-    const std::string strDrive = DriveShown();
     SelectClusterSize(GetClusterSize(strFolderShown));
     f.lblFileSystem.Caption = strFileSystemShown;
     f.lblFileSystem.Visible = false;
+    const std::string strMountedRoot = MountedRootOf(strFolderShown);
     f.fraClusterSize.Caption =
-        strMountedRoot.empty() ? "Drive " + strDrive : "Volume in " + strMountedRoot;
+        strMountedRoot.empty() ? "Drive " + DriveShown() : "Volume in " + strMountedRoot;
     f.fraClusterSize.Visible = true;
 
     f.chkDeleteEmptyFolders.Visible = blnFoldersShown;
@@ -128,10 +103,11 @@ void cmdDoPurge_Click() {
     // The box is disabled, but keeps its check, while slack-only is on.
     blnDeleteEmptyFolders = f.chkDeleteEmptyFolders.Value == 1 && !blnPurgeSlackOnly;
 
-    const std::size_t intPlace = PlaceOf(strFolderShown);
-    if (intPlace <= intMounted && f.cboClusterSize.ListIndex >= 0)
-        lngClusterSizes[intPlace] = static_cast<std::int32_t>(
-            f.cboClusterSize.Items[static_cast<std::size_t>(f.cboClusterSize.ListIndex)].Data);
+    if (f.cboClusterSize.ListIndex >= 0)
+        ChooseClusterSize(
+            strFolderShown,
+            static_cast<std::int32_t>(
+                f.cboClusterSize.Items[static_cast<std::size_t>(f.cboClusterSize.ListIndex)].Data));
 
     f.lblFileSystem.Caption.clear();
     GiveBackDoNotDelete();
@@ -219,9 +195,7 @@ void InitializePurgeOptions() {
     blnPurgeSlackOnly = blnDoNotDeletePurgedFiles = blnOKToPurgeReadOnlyFiles = false;
     blnOKToPurgeSystemFiles = blnOKToPurgeSensitiveFiles = false;
     blnFolderNamesOnly = blnDeleteEmptyFolders = false;
-    lngClusterSizes.fill(0);
-    lngRealClusterSizes.fill(0);
-    strMountedRoot.clear();
+    ForgetClusterSizes();
     f.cboClusterSize.Items = {{"512 bytes", 512}, {"1 KB", 1024},  {"2 KB", 2048},
                               {"4 KB", 4096},     {"8 KB", 8192},  {"16 KB", 16384},
                               {"32 KB", 32768},   {"64 KB", 65536}};
@@ -234,54 +208,6 @@ std::array<ui::CheckBox*, 7> PurgeOptionBoxes() {
             &f.chkDeleteEmptyFolders};
 }
 
-std::int32_t GetRealClusterSize(const std::string& strDriveLetter) {
-    const std::size_t intPlace = PlaceOf(strDriveLetter);
-    // No drive has such a letter: a mistake of the caller. The usual size does no harm.
-    if (intPlace > intMounted)
-        return lngClusterSizeUnknown;
-    std::int32_t& lngCached = lngRealClusterSizes[intPlace];
-    if (lngCached >= lngLeastClusterSize)
-        return lngCached;
-    double dblFree = 0;
-    const std::int32_t lngSize = GetClusterSizeAndFreeSpace(
-        intPlace == intMounted ? strMountedRoot
-                               : std::string(1, static_cast<char>('A' + intPlace)) + ":\\",
-        dblFree);
-    if (lngSize >= 0)
-        lngCached = lngSize;
-    return lngSize >= 0    ? lngSize
-           : intPlace <= 1 ? lngClusterSizeUnknownFloppy
-                           : lngClusterSizeUnknown;
-}
-
-std::int32_t GetClusterSize(const std::string& strDriveLetter) {
-    const std::size_t intPlace = PlaceOf(strDriveLetter);
-    if (intPlace > intMounted)
-        return lngClusterSizeUnknown;
-    std::int32_t& lngCached = lngClusterSizes[intPlace];
-    if (lngCached < lngLeastClusterSize)
-        lngCached = std::min(GetRealClusterSize(strDriveLetter), lngMaxClusterSize);
-    return lngCached;
-}
-
-void SettleVolume(const std::string& strFolder) {
-    std::string strRoot;
-    auto fault = platform::Fault::None;
-    WorkOnDrive(strFolder, [&] { fault = platform::ReadVolumeRoot(strFolder, strRoot); });
-    if (Failed(fault) || strRoot.size() <= 3)
-        strRoot.clear();
-    if (strRoot == strMountedRoot)
-        return;
-    strMountedRoot = strRoot;
-    lngClusterSizes[intMounted] = lngRealClusterSizes[intMounted] = 0;
-}
-
-std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter) {
-    const std::int32_t lngSize = GetClusterSize(strDriveLetter);
-    return lngSize < lngMaxClusterSize ? lngSize
-                                       : std::max(lngSize, GetRealClusterSize(strDriveLetter));
-}
-
 bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders) {
     strFolderShown = folder;
     blnSingleFileShown = blnSingleFile;
@@ -291,7 +217,7 @@ bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFold
     (void)GetClusterSize(folder);
     platform::VolumeFacts volume;
     strFileSystemShown =
-        !strMountedRoot.empty() || Failed(GetVolumeFacts(DriveShown() + ":\\", volume))
+        !MountedRootOf(folder).empty() || Failed(GetVolumeFacts(DriveShown() + ":\\", volume))
             ? ""
             : volume.FileSystem;
     ui::ShowModal(frmPurgeConfirmation);

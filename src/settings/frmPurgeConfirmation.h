@@ -1,6 +1,7 @@
 // The dialog with the last confirmation before a purge, and the purge options.
 #pragma once
 
+#include "drives/ClusterSizes.h"
 #include "ui/Controls.h"
 
 #include <array>
@@ -36,19 +37,6 @@ inline bool blnDeleteEmptyFolders = false;
 std::array<ui::CheckBox*, 7> PurgeOptionBoxes();
 /// Boxes, flags and the cluster-size cache as at start-up.
 void InitializePurgeOptions();
-/// The cluster size of the drive in bytes, from the cache or the operating system. A path may stand
-/// in the letter's place, see SettleVolume.
-std::int32_t GetClusterSize(const std::string& strDriveLetter);
-/// Finds out on which volume a folder lies whose files are purged next. One that is mounted in a
-/// folder has clusters of its own, which paths that lie on it are then given. No walk leads from
-/// one volume into another.
-void SettleVolume(const std::string& strFolder);
-/// The cluster size in bytes that the drive has, above 64 KiB too; the choice in the dialog does
-/// not count.
-std::int32_t GetRealClusterSize(const std::string& strDriveLetter);
-/// Overwrites end at a multiple of this: GetClusterSize, or the real size where it is larger than
-/// the list of sizes goes.
-std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter);
 /// Shows the dialog for a folder's drive; true when the user goes on. With a single file the
 /// accept caption is in the singular; without folders the empty-folder box is hidden and cleared.
 bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders);

@@ -1,10 +1,9 @@
 // Looking through folders with the windows alive: what yields, what is said, and how F10 ends it.
 #include "support/FolderSearch.h"
-
-#include "engine/DriveWork.h"
+#include "drives/DriveWork.h"
 #include "platform/System.h"
+#include "session/Session.h"
 #include "shell/frmMain.h"
-#include "shell/Session.h"
 #include "support/MainWindow.h"
 #include "ui/Interface.h"
 

@@ -1,5 +1,7 @@
 // "List files, estimate time" and "Purge files": the checks and questions before a run, and the
 // main window around it.
+#include "shell/ProcessCommands.h"
+
 #include "engine/FilePurge.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
@@ -8,11 +10,11 @@
 #include "report/BatchDriver.h"
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmReport.h"
+#include "report/ListWalk.h"
 #include "selection/Selection.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "shell/frmMain.h"
-#include "shell/PurgeCommands.h"
-#include "shell/Session.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"

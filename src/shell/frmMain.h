@@ -36,9 +36,6 @@ struct FrmMain : ui::Form {
 };
 extern FrmMain frmMain;
 
-/// Lays the window out, writes its captions and binds every handler; once, at start-up.
-void LoadMainForm();
-
 /// Enables or disables the menu and the setup panel; around long operations, on every way out.
 void EnableMain(bool blnEnabled);
 /// Sets the quit guard and starts Clock2, which takes it away after a second.
@@ -56,3 +53,18 @@ void UpdateConfirmFilesLabels();
 void UpdateTypeOfPurgeLabel();
 /// lblSetupFilename: the setup in force, "" for none.
 void SetSetupFilename(const std::string& strName);
+
+// Handlers that belong to the window itself; bound in frmMainLayout.cpp.
+
+void cmdTypeOfPurge_Click();
+void cmdHelp_Click();
+void cmdQuit_Click();
+/// Why Windows must not shut down now, "" when it may.
+std::string ShutdownObjection();
+void lblOnlineDocumentation_Click();
+void lblCorvaneSystems_Click();
+void Clock2_Tick();
+/// The focus follows the mouse.
+void Button_MouseOver(ui::Control& control);
+/// F10 asks for a stop, whichever window has the focus.
+void KeyReleased(int intKeyCode);

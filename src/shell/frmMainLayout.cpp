@@ -1,11 +1,15 @@
 // The main window's look: places, captions, colours; and the binding of all its handlers.
-#include "disk/DriveCommands.h"
+#include "shell/frmMainLayout.h"
+
+#include "disk/DiskPurge.h"
+#include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
+#include "disk/SpeedTest.h"
 #include "report/frmReport.h"
 #include "shell/frmMain.h"
-#include "shell/MainHandlers.h"
-#include "shell/PurgeCommands.h"
+#include "shell/ProcessCommands.h"
 #include "shell/SetupCommands.h"
+#include "shell/SpecifyCommands.h"
 
 #include <initializer_list>
 

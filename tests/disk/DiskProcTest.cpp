@@ -1,4 +1,4 @@
-#include "disk/DiskProc.h"
+#include "drives/DiskProc.h"
 #include "fakes/ProgramTest.h"
 
 using DiskProcTest = ProgramTest;

@@ -1,5 +1,6 @@
 // "Purge disk": every box, every answer, and what is left on the disk.
 #include "DriveTest.h"
+#include "selection/frmDrives.h"
 
 #include <map>
 

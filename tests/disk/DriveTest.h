@@ -6,9 +6,9 @@
 #include "fakes/ProgramTest.h"
 #include "selection/frmDrives.h"
 #include "selection/frmSubfolders.h"
+#include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
-#include "shell/Session.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // "Purge free space" from the click to the last box.
+#include "disk/LeftoverDummies.h"
 #include "DriveTest.h"
-
-#include "disk/DriveCommands.h"
+#include "selection/frmDrives.h"
 #include "settings/frmPurgeConfirmation.h"
 
 #include <utility>

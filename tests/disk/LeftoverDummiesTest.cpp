@@ -1,7 +1,7 @@
 // What an interrupted run left behind: at the start, and on a stick that is chosen later.
+#include "disk/LeftoverDummies.h"
 #include "DriveTest.h"
-
-#include "disk/DriveCommands.h"
+#include "selection/frmDrives.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // "Test purge speed" from the click to the result.
-#include "DriveTest.h"
-
 #include "disk/SpeedTest.h"
+#include "DriveTest.h"
+#include "selection/frmDrives.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Purging files of every kind: changed meanwhile, in records, sparse, in clouds, with several
 // names, in large clusters, on full disks.
+#include "drives/FileSystems.h"
 #include "engine/FilePurgeTest.h"
-#include "engine/FileSystems.h"
 
 using platform::Fault;
 

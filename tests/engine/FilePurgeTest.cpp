@@ -1,10 +1,10 @@
 #include "engine/FilePurge.h"
-#include "engine/DriveWork.h"
-#include "engine/EngineNeeds.h"
+#include "drives/ClusterSizes.h"
+#include "drives/DriveWork.h"
 #include "engine/FilePurgeTest.h"
 #include "engine/HeldFiles.h"
+#include "session/Session.h"
 #include "shell/frmMain.h"
-#include "shell/Session.h"
 
 #include <algorithm>
 

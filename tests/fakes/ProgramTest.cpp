@@ -1,8 +1,7 @@
 #include "fakes/ProgramTest.h"
-
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
-#include "shell/Session.h"
 
 void ProgramTest::SetUp() {
     fake::Reset();

@@ -1,14 +1,14 @@
 // The program over the POSIX back end, as the tests and the benches run it.
-#include "posix/ScratchRoot.h"
-
 #include "fakes/FakePlatform.h"
 #include "fakes/ScriptedUser.h"
+#include "posix/ScratchRoot.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
-#include "shell/Session.h"
+#include "shell/frmMainLayout.h"
 #include "shell/Startup.h"
 
 namespace posix {

@@ -1,4 +1,5 @@
 // Listing and counting runs, the estimates, and the report window by itself.
+#include "report/ListWalk.h"
 #include "report/RunTest.h"
 
 using fake::user;

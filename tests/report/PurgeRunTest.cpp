@@ -2,8 +2,8 @@
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"
+#include "report/ResultTexts.h"
 #include "report/RunTest.h"
-#include "report/Walks.h"
 #include "support/StrProc.h"
 
 using fake::user;

@@ -5,9 +5,9 @@
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
 #include "report/ReportText.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
-#include "shell/Session.h"
 #include "support/Numbers.h"
 
 #include <algorithm>

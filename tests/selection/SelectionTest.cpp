@@ -4,8 +4,8 @@
 #include "selection/frmDrives.h"
 #include "selection/frmFileSpecification.h"
 #include "selection/frmSubfolders.h"
+#include "session/Session.h"
 #include "shell/frmMain.h"
-#include "shell/Session.h"
 
 using fake::user;
 

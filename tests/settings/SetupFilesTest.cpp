@@ -1,10 +1,10 @@
 // Setup files: what is written, what is read back, and what a fault leaves.
 #include "settings/SetupFiles.h"
 #include "fakes/ProgramTest.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "settings/TextFiles.h"
-#include "shell/Session.h"
 
 #include <vector>
 

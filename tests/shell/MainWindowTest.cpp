@@ -1,5 +1,5 @@
 // Start-up, the main window's labels and its own commands.
-#include "shell/Session.h"
+#include "session/Session.h"
 #include "shell/ShellTest.h"
 
 #include <set>

@@ -2,10 +2,10 @@
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmPurgeWarning.h"
 #include "report/frmReport.h"
+#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
-#include "shell/PurgeCommands.h"
-#include "shell/Session.h"
 #include "shell/ShellTest.h"
+#include "shell/SpecifyCommands.h"
 
 using fake::user;
 

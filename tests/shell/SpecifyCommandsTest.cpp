@@ -1,6 +1,6 @@
 // Choosing what is to be purged: files, folders, subfolders, by dialogs, dropped, or given.
-#include "shell/PurgeCommands.h"
-#include "shell/Session.h"
+#include "shell/SpecifyCommands.h"
+#include "session/Session.h"
 #include "shell/ShellTest.h"
 
 #include <thread>

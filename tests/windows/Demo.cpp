@@ -3,10 +3,10 @@
 //
 // NW_TEST_FOLDER is that folder, made by tools/demo.sh, which also takes the pictures that are
 // asked for here, and compares what is left afterwards.
+#include "disk/DiskPurgeQueries.h"
+#include "support/StrProc.h"
 #include "windows/Environment.h"
 #include "windows/WindowTest.h"
-
-#include "support/StrProc.h"
 
 #include <iostream>
 

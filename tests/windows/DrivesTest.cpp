@@ -1,9 +1,9 @@
 // The commands on whole drives through the real windows, on a small drive that really fills up.
 // NW_SMALL_DRIVE names it ("T:\"); everything on it is destroyed.
+#include "platform/Drives.h"
+#include "selection/frmDrives.h"
 #include "windows/Environment.h"
 #include "windows/WindowTest.h"
-
-#include "platform/Drives.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,7 +1,7 @@
 // What the programs of this folder are told by environment variables.
 #pragma once
 
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <cstdlib>
 #include <string>

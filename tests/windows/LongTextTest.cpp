@@ -1,6 +1,6 @@
 // A long text in its window: whoever looks gets all of it, whatever has reached the window so far.
-#include "platform/win32/Wide.h"
 #include "ui/Interface.h"
+#include "win32/Wide.h"
 
 #include <gtest/gtest.h>
 

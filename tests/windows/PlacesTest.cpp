@@ -1,7 +1,6 @@
 // Names and places through the real windows: what was chosen goes, and nothing else.
+#include "win32/Wide.h"
 #include "windows/WindowTest.h"
-
-#include "platform/win32/Wide.h"
 
 using namespace driver;
 

@@ -1,8 +1,7 @@
 // Purges in the real report window: to the end, paused, continued, stopped, interrupted.
-#include "windows/WindowTest.h"
-
-#include "platform/win32/Wide.h"
 #include "support/StrProc.h"
+#include "win32/Wide.h"
+#include "windows/WindowTest.h"
 
 #include <algorithm>
 #include <thread>

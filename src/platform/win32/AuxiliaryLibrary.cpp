@@ -1,9 +1,8 @@
 // nwaux6.dll, the program's auxiliary library.
-#include "platform/System.h"
-
 #include "platform/Files.h"
+#include "platform/System.h"
 #include "platform/win32/LastFault.h"
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <windows.h>
 

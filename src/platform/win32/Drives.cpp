@@ -1,7 +1,6 @@
 #include "platform/Drives.h"
-
 #include "platform/win32/LastFault.h"
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <windows.h>
 

@@ -1,9 +1,8 @@
 // What is asked and done by a file's name: attributes, facts, streams, deletion, renaming.
 #include "platform/Files.h"
-
 #include "platform/win32/FindData.h"
 #include "platform/win32/LastFault.h"
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <cwchar>
 #include <windows.h>

@@ -1,8 +1,7 @@
 // Open files: reading, writing, lengths. Names and attributes are in FileNames.cpp.
 #include "platform/Files.h"
-
 #include "platform/win32/LastFault.h"
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <algorithm>
 #include <windows.h>

@@ -1,9 +1,8 @@
 #include "platform/Folders.h"
-
 #include "platform/Files.h"
 #include "platform/win32/FindData.h"
 #include "platform/win32/LastFault.h"
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <windows.h>
 

@@ -1,7 +1,6 @@
 // The user's regional settings, and the case of letters, which does not depend on them.
 #include "platform/System.h"
-
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <algorithm>
 #include <cstdio>

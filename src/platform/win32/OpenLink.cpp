@@ -1,9 +1,8 @@
 // Opening links and documents with the rights that the user has without elevation: a browser with
 // an administrator's rights would be a present to every page that it shows.
 #include "platform/System.h"
-
 #include "platform/win32/LastFault.h"
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <windows.h>
 

@@ -1,9 +1,8 @@
 // Where paths lead: identity of folders, folders held open, real paths, volumes.
 #include "platform/Places.h"
-
 #include "platform/win32/FindData.h"
 #include "platform/win32/LastFault.h"
-#include "platform/win32/Wide.h"
+#include "win32/Wide.h"
 
 #include <windows.h>
 

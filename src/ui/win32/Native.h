@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-#include "platform/win32/Wide.h"
 #include "ui/Interface.h"
+#include "win32/Wide.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,9 +1,9 @@
-#include "disk/DiskProc.h"
+#include "drives/DiskProc.h"
 
-#include "engine/DriveWork.h"
-#include "engine/FileProc.h"
+#include "drives/DriveWork.h"
 #include "platform/Drives.h"
 #include "support/Numbers.h"
+#include "support/SizeText.h"
 
 #include <algorithm>
 

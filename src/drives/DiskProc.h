@@ -1,4 +1,4 @@
-// Facts about drives. Includes nothing above engine/, and may be included from settings/. What asks
+// Facts about drives. What asks
 // a device does so off the interface thread where it may have to wait for it: messages are pumped
 // meanwhile.
 #pragma once

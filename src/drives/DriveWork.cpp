@@ -1,6 +1,6 @@
 // Which drives are quick enough for the interface thread: a stick may take half a second for a
 // flush, a disk that sleeps ten seconds to spin up.
-#include "engine/DriveWork.h"
+#include "drives/DriveWork.h"
 
 #include "platform/System.h"
 #include "support/Paths.h"

@@ -1,7 +1,7 @@
 // The file systems of the drives, asked for once in a run.
-#include "engine/FileSystems.h"
+#include "drives/FileSystems.h"
 
-#include "engine/DriveWork.h"
+#include "drives/DriveWork.h"
 #include "platform/Drives.h"
 #include "support/Paths.h"
 

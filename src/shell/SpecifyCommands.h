@@ -1,5 +1,4 @@
-// The main window's commands with which the user says what is to be purged, and then lists or
-// purges it.
+// The commands with which the user says what is to be purged.
 #pragma once
 
 #include <string>
@@ -14,8 +13,7 @@ void cmdConfirmFiles_Click();
 void cmdClear_Click();
 /// Forgets folder and file specification, and the labels say so.
 void ClearSpecification();
-/// 0: "List files, estimate time", 1: "Purge files".
-void cmdProcessFiles_Click(int intIndex);
+
 /// Files or a folder were dropped on the main window.
 void FilesDroppedOnMain(const std::vector<std::string>& paths);
 /// What the command line names, in full: to be asked before the current folder changes.

@@ -1,0 +1,32 @@
+// The boxes of the disk purge: estimate, plan, exclusions and the last questions.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// What the user chose and what is known of the drive in hand.
+struct DiskPurgeState {
+    char chrDrive = 0;
+    std::string strRoot;                 ///< "X:\"
+    std::int64_t lngTopFiles = 0;        ///< files in the root, what is never purged left out
+    std::vector<std::string> subfolders; ///< names of the root's folders, links left out
+    bool blnExcludeTopFiles = false;
+    std::vector<std::string> excluded; ///< names of excluded top-level folders
+    std::int64_t NonExcluded() const;  ///< number of top-level folders to be purged
+    bool IsExcluded(const std::string& strName) const;
+};
+
+// The boxes of the disk purge, in their order. Each returns false when the operation is to end.
+
+/// The speed test, where the drive has no measured speed yet. sngSpeed stays 0 without success.
+bool MeasureSpeed(const DiskPurgeState& state, float& sngSpeed);
+/// Capacity and estimated times, or that they cannot be had.
+bool ShowDiskEstimate(const DiskPurgeState& state, float sngSpeed);
+bool ShowPlan(const DiskPurgeState& state);
+bool AskAboutTopFiles(DiskPurgeState& state);
+bool AskAboutTopFolders(DiskPurgeState& state);
+bool AskAboutSystemFolders(const DiskPurgeState& state);
+/// Sets blnDisplayDialogBoxesDuringRemainderOfPurgeDrive.
+bool AskAboutInterruption();
+bool ShowFilesNext(const DiskPurgeState& state, const std::string& strUndone);

@@ -1,0 +1,102 @@
+// The cluster sizes of the drives: as they have them, and as the user chose them for the purge.
+#include "drives/ClusterSizes.h"
+
+#include "drives/DiskProc.h"
+#include "drives/DriveWork.h"
+#include "platform/Places.h"
+#include "support/Paths.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace {
+
+constexpr std::int32_t lngLeastClusterSize = 512; ///< less in the cache means: unknown
+constexpr std::int32_t lngMaxClusterSize = 65536;
+constexpr std::int32_t lngClusterSizeUnknownFloppy = 512; ///< drives A and B
+constexpr std::int32_t lngClusterSizeUnknown = 4096;      ///< what most file systems take
+
+/// Root of the volume of the folder settled last, where that is mounted in a folder and has no
+/// letter; "": it has one.
+std::string strMountedRoot;
+constexpr std::size_t intMounted = 26; ///< its place in the tables, behind the letters
+
+/// Per drive letter; below 512: unknown.
+std::array<std::int32_t, 27> lngClusterSizes{};
+/// The same as the drives have them, above 64 KiB too; the user's choice does not touch them.
+std::array<std::int32_t, 27> lngRealClusterSizes{};
+
+/// The place in the tables for a drive letter or a path; one past the end when there is none.
+std::size_t PlaceOf(const std::string& strDriveLetter) {
+    if (!strMountedRoot.empty() && strDriveLetter.starts_with(strMountedRoot))
+        return intMounted;
+    const int intDrive = DriveIndexOf(strDriveLetter + ":");
+    return intDrive < 0 ? intMounted + 1 : static_cast<std::size_t>(intDrive);
+}
+
+} // namespace
+
+std::int32_t GetRealClusterSize(const std::string& strDriveLetter) {
+    const std::size_t intPlace = PlaceOf(strDriveLetter);
+    // No drive has such a letter: a mistake of the caller. The usual size does no harm.
+    if (intPlace > intMounted)
+        return lngClusterSizeUnknown;
+    std::int32_t& lngCached = lngRealClusterSizes[intPlace];
+    if (lngCached >= lngLeastClusterSize)
+        return lngCached;
+    double dblFree = 0;
+    const std::int32_t lngSize = GetClusterSizeAndFreeSpace(
+        intPlace == intMounted ? strMountedRoot
+                               : std::string(1, static_cast<char>('A' + intPlace)) + ":\\",
+        dblFree);
+    if (lngSize >= 0)
+        lngCached = lngSize;
+    return lngSize >= 0    ? lngSize
+           : intPlace <= 1 ? lngClusterSizeUnknownFloppy
+                           : lngClusterSizeUnknown;
+}
+
+std::int32_t GetClusterSize(const std::string& strDriveLetter) {
+    const std::size_t intPlace = PlaceOf(strDriveLetter);
+    if (intPlace > intMounted)
+        return lngClusterSizeUnknown;
+    std::int32_t& lngCached = lngClusterSizes[intPlace];
+    if (lngCached < lngLeastClusterSize)
+        lngCached = std::min(GetRealClusterSize(strDriveLetter), lngMaxClusterSize);
+    return lngCached;
+}
+
+void SettleVolume(const std::string& strFolder) {
+    std::string strRoot;
+    auto fault = platform::Fault::None;
+    WorkOnDrive(strFolder, [&] { fault = platform::ReadVolumeRoot(strFolder, strRoot); });
+    if (Failed(fault) || strRoot.size() <= 3)
+        strRoot.clear();
+    if (strRoot == strMountedRoot)
+        return;
+    strMountedRoot = strRoot;
+    lngClusterSizes[intMounted] = lngRealClusterSizes[intMounted] = 0;
+}
+
+std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter) {
+    const std::int32_t lngSize = GetClusterSize(strDriveLetter);
+    return lngSize < lngMaxClusterSize ? lngSize
+                                       : std::max(lngSize, GetRealClusterSize(strDriveLetter));
+}
+
+void ChooseClusterSize(const std::string& strPath, std::int32_t lngSize) {
+    const std::size_t intPlace = PlaceOf(strPath);
+    if (intPlace <= intMounted)
+        lngClusterSizes[intPlace] = lngSize;
+}
+
+std::string MountedRootOf(const std::string& strPath) {
+    return PlaceOf(strPath) == intMounted ? strMountedRoot : std::string();
+}
+
+void ForgetClusterSizes() {
+    lngClusterSizes.fill(0);
+    lngRealClusterSizes.fill(0);
+    strMountedRoot.clear();
+}

@@ -1,0 +1,9 @@
+// Sizes in bytes as a person reads them.
+#pragma once
+
+#include <string>
+
+/// A size as "0 bytes", "812 bytes", "1.50 KB", "3.00 MB", "1,234.00 GB".
+std::string ByteSizeText(double bytes, int decimals);
+/// The same without the step to GB.
+std::string ByteSizeTextUpToMB(double bytes, int decimals);
