@@ -1,3 +1,4 @@
+// Tells how long the interface thread went without looking for messages.
 #include "bench/Heartbeat.h"
 
 #include <algorithm>

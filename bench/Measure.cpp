@@ -1,3 +1,4 @@
+// Seconds and medians.
 #include "bench/Measure.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// What the benches of whole runs share.
 #include "bench/runs/Tools.h"
 
 #include "platform/Files.h"

@@ -1,3 +1,4 @@
+// "Purge disk", from the choice of the drive to its end. Its boxes are in DiskPurgeQueries.cpp.
 #include "disk/DiskPurge.h"
 
 #include "disk/DiskPurgeQueries.h"

@@ -1,3 +1,4 @@
+// Chooses a drive that can be written to, and puts everything to rest after a command on drives.
 #include "disk/DriveChoice.h"
 
 #include "disk/FillDisk.h"

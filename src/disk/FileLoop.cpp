@@ -1,3 +1,5 @@
+// The loop over all files of folder trees: counts them, then purges them one by one, and tells what
+// was left.
 #include "disk/FileLoop.h"
 
 #include "disk/RunProgress.h"

@@ -1,3 +1,4 @@
+// Makes, recognises, lists and removes the folders that hold dummy files.
 #include "disk/Folder.h"
 
 #include "platform/Folders.h"

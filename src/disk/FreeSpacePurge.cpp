@@ -1,3 +1,4 @@
+// "Purge free space": plans the dummy files, announces them, has them written and purged.
 #include "disk/FreeSpacePurge.h"
 
 #include "disk/DriveChoice.h"

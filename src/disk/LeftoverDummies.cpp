@@ -1,3 +1,4 @@
+// Finds dummy folders of earlier runs, says what was interrupted, and removes them on request.
 #include "disk/LeftoverDummies.h"
 
 #include "disk/DriveChoice.h"

@@ -1,3 +1,4 @@
+// The clock of the commands on drives: time line and share in the main window.
 #include "disk/RunProgress.h"
 
 #include "platform/System.h"

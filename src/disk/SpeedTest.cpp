@@ -1,3 +1,4 @@
+// "Test purge speed": writes and purges the test quantity, takes the time, tells the result.
 #include "disk/SpeedTest.h"
 
 #include "disk/DriveChoice.h"

@@ -1,3 +1,4 @@
+// Facts about drives: clusters, free space, which come first, whether one is ready.
 #include "drives/DiskProc.h"
 
 #include "drives/DriveWork.h"

@@ -1,3 +1,4 @@
+// The system-extension table, the program's own folder, and the classification of a file.
 #include "engine/FileOps.h"
 
 #include "platform/System.h"

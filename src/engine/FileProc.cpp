@@ -1,3 +1,4 @@
+// Lengths, deletion and extensions of single files, and the calls of the auxiliary library.
 #include "engine/FileProc.h"
 
 #include "platform/Files.h"

@@ -1,3 +1,4 @@
+// All passes over one file and its streams: the checks before, the deletion or the length after.
 #include "engine/FilePurge.h"
 
 #include "drives/ClusterSizes.h"

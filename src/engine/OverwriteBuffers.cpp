@@ -1,3 +1,4 @@
+// Builds the blocks of bit patterns and pseudo-random bytes, and the fill of a slack area.
 #include "engine/OverwriteBuffers.h"
 
 #include "support/Numbers.h"

@@ -1,3 +1,5 @@
+// Prepares one overwrite and runs its steps: runs of blocks, progress, stop, waiting for held
+// files.
 #include "engine/OverwriteFile.h"
 
 #include "drives/DriveWork.h"

@@ -1,3 +1,4 @@
+// A run from its header to its closing lines: prepares it, starts the walk, closes it.
 #include "report/BatchDriver.h"
 
 #include "drives/FileSystems.h"

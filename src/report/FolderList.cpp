@@ -1,3 +1,4 @@
+// Takes one folder's list: which files match, what is a link, what is never purged.
 #include "report/FolderList.h"
 
 #include "engine/FileOps.h"

@@ -1,3 +1,4 @@
+// The walk of a listing run, and the same walk on the side, which only counts.
 #include "report/ListWalk.h"
 
 #include "engine/FileProc.h"

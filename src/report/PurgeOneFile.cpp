@@ -1,3 +1,4 @@
+// One file of a purge run: classification, questions, the loop over its passes, and its line.
 #include "report/PurgeOneFile.h"
 
 #include "engine/FileOps.h"

@@ -1,3 +1,4 @@
+// The walk of a purge run: each folder is held open, its files are purged, then its subfolders.
 #include "report/PurgeWalk.h"
 
 #include "drives/DriveWork.h"

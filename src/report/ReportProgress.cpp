@@ -1,3 +1,4 @@
+// The clock of a run in the report window: files and bytes done, elapsed and remaining time.
 #include "report/ReportProgress.h"
 
 #include "engine/FilePurge.h"

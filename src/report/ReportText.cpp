@@ -1,3 +1,5 @@
+// The report's text and its limit: appending, replacing the last line, what happens when it is
+// full.
 #include "report/ReportText.h"
 
 #include "report/frmReport.h"

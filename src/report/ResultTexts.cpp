@@ -1,3 +1,4 @@
+// The table of texts for result codes, and the remarks on what writing in place does not reach.
 #include "report/ResultTexts.h"
 
 #include "engine/FilePurge.h"

@@ -1,3 +1,4 @@
+// The questions of a purge run: sensitive extensions, monitoring, other names, confirmation.
 #include "report/RunQueries.h"
 
 #include "engine/FileOps.h"

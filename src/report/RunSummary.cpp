@@ -1,3 +1,4 @@
+// The lines that close a listing or a purge run.
 #include "engine/FileProc.h"
 #include "report/frmReport.h"
 #include "report/TimeEstimates.h"

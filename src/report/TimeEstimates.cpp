@@ -1,3 +1,4 @@
+// How long a purge would take: the estimate after a listing, the table, and that of a single file.
 #include "report/TimeEstimates.h"
 
 #include "engine/FileProc.h"

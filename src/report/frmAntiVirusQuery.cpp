@@ -1,3 +1,4 @@
+// The file-monitoring query, and the advice that the main window gives with it.
 #include "report/frmAntiVirusQuery.h"
 
 #include "ui/Interface.h"

@@ -1,3 +1,4 @@
+// The confirmation of a single file.
 #include "report/frmConfirmFiles.h"
 
 #include "report/frmReport.h"

@@ -1,3 +1,4 @@
+// The purge advice.
 #include "report/frmPurgeWarning.h"
 
 #include "session/Session.h"

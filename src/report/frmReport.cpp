@@ -1,3 +1,4 @@
+// The report window: its layout and its buttons, pause and stop.
 #include "report/frmReport.h"
 
 #include "report/frmAntiVirusQuery.h"

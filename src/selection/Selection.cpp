@@ -1,3 +1,4 @@
+// The folder browser, and what every chosen path goes through: it is resolved, checked and held.
 #include "selection/Selection.h"
 
 #include "platform/Files.h"

@@ -1,3 +1,4 @@
+// The drive chooser.
 #include "selection/frmDrives.h"
 
 #include "drives/DiskProc.h"

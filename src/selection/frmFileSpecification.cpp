@@ -1,3 +1,4 @@
+// The file-specification dialog: its four kinds, what they accept, and how many files match.
 #include "selection/frmFileSpecification.h"
 
 #include "platform/System.h"

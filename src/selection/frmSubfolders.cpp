@@ -1,3 +1,5 @@
+// The subfolder chooser: the list with its counts, and the words that say what becomes of the
+// choice.
 #include "selection/frmSubfolders.h"
 
 #include "platform/Folders.h"

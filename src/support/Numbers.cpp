@@ -1,3 +1,4 @@
+// Numbers by the user's regional settings, rounding, and the generator of random numbers.
 #include "support/Numbers.h"
 
 #include "platform/System.h"

@@ -1,3 +1,4 @@
+// Parts of paths, and the match of file names against file specifications.
 #include "support/Paths.h"
 
 #include "platform/Places.h"

@@ -1,3 +1,4 @@
+// The built-in texts, and the file that may replace them, read with bounds.
 #include "support/ProgramTexts.h"
 
 #include "platform/Files.h"

@@ -1,3 +1,4 @@
+// Counts in words, durations, and small procedures on texts.
 #include "support/StrProc.h"
 
 #include "support/Numbers.h"

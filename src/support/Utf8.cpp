@@ -1,3 +1,4 @@
+// Checks and counts UTF-8.
 #include "support/Utf8.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// What every platform back end must do with files.
 #include "contract/ContractWorld.h"
 
 #include <algorithm>

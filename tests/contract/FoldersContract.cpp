@@ -1,3 +1,4 @@
+// What every platform back end must do with folders.
 #include "contract/ContractWorld.h"
 #include "platform/Places.h"
 #include "platform/System.h"

@@ -1,3 +1,4 @@
+// Facts about drives.
 #include "drives/DiskProc.h"
 #include "fakes/ProgramTest.h"
 

@@ -1,3 +1,4 @@
+// Procedures on single files.
 #include "engine/FileProc.h"
 #include "engine/FileOps.h"
 #include "fakes/ProgramTest.h"

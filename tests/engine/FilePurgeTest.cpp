@@ -1,3 +1,4 @@
+// The purge engine over the fake platform: every byte that it writes, and what it makes of faults.
 #include "engine/FilePurge.h"
 #include "drives/ClusterSizes.h"
 #include "drives/DriveWork.h"

@@ -1,3 +1,4 @@
+// Starts the whole program over the fakes, and puts everything back after a test.
 #include "fakes/ProgramTest.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"

@@ -1,3 +1,4 @@
+// Opens paths below the scratch root, and nothing outside it.
 #include "posix/ScratchRoot.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// Parts of paths, and file specifications.
 #include "support/Paths.h"
 #include "fakes/FakePlatform.h"
 

@@ -1,3 +1,4 @@
+// The file of program texts, whole, broken and missing.
 #include "support/ProgramTexts.h"
 #include "fakes/ProgramTest.h"
 

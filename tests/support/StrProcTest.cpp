@@ -1,3 +1,4 @@
+// Counts and durations as texts.
 #include "support/StrProc.h"
 #include "fakes/ProgramTest.h"
 #include "support/Numbers.h"

@@ -1,3 +1,4 @@
+// Finds windows and controls by their captions, clicks, types and reads.
 #include "windows/Driver.h"
 
 #include "windows/Environment.h"

@@ -1,3 +1,4 @@
+// Starts the real program for a test, and ends it.
 #include "windows/WindowTest.h"
 
 #include "windows/Environment.h"

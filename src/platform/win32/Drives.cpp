@@ -1,3 +1,4 @@
+// Drives on Windows: letters, types, clusters, space, volumes, and the flushing of their records.
 #include "platform/Drives.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"

@@ -1,3 +1,4 @@
+// Folders on Windows: enumeration, making, removing.
 #include "platform/Folders.h"
 #include "platform/Files.h"
 #include "platform/win32/FindData.h"

@@ -1,3 +1,4 @@
+// The table that makes faults of Windows' error numbers.
 #include "platform/win32/LastFault.h"
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// Well-known folders, the command line, the clock and the program itself, as Windows gives them.
 #include "platform/System.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"

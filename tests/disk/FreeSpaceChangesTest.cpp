@@ -1,0 +1,124 @@
+// "Purge free space" where the free space changes meanwhile, or does not belong to the user.
+#include "FreeSpaceTest.h"
+#include "selection/frmDrives.h"
+#include "settings/frmPurgeConfirmation.h"
+
+#include <utility>
+
+namespace {
+
+TEST_F(FreeSpaceTest, DummiesAreWholeRealClustersAndAQuotaIsTold) {
+    using Lengths64 = std::vector<std::uint64_t>;
+    const std::string unfilled =
+        "5.00 MB of free space could not be filled and may still hold old data.\r\n"
+        "A disk quota or the system itself keeps it back.";
+    // The quota ends in the middle of a cluster; the user has chosen smaller ones.
+    Begin(20 * MiB);
+    fake::PutFile("D:\\docs\\letter.txt", "");
+    fake::drives['D'].KeptBack = 5 * MiB + 1000;
+    user.Modal(frmPurgeConfirmation, [] {
+        fake::Choose(frmPurgeConfirmation.cboClusterSize, "512 bytes");
+        fake::Click(frmPurgeConfirmation.cmdDoPurge);
+    });
+    (void)AskPurgeOptions("D:\\", false, true);
+    Announce(0, "15.00 MB", "A dummy file");
+    Lengths64 lengths;
+    Written(
+        "2 dummy files have been written.", [&] { lengths = Lengths(); }, unfilled + "\r\n");
+    user.Box(strTitle, strPurged + ("\r\n" + unfilled), fake::Informs);
+    Click();
+    ASSERT_EQ(2u, lengths.size());
+    EXPECT_EQ(15 * MiB - 4096, lengths[0]);
+    EXPECT_LE(lengths[1], 4096u);
+    // What is free belongs to others only.
+    fake::drives['D'].KeptBack = 20 * MiB;
+    ChooseDrive(strQuestion);
+    user.BoxLike(strTitle, [](const std::string& text) {
+        return text == "There is no free space on the disk in Drive D.\r\n"
+                       "20.00 MB of free space could not be filled and may still hold old data.\r\n"
+                       "A disk quota or the system itself keeps it back.";
+    });
+    Click();
+    // exFAT's clusters: a dummy is as many as its size needs.
+    DriveTest::SetUp();
+    fake::AddDrive('D', 128 * MiB, 32 * MiB);
+    Announce(0, "128.00 MB", "3 dummy files");
+    Written("2 dummy files have been written.", [&] { lengths = Lengths(); });
+    user.Box(strTitle, strPurged);
+    Click();
+    EXPECT_EQ((Lengths64{64 * MiB, 64 * MiB}), lengths);
+}
+
+TEST_F(FreeSpaceTest, SpaceThatIsFreedMeanwhileIsFilledToo) {
+    Begin(500 * MiB);
+    fake::Drive& drive = fake::drives['D'];
+    LeaveFree(10 * MiB);
+    ChooseDrive(strQuestion);
+    user.BoxLike(strTitle, [&](const std::string& text) { // while this is shown
+        LeaveFree(140 * MiB);
+        return text.find("has 10.00 MB free") != text.npos;
+    });
+    std::uint64_t most = 0;
+    Paths lines;
+    fake::OnCall("WriteBytes", [&](const std::string&) {
+        if (most == 0 && drive.Free() < 20 * MiB && frmMain.lblStatus.Caption[0] == 'W') {
+            most = drive.Free() + 250 * MiB;
+            LeaveFree(most); // a disk clean-up, say, or restore points that Windows gives up
+        }
+        lines.push_back(frmMain.lblStatus.Caption);
+        lines.push_back(frmMain.lblLargePurgeMessage.Caption);
+        return Fault::None;
+    });
+    int late = 0;
+    fake::OnCall("FlushRecords", [&](const std::string&) {
+        if (++late <= 2)
+            LeaveFree(3 * MiB);
+        return Fault::None;
+    });
+    Written("10 dummy files have been written.", [&] { EXPECT_EQ(0u, drive.Free()); });
+    user.Box(strTitle, strPurged);
+    Click();
+    EXPECT_EQ(3, late);
+    for (const char* line :
+         {"3 dummy files are being written to fill the disk in Drive D.\r\nTo interrupt this "
+          "operation press the F10 key twice\r\nand wait for the 'Cancel' query.\r\n",
+          "Written: 70 MB (50%)   To be written: 70 MB",
+          "Written: 300 MB (77%)   To be written: 90 MB"})
+        EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(), line)) << line;
+    for (const std::string& line : lines)
+        if (line.find("%)") != line.npos) {
+            EXPECT_LE(std::stoi(line.substr(line.find('(') + 1)), 100) << line;
+        }
+    // Freed when cluster by cluster is written: in runs again, after a MiB of them.
+    LeaveFree(10 * MiB);
+    int calls = 0;
+    bool freed = false;
+    fake::OnCall("WriteBytes", [&](const std::string&) {
+        if (!freed && drive.Free() <= 65536) {
+            freed = true;
+            LeaveFree(30 * MiB);
+        }
+        if (const auto& line = frmMain.lblStatus.Caption; line.find("%)") != line.npos) {
+            EXPECT_LE(std::stoi(line.substr(line.find('(') + 1)), 100) << line;
+        }
+        ++calls;
+        return Fault::None;
+    });
+    Announce(0, "10.00 MB", "A dummy file");
+    Written(strOne, [&] { EXPECT_LT(calls, 1000); });
+    user.Box(strTitle, strPurged);
+    Click();
+    // A drive that shrinks nothing and is never full.
+    LeaveFree(100 * MiB);
+    int flat = 0;
+    fake::OnCall("WriteBytes", [&](const std::string&) {
+        drive.Capacity += MiB;
+        return ++flat < 1000 ? Fault::None : Fault::WriteFault;
+    });
+    Announce(0, "100.00 MB", "2 dummy files");
+    user.Box("Error", "Error: The free space does not shrink as files are written", fake::Warns);
+    Click();
+    EXPECT_LT(flat, 400);
+}
+
+} // namespace

@@ -1,0 +1,236 @@
+// Purge runs that ask, pause, stop, or fill the report: what the user is asked and shown.
+#include "report/frmAntiVirusQuery.h"
+#include "report/frmConfirmFiles.h"
+#include "report/frmPurgeWarning.h"
+#include "report/RunTest.h"
+
+using fake::user;
+using platform::Fault;
+
+namespace {
+
+const std::string strAsked = "C:\\d\\a.exe\r\n\r\nYou have requested to purge a file with an "
+                             "\"exe\" extension.\r\nDo you wish to allow all files with this "
+                             "extension to be purged?\r\n(Permission lasts only during the course "
+                             "of this operation.)";
+
+const std::string strNoneStopped = "\nNumber of files purged: 0\n\nPurge operation was stopped.\n";
+
+TEST_F(RunTest, AsksOncePerSensitiveExtension) {
+    PutFiles({"a.exe", "b.EXE", "c.dll", "d.dll", "e.txt"});
+    user.Box("Purge query", strAsked, ui::AnswerNo,
+             {ui::Icon::Question, ui::Buttons::YesNoCancel, 2});
+    user.BoxLike("Purge query", "a file with a \"dll\" extension.", ui::AnswerYes);
+    // The second file of the refused extension has its path and nothing more.
+    EXPECT_EQ(Middle(Purge()), R"(
+C:\d\
+
+C:\d\a.exe: exe files are not purged.
+C:\d\b.EXE
+C:\d\c.dll (1 bytes) purged
+C:\d\d.dll (1 bytes) purged
+C:\d\e.txt (1 bytes) purged
+Number of files purged: 3
+
+Sum of sizes of files purged: 3 bytes
+)");
+    // A new run asks anew; permission for all asks nothing.
+    user.Box("Purge query", strAsked, ui::AnswerCancel);
+    user.Box("Purge cancelled", "Purge operation cancelled.  No files purged.");
+    EXPECT_EQ(Middle(Purge()), "\nC:\\d\\\n\nC:\\d\\a.exe -- not purged.\n" + strNoneStopped);
+    EXPECT_TRUE(user.Boxes.front().EscapeHeld);
+    blnOKToPurgeSensitiveFiles = true;
+    EXPECT_NE(Purge().find("Number of files purged: 2\n"), std::string::npos);
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 0U);
+    // None is purged, but the data of one are destroyed.
+    blnOKToPurgeSensitiveFiles = false;
+    PutFiles({"stuck.txt", "a.exe"});
+    fake::FailAlways("RemoveFile", "stuck.txt", Fault::AccessDenied);
+    user.Box("Purge query", strAsked, ui::AnswerCancel);
+    user.Box("Purge cancelled", "Purge operation terminated.");
+    Purge();
+}
+
+TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
+    const auto press = [](ui::Button& button) {
+        user.Modal(*button.Parent, [&button] { fake::Click(button); });
+    };
+    const auto purge = [] {
+        blnShowPurgeWarning = true;
+        PutFiles({"a.txt", "b.doc", "c.rtf", "d.docx"});
+        return Middle(Purge());
+    };
+    press(frmAntiVirusQuery.cmdNo);
+    purge();
+    // Yes brings the advice, before every such file; it can cancel, and can be switched off.
+    press(frmAntiVirusQuery.cmdYes);
+    user.Modal(frmPurgeWarning, [] {
+        fake::PressEscape(frmPurgeWarning); // does nothing in a purge
+        fake::Click(frmPurgeWarning.cmdOK);
+    });
+    user.Modal(frmPurgeWarning, [] {
+        EXPECT_EQ(frmPurgeWarning.lblMessage.Caption,
+                  "The file C:\\d\\c.rtf will now be purged.  If Norton AntiVirus Auto-Protect (or "
+                  "a similar utility) is active then it may produce a warning message (each time "
+                  "the file  is to be overwritten).  If so, do not stop the operation but rather "
+                  "allow it to continue.\r\n\r\nIt is better to disable your antivirus software "
+                  "either before running Nullwright or during a run (like now).");
+        fake::Click(frmPurgeWarning.chkDontShowAgain);
+        fake::Click(frmPurgeWarning.cmdStopPurge);
+    });
+    user.Box("Purge cancelled", "Purge operation terminated.");
+    EXPECT_TRUE(
+        purge().ends_with("C:\\d\\b.doc (1 bytes) purged\nC:\\d\\c.rtf -- not purged.\n\n"
+                          "Number of files purged: 2\n\nSum of sizes of files purged: 2 bytes\n\n"
+                          "Purge operation was stopped.\n"));
+    EXPECT_FALSE(blnShowPurgeWarning);
+    user.Modal(frmAntiVirusQuery, [] { fake::CloseForm(frmAntiVirusQuery); });
+    user.Box("Purge cancelled", "Purge operation terminated.");
+    purge();
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 3U);
+}
+
+TEST_F(RunTest, EachFileIsConfirmedUntilAllAre) {
+    PutFiles({"a.txt", "b.txt", "c.txt", "d.txt"});
+    const std::string kept = "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n";
+    blnConfirmFiles = true;
+    user.Modal(frmConfirmFiles, [] {
+        // The report behind the question shows all that was written before it.
+        EXPECT_TRUE(frmReport.txbText.Text.ends_with("\r\nC:\\d\\\r\n\r\n"));
+        fake::PressEnter(frmConfirmFiles);
+    });
+    user.Modal(frmConfirmFiles, [] {
+        EXPECT_EQ(frmConfirmFiles.lblFile.Caption, "C:\\d\\b.txt");
+        fake::Click(frmConfirmFiles.cmdYes);
+    });
+    user.Modal(frmConfirmFiles, [] { fake::Click(frmConfirmFiles.cmdYesAndDontShowAgain); });
+    EXPECT_TRUE(Middle(Purge()).starts_with(kept));
+    EXPECT_EQ(fake::FilesBelow("C:\\d"), std::vector<std::string>{"C:\\d\\a.txt"});
+    fake::PutFile("C:\\d\\b.txt");
+    user.Modal(frmConfirmFiles, [] {
+        fake::Advance(60000); // the user's time, not the run's
+        fake::Click(frmConfirmFiles.cmdStopPurge);
+    });
+    EXPECT_EQ(Middle(Purge(), "once", "12:01:00"), kept + strNoneStopped);
+    EXPECT_EQ(frmReport.lblProgress.Caption, "1 file in less than a second.");
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
+}
+
+TEST_F(RunTest, PausesInTheMiddleOfAPassSequence) {
+    fake::PutBigFile("C:\\d\\a.txt", 3 << 20);
+    fake::PutFile("C:\\d\\b.txt");
+    sngPurgeSpeeds[2] = 1; // MB/s: three seconds for one overwrite of the first file
+    SetPasses(3);
+    const auto shows = [](const std::string& end) {
+        return [end] { return Plain(frmReport.txbText.Text).ends_with(end); };
+    };
+    std::size_t written = 0;
+    const auto goOn = [&] {
+        EXPECT_LE(fake::journal.size(), written + 1); // the pass in hand was finished
+        EXPECT_EQ(frmReport.lblPausedDone.Caption, "Paused");
+        fake::Advance(60000); // the pause does not count
+        fake::Click(frmReport.cmdPauseContinue);
+    };
+    user.During(shows("a.txt (3,145,728 bytes) purging\n1__ "), [&] {
+        EXPECT_FALSE(fake::CanReach(frmReport.cmdStop));
+        EXPECT_EQ(frmReport.cmdPauseContinue.Caption, "Pause at next purge");
+        fake::Click(frmReport.cmdPauseContinue);
+        written = fake::journal.size();
+        user.During([] { return user.TaskbarPaused; }, goOn);
+    });
+    user.During(shows("purging\n12_ "), [] { fake::PressEscape(frmReport); });
+    EXPECT_TRUE(
+        Middle(Purge(), "3 times", "12:01:00")
+            .starts_with("\nC:\\d\\\n\nC:\\d\\a.txt (3,145,728 bytes) purged\nC:\\d\\b.txt"));
+}
+
+TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
+    const std::string stopped = "\nC:\\d\\\n\nC:\\d\\a.txt (1 bytes) purging stopped after pass 1 "
+                                "of 3, not purged.\n";
+    const auto purging = [] { return fake::CallsMade("FlushBytes") > 0; };
+    // Stop while paused, close while running and while paused, and F10.
+    for (int how = 0; how < 4; ++how) {
+        SCOPED_TRACE(how);
+        Begin(3);
+        PutFiles({"a.txt"});
+        if (how < 3)
+            PutFiles({"b.txt"});
+        user.During(purging, [how] {
+            if (how < 2)
+                fake::Click(frmReport.cmdPauseContinue);
+            if (how == 0)
+                return user.During([] { return user.TaskbarPaused; },
+                                   [] { fake::Click(frmReport.cmdStop); });
+            how == 3 ? fake::PressF10() : fake::CloseForm(frmReport);
+        });
+
+        EXPECT_EQ(Middle(Purge(), "3 times"), stopped + strNoneStopped);
+        EXPECT_EQ(frmReport.lblPausedDone.Caption, "Stopped");
+        EXPECT_LT(frmReport.barProgress.Fraction, 1);
+        EXPECT_EQ(frmReport.Visible, how == 0 || how == 3);
+
+        EXPECT_EQ(fake::FilesBelow("C:\\d").size(), how < 3 ? 2U : 1U);
+    }
+}
+
+TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
+    fake::PutFile("C:\\d\\a.txt");
+    const std::int64_t yields = user.Yields; // the first pump of the run is that of its header
+    user.During([yields] { return user.Yields > yields; }, [] { fake::PressF10(); });
+    EXPECT_EQ(Middle(Purge()), strNoneStopped.substr(1));
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 1U);
+    EXPECT_FALSE(frmReport.barProgress.Visible);
+    // One that comes while the first file is looked at leaves that alone, and no pass does, too.
+    user.During(
+        [] {
+            return fake::CallsMade("ReadClusterFacts") > 0 && frmReport.blnRunning &&
+                   Plain(frmReport.txbText.Text).ends_with("purging");
+        },
+        [] { fake::PressF10(); });
+    const std::string kept = "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n";
+    EXPECT_EQ(Middle(Purge()), kept + strNoneStopped);
+    SetPasses(0);
+    EXPECT_EQ(Middle(Purge(), "0 times"), kept + "Number of files purged: 0\n");
+    EXPECT_EQ(fake::ContentOf("C:\\d\\a.txt"), "x");
+    SetPasses(1);
+    // Nor is one that comes where there are folders only.
+    fake::PutFolder("C:\\d\\p");
+    blnSubdirectories = true;
+    frmReport.lngNumFilesExpected = 1; // no yields for a count
+    const std::int64_t before = user.Yields;
+    user.During([before] { return user.Yields > before + 1; }, [] { fake::PressF10(); });
+    EXPECT_TRUE(Purge("*.none").find("was stopped.") != std::string::npos);
+}
+
+TEST_F(RunTest, AFullReportDoesNotEndThePurge) {
+    const std::string name(200, 'n');
+    for (int i = 0; i < 800; ++i)
+        fake::PutFile("C:\\d\\" + name + std::to_string(1000 + i) + (i < 400 ? ".swp" : ""));
+    const std::string report = Purge();
+    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 400U);
+    EXPECT_LE(frmReport.txbText.Text.size(), lngMaxReportText);
+    const std::string foot =
+        "swap file), not purged.\n\nThe report buffer has been filled, so this report cannot "
+        "continue.  The purge operation will continue, but without report of results for "
+        "individual files.\n\nNumber of files purged: 400\n\nSum of sizes of files purged: 400 "
+        "bytes\n11/21/2026, 12:00:00\n";
+    EXPECT_TRUE(report.ends_with(foot)) << report.substr(report.size() - 600);
+    // 1,024 characters and the line that they broke were cut off at the limit.
+    EXPECT_GT(frmReport.txbText.Text.size(), lngMaxReportText - 1024 - 250);
+}
+
+TEST_F(RunTest, ShowsOnlyTheProgressThatIsKnown) {
+    fake::drives['C'].BytesPerSecond = 1 << 20;
+    fake::PutBigFile("C:\\d\\0", 64 << 20).Denied = true; // not purged: no work any more
+    fake::PutBigFile("C:\\d\\a", 16 << 20);
+    user.During([] { return user.TaskbarFraction >= 0.5; },
+                [] {
+                    EXPECT_EQ(frmReport.lblProgress.Caption,
+                              "1 of 2 files.  Elapsed: 9s.  Remaining: about 9s.");
+                });
+    Purge();
+    EXPECT_TRUE(frmReport.barProgress.Visible);
+    EXPECT_EQ(frmReport.barProgress.Fraction, 1);
+}
+
+} // namespace
