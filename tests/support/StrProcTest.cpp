@@ -1,6 +1,7 @@
-// Counts and durations as texts.
+// Counts, durations and faults as texts.
 #include "support/StrProc.h"
 #include "fakes/ProgramTest.h"
+#include "platform/Fault.h"
 #include "support/Numbers.h"
 
 using StrProcTest = ProgramTest;
@@ -81,4 +82,15 @@ TEST_F(StrProcTest, RandomNumbersAreUniformAndNeverTheSameAgain) {
     const float first = NextRandom(), second = NextRandom();
     ReseedRandom();
     EXPECT_FALSE(first == NextRandom() && second == NextRandom());
+}
+
+TEST(FaultText, ShowsTheSystemsNumberWhereItTellsMore) {
+    using platform::Fault;
+    EXPECT_EQ("Access was denied", FaultText(Fault{Fault::AccessDenied.Kind, 5}));
+    EXPECT_EQ("Access was denied (error 225)", FaultText(Fault{Fault::AccessDenied.Kind, 225}));
+    EXPECT_EQ("Another program is using the file (error 1224)",
+              FaultText(Fault{Fault::SharingViolation.Kind, 1224}));
+    EXPECT_EQ("The system reported an unknown error (error 1117)",
+              FaultText(Fault{Fault::Other.Kind, 1117}));
+    EXPECT_EQ("The disk is full", FaultText(Fault::DiskFull));
 }
