@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// What the user chose and what is known of the drive in hand.
+/// What the user chose and what is known of its drive.
 struct DiskPurgeState {
     char chrDrive = 0;
     std::string strRoot;                 ///< "X:\"

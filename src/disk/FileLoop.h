@@ -23,7 +23,7 @@ struct FileLoop {
     std::vector<std::string> otherNames; ///< the first of them
     std::int64_t lngUnreadFolders = 0;   ///< folders that could not be listed
     std::int64_t lngDone = 0;            ///< files the loop is through with
-    int intPassesOver = 0;               ///< of the file in hand
+    int intPassesOver = 0;               ///< of the current file
     bool blnBegun = false;               ///< a folder was looked at
 };
 

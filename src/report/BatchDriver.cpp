@@ -138,7 +138,7 @@ void CloseRun() {
     f.lblDots.Visible = false;
     EndReportLine();
     AppendBeyondLimit(SummaryText() + (f.blnPurgeFiles ? DateAndTime() : std::string()));
-    if (WasStopped()) // by F10, say, or out of a pause
+    if (WasStopped()) // by F10, for example, or out of a pause
         f.lblPausedDone.Caption = "Stopped";
     if (f.lblPausedDone.Caption != "Paused" && f.lblPausedDone.Caption != "Stopped")
         f.lblPausedDone.Caption = "Done";

@@ -2,7 +2,7 @@
 #pragma once
 
 /// Empties the report window for the operation that frmReport's state describes: before it is
-/// shown, lest the last run be seen under this one's caption.
+/// shown. Otherwise the last run's text would be seen under this one's caption.
 void ResetReportWindow();
 /// Runs the operation described by frmReport's state; returns when it is done, stopped or
 /// cancelled. The report window is shown by the caller before.

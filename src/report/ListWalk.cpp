@@ -17,7 +17,7 @@
 
 namespace {
 
-// The walk in hand is one on the side: it counts, and writes nothing.
+// The current walk only counts and writes nothing.
 bool blnCountingOnly = false;
 // It counts what a purge will do: what is never purged is left out, and watched files are noted.
 bool blnForPurge = false;

@@ -64,7 +64,7 @@ bool PurgeFolderFiles(const std::string& folder, const std::string& filespec, bo
     return !platform::Failed(fault) && !blnStop;
 }
 
-// In a folder the attribute protects nothing: it marks one with an icon of its own, say. Yet the
+// On a folder the attribute protects nothing: it marks one with an icon, for example. Yet the
 // system removes none that has it.
 platform::Fault RemoveEvenReadOnly(const std::string& folder) {
     const platform::Fault fault = platform::RemoveFolder(folder);

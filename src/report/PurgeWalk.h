@@ -8,7 +8,7 @@
 struct PurgeRun {
     std::int16_t intPurgeType = 0;
     std::int16_t intNumberOfPasses = 0;
-    std::int32_t lngClusterSize = 0; ///< bytes, of the drive in hand
+    std::int32_t lngClusterSize = 0; ///< bytes, of the current drive
     double dblRulerLength = 0;       ///< bytes from which a file gets the progress ruler
     bool blnMonitoringAsked = false; ///< the file-monitoring query comes once per run
     bool blnNoMonitoring = false;    ///< it was answered No: no advice in this run
@@ -21,5 +21,5 @@ extern PurgeRun purgeRun;
 void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
                         bool blnSlackOnly);
 
-/// The line of a link, lest it be passed over in silence: it is left alone.
+/// Writes the line of a link. It is left alone, and the user should know.
 void TellLink(const std::string& strPath);

@@ -26,7 +26,7 @@ bool blnBegun = false;
 bool blnInPause = false;
 std::int64_t lngFilesDone = 0;
 double dblBytesDone = 0;
-int intPassesOver = 0; // of the file in hand
+int intPassesOver = 0; // of the current file
 int intPassesInAll = 1;
 double dblBytesInHand = 0;
 
@@ -145,7 +145,7 @@ void EndReportProgress() {
             FilesText(lngFilesDone) + " in " +
             (Elapsed() < 1000 ? "less than a second" : TimeOf(static_cast<double>(Elapsed()))) +
             ".";
-        // After a stop the bar stays where it stood: the file in hand counts as dealt with now.
+        // After a stop the bar stays where it stood: the current file counts as dealt with now.
         if (!blnStop)
             frmReport.barProgress.Fraction = 1;
     }

@@ -15,7 +15,7 @@ void PauseReportProgress(bool blnPaused);
 /// A file was dealt with. The bytes of one that was not purged are no work any more, neither done
 /// nor to be done.
 void NoteFileDone(double dblBytes, bool blnPurged);
-/// So many passes over the file in hand are done; the engine tells how far the next one is.
+/// So many passes over the current file are done; the engine tells how far the next one is.
 void NotePasses(int intDone, int intPasses, std::int64_t lngFileLength);
 /// Shows what the whole run took. The bar of a run with files stays, to show how far it came.
 void EndReportProgress();

@@ -52,7 +52,7 @@ void CheckPauseStop();
 /// Places everything by the window's size and by what is shown; the text gets what the two rows
 /// below it leave.
 void LayOutReport();
-/// Captions, widths and visibility of Pause and Stop for the run in hand.
+/// Captions, widths and visibility of Pause and Stop for the current run.
 void SetRunButtons();
 /// The main window's "Report": the window with its text, or "Nothing to report!".
 void ShowReportAgain();

@@ -42,7 +42,7 @@ inline std::string strDummyFileFolderStub = strDefaultDummyFileFolderStub;
 /// Largest dummy file written in one piece, bytes.
 constexpr double dblStandardDummySize = 52428800;
 inline double dblMaxSizeDummyFile = dblStandardDummySize;
-/// How many dummy files will fill the drive in hand.
+/// How many dummy files will fill the current drive.
 inline std::int64_t intNumDummyFiles = 0;
 /// Bytes in the free clusters of the drive last asked about.
 inline double dblSpaceInFreeClusters = 0;

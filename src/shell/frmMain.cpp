@@ -77,8 +77,8 @@ void OpenAddress(const std::string& strAddress) {
         ui::Complain("Cannot open " + strAddress + ".\r\n" + platform::FaultText(fault) + ".");
 }
 
-/// An operation is under way. That the menu alone is disabled says less: so it is, too, while a
-/// setup is being loaded or saved.
+/// An operation is under way. The menu alone does not tell: it is also disabled while a setup is
+/// loaded or saved.
 bool IsRunning() {
     return !frmMain.fraSetup.Enabled;
 }
@@ -108,8 +108,8 @@ void UpdateFilesLabels() {
 
 void UpdateSubdirectoriesLabels() {
     bool blnFound = true;
-    // A folder that cannot be read now (its medium is out, say), or that the user does not want to
-    // wait for, leaves the choice as it is.
+    // The choice stays as it is where the folder cannot be read now, for example with its medium
+    // out, and where the user does not want to wait for it.
     if (!strDirPath.empty())
         (void)RunSearch("Reading " + strDirPath,
                         [&] { (void)LookForSubfolders(strDirPath, blnFound); });

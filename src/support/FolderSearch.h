@@ -13,7 +13,7 @@
 platform::Fault SearchFolder(const std::string& strFolder,
                              const std::function<bool(const platform::FolderEntry&)>& visit);
 
-/// What the search in hand says of itself, "" when there is none or it is not half a second old.
+/// What the current search tells the user, "" when there is none or it is not half a second old.
 const std::string& SearchInHand();
 
 /// Runs a search of one or many folders outside of a run: clears blnStop first, disables the main

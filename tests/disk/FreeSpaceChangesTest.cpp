@@ -63,7 +63,7 @@ TEST_F(FreeSpaceTest, SpaceThatIsFreedMeanwhileIsFilledToo) {
     fake::OnCall("WriteBytes", [&](const std::string&) {
         if (most == 0 && drive.Free() < 20 * MiB && frmMain.lblStatus.Caption[0] == 'W') {
             most = drive.Free() + 250 * MiB;
-            LeaveFree(most); // a disk clean-up, say, or restore points that Windows gives up
+            LeaveFree(most); // a disk clean-up, or restore points that Windows gives up
         }
         lines.push_back(frmMain.lblStatus.Caption);
         lines.push_back(frmMain.lblLargePurgeMessage.Caption);

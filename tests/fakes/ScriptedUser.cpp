@@ -25,7 +25,7 @@ using Steps = std::deque<Step>;
 constexpr std::int64_t yieldsWithoutEnd = 20'000'000;
 
 struct {
-    std::vector<Steps> Waiting{1}; ///< the last are those that the action in hand has added
+    std::vector<Steps> Waiting{1}; ///< the last are those that the current action has added
     std::vector<std::pair<std::function<bool()>, Action>> During;
     std::set<ui::Form*> Forms; ///< all that were ever shown
     std::map<ui::Timer*, std::uint64_t> Due;

@@ -126,7 +126,7 @@ TEST_F(RunTest, PausesInTheMiddleOfAPassSequence) {
     };
     std::size_t written = 0;
     const auto goOn = [&] {
-        EXPECT_LE(fake::journal.size(), written + 1); // the pass in hand was finished
+        EXPECT_LE(fake::journal.size(), written + 1); // the current pass was finished
         EXPECT_EQ(frmReport.lblPausedDone.Caption, "Paused");
         fake::Advance(60000); // the pause does not count
         fake::Click(frmReport.cmdPauseContinue);

@@ -28,7 +28,7 @@ HWND StartProgram();
 /// Waits for the main window of the program that comes of it.
 HWND StartByShell(const std::string& file, const std::string& verb = "",
                   const std::string& itemClass = "");
-/// Waits for the program to end of itself; STILL_ACTIVE when it does not.
+/// Waits for the program to end by itself; STILL_ACTIVE when it does not.
 int WaitForEnd();
 /// Ends the program by force if it still runs.
 void KillProgram();

@@ -45,7 +45,7 @@ Window WindowFor(const Control& control) {
         DWORD style = ES_NOHIDESEL;
         if (!box.MultiLine)
             style |= ES_AUTOHSCROLL;
-        else // long lines wrap: a row of dots, say, would run out of sight
+        else // long lines wrap: a row of dots would run out of sight
             style |= ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL;
         if (box.MultiLine && !box.Locked)
             style |= ES_WANTRETURN;

@@ -70,7 +70,7 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
     } else {
         format |= DT_WORDBREAK;
         DrawTextW(context, text.c_str(), length, &needed, format | DT_CALCRECT);
-        if (needed.right > place.right) // one word alone is too long for the line: a path, say
+        if (needed.right > place.right) // one word alone is too long for the line, such as a path
             format |= DT_EDITCONTROL;
     }
     if (coloured) {

@@ -139,7 +139,7 @@ bool SetBuffer(NativeControl& native, const std::wstring& text) {
         SendMessageW(native.Window, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
         SendMessageW(native.Window, EM_SCROLLCARET, 0, 0);
     });
-    // A change of the text tells screen readers of itself; of a new buffer nothing is promised.
+    // Screen readers learn of a change of the text by themselves, but perhaps not of a new buffer.
     NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, native.Window, OBJID_CLIENT, CHILDID_SELF);
     native.Units = text.size();
     return true;

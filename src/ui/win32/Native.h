@@ -24,7 +24,7 @@ using platform::Widen;
 struct NativeControl {
     Control* Which = nullptr;
     HWND Window = nullptr;
-    WNDPROC ClassProcedure = nullptr; ///< what the window does of itself
+    WNDPROC ClassProcedure = nullptr; ///< the window's original procedure
     HFONT Font = nullptr;
     RECT Place{};
     bool Visible = false;

@@ -108,7 +108,7 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     if (isLong) {
         UpdateWindow(native.Window);
         const std::int64_t ended = Now();
-        // What was shown outside work, an empty report before a run, say, asks for no rest.
+        // What was shown outside work, such as an empty report before a run, asks for no rest.
         native.NextUpdate = how == Thorough::Yes ? ended
                                                  : ended + std::min(lngRestFactor * (ended - begun),
                                                                     Ticks(lngLongestRest));
