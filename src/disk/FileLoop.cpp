@@ -79,6 +79,7 @@ std::int16_t PurgeOneFile(FileLoop& loop, const std::string& strPath) {
     const std::int16_t intPasses = GetNumberOfPasses();
     std::int16_t intResult = intPasses < 1 ? PurgeNoPasses : PurgeDone;
     std::uint32_t lngReach = 0;
+    bool blnNamesChosen = false;
     for (std::int16_t intPass = 1; intPass <= intPasses && intResult == 0; ++intPass) {
         loop.intPassesOver = intPass - 1;
         ShowFile(loop, intPass, strPath);
@@ -86,9 +87,11 @@ std::int16_t PurgeOneFile(FileLoop& loop, const std::string& strPath) {
             (void)PurgeFileWithChecks(strPath, GetPurgeType(), 1, intPass == intPasses, true, true,
                                       false, 0, intResult, &lngReach, blnRefuseSeveralNames);
         };
-        purge(intPass == 1);
-        if (intResult == PurgeSeveralNames && AllNamesChosen(loop, strPath))
+        purge(!blnNamesChosen);
+        if (intResult == PurgeSeveralNames && AllNamesChosen(loop, strPath)) {
+            blnNamesChosen = true;
             purge(false);
+        }
     }
     lngReach &= ~std::uint32_t{ReachHardLinks}; // all its names are purged in their turn
     if (intResult == PurgeSeveralNames)

@@ -150,7 +150,8 @@ bool FillUntilFull(FillWork& work) {
             blnStopped = !FillOneFile(work);
             ++FillDisk.lngFilesWritten;
             const auto fault = FinishFile(work);
-            if (!Failed(work.Error))
+            // A full disk ends every filling; what could not be flushed must not hide behind that.
+            if (!Failed(work.Error) || (Failed(fault) && work.Error == Fault::DiskFull))
                 work.Error = fault;
         }
         if (blnStopped) {
@@ -167,7 +168,10 @@ bool FillUntilFull(FillWork& work) {
             if (blnOpened && !blnTaken)
                 --FillDisk.lngFilesWritten;
             WriteRemnantFile(work, blnTaken ? UniqueNumberedFileName(strBase) : strPath);
-            return true;
+            if (work.Error == Fault::DiskFull)
+                return true;
+            EndWithFault(work);
+            return false;
         }
         if (Failed(work.Error)) {
             EndWithFault(work);

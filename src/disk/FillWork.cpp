@@ -150,7 +150,9 @@ std::int64_t WriteRemnant(FillWork& work) {
     }
     std::uint64_t lngLength = 0;
     (void)platform::ReadLength(work.File, lngLength);
-    (void)platform::FlushBytes(work.File);
+    const auto flushed = platform::FlushBytes(work.File);
+    if (Failed(flushed) && flushed != Fault::NotSupported && flushed != Fault::DiskFull)
+        work.Error = flushed;
     (void)platform::CloseFile(work.File);
     return static_cast<std::int64_t>(lngLength);
 }

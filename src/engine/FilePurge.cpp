@@ -8,6 +8,7 @@
 #include "engine/HeldFiles.h"
 #include "engine/OverwriteBuffers.h"
 #include "engine/OverwriteFile.h"
+#include "engine/OverwriteSteps.h"
 #include "engine/PurgeTypes.h"
 #include "platform/Files.h"
 #include "platform/System.h"
@@ -36,7 +37,7 @@ ClusterSizes ClustersOf(const std::string& path) {
 
 /// What is overwritten together: the file itself, then its alternate data streams. False when they
 /// cannot be found out. A fault must not pass for "no streams": they would be deleted unpurged.
-bool FindTargets(const std::string& path, std::uint64_t length, bool mayBeSparse,
+bool FindTargets(const std::string& path, std::uint64_t length, std::uint32_t attributes,
                  std::vector<PurgeTarget>& targets) {
     std::vector<platform::Stream> streams;
     platform::Fault fault = platform::Fault::None;
@@ -46,8 +47,10 @@ bool FindTargets(const std::string& path, std::uint64_t length, bool mayBeSparse
     targets.assign(1, {path, static_cast<std::int64_t>(length)});
     for (const platform::Stream& stream : streams)
         targets.push_back({stream.Path, static_cast<std::int64_t>(stream.Length)});
-    for (PurgeTarget& target : targets)
-        target.MayBeSparse = mayBeSparse;
+    for (PurgeTarget& target : targets) {
+        target.MayBeSparse = (attributes & platform::AttributeSparse) != 0;
+        target.IsReparsePoint = (attributes & platform::AttributeReparsePoint) != 0;
+    }
     return true;
 }
 
@@ -106,7 +109,7 @@ std::int16_t RestoreLength(PurgeTarget& target) {
         platform::Fault fault = platform::Fault::None;
         WorkOnDrive(target.Path, [&] {
             platform::File file;
-            fault = platform::OpenFile(target.Path, platform::Access::Change, file);
+            fault = OpenTarget(target, file);
             if (Failed(fault))
                 return;
             std::uint64_t length = 0;
@@ -295,7 +298,7 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
         return PurgeCannotOpen;
 
     std::vector<PurgeTarget> targets;
-    if (!FindTargets(path, length, (attributes & platform::AttributeSparse) != 0, targets))
+    if (!FindTargets(path, length, attributesBefore, targets))
         return PurgeCannotOpen;
     const std::int16_t result =
         PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
@@ -304,11 +307,8 @@ std::int16_t CheckAndPurge(const std::string& path, std::int16_t purgeTypeIndex,
     if (lngHardLinks > 1)
         reach |= ReachHardLinks;
     ClearStatus();
-    if (result == PurgeSeveralNames) { // all stays as it was
-        if ((attributesBefore & platform::AttributeReadOnly) != 0)
-            WorkOnDrive(path, [&] { (void)platform::WriteAttributes(path, attributesBefore); });
-        return result;
-    }
+    if (result == PurgeSeveralNames && (attributesBefore & platform::AttributeReadOnly) != 0)
+        WorkOnDrive(path, [&] { (void)platform::WriteAttributes(path, attributesBefore); });
     // Cuts away the growth to the cluster boundary, whatever became of the purge; a file that is
     // gone needs no asking.
     const bool blnDeleted = result == PurgeDone && deleteAfter && !slackOnly;
@@ -330,8 +330,7 @@ std::int16_t PurgeFile(const std::string& path, std::int16_t purgeTypeIndex, std
     std::uint32_t attributes = 0;
     WorkOnDrive(path,
                 [&] { blnKnown = !Failed(platform::ReadAttributes(path, attributes, &length)); });
-    const bool blnSparse = (attributes & platform::AttributeSparse) != 0;
-    if (!blnKnown || !FindTargets(path, length, blnSparse, targets))
+    if (!blnKnown || !FindTargets(path, length, attributes, targets))
         return PurgeCannotOpen;
     return PurgeTargets(targets, purgeTypeIndex, numPasses, deleteAfter, slackOnly);
 }

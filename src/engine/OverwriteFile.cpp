@@ -157,7 +157,8 @@ std::int16_t OverwriteFileOnce(PurgeTarget& target, std::int16_t value, bool sla
             work.BlocksPerRun =
                 std::max<std::int64_t>(lngBriefLength / work.BlockSize / lngStep, 1) * lngStep;
     }
-    work.BlocksPerRun = std::max(work.BlocksPerRun, lngShortestRun / work.BlockSize);
+    work.BlocksPerRun =
+        std::max(work.BlocksPerRun, RoundedUp(lngShortestRun, work.BlockSize) / work.BlockSize);
     std::string strRun;
     if (work.BlocksPerRun > 1) {
         strRun = RunOfBlocks(strBlock, work.BlocksPerRun);

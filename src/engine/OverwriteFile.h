@@ -10,7 +10,8 @@ struct PurgeTarget {
     std::int64_t Length = 0; ///< its own: without what an overwrite has added
     std::int64_t Left = -1;  ///< the length in which the last overwrite left it; −1 before
     bool MayBeSparse = false;
-    bool NoSlack = false; ///< found out in slack mode: nothing to overwrite
+    bool IsReparsePoint = false; ///< no link, but another driver has its data
+    bool NoSlack = false;        ///< found out in slack mode: nothing to overwrite
 };
 
 /// How far an overwrite goes, in bytes.
@@ -25,8 +26,8 @@ inline std::int16_t intPassesDone = 0;
 inline std::int16_t intPassesInAll = 1;
 /// The file being purged has not been overwritten yet in this purge.
 inline bool blnFirstOverwrite = false;
-/// Names that lead to the data of the file being purged, found out at its first overwrite; 0
-/// before.
+/// Names that lead to the data of the file being purged, the most that any overwrite found; 0
+/// before the first.
 inline std::uint32_t lngHardLinks = 0;
 /// A file that has several names is not to be overwritten.
 inline bool blnRefuseSeveralNames = false;

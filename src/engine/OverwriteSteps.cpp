@@ -40,6 +40,20 @@ void LeaveFile(Overwrite& work) {
 
 } // namespace
 
+// Asked when it is open: what is open can be neither renamed nor removed any more.
+platform::Fault OpenTarget(const PurgeTarget& target, platform::File& file) {
+    platform::Fault fault = platform::OpenFile(target.Path, platform::Access::Change, file);
+    if (Failed(fault) || target.IsReparsePoint)
+        return fault;
+    std::uint32_t attributes = 0;
+    fault = platform::ReadAttributes(target.Path.substr(0, target.Path.find(':', 2)), attributes);
+    if (!Failed(fault) && (attributes & platform::AttributeReparsePoint) != 0)
+        fault = platform::Fault::AccessDenied;
+    if (Failed(fault))
+        (void)platform::CloseFile(file);
+    return fault;
+}
+
 void FinishOverwrite(Overwrite& work) {
     if (work.Written) {
         if (work.Result == PurgeDone)
@@ -141,15 +155,15 @@ std::int16_t SeekToRange(Overwrite& work) {
 
 std::int16_t BeginOverwrite(Overwrite& work) {
     PurgeTarget& target = work.Target;
-    work.Opening = platform::OpenFile(target.Path, platform::Access::Change, work.File);
+    work.Opening = OpenTarget(target, work.File);
     if (Failed(work.Opening))
         return PurgeCannotOpen;
     platform::OpenFileFacts facts;
     if (Failed(platform::ReadOpenFileFacts(work.File, facts)))
         return PurgeCannotOpen;
-    if (work.First)
-        lngHardLinks = std::max(lngHardLinks, facts.HardLinks); // or now those of a stream
-    if (work.First && blnRefuseSeveralNames && lngHardLinks > 1)
+    // Or those of a stream; or of another file that somebody has put in its place meanwhile.
+    lngHardLinks = std::max(lngHardLinks, facts.HardLinks);
+    if (blnRefuseSeveralNames && lngHardLinks > 1)
         return PurgeSeveralNames;
     std::int16_t result = TakeLength(work, static_cast<std::int64_t>(facts.Length));
     if (result != PurgeDone)
@@ -184,7 +198,7 @@ platform::Fault WriteWhatHasRoom(Overwrite& work, std::int64_t end) {
     const std::int64_t shorterEnds[] = {work.SlackOnly ? length + work.Slack : end, realEnd,
                                         lngFatLimit - 1, work.SlackOnly ? realEnd : length};
     for (const std::int64_t shorter : shorterEnds) {
-        if (shorter >= end || (work.SlackOnly && shorter == 0))
+        if (shorter >= end || shorter < length || (work.SlackOnly && shorter == 0))
             continue;
         if (shorter <= work.Position)
             return platform::Fault::None;

@@ -39,6 +39,9 @@ struct Overwrite {
     std::int16_t Result = 0; ///< PurgeResult
 };
 
+/// Opens a file or a stream for change. AccessDenied for a link that somebody has put in its place
+/// since it was looked at: what that leads to was not chosen.
+platform::Fault OpenTarget(const PurgeTarget& target, platform::File& file);
 /// One step: opens the file, writes a run, or flushes and closes; false after the last. May run on
 /// the I/O thread.
 bool StepOverwrite(Overwrite& work);

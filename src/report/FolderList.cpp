@@ -34,7 +34,9 @@ platform::Fault TakeFolderList(const std::string& folder, const std::string& fil
             .push_back({entry.Name, entry.Length, entry.IsLink, blnOwnFolder || blnPagingFile});
         return true;
     });
-    if (list.Files.empty() && OtherCaseIsMeant(folder, otherCase.size()))
+    // In what was not read there may be the file itself.
+    if (!platform::Failed(fault) && list.Files.empty() &&
+        OtherCaseIsMeant(folder, otherCase.size()))
         list.Files = std::move(otherCase);
     list.LinkedFiles = static_cast<std::size_t>(std::count_if(
         list.Files.begin(), list.Files.end(), [](const FoundFile& file) { return file.IsLink; }));

@@ -79,7 +79,7 @@ struct Passes {
 Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOnly,
                    const FileLine& line) {
     Passes passes;
-    bool blnNamesChosen = false;
+    bool blnNamesChosen = false, blnNamesSettled = false;
     const int last = purgeRun.intNumberOfPasses;
     NotePasses(0, last, length);
     ui::DoEvents();
@@ -98,15 +98,18 @@ Passes DrivePasses(const std::string& path, std::int64_t length, bool blnSlackOn
                                 purgeRun.lngClusterSize, result, &reach, blnRefuseSeveralNames);
             purgeRun.blnDataDestroyed = purgeRun.blnDataDestroyed || PurgeHasWritten();
         };
-        purge(pass == 1); // what the first pass has destroyed needs no asking any more
+        purge(!blnNamesSettled); // in each pass: it may have got another name meanwhile
         if (result == PurgeSeveralNames) {
             const OtherNames names = LookAtOtherNames(path);
             blnNamesChosen = names == OtherNames::Chosen;
-            if (names != OtherNames::Keep && !blnStop) // F10 while it was asked
+            blnNamesSettled = names != OtherNames::Keep;
+            if (blnNamesSettled && !blnStop) // F10 while it was asked
                 purge(false);
         }
         if (result == PurgeCannotOpen && IsGone(path))
             result = PurgeVanished;
+        if (result == PurgeDone && blnSlackOnly && !PurgeHasWritten())
+            result = PurgeNoSlack; // its length has changed since it was looked at
         passes.intResult = result;
         passes.lngReach |= blnNamesChosen ? reach & ~ReachHardLinks : reach;
         if (result == PurgeDone)

@@ -184,6 +184,14 @@ TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
         Click();
         EXPECT_EQ("The free space was not purged.", frmMain.lblLargePurgeMessage.Caption);
     }
+    // That the disk is full does not hide it, of the last dummy file and of what remains.
+    for (const int flush : {1, 2}) {
+        AnnounceOne();
+        user.Box(cases[1].Title, cases[1].Text, fake::Warns);
+        fake::FailNth(flush, cases[1].What, cases[1].Call);
+        Click();
+        EXPECT_EQ("The free space was not purged.", frmMain.lblLargePurgeMessage.Caption);
+    }
     // New files are compressed there: null bytes would never fill it.
     AnnounceThree();
     fake::OnCall("ReadAttributes", [](const std::string& path) {

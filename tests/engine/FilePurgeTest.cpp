@@ -101,6 +101,13 @@ TEST_F(FilePurgeTest, LengthsBeyond32Bits) {
     ASSERT_EQ("write 0+5368774656 *\nflush\nlength 5368709243\n", Journal("D:\\a", 0, 1, false));
     EXPECT_EQ(65536u, fake::journal[0].Data.Pattern.size());
     EXPECT_EQ(length, fake::At("D:\\a")->Data.Length());
+    // The last run finds no room for what lies within the file: a compressed one on a full disk.
+    int calls = 0;
+    fake::OnCall("WriteBytes", [&](const std::string&) {
+        return ++calls > 5120 ? Fault::DiskFull : Fault::None;
+    });
+    EXPECT_EQ(-15, Purge("D:\\a", 0, 1, true));
+    fake::ResetOrders();
     // The longest file of FAT: its last cluster ends a byte behind what can be written.
     fake::PutBigFile("D:\\b", 0xFFFFFFFF, 'M');
     fake::FailNth(4096, Fault::DiskFull, "WriteBytes");

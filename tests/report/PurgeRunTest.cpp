@@ -166,6 +166,10 @@ TEST_F(RunTest, ANameMeansTheOneFileThatHasItLetterByLetter) {
               (std::vector<std::string>{"C:\\d\\A.TXT", "C:\\d\\ a.txt", "C:\\d\\b.txt"}));
     Purge("?.txt"); // a pattern means them all
     EXPECT_EQ(fake::FilesBelow("C:\\d"), std::vector<std::string>{"C:\\d\\ a.txt"});
+    PutFiles({"sub\\A.txt", "sub\\b.txt"}); // in what cannot be read there may be an "a.txt"
+    fake::FailAlways("EnumerateFolder", "", Fault::ReadFault);
+    Run(true, "a.txt", "C:\\d\\sub\\");
+    EXPECT_NE(fake::At("C:\\d\\sub\\A.txt"), nullptr);
 }
 
 TEST(ResultTexts, OfTheCodesThatRunsSeldomMeet) {
@@ -196,6 +200,12 @@ TEST_F(RunTest, SlackOnlyLeavesWholeClustersAlone) {
         return Fault::None;
     });
     fake::PutFile("C:\\d\\record.txt", "data").InRecord = true;
+    fake::PutFile("C:\\d\\grown.txt", "data");
+    fake::OnCall("ReadAttributes", [](const std::string& path) {
+        if (path.ends_with("grown.txt"))
+            fake::At(path)->Data.Resize(4096);
+        return Fault::None;
+    });
     fake::PutFile("C:\\d\\log.txt", "data");
     fake::OnCall("FlushBytes", [](const std::string& file) { // a neighbour adds to it after a pass
         if (file.ends_with("log.txt"))
@@ -223,6 +233,7 @@ C:\d\none.txt: NO slack area.
 C:\d\part.txt (4 bytes) purging
 C:\d\gone.txt: no longer there.
 C:\d\record.txt: NO slack area.
+C:\d\grown.txt: NO slack area.
 C:\d\log.txt (4 bytes) purging: file has changed meanwhile, slack area not purged.
 C:\d\ro.txt (1 bytes) purging: file is a read-only file, slack area not purged.
 (Perhaps file is in use by another program.)
@@ -298,6 +309,20 @@ Number of files purged: 3
                  ui::AnswerNo);
     Purge("a.txt");
     EXPECT_EQ(fake::ContentOf("C:\\d\\a.txt"), "x");
+    // Somebody puts a name of other data in the file's place, between two passes.
+    PutFiles({"b.txt"});
+    fake::PutFile("C:\\out\\b", "other");
+    int calls = 0;
+    fake::OnCall("AuxiliaryChangeFileSize", [&](const std::string& path) {
+        if (++calls == 2) {
+            fake::TakeAway(path);
+            fake::PutName(path, "C:\\out\\b");
+        }
+        return Fault::None;
+    });
+    user.BoxLike("Purge query", "purged:\r\nC:\\out\\b\r\n", ui::AnswerNo);
+    Purge("b.txt");
+    EXPECT_EQ(fake::ContentOf("C:\\out\\b"), "other");
 }
 
 enum class Mode { Purge, Keep, Slack, List };
