@@ -10,4 +10,4 @@ function(nw_room folder)
 endfunction()
 
 # The program's whole logic, to be linked with one pair of back ends.
-set(NW_LOGIC nw_support nw_drives nw_engine nw_settings nw_report nw_selection nw_disk nw_shell)
+set(NW_LOGIC nw_support nw_drives nw_engine nw_settings nw_report_run nw_report nw_selection nw_disk nw_shell)

@@ -10,6 +10,7 @@
 #include "fakes/ScriptedUser.h"
 #include "posix/ScratchRoot.h"
 #include "report/frmReport.h"
+#include "report/run/Run.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -80,7 +81,7 @@ void Make(const Case& which) {
 
 void PurgeByRun(const Case& which) {
     const std::string report = posix::PurgeFolder(which.Drive + ":\\bench");
-    if (frmReport.lngNumFilesPurged == which.Files)
+    if (currentRun.Counts.lngNumFilesPurged == which.Files)
         return;
     std::fprintf(stderr, "not everything was purged\n%s\n", report.c_str());
     std::_Exit(2);

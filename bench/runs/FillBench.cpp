@@ -17,6 +17,7 @@
 #include "disk/FillDiskPurge.h"
 #include "disk/FreeSpacePurge.h"
 #include "platform/Files.h"
+#include "report/run/Run.h"
 #include "session/Session.h"
 
 #include <algorithm>
@@ -73,6 +74,9 @@ double FillAndPurge(char chrDrive, bool blnTurns) {
     sizes.clear();
     intOverwritten = 0;
     dblPlain = 0;
+    RunRequest request;
+    request.How = PurgeHowInForce();
+    BeginRun(request);
     const double dblStart = bench::Seconds();
     blnPurgingFreeSpace = true;
     phase = blnTurns ? Phase::Filling : Phase::Alone;
@@ -83,6 +87,7 @@ double FillAndPurge(char chrDrive, bool blnTurns) {
     (void)PurgeDummyFiles(false, FillDisk.lngFilesWritten, "");
     phase = Phase::Alone;
     blnPurgingFreeSpace = false;
+    currentRun.State = RunState::Done;
     if (FillDisk.lngFilesPurged != FillDisk.lngFilesWritten || intOverwritten != sizes.size())
         bench::Give("a dummy file could not be purged");
     return bench::Seconds() - dblStart - dblPlain;

@@ -12,6 +12,7 @@
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
+#include "report/run/Run.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 
@@ -92,7 +93,7 @@ double SecondsOfRun() {
     const double begun = bench::Seconds();
     ProcessFiles();
     const double seconds = bench::Seconds() - begun;
-    if (frmReport.lngNumFilesProcessed != folders * filesPerFolder)
+    if (currentRun.Counts.lngNumFilesProcessed != folders * filesPerFolder)
         bench::Give("the listing counted wrongly");
     return seconds;
 }
@@ -127,11 +128,11 @@ int main(int argc, char** argv) {
     Initialization();
     LoadReportForm();
     blnSubdirectories = true;
-    frmReport.strDirPath = top + "\\";
-    frmReport.strFilespec = "*.*";
-    frmReport.blnPurgeFiles = false;
-    frmReport.blnDisplayFolderNames = false;
-    frmReport.blnDisplayFileNames = false;
+    currentRun.Request.strDirPath = top + "\\";
+    currentRun.Request.strFilespec = "*.*";
+    currentRun.Request.blnPurgeFiles = false;
+    currentRun.Request.blnDisplayFolderNames = false;
+    currentRun.Request.blnDisplayFileNames = false;
     MakeTree(top);
     const double ratio = Compare(top, argc > 2 ? std::max(1, std::atoi(argv[2])) : 5);
     RemoveTree(top);

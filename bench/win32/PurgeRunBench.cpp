@@ -16,10 +16,11 @@
 // is to be at most 1.05; the exit code is 1 when it is above. Told, too: what the report's window
 // takes after the run for the lines that it lacks, when all of them are asked for at once.
 #include "bench/runs/Tools.h"
-#include "engine/FilePurge.h"
+#include "engine/PurgeJob.h"
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
+#include "report/run/Run.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
@@ -36,14 +37,8 @@
 
 // The linker leads the program's calls of these here, and gives the true ones other names. See the
 // CMakeLists.txt of the benches.
-bool TruePurge(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
-               bool deleteAfter, bool okReadOnly, bool okSystem, bool slackOnly,
-               std::int32_t reserved, std::int16_t& resultCode, std::uint32_t* reach,
-               bool refuseSeveralNames) __asm__("__real_" NW_PURGE_SYMBOL);
-bool PurgeInTurn(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
-                 bool deleteAfter, bool okReadOnly, bool okSystem, bool slackOnly,
-                 std::int32_t reserved, std::int16_t& resultCode, std::uint32_t* reach,
-                 bool refuseSeveralNames) __asm__("__wrap_" NW_PURGE_SYMBOL);
+void TruePurge(PurgeJob& job) __asm__("__real_" NW_PURGE_SYMBOL);
+void PurgeInTurn(PurgeJob& job) __asm__("__wrap_" NW_PURGE_SYMBOL);
 // Messages and windows: the engine's calls between its steps, and what runs of many steps do.
 void TrueDoEvents() __asm__("__real_" NW_EVENTS_SYMBOL);
 void DoEventsOfRun() __asm__("__wrap_" NW_EVENTS_SYMBOL);
@@ -112,9 +107,10 @@ void PurgeByEngine() {
     inTurn = true;
     for (const std::size_t end = std::min(purgedInTurns + portion, paths.size());
          purgedInTurns < end; ++purgedInTurns) {
-        std::int16_t result = 0;
-        if (!TruePurge(paths[purgedInTurns], 0, 1, true, false, false, false, 4096, result, nullptr,
-                       false))
+        PurgeJob job{paths[purgedInTurns]};
+        job.DeleteAfter = true;
+        TruePurge(job);
+        if (job.Result != PurgeDone)
             bench::Give("the engine failed");
     }
     inTurn = false;
@@ -141,16 +137,16 @@ Round OneRound(const std::string& top, std::size_t files, const std::string& con
     paths = ListedFiles(folders[0]);
     purgedInTurns = purgedByRun = 0;
     countsBefore += std::exchange(countsOfTurns, 0);
-    frmReport.strDirPath = folders[1] + "\\";
-    frmReport.strFilespec = "*.*";
-    frmReport.blnPurgeFiles = true;
+    currentRun.Request.strDirPath = folders[1] + "\\";
+    currentRun.Request.strFilespec = "*.*";
+    currentRun.Request.blnPurgeFiles = true;
     ResetReportWindow(); // as the command does before it shows the report
     ui::Repaint(frmReport);
     const LONGLONG begun = Counts();
     ProcessFiles();
     const LONGLONG all = Counts() - begun;
-    if (frmReport.lngNumFilesPurged != static_cast<std::int64_t>(files) || purgedByRun != files ||
-        purgedInTurns != files)
+    if (currentRun.Counts.lngNumFilesPurged != static_cast<std::int64_t>(files) ||
+        purgedByRun != files || purgedInTurns != files)
         bench::Give("not everything was purged");
     return {Seconds(countsOfTurns), Seconds(all - countsOfTurns), FillReport()};
 }
@@ -180,14 +176,10 @@ double Compare(const std::string& top, std::size_t files, int rounds, const std:
 
 } // namespace
 
-bool PurgeInTurn(const std::string& path, std::int16_t purgeTypeIndex, std::int16_t numPasses,
-                 bool deleteAfter, bool okReadOnly, bool okSystem, bool slackOnly,
-                 std::int32_t reserved, std::int16_t& resultCode, std::uint32_t* reach,
-                 bool refuseSeveralNames) {
+void PurgeInTurn(PurgeJob& job) {
     if (purgedByRun++ % portion == 0)
         PurgeByEngine();
-    return TruePurge(path, purgeTypeIndex, numPasses, deleteAfter, okReadOnly, okSystem, slackOnly,
-                     reserved, resultCode, reach, refuseSeveralNames);
+    TruePurge(job);
 }
 
 void DoEventsOfRun() {

@@ -7,6 +7,7 @@
 #include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
 #include "engine/FilePurge.h"
+#include "report/run/RunClock.h"
 #include "session/Session.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
@@ -72,11 +73,10 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
     FileLoop loop;
     loop.strTitle = strTitle;
     loop.blnErrorBoxes = blnDisplayDialogBoxesDuringRemainderOfPurgeDrive;
-    loop.blnCounting = true;
     loop.isChosen = [&](const std::string& strPath) { return IsChosen(state, strPath); };
     Message("Now counting files to be purged ...");
     bool blnFinished = WalkDisk(loop, state);
-    if (blnFinished && loop.lngTotal == 0) {
+    if (blnFinished && currentRun.Request.lngNumFilesExpected == 0) {
         EndFileLoop(true);
         SetMainLine(MainLine::Subdirectories2, "");
         Message("");
@@ -85,14 +85,14 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
         ShowUndone(loop, strUndoneBefore);
         return;
     }
-    EndCounting(loop);
+    const std::int64_t lngFiles = EndCounting(loop);
     if (blnFinished) {
         SetMainLine(MainLine::Subdirectories2,
-                    loop.lngTotal == 1 ? std::string("One file is being purged.")
-                                       : GroupedDigits(loop.lngTotal) + " files are being purged.");
+                    lngFiles == 1 ? std::string("One file is being purged.")
+                                  : GroupedDigits(lngFiles) + " files are being purged.");
         Message("To interrupt this operation upon completion of the current file purge,\r\n"
                 "press the F10 key twice and wait for the 'Cancel?' query.");
-        BeginRunProgress([&loop] { return ShareDone(loop); });
+        BeginRunProgress(ShareOfRun);
         blnFinished = WalkDisk(loop, state);
         EndRunProgress();
     }

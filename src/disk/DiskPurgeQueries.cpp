@@ -11,14 +11,15 @@
 #include "engine/FileProc.h"
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
-#include "report/ListWalk.h"
-#include "report/TimeEstimates.h"
+#include "report/run/ListWalk.h"
+#include "report/run/TimeEstimates.h"
 #include "selection/frmSubfolders.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
+#include "support/SizeText.h"
 #include "support/StrProc.h"
 #include "ui/Interface.h"
 
@@ -54,7 +55,7 @@ std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, d
                           ByteSizeText(dblSpaceInFreeClusters, 2) +
                           "): " + TimeText(dblFreeSeconds) + "\r\n";
     if (lngFiles > 0 && dblBytes > 0) {
-        const double dblMB = dblBytes / 1048576;
+        const double dblMB = dblBytes / dblBytesPerMB;
         const double dblRaw = static_cast<double>(RoundHalfEven(dblMB / sngSpeed * intOverwrites));
         strText += "Estimated time to purge " +
                    (lngFiles == 1 ? std::string("one file") : GroupedDigits(lngFiles) + " files") +
@@ -68,7 +69,7 @@ std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, d
         std::string strTable;
         InitializeOverwritesForEstimatedPurgeTimes();
         EstimatedTimes(sngSpeed, dblTotal,
-                       AdjustmentFactor(dblTotal / 1048576 / static_cast<double>(lngPieces)),
+                       AdjustmentFactor(dblTotal / dblBytesPerMB / static_cast<double>(lngPieces)),
                        strTable);
         strText += "\r\n" + strTable;
     }

@@ -5,9 +5,9 @@
 #include "disk/FillDiskPurge.h"
 #include "disk/LeftoverDummies.h"
 #include "drives/DiskProc.h"
-#include "engine/HeldFiles.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
+#include "report/run/Run.h"
 #include "selection/frmDrives.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
@@ -91,8 +91,15 @@ bool AskToContinue(const std::string& strText, const std::string& strTitle) {
 
 void RunDriveCommand(const std::function<void()>& command) {
     EnableMenu(false);
-    ResetHeldFileWaits();
+    RunRequest request;
+    request.blnPurgeFiles = true;
+    request.blnInReport = false;
+    request.How = PurgeHowInForce();
+    request.How.blnPurgeSlackOnly = request.How.blnDoNotDeletePurgedFiles = false;
+    request.How.blnOKToPurgeReadOnlyFiles = request.How.blnOKToPurgeSystemFiles = true;
+    BeginRun(request);
     command();
+    currentRun.State = blnStop ? RunState::Stopped : RunState::Done;
     ui::HoldEscape(false);
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);
     FillDisk.intTestQuantity = 0;

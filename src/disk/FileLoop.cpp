@@ -3,25 +3,18 @@
 #include "disk/FileLoop.h"
 
 #include "disk/RunProgress.h"
-#include "drives/DriveWork.h"
 #include "engine/FileOps.h"
-#include "engine/FileProc.h"
-#include "engine/FilePurge.h"
 #include "platform/Files.h"
-#include "platform/Places.h"
-#include "platform/System.h"
-#include "report/PurgeOneFile.h"
+#include "report/run/RunClock.h"
+#include "report/run/RunJob.h"
+#include "report/run/TreeWalk.h"
 #include "session/Session.h"
-#include "settings/frmTypeOfPurge.h"
-#include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
 #include <algorithm>
-#include <utility>
-#include <vector>
 
 namespace {
 
@@ -41,22 +34,19 @@ bool GoOn(const FileLoop& loop, const std::string& strText) {
     return false;
 }
 
-bool IsPagingFile(const std::string& strName) {
-    return platform::LowerCase(strName) == "pagefile.sys" || IsSwapFile(strName);
-}
-
 /// "Now purging (pass 1):C:\folder\name", with what is done in front from the second file on. No
 /// blank follows the colon: kept so.
-void ShowFile(const FileLoop& loop, std::int16_t intPass, const std::string& strPath) {
+void ShowFile(const FileLoop& loop, int pass, const std::string& strPath) {
+    const std::int64_t lngPurged = loop.Counts.lngNumFilesPurged;
+    const std::int64_t lngTotal = currentRun.Request.lngNumFilesExpected;
     std::string strText;
-    if (loop.lngPurged >= 2 && loop.lngTotal > 0)
+    if (lngPurged >= 2 && lngTotal > 0)
         strText =
-            GroupedDigits(loop.lngPurged) + " files purged (" +
-            FormatNumber(
-                static_cast<double>(loop.lngPurged) * 100 / static_cast<double>(loop.lngTotal), 0) +
-            "% of " + GroupedDigits(loop.lngTotal) + ").  ";
+            GroupedDigits(lngPurged) + " files purged (" +
+            FormatNumber(static_cast<double>(lngPurged) * 100 / static_cast<double>(lngTotal), 0) +
+            "% of " + GroupedDigits(lngTotal) + ").  ";
     SetMainLine(MainLine::PurgeFoldersMessage,
-                strText + "Now purging (pass" + SignedDigits(intPass) + "):" + strPath);
+                strText + "Now purging (pass" + SignedDigits(pass) + "):" + strPath);
 }
 
 /// Each name of a file is one that this loop purges.
@@ -73,38 +63,26 @@ void PassOver(FileLoop& loop, const std::string& strPath) {
         loop.otherNames.push_back(strPath);
 }
 
-/// All passes of one file, one by one so that the pass can be shown; deleted after the last. A file
-/// that is passed over, or is gone, is no failure.
-std::int16_t PurgeOneFile(FileLoop& loop, const std::string& strPath) {
-    const std::int16_t intPasses = GetNumberOfPasses();
-    std::int16_t intResult = intPasses < 1 ? PurgeNoPasses : PurgeDone;
-    std::uint32_t lngReach = 0;
-    bool blnNamesChosen = false;
-    for (std::int16_t intPass = 1; intPass <= intPasses && intResult == 0; ++intPass) {
-        loop.intPassesOver = intPass - 1;
-        ShowFile(loop, intPass, strPath);
-        const auto purge = [&](bool blnRefuseSeveralNames) {
-            (void)PurgeFileWithChecks(strPath, GetPurgeType(), 1, intPass == intPasses, true, true,
-                                      false, 0, intResult, &lngReach, blnRefuseSeveralNames);
-        };
-        purge(!blnNamesChosen);
-        if (intResult == PurgeSeveralNames && AllNamesChosen(loop, strPath)) {
-            blnNamesChosen = true;
-            purge(false);
-        }
-    }
-    lngReach &= ~std::uint32_t{ReachHardLinks}; // all its names are purged in their turn
-    if (intResult == PurgeSeveralNames)
+/// All passes of one file, each of them shown; deleted after the last. A file that is passed over,
+/// or is gone, is no failure.
+std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
+    PurgeJob job = JobOfRun(strPath);
+    job.MayPurgeAllNames = [&] { return AllNamesChosen(loop, strPath); };
+    job.GoOn = [&] {
+        ShowFile(loop, job.PassesDone + 1, strPath);
+        return true;
+    };
+    ShowFile(loop, 1, strPath);
+    RunJobOfRun(job, loop.Counts);
+    if (job.Result == PurgeSeveralNames)
         PassOver(loop, strPath);
-    if (intResult == PurgeSeveralNames || (intResult == PurgeCannotOpen && IsGone(strPath)))
+    if (job.Result == PurgeSeveralNames || job.Result == PurgeVanished)
         return PurgeDone;
-    if (intResult == PurgeDone) {
-        ++loop.lngPurged;
-        if (lngReach != 0)
-            ++loop.lngPartly;
-    } else
+    if (job.Result != PurgeDone)
         ++loop.lngFailed;
-    return intResult;
+    else if ((job.Reach & ~std::uint32_t{ReachHardLinks}) != 0) // all names are purged in turn
+        ++loop.lngPartly;
+    return job.Result;
 }
 
 std::string FailureText(std::int16_t intResult) {
@@ -113,15 +91,20 @@ std::string FailureText(std::int16_t intResult) {
                : "An error (" + std::to_string(intResult) + ") has been reported.";
 }
 
-bool VisitFile(FileLoop& loop, const std::string& strPath) {
+bool VisitFile(FileLoop& loop, const std::string& strPath, const FoundFile& file) {
+    if (file.NeverPurged)
+        return true;
+    const auto bytes = static_cast<double>(file.Length);
     std::int16_t intResult = 0;
-    if (loop.blnCounting)
-        ++loop.lngTotal;
-    else {
-        intResult = PurgeOneFile(loop, strPath);
-        ++loop.lngDone;
-        loop.intPassesOver = 0;
-        ShowRunProgress();
+    if (loop.blnCounting) {
+        ++currentRun.Request.lngNumFilesExpected;
+        currentRun.Request.dblBytesExpected += bytes;
+    } else {
+        const std::int64_t lngPurged = loop.Counts.lngNumFilesPurged;
+        NoteFileBegun(static_cast<std::int64_t>(file.Length));
+        intResult = PurgeFileOfLoop(loop, strPath);
+        NoteFileDone(bytes, loop.Counts.lngNumFilesPurged > lngPurged);
+        RefreshClock();
     }
     ui::DoEvents();
     if (blnStop && !GoOn(loop, strPath + "\r\n"))
@@ -135,76 +118,35 @@ bool VisitFile(FileLoop& loop, const std::string& strPath) {
 } // namespace
 
 bool IsNeverPurged(const std::string& strPath) {
-    return IsPagingFile(FileNameOf(strPath)) || ClassifyFileForPurge(strPath) == ClassProgramFolder;
+    return IsPagingFile(FileNameOf(strPath), true) ||
+           ClassifyFileForPurge(strPath) == ClassProgramFolder;
 }
-
-namespace {
-
-/// The walk of a folder that is held, and of what lies below it.
-bool WalkHeldFolder(FileLoop& loop, const std::string& strPath, bool blnSubfolders,
-                    bool blnFilesStay) {
-    // The whole list first: purging a file while its folder is being listed could hide others.
-    std::vector<std::string> files, subfolders;
-    const auto fault = SearchFolder(strPath, [&](const platform::FolderEntry& entry) {
-        if (blnStop && !GoOn(loop, strPath + "\r\n"))
-            return false;
-        if (entry.IsLink)
-            return true;
-        if (!entry.IsFolder && !blnFilesStay && !IsPagingFile(entry.Name))
-            files.push_back(entry.Name);
-        if (entry.IsFolder && blnSubfolders)
-            subfolders.push_back(entry.Name);
-        return true;
-    });
-    if (Failed(fault))
-        ++loop.lngUnreadFolders;
-    if (blnStop)
-        return false;
-    for (const std::string& strName : files)
-        if (!VisitFile(loop, strPath + strName))
-            return false;
-    files = {};
-    for (const std::string& strName : subfolders)
-        if (!WalkFiles(loop, strPath + strName, true))
-            return false;
-    return true;
-}
-
-} // namespace
 
 bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders) {
-    const std::string strPath = FolderWithBackslash(strFolder);
-    // Set before the first folder: ends at once. Later: F10 while a folder was being listed.
-    if (blnStop && (!loop.blnBegun || !GoOn(loop, strPath + "\r\n")))
-        return false;
-    if (!loop.blnBegun)
-        ForgetFolders();
-    loop.blnBegun = true;
-    // The list that it comes from may be hours old: a link that was put in its place meanwhile must
-    // not be followed. While the walk is in the folder or below it, none can be put there.
-    platform::FolderHold hold;
-    auto fault = platform::Fault::None;
-    WorkOnDrive(strPath, [&] { fault = platform::HoldFolder(strPath, hold); });
-    if (Failed(fault) || hold.IsLink) {
-        ++loop.lngUnreadFolders;
-        return true;
-    }
-    const bool blnGoOn =
-        WalkHeldFolder(loop, strPath, blnSubfolders, EnterFolder(strPath, hold.Identity));
-    platform::LetGo(hold);
-    return blnGoOn;
+    TreeWalk walk;
+    walk.blnSubfolders = blnSubfolders;
+    walk.blnHoldFolders = true;
+    walk.blnPagefile = true;
+    walk.onFile = [&](const std::string& strPath, const FoundFile& file) {
+        return VisitFile(loop, strPath, file);
+    };
+    // Its place was taken since it was listed: what it held cannot be reached any more.
+    walk.onLink = [&](const std::string&, bool, bool blnInPlace) {
+        if (blnInPlace)
+            ++loop.Counts.lngNumFoldersUnread;
+    };
+    walk.onUnread = [&](const std::string&) { ++loop.Counts.lngNumFoldersUnread; };
+    walk.onStop = walk.onTurn = [&](const std::string& strPath) {
+        ui::DoEvents();
+        return !blnStop || GoOn(loop, strPath + "\r\n");
+    };
+    return !blnStop && WalkTree(walk, strFolder);
 }
 
-double ShareDone(const FileLoop& loop) {
-    const double dblFileInHand = (loop.intPassesOver + PurgeShareDone()) / GetNumberOfPasses();
-    return loop.lngTotal > 0 ? (static_cast<double>(loop.lngDone) + dblFileInHand) /
-                                   static_cast<double>(loop.lngTotal)
-                             : 0;
-}
-
-void EndCounting(FileLoop& loop) {
+std::int64_t EndCounting(FileLoop& loop) {
     loop.blnCounting = false;
-    loop.lngUnreadFolders = 0; // they are met again
+    loop.Counts.lngNumFoldersUnread = 0; // they are met again
+    return currentRun.Request.lngNumFilesExpected;
 }
 
 void EndFileLoop(bool blnFinished) {
@@ -223,7 +165,7 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
     std::string strText =
         (strUndoneBefore.empty() ? "" : strUndoneBefore + "\r\n") +
         Sentence(loop.lngFailed, "file could not be purged.", "files could not be purged.") +
-        Sentence(loop.lngUnreadFolders, "folder could not be read completely.",
+        Sentence(loop.Counts.lngNumFoldersUnread, "folder could not be read completely.",
                  "folders could not be read completely.") +
         Sentence(loop.lngPartly,
                  "purged file was encrypted, compressed, sparse or in the cloud: older copies of "

@@ -2,6 +2,8 @@
 // them, then purges them one by one.
 #pragma once
 
+#include "report/run/Run.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -10,21 +12,16 @@
 /// One operation's loop. The same record serves counting first and purging then.
 struct FileLoop {
     std::string strTitle;       ///< of its boxes
-    bool blnCounting = false;   ///< only adds up lngTotal
+    bool blnCounting = true;    ///< only adds up what is expected of the current run
     bool blnErrorBoxes = true;  ///< a failed file gets its box; else it is only counted
-    std::int64_t lngTotal = 0;  ///< files to purge
-    std::int64_t lngPurged = 0; ///< files purged
+    RunCounts Counts{};         ///< of the files purged
     std::int64_t lngFailed = 0; ///< files that could not be purged; one that is gone is none
     std::int64_t lngPartly = 0; ///< purged, but writing in place does not reach all of their data
     /// Whether a path lies in what was chosen. A file that has a name elsewhere, too, is passed
     /// over; so is one whose other names the system does not tell.
-    std::function<bool(const std::string& strPath)> isChosen;
-    std::int64_t lngOtherNames = 0;      ///< files passed over so
-    std::vector<std::string> otherNames; ///< the first of them
-    std::int64_t lngUnreadFolders = 0;   ///< folders that could not be listed
-    std::int64_t lngDone = 0;            ///< files the loop is through with
-    int intPassesOver = 0;               ///< of the current file
-    bool blnBegun = false;               ///< a folder was looked at
+    std::function<bool(const std::string& strPath)> isChosen{};
+    std::int64_t lngOtherNames = 0;        ///< files passed over so
+    std::vector<std::string> otherNames{}; ///< the first of them
 };
 
 /// Whether the loop passes over a file: "pagefile.sys", *.swp, and all in the program's own folder.
@@ -33,10 +30,8 @@ bool IsNeverPurged(const std::string& strPath);
 /// purged through; files in the program's own folder, "pagefile.sys" and *.swp are passed over.
 /// False when the user ended the loop: blnStop is left set then.
 bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders);
-/// How much of the purging is done, 0 to 1, by the number of files.
-double ShareDone(const FileLoop& loop);
-/// Ends counting; what comes next is purging.
-void EndCounting(FileLoop& loop);
+/// Ends counting; what comes next is purging. The number of files that were counted.
+std::int64_t EndCounting(FileLoop& loop);
 /// Ends the loop: clears blnStop unless the user stopped the loop.
 void EndFileLoop(bool blnFinished);
 /// Tells what a run left undone, one sentence per line, behind what was undone before it. No box

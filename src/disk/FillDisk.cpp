@@ -11,6 +11,7 @@
 #include "engine/FileProc.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
+#include "report/run/RunClock.h"
 #include "session/Session.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
@@ -307,6 +308,6 @@ void ShowDummyFileProgress() {
     SetMainLine(MainLine::Status, "Written: " + ByteSizeTextUpToMB(dblWritten, 0) + " (" +
                                       FormatNumber(dblPercent, 0) +
                                       "%)   To be written: " + ByteSizeTextUpToMB(dblToWrite, 0));
-    ShowRunProgress();
+    RefreshClock();
     RepaintMain();
 }

@@ -4,11 +4,10 @@
 #include "disk/FillDisk.h"
 #include "disk/Folder.h"
 #include "disk/RunProgress.h"
-#include "drives/ClusterSizes.h"
 #include "engine/FileProc.h"
-#include "engine/FilePurge.h"
+#include "report/run/RunClock.h"
+#include "report/run/RunJob.h"
 #include "session/Session.h"
-#include "settings/frmTypeOfPurge.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
@@ -106,12 +105,9 @@ void ListDummyFilesInOrder(std::int64_t lngCluster, std::vector<DummyFile>& file
 } // namespace
 
 bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const std::string&) {
-    const std::int32_t lngCluster =
-        std::max(GetClusterSize(std::string(1, DriveLetterOf(FillDisk.strDriveRoot))), 512);
-    const std::int16_t intPurgeType = GetPurgeType();
-    const std::int16_t intNumberOfPasses = GetNumberOfPasses();
     std::vector<DummyFile> files;
     ListDummyFilesInOrder(DummyClusterSize(), files);
+    RunCounts counts; // the user's files are counted apart
     std::int64_t lngDone = 0;
     if (blnInteractive)
         BeginRunProgress([&] {
@@ -119,12 +115,11 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
                    static_cast<double>(files.size());
         });
     for (const DummyFile& file : files) {
-        const std::string strPath =
-            DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, file.lngNumber);
-        std::int16_t intResult = 0;
-        (void)PurgeFileWithChecks(strPath, intPurgeType, intNumberOfPasses, true, true, true, false,
-                                  lngCluster, intResult);
-        if (intResult == PurgeDone)
+        PurgeJob job = JobOfRun(
+            DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, file.lngNumber));
+        job.RefuseSeveralNames = false; // they are ours, whatever names they got
+        RunJobOfRun(job, counts);
+        if (job.Result == PurgeDone)
             ++FillDisk.lngFilesPurged;
         ui::DoEvents();
         if (!blnInteractive) {
@@ -133,9 +128,9 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
             continue;
         }
         ++lngDone;
-        ShowRunProgress();
-        if ((blnStop || intResult < 0) &&
-            !GoOnWithNextFile(intResult, strPath, lngNumDummyFiles - FillDisk.lngFilesPurged))
+        RefreshClock();
+        if ((blnStop || job.Result < 0) &&
+            !GoOnWithNextFile(job.Result, job.Path, lngNumDummyFiles - FillDisk.lngFilesPurged))
             break;
     }
     if (blnInteractive)

@@ -10,7 +10,7 @@
 #include "engine/FileProc.h"
 #include "engine/FilePurge.h"
 #include "platform/Drives.h"
-#include "report/TimeEstimates.h"
+#include "report/run/TimeEstimates.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
@@ -107,7 +107,7 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
     return blnStop ? FreeSpaceResult::Stopped : FreeSpaceResult::Purged;
 }
 
-std::string ResultText(FreeSpaceResult result) {
+std::string FreeSpaceResultText(FreeSpaceResult result) {
     if (result == FreeSpaceResult::Failed) // nobody stopped it; a box has said why
         return "The free space was not purged.";
     if (result != FreeSpaceResult::Purged)
@@ -202,7 +202,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     const auto result = FillAndPurge(strTitle);
     blnPurgingFreeSpace = false;
     SetMainLine(MainLine::Status, "");
-    SetMainLine(MainLine::LargePurgeMessage, ResultText(result));
+    SetMainLine(MainLine::LargePurgeMessage, FreeSpaceResultText(result));
     RepaintMain();
     return result;
 }
@@ -219,6 +219,7 @@ void PurgeFreeSpaceCommand() {
         const auto result = PurgeFreeSpaceOf(chrDrive, strTitle);
         if (result == FreeSpaceResult::Purged ||
             (result == FreeSpaceResult::Stopped && FillDisk.Outcome != FillOutcome::NothingWritten))
-            ui::MsgBox(ResultText(result), ui::Buttons::OK, ui::Icon::Information, strTitle);
+            ui::MsgBox(FreeSpaceResultText(result), ui::Buttons::OK, ui::Icon::Information,
+                       strTitle);
     });
 }

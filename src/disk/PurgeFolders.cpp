@@ -7,6 +7,7 @@
 #include "disk/SystemFolders.h"
 #include "engine/FilePurge.h"
 #include "platform/Places.h"
+#include "report/run/RunClock.h"
 #include "selection/frmSubfolders.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
@@ -91,7 +92,6 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
                  const std::string& strTitle) {
     FileLoop loop;
     loop.strTitle = strTitle;
-    loop.blnCounting = true;
     SettleVolume(strFolder);
     loop.isChosen = [&](const std::string& strPath) {
         return std::any_of(names.begin(), names.end(), [&](const std::string& strName) {
@@ -101,7 +101,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
     SetMainLine(MainLine::LargePurgeMessage, "Now counting files to be purged ...");
     RepaintMain();
     bool blnFinished = WalkChosen(loop, strFolder, names);
-    if (blnFinished && loop.lngTotal == 0) {
+    if (blnFinished && currentRun.Request.lngNumFilesExpected == 0) {
         SetMainLine(MainLine::LargePurgeMessage, "");
         SetMainLine(MainLine::Subdirectories2, "");
         ui::MsgBox("There are no files in any of the selected folders.", ui::Buttons::OK,
@@ -109,8 +109,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
         ShowUndone(loop);
         return;
     }
-    EndCounting(loop);
-    const std::string strText = BeingPurgedText(loop.lngTotal, names.size());
+    const std::string strText = BeingPurgedText(EndCounting(loop), names.size());
     if (blnFinished) {
         SetMainLine(MainLine::Subdirectories2, strText);
         SetMainLine(MainLine::LargePurgeMessage,
@@ -118,7 +117,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
                     "press the F10 key twice and wait for the 'Cancel?' query.");
         RepaintMain();
         ui::HoldEscape(true);
-        BeginRunProgress([&loop] { return ShareDone(loop); });
+        BeginRunProgress(ShareOfRun);
         blnFinished = WalkChosen(loop, strFolder, names);
         EndRunProgress();
     }

@@ -1,5 +1,5 @@
-// How far a long operation on a drive is: elapsed and remaining time beside the commands, and the
-// share done on the taskbar button.
+// The clock of a command on a drive: elapsed and remaining time beside the commands, and the share
+// done on the taskbar button.
 #pragma once
 
 #include "ui/Controls.h"
@@ -13,8 +13,6 @@ extern ui::Timer tmrRunProgress;
 
 /// shareDone tells the share that is done, 0 to 1; it is asked until EndRunProgress.
 void BeginRunProgress(std::function<double()> shareDone);
-/// Brings the time line and the share up to date, at most once a second.
-void ShowRunProgress();
 /// Takes line and share away.
 void EndRunProgress();
 /// A box in the middle of the work: the time that the user takes for the answer does not count.

@@ -15,6 +15,7 @@
 #include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
+#include "support/SizeText.h"
 #include "support/StrProc.h"
 #include "ui/Interface.h"
 
@@ -22,7 +23,7 @@ namespace {
 
 const char* const strTitle = "Test purge speed";
 constexpr double dblLeastFreeFloppy = 131072;
-constexpr double dblLeastFree = 1048576;
+constexpr double dblLeastFree = dblBytesPerMB;
 constexpr double dblMuchFree = 5368709120;
 constexpr double dblSecondsPerDay = 86400;
 constexpr double dblLeastSeconds = 0.001;
@@ -37,7 +38,7 @@ std::string TimeFor(double dblSeconds) {
     return SecondsText(RoundHalfEven(dblSeconds), true);
 }
 
-std::string ResultText(bool blnFloppy, float sngSpeed, std::int16_t intOverwrites) {
+std::string SpeedResultText(bool blnFloppy, float sngSpeed, std::int16_t intOverwrites) {
     const auto intPasses = GetNumberOfPasses();
     const double s = intOverwrites / static_cast<double>(sngSpeed);
     std::string strText =
@@ -126,7 +127,7 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
     const auto intOverwrites = GetNumOverwrites();
     const double dblBytes = FillDisk.dblBytesInFinishedFiles;
     const auto intDrive = static_cast<std::size_t>(chrDrive - 'A');
-    sngSpeed = static_cast<float>(dblBytes / 1024 / 1024 * intOverwrites / dblSeconds);
+    sngSpeed = static_cast<float>(dblBytes / dblBytesPerMB * intOverwrites / dblSeconds);
     sngPurgeSpeed = sngSpeed;
     sngPurgeSpeeds[intDrive] = sngSpeed;
     dblBytesMeasured[intDrive] = dblBytes;
@@ -135,7 +136,7 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
                 SpeedText(sngSpeed) + " MB/sec. (1 overwrite) for Drive " + strDrive + ".");
     RepaintMain();
     if (blnShowResult)
-        ui::MsgBox(ResultText(blnFloppy, sngSpeed, intOverwrites), ui::Buttons::OK,
+        ui::MsgBox(SpeedResultText(blnFloppy, sngSpeed, intOverwrites), ui::Buttons::OK,
                    ui::Icon::Information, strTitle);
     return true;
 }

@@ -3,7 +3,6 @@
 #include "engine/OverwriteFile.h"
 
 #include "drives/DriveWork.h"
-#include "engine/FilePurge.h"
 #include "engine/HeldFiles.h"
 #include "engine/OverwriteBuffers.h"
 #include "engine/OverwriteSteps.h"
@@ -47,23 +46,25 @@ void RunStepsOf(Overwrite& work, const std::function<bool()>& poll) {
 /// that is written, when that is a new one. The writing does not wait for it, so that figures can
 /// be left out where the disk is fast. With several overwrites in a pass it runs through the same
 /// range again in each of them: deliberately so.
-void ShowPurgeFigure(std::int64_t lngBlocksDone, std::int64_t lngBlocks, std::int64_t& lngShown) {
-    const std::int64_t i = (lngBlocksDone - 1) / lngBlocksPerFigure * lngBlocksPerFigure + 1;
-    if (lngBlocksDone < 1 || i <= lngShown)
+void ShowPurgeFigure(const Overwrite& work, std::int64_t& lngShown) {
+    const std::int64_t i = (work.BlocksDone - 1) / lngBlocksPerFigure * lngBlocksPerFigure + 1;
+    if (work.BlocksDone < 1 || i <= lngShown)
         return;
     lngShown = i;
-    const double dblAll = static_cast<double>(intPassesInAll) * static_cast<double>(lngBlocks);
-    const double dblDone = static_cast<double>(intPassesDone) * static_cast<double>(lngBlocks) +
-                           static_cast<double>(i);
+    const auto dblBlocks = static_cast<double>(work.Blocks);
+    const double dblAll = static_cast<double>(work.Job.Passes) * dblBlocks;
+    const double dblDone =
+        static_cast<double>(work.Job.PassesDone) * dblBlocks + static_cast<double>(i);
     SetMainLine(MainLine::Status, FormatNumber(dblDone * 100 / dblAll, 0) + "% of purge done.");
     RepaintMain();
 }
 
 std::int16_t RunOverwrite(Overwrite& work) {
     std::int64_t lngShown = 0;
-    const double dblBefore = dblBytesOverwritten;
+    const double dblBefore = work.Job.BytesOverwritten;
     const auto tellBytes = [&] {
-        dblBytesOverwritten = dblBefore + static_cast<double>(work.BlocksDone * work.BlockSize);
+        work.Job.BytesOverwritten =
+            dblBefore + static_cast<double>(work.BlocksDone * work.BlockSize);
     };
     // After the last byte a stop changes nothing any more: what is left to do is the flush.
     const auto isStopped = [&] {
@@ -75,7 +76,7 @@ std::int16_t RunOverwrite(Overwrite& work) {
             return true;
         if (isStopped())
             return false;
-        ShowPurgeFigure(work.BlocksDone, work.Blocks, lngShown);
+        ShowPurgeFigure(work, lngShown);
         return true;
     });
     tellBytes();
@@ -93,7 +94,7 @@ std::int16_t RunOverwrite(Overwrite& work) {
     if (isStopped())
         return PurgeStopped;
     if (blnPurgingFreeSpace)
-        ShowPurgeFigure(work.BlocksDone, work.Blocks, lngShown);
+        ShowPurgeFigure(work, lngShown);
     return PurgeDone;
 }
 
@@ -108,14 +109,12 @@ std::string RunOfBlocks(const std::string& block, std::int64_t blocks) {
     return run;
 }
 
-std::int16_t OverwriteSlack(PurgeTarget& target, std::int16_t value, const ClusterSizes& clusters) {
-    const std::int64_t covered = clusters.Covered;
+std::int16_t OverwriteSlack(PurgeJob& job, PurgeTarget& target, std::int16_t value) {
+    const std::int64_t covered = job.Clusters.Covered;
     const std::int64_t slack = (target.Length / covered + 1) * covered - target.Length;
     PrepareSlackBuffer(value, std::min(slack, lngLargestSlackBlock));
-    Overwrite work{target, clusters};
-    work.SlackOnly = true;
+    Overwrite work{job, target};
     work.Slack = slack;
-    work.First = blnFirstOverwrite;
     work.Run = &strSlackFill;
     work.BlockSize = static_cast<std::int64_t>(strSlackFill.size());
     work.Blocks = RoundedUp(slack, work.BlockSize) / work.BlockSize;
@@ -133,20 +132,19 @@ std::int16_t OverwriteSlack(PurgeTarget& target, std::int16_t value, const Clust
 
 } // namespace
 
-std::int16_t OverwriteFileOnce(PurgeTarget& target, std::int16_t value, bool slackOnly,
-                               const ClusterSizes& clusters) {
-    if (slackOnly)
-        return target.NoSlack ? std::int16_t{PurgeDone} : OverwriteSlack(target, value, clusters);
+std::int16_t OverwriteFileOnce(PurgeJob& job, PurgeTarget& target, std::int16_t value) {
+    if (job.SlackOnly)
+        return target.NoSlack ? std::int16_t{PurgeDone} : OverwriteSlack(job, target, value);
     if (blnPurgingFreeSpace && blnStop) // before the first byte
         return PurgeStopped;
 
     const std::string& strBlock = BlockOfValue(value);
-    Overwrite work{target, clusters};
+    Overwrite work{job, target};
     work.Run = &strBlock;
-    work.BlockSize = clusters.Block;
-    work.First = blnFirstOverwrite;
+    work.BlockSize = job.Clusters.Block;
     // By the length that is known; how many there are is seen once the file is open.
-    const std::int64_t end = RoundedUp(std::max<std::int64_t>(target.Length, 1), clusters.Covered);
+    const std::int64_t end =
+        RoundedUp(std::max<std::int64_t>(target.Length, 1), job.Clusters.Covered);
     work.Blocks = RoundedUp(end, work.BlockSize) / work.BlockSize;
     work.BlocksPerRun = std::clamp<std::int64_t>(lngLongestRun / work.BlockSize, 1, work.Blocks);
     if (blnPurgingFreeSpace) {

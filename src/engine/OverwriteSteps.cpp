@@ -2,8 +2,6 @@
 // closing. They may run on the I/O thread.
 #include "engine/OverwriteSteps.h"
 
-#include "engine/FilePurge.h"
-
 #include <algorithm>
 
 namespace {
@@ -19,7 +17,10 @@ constexpr std::int64_t lngLargestRecord = 4096;
 /// means that what was written may never get there.
 std::int16_t FlushOverwrite(const Overwrite& work) {
     const platform::Fault fault = platform::FlushBytes(work.File);
-    return Failed(fault) && fault != platform::Fault::NotSupported ? PurgeFlushFailed : PurgeDone;
+    if (!Failed(fault) || fault == platform::Fault::NotSupported)
+        return PurgeDone;
+    work.Job.Trouble = fault;
+    return PurgeFlushFailed;
 }
 
 /// The length in which the file is left. In slack mode that is its own again before anybody else
@@ -30,7 +31,7 @@ void LeaveFile(Overwrite& work) {
     if (work.EndUnknown && !Failed(platform::ReadLength(work.File, length)))
         work.FileEnd = static_cast<std::int64_t>(length);
     target.Left = work.FileEnd;
-    if (!work.SlackOnly || target.Left == target.Length)
+    if (!work.Job.SlackOnly || target.Left == target.Length)
         return;
     if (!Failed(platform::ChangeLength(work.File, static_cast<std::uint64_t>(target.Length))))
         target.Left = target.Length;
@@ -40,17 +41,23 @@ void LeaveFile(Overwrite& work) {
 
 } // namespace
 
-// Asked when it is open: what is open can be neither renamed nor removed any more.
-platform::Fault OpenTarget(const PurgeTarget& target, platform::File& file) {
-    platform::Fault fault = platform::OpenFile(target.Path, platform::Access::Change, file);
-    if (Failed(fault) || target.IsReparsePoint)
+platform::Fault OpenTarget(const PurgeTarget& target, platform::File& file,
+                           platform::OpenFileFacts& facts) {
+    // A link is opened itself, so that what is open can be asked whether it is one.
+    platform::File opened;
+    platform::Fault fault = platform::OpenFile(
+        target.Path,
+        target.IsReparsePoint ? platform::Access::Change : platform::Access::ChangeItself, opened);
+    if (Failed(fault))
         return fault;
-    std::uint32_t attributes = 0;
-    fault = platform::ReadAttributes(target.Path.substr(0, target.Path.find(':', 2)), attributes);
-    if (!Failed(fault) && (attributes & platform::AttributeReparsePoint) != 0)
+    fault = platform::ReadOpenFileFacts(opened, facts);
+    if (!Failed(fault) && !target.IsReparsePoint &&
+        (facts.Attributes & platform::AttributeReparsePoint) != 0)
         fault = platform::Fault::AccessDenied;
     if (Failed(fault))
-        (void)platform::CloseFile(file);
+        (void)platform::CloseFile(opened);
+    else
+        file = opened;
     return fault;
 }
 
@@ -66,7 +73,8 @@ void FinishOverwrite(Overwrite& work) {
 
 namespace {
 
-std::int16_t ResultOfWriteFault(platform::Fault fault) {
+std::int16_t ResultOfWriteFault(Overwrite& work, platform::Fault fault) {
+    work.Job.Trouble = fault;
     return fault == platform::Fault::DiskFull ? PurgeDiskFull : PurgeWriteFailed;
 }
 
@@ -78,7 +86,7 @@ std::int16_t OverwriteInItsRecord(Overwrite& work) {
     const platform::Fault fault = platform::WriteBytes(
         work.File, work.Run->data(), static_cast<std::size_t>(work.Target.Length));
     if (Failed(fault))
-        return ResultOfWriteFault(fault);
+        return ResultOfWriteFault(work, fault);
     const std::int16_t result = FlushOverwrite(work);
     if (result != PurgeDone)
         return result;
@@ -88,7 +96,8 @@ std::int16_t OverwriteInItsRecord(Overwrite& work) {
 /// Whether slack would be written behind a file that lies in a record. It would be moved out, and
 /// its bytes stay in the record, out of every later purge's reach.
 bool MayBeInRecord(const Overwrite& work) {
-    if (!work.First || !blnRecordsHoldFiles || work.Target.Length >= lngLargestRecord)
+    if (!work.Job.FirstOverwrite || !work.Job.RecordsHoldFiles ||
+        work.Target.Length >= lngLargestRecord)
         return false;
     bool blnClusters = false;
     // Who cannot say leaves it open.
@@ -100,14 +109,14 @@ bool MayBeInRecord(const Overwrite& work) {
 std::int16_t FindRanges(Overwrite& work) {
     const std::int64_t length = work.Target.Length;
     const auto from = static_cast<std::uint64_t>(length);
-    if (work.SlackOnly) {
+    if (work.Job.SlackOnly) {
         // Random digits in a single block reach past the cluster.
         const std::int64_t end =
             length + (work.BlockSize > work.Slack ? work.BlockSize : work.Slack);
         work.Ranges = {{from, static_cast<std::uint64_t>(end)}};
     } else {
         const std::int64_t end =
-            RoundedUp(std::max<std::int64_t>(length, 1), work.Clusters.Covered);
+            RoundedUp(std::max<std::int64_t>(length, 1), work.Job.Clusters.Covered);
         work.Ranges = {{0, static_cast<std::uint64_t>(end)}};
     }
     if (!work.Target.MayBeSparse || length == 0)
@@ -118,7 +127,7 @@ std::int16_t FindRanges(Overwrite& work) {
         return PurgeCannotOpen;
     const bool blnKnown = !Failed(fault);
     const bool blnEndAllocated = blnKnown && !allocated.empty() && allocated.back().To >= from;
-    if (work.SlackOnly) {
+    if (work.Job.SlackOnly) {
         if (!blnEndAllocated)
             work.Ranges.clear();
         return PurgeDone;
@@ -138,7 +147,7 @@ std::int16_t FindRanges(Overwrite& work) {
 /// overwrite left it is somebody's: it becomes the file's own, to be covered up to its end.
 std::int16_t TakeLength(Overwrite& work, std::int64_t length) {
     PurgeTarget& target = work.Target;
-    if (work.SlackOnly && length != target.Length)
+    if (work.Job.SlackOnly && length != target.Length)
         return PurgeFileChanged;
     if (length != target.Left)
         target.Length = length;
@@ -155,15 +164,13 @@ std::int16_t SeekToRange(Overwrite& work) {
 
 std::int16_t BeginOverwrite(Overwrite& work) {
     PurgeTarget& target = work.Target;
-    work.Opening = OpenTarget(target, work.File);
+    platform::OpenFileFacts facts;
+    work.Opening = work.Job.Trouble = OpenTarget(target, work.File, facts);
     if (Failed(work.Opening))
         return PurgeCannotOpen;
-    platform::OpenFileFacts facts;
-    if (Failed(platform::ReadOpenFileFacts(work.File, facts)))
-        return PurgeCannotOpen;
     // Or those of a stream; or of another file that somebody has put in its place meanwhile.
-    lngHardLinks = std::max(lngHardLinks, facts.HardLinks);
-    if (blnRefuseSeveralNames && lngHardLinks > 1)
+    work.Job.HardLinks = std::max(work.Job.HardLinks, facts.HardLinks);
+    if (work.Job.RefuseSeveralNames && work.Job.HardLinks > 1)
         return PurgeSeveralNames;
     std::int16_t result = TakeLength(work, static_cast<std::int64_t>(facts.Length));
     if (result != PurgeDone)
@@ -172,9 +179,9 @@ std::int16_t BeginOverwrite(Overwrite& work) {
     target.MayBeSparse = target.MayBeSparse || (facts.Allocated < facts.Length &&
                                                 target.Path.find(':', 2) != std::string::npos);
     result = FindRanges(work);
-    if (work.SlackOnly && !work.Ranges.empty() && MayBeInRecord(work))
+    if (work.Job.SlackOnly && !work.Ranges.empty() && MayBeInRecord(work))
         work.Ranges.clear();
-    target.NoSlack = work.SlackOnly && work.Ranges.empty();
+    target.NoSlack = work.Job.SlackOnly && work.Ranges.empty();
     std::int64_t blocks = 0;
     for (const platform::Range& range : work.Ranges)
         blocks += RoundedUp(static_cast<std::int64_t>(range.To - range.From), work.BlockSize) /
@@ -182,10 +189,10 @@ std::int16_t BeginOverwrite(Overwrite& work) {
     work.Blocks = blocks;
     if (result != PurgeDone || blocks == 0)
         return result;
-    blnBytesWritten = true; // from here on a fault leaves nobody sure of the contrary
-    const std::int64_t small = std::max<std::int64_t>(lngLargestRecord, work.Clusters.Block);
-    if (work.First && !work.SlackOnly && target.Length > 0 && target.Length < small &&
-        work.Ranges[0].To > facts.Length && work.Ranges[0].From == 0)
+    work.Job.HasWritten = true; // from here on a fault leaves nobody sure of the contrary
+    const std::int64_t small = std::max<std::int64_t>(lngLargestRecord, work.Job.Clusters.Block);
+    if (work.Job.FirstOverwrite && !work.Job.SlackOnly && target.Length > 0 &&
+        target.Length < small && work.Ranges[0].To > facts.Length && work.Ranges[0].From == 0)
         result = OverwriteInItsRecord(work);
     return result == PurgeDone ? SeekToRange(work) : result;
 }
@@ -194,11 +201,11 @@ std::int16_t BeginOverwrite(Overwrite& work) {
 /// clusters up to their end, or in a record the bytes themselves.
 platform::Fault WriteWhatHasRoom(Overwrite& work, std::int64_t end) {
     const std::int64_t length = work.Target.Length;
-    const std::int64_t realEnd = RoundedUp(length, work.Clusters.Real);
-    const std::int64_t shorterEnds[] = {work.SlackOnly ? length + work.Slack : end, realEnd,
-                                        lngFatLimit - 1, work.SlackOnly ? realEnd : length};
+    const std::int64_t realEnd = RoundedUp(length, work.Job.Clusters.Real);
+    const std::int64_t shorterEnds[] = {work.Job.SlackOnly ? length + work.Slack : end, realEnd,
+                                        lngFatLimit - 1, work.Job.SlackOnly ? realEnd : length};
     for (const std::int64_t shorter : shorterEnds) {
-        if (shorter >= end || shorter < length || (work.SlackOnly && shorter == 0))
+        if (shorter >= end || shorter < length || (work.Job.SlackOnly && shorter == 0))
             continue;
         if (shorter <= work.Position)
             return platform::Fault::None;
@@ -228,7 +235,7 @@ std::int16_t WriteRun(Overwrite& work) {
         end == to)
         fault = WriteWhatHasRoom(work, end);
     if (Failed(fault))
-        return ResultOfWriteFault(fault);
+        return ResultOfWriteFault(work, fault);
     work.BlocksDone += RoundedUp(size, work.BlockSize) / work.BlockSize;
     work.Position = end;
     work.FileEnd = std::max(work.FileEnd, end);

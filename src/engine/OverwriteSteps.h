@@ -18,14 +18,12 @@ inline std::int64_t RoundedUp(std::int64_t length, std::int64_t unit) {
 
 /// An overwrite under way. All but the atomics belongs to the steps until they have ended.
 struct Overwrite {
+    PurgeJob& Job;
     PurgeTarget& Target;
-    ClusterSizes Clusters;
-    bool SlackOnly = false;
     std::int64_t Slack = 0;           ///< in slack mode: bytes up to the end of the cluster
     const std::string* Run = nullptr; ///< what one call writes: the block, as often as will do
     std::int64_t BlockSize = 0, BlocksPerRun = 1;
     ui::Effort Effort = ui::Effort::Long;
-    bool First = false; ///< of this file
     bool FirstBlockAlone = false;
     std::vector<platform::Range> Ranges{}; ///< what is to be written; known once it is open
     std::size_t RangeIndex = 0;
@@ -39,9 +37,10 @@ struct Overwrite {
     std::int16_t Result = 0; ///< PurgeResult
 };
 
-/// Opens a file or a stream for change. AccessDenied for a link that somebody has put in its place
-/// since it was looked at: what that leads to was not chosen.
-platform::Fault OpenTarget(const PurgeTarget& target, platform::File& file);
+/// Opens a file or a stream for change, and asks it what it is. AccessDenied for a link that
+/// somebody has put in its place since it was looked at: what that leads to was not chosen.
+platform::Fault OpenTarget(const PurgeTarget& target, platform::File& file,
+                           platform::OpenFileFacts& facts);
 /// One step: opens the file, writes a run, or flushes and closes; false after the last. May run on
 /// the I/O thread.
 bool StepOverwrite(Overwrite& work);

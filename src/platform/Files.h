@@ -21,11 +21,12 @@ struct File {
 };
 
 enum class Access {
-    Read,      ///< existing file, reading only; others may read and write it
-    Change,    ///< existing file, reading and writing in place; refused while another program
-               ///< has it open for writing, and others may only read meanwhile
-    CreateNew, ///< reading and writing; AlreadyExists when the name is taken
-    Replace    ///< writing; an existing file is emptied, a missing one is made
+    Read,         ///< existing file, reading only; others may read and write it
+    Change,       ///< existing file, reading and writing in place; refused while another program
+                  ///< has it open for writing, and others may only read meanwhile
+    ChangeItself, ///< Change, of a link the link itself and not what it leads to
+    CreateNew,    ///< reading and writing; AlreadyExists when the name is taken
+    Replace       ///< writing; an existing file is emptied, a missing one is made
 };
 
 /// Attribute bits as the operating system numbers them.
@@ -59,6 +60,7 @@ struct OpenFileFacts {
     std::uint64_t Length = 0;    ///< bytes
     std::uint64_t Allocated = 0; ///< bytes on the disk; where that is unknown not below the length
     std::uint32_t HardLinks = 1;
+    std::uint32_t Attributes = 0;
 };
 
 /// Bytes From up to, not including, To of a file.

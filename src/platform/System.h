@@ -47,6 +47,10 @@ NumberFormat RegionalNumberFormat();
 std::string LowerCase(const std::string& text);
 std::string UpperCase(const std::string& text);
 
+/// Shows the text in a box that needs nothing else of the program, and ends the process at once.
+/// May be called on any thread.
+[[noreturn]] void EndForMistake(const std::string& text);
+
 /// Opens an address or a document with the program that the user has chosen for it.
 Fault OpenLink(const std::string& target);
 

@@ -3,7 +3,9 @@
 #include "report/ReportText.h"
 
 #include "report/frmReport.h"
-#include "report/ReportProgress.h"
+#include "report/run/Run.h"
+#include "report/run/RunClock.h"
+#include "report/run/RunEvents.h"
 #include "session/Session.h"
 #include "ui/Interface.h"
 
@@ -52,6 +54,7 @@ void ClearReportText() {
     frmReport.txbText.Text.clear();
     lngUnits = 0;
     frmReport.strTextBuff.clear();
+    frmReport.blnBufferFull = false;
     CaretToEnd();
 }
 
@@ -91,6 +94,14 @@ void ReplaceReportTail(std::size_t lngFrom, const std::string& strTail) {
     AppendReport({}, false); // for the limit
 }
 
+bool ReportIsFull() {
+    return frmReport.blnBufferFull;
+}
+
+bool ReportIsNearlyFull(std::size_t lngMore) {
+    return ReportEnd() + lngMore > lngMaxReportText;
+}
+
 void EndReportLine() {
     const std::string& text =
         frmReport.strTextBuff.empty() ? frmReport.txbText.Text : frmReport.strTextBuff;
@@ -118,15 +129,15 @@ void ReportBufferFull() {
     if (lineEnd != std::string::npos)
         CutBox(lineEnd);
     AppendToBox("\r\n\r\n");
-    if (frmReport.blnPurgeFiles) {
+    if (currentRun.Request.blnPurgeFiles) {
         AppendToBox("The report buffer has been filled, so "
                     "this report cannot continue.  The purge operation will continue, "
                     "but without report of results for individual files.\r\n\r\n");
     } else {
-        PauseReportProgress(true); // the user's time is none of the run's
+        PauseClock(true); // the user's time is none of the run's
         ui::MsgBox("The output report buffer has been filled, so this report cannot continue.",
                    ui::Buttons::OK, ui::Icon::None, "Report buffer full");
-        PauseReportProgress(false);
+        PauseClock(false);
         AppendToBox(
             "The output report buffer was filled.\r\nNote: Some files were not listed.\r\n");
         blnStop = true;

@@ -4,8 +4,8 @@
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"
-#include "report/ReportProgress.h"
-#include "report/ReportText.h"
+#include "report/run/Run.h"
+#include "report/run/RunClock.h"
 #include "session/Session.h"
 #include "ui/Interface.h"
 
@@ -36,7 +36,7 @@ void LayOutReport() {
     f.barProgress.Top = rowTop;
     f.lblProgress.Top = rowTop;
     f.lblProgress.Left = intMargin;
-    if (f.blnRunning && WritesDots())
+    if (currentRun.IsUnderWay() && WritesDots())
         f.lblProgress.Left += f.lblDots.Width + intMargin;
     else if (f.barProgress.Visible)
         f.lblProgress.Left += f.barProgress.Width + intMargin;
@@ -66,8 +66,9 @@ void SetPauseButton(const char* caption, int width, char mnemonic) {
 }
 
 void cmdPauseContinue_Click() {
-    frmReport.blnPaused = !frmReport.blnPaused;
-    if (frmReport.blnPaused) {
+    const bool blnPause = currentRun.State != RunState::Paused;
+    currentRun.State = blnPause ? RunState::Paused : RunState::Running;
+    if (blnPause) {
         frmReport.cmdStop.Caption = "Stop";
         frmReport.cmdStop.Visible = true;
         frmReport.cmdStop.Width = 1000;
@@ -101,7 +102,7 @@ void cmdCopyToClipboard_Click() {
 void cmdClose_Click() {
     // Only a run in progress is stopped: the flag is everybody's, and must not lie in wait for the
     // next command.
-    if (frmReport.blnRunning) {
+    if (currentRun.IsUnderWay() && currentRun.Request.blnInReport) {
         blnStop = true;
         frmReport.lblPausedDone.Caption = "Stopped";
     }
@@ -118,37 +119,15 @@ void frmReport_Activate() {
 
 } // namespace
 
-bool WasStopped() {
-    return blnStop && (frmReport.blnPurgeFiles || !frmReport.blnBufferFull);
-}
-
 bool WritesDots() {
-    return !frmReport.blnPurgeFiles && !frmReport.blnDisplayFolderNames;
-}
-
-void CheckPauseStop() {
-    ui::DoEvents();
-    if (frmReport.blnPaused && !blnStop) {
-        MovePendingText();
-        PauseReportProgress(true);
-        ui::Repaint(frmReport);
-        while (frmReport.blnPaused && !blnStop)
-            ui::Wait(20);
-        PauseReportProgress(false);
-    }
-    if (!blnStop) {
-        RefreshReportProgress();
-        return;
-    }
-    AppendBeyondLimit("\r\n");
-    ui::Repaint(frmReport);
+    return !currentRun.Request.blnPurgeFiles && !currentRun.Request.blnDisplayFolderNames;
 }
 
 void SetRunButtons() {
-    frmReport.cmdStop.Visible = !frmReport.blnPurgeFiles;
+    frmReport.cmdStop.Visible = !currentRun.Request.blnPurgeFiles;
     frmReport.cmdStop.Caption = "Stop";
     frmReport.cmdStop.Width = 1000;
-    if (frmReport.blnPurgeFiles)
+    if (currentRun.Request.blnPurgeFiles)
         SetPauseButton("Pause at next purge", 2500, 'P');
     else
         SetPauseButton("Pause", 1000, 'P');
@@ -196,7 +175,7 @@ void LoadReportForm() {
     f.lblPausedDone.Bold = true;
     f.cmdClose.Cancel = true;
     f.tmrProgress.Interval = 500;
-    f.tmrProgress.Tick = RefreshReportProgress;
+    f.tmrProgress.Tick = RefreshClock;
 
     const int row = 5730, buttons = 6105;
     ui::Bind(f, {{&f.txbText, "txbText", intMargin, intMargin, 9360, 5490},

@@ -10,7 +10,8 @@
 #include "report/BatchDriver.h"
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmReport.h"
-#include "report/ListWalk.h"
+#include "report/run/ListWalk.h"
+#include "report/run/Run.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -55,12 +56,13 @@ bool SingleFileIsMissing(const std::string& title) {
 /// What the report window is told of a run of either kind.
 void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNames) {
     frmReport.Caption = caption;
-    frmReport.strDirPath = strDirPath;
-    frmReport.strFilespec = strFilespec;
-    frmReport.blnPurgeFiles = blnPurge;
-    frmReport.blnListFiles = !blnPurge;
-    frmReport.blnDisplayFolderNames = blnDisplayNames;
-    frmReport.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
+    RunRequest request;
+    request.strDirPath = strDirPath;
+    request.strFilespec = strFilespec;
+    request.blnPurgeFiles = blnPurge;
+    request.blnDisplayFolderNames = blnDisplayNames;
+    request.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
+    currentRun.Request = request;
     ResetReportWindow();
 }
 
@@ -192,8 +194,8 @@ void CountAndPurge() {
     }
     PrepareReport("Purge files", true, true);
     if (found.lngFiles > 0) { // all were counted: the run need not count again
-        frmReport.lngNumFilesExpected = found.lngFiles;
-        frmReport.dblBytesExpected = found.dblBytes;
+        currentRun.Request.lngNumFilesExpected = found.lngFiles;
+        currentRun.Request.dblBytesExpected = found.dblBytes;
     }
     ui::Show(frmReport);
     ProcessFiles();
@@ -213,9 +215,10 @@ void Purge() {
 
 void cmdProcessFiles_Click(int intIndex) {
     platform::FolderHold hold;
+    const std::string strChosen = strDirPath;
     if (!SomethingIsSpecified() || !HoldChosenFolder(hold))
         return;
-    if (frmMain.lblDirectory.Caption != strDirPath)
+    if (strDirPath != strChosen)
         UpdateFilesLabels(); // its path could be settled only now
     // The folder that is asked about is held until the run is over.
     if (intIndex == 0)

@@ -8,6 +8,7 @@
 #include "engine/HeldFiles.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
+#include "report/run/Run.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -82,6 +83,7 @@ void ResetSession() {
     blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
     blnShowPurgeWarning = true;
     blnPurgeRemainingFiles = false;
+    currentRun = {};
     ResetHeldFileWaits();
     ForgetDriveSpeeds();
     ForgetFileSystems();

@@ -4,7 +4,7 @@
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
-#include "report/TimeEstimates.h"
+#include "report/run/TimeEstimates.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "support/FolderSearch.h"

@@ -1,7 +1,11 @@
 // Sizes in bytes as a person reads them.
 #pragma once
 
+#include <cstdint>
 #include <string>
+
+constexpr double dblBytesPerMB = 1048576;
+constexpr std::int64_t lngBytesPerMB = 1048576;
 
 /// A size as "0 bytes", "812 bytes", "1.50 KB", "3.00 MB", "1,234.00 GB".
 std::string ByteSizeText(double bytes, int decimals);

@@ -56,7 +56,7 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     });
     ChooseOne("a");
     user.During(
-        [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 1s."; },
+        [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 6s."; },
         [] {
             EXPECT_EQ("3 files in one folder are being purged.",
                       frmMain.lblSubdirectories2.Caption);

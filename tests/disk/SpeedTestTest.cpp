@@ -1,5 +1,6 @@
 // "Test purge speed" from the click to the result.
 #include "disk/SpeedTest.h"
+#include "disk/DriveChoice.h"
 #include "DriveTest.h"
 #include "selection/frmDrives.h"
 
@@ -99,7 +100,7 @@ TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
     for (const auto& [free, written] : {std::pair{6ULL << 30, 10 * MiB}, {3ULL << 20, 3 * MiB}}) {
         Begin(8ULL << 30);
         LeaveFree(free);
-        EXPECT_TRUE(TestPurgeSpeed('D', false, sngSpeed));
+        RunDriveCommand([&] { EXPECT_TRUE(TestPurgeSpeed('D', false, sngSpeed)); });
         EXPECT_EQ(static_cast<double>(written), dblBytesMeasured[3]);
     }
 }

@@ -173,7 +173,7 @@ TEST_F(FilePurgeTest, AnyCallMayFail) {
     // The outcome of clearing attributes, and of the last restoring of the length do not count;
     // everything else does.
     const std::string mayPass = "ReadAttributes WriteAttributes ReadClusterFacts ReadVolumeFacts "
-                                "HasClusters OpenFile ReadLength ChangeLength CloseFile";
+                                "HasClusters OpenFile ReadOpenFileFacts ChangeLength CloseFile";
     for (const bool deleteAfter : {true, false})
         for (const bool slackOnly : {true, false}) {
             std::vector<std::vector<fake::Run>> all;
@@ -218,7 +218,7 @@ TEST_F(FilePurgeTest, CodesOfFaults) {
                  {-3, 2, Fault::WriteFault, "CloseFile"},
                  {-4, 1, Fault::AccessDenied, "RemoveFile"},
                  {-11, 4, Fault::Other, "ChangeLength", true},
-                 {-2, 1, Fault::Other, "AuxiliaryChangeFileSize"},
+                 {-2, 1, Fault::Other, "AuxiliaryChangeFileSize", true},
                  {-2, 1, Fault::Other, "ListStreams"},
                  {-7, 1, Fault::WriteFault, "FlushBytes", false, 5}, // before it grows
                  {-7, 2, Fault::NotReady, "FlushBytes", false, 5},

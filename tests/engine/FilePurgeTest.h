@@ -14,12 +14,15 @@ inline constexpr const char* path = "C:\\f\\a.bin";
 struct FilePurgeTest : ProgramTest {
     int Purge(const std::string& file, int type, int passes, bool deleteAfter,
               bool slackOnly = false) {
-        std::int16_t code = 99;
-        const bool done = PurgeFileWithChecks(file, static_cast<std::int16_t>(type),
-                                              static_cast<std::int16_t>(passes), deleteAfter, true,
-                                              true, slackOnly, 0, code, &reach);
-        EXPECT_EQ(done, code >= 0);
-        return code;
+        job = {file,
+               static_cast<std::int16_t>(type),
+               static_cast<std::int16_t>(passes),
+               deleteAfter,
+               true,
+               true,
+               slackOnly};
+        RunPurgeJob(job);
+        return job.Result;
     }
     /// What a purge that goes well does to the file.
     std::string Journal(const std::string& file, int type, int passes, bool deleteAfter,
@@ -28,7 +31,7 @@ struct FilePurgeTest : ProgramTest {
         EXPECT_EQ(0, Purge(file, type, passes, deleteAfter, slackOnly));
         return fake::JournalText(file);
     }
-    std::uint32_t reach = 0;
+    PurgeJob job;
 };
 
 inline std::vector<fake::Run> Written(const std::string& file) {

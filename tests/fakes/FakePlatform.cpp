@@ -113,7 +113,7 @@ using namespace fake;
 Fault OpenFile(const std::string& path, Access access, File& file) {
     if (const Fault fault = Begin(__func__, path); Failed(fault))
         return fault;
-    Place place = Find(path, true);
+    Place place = Find(path, access != Access::ChangeItself);
     if (Failed(place.Trouble))
         return place.Trouble;
     const bool changes = access != Access::Read, creates = access == Access::CreateNew;
@@ -197,7 +197,7 @@ Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
     return OnOpen(__func__, file, [&](Handle& handle) {
         const Node& node = *handle.Item;
         facts = {node.Data.Length(), SpaceOfFile(drives.at(handle.Path[0]), node),
-                 HardLinksOf(node)};
+                 HardLinksOf(node), AttributesOf(node)};
     });
 }
 

@@ -143,6 +143,11 @@ std::string UpperCase(const std::string& text) {
     return CaseOf(text, std::towupper);
 }
 
+void EndForMistake(const std::string& text) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+    std::abort();
+}
+
 Fault OpenLink(const std::string& target) {
     const Fault fault = Begin(__func__, target);
     if (!Failed(fault))

@@ -4,6 +4,7 @@
 #include "posix/ScratchRoot.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
+#include "report/run/Run.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
@@ -29,10 +30,10 @@ void BeginProgram(int passes) {
 }
 
 std::string PurgeFolder(const std::string& folder) {
-    frmReport.strDirPath = folder + "\\";
-    frmReport.strFilespec = "*.*";
-    frmReport.blnPurgeFiles = true;
-    frmReport.lngNumFilesPurged = 0; // stays as it is when the run cannot begin
+    currentRun.Request.strDirPath = folder + "\\";
+    currentRun.Request.strFilespec = "*.*";
+    currentRun.Request.blnPurgeFiles = true;
+    currentRun.Counts.lngNumFilesPurged = 0; // stays as it is when the run cannot begin
     ResetReportWindow();
     ProcessFiles();
     return frmReport.txbText.Text;

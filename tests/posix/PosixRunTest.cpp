@@ -6,6 +6,7 @@
 #include "fakes/ScriptedUser.h"
 #include "platform/Folders.h"
 #include "report/frmReport.h"
+#include "report/run/Run.h"
 
 #include <filesystem>
 #include <fstream>
@@ -49,7 +50,7 @@ TEST_F(PosixRun, WhatIsPurgedIsOverwrittenOnTheDisk) {
     std::ifstream brief(Host("C/d/a")), large(Host("C/d/long")); // outlast the names
     const std::string report = posix::PurgeFolder("C:\\d");
     EXPECT_EQ(FilesLeft(), 0) << report;
-    EXPECT_EQ(frmReport.lngNumFilesPurged, 3) << report;
+    EXPECT_EQ(currentRun.Counts.lngNumFilesPurged, 3) << report;
     for (std::ifstream* file : {&brief, &large}) {
         const std::string bytes(std::istreambuf_iterator<char>(*file), {});
         EXPECT_TRUE(bytes.size() == 4096 || bytes.size() >= 600'000) << bytes.size();
@@ -68,7 +69,7 @@ TEST_F(PosixRun, WhicheverCallFailsTheCountTellsWhatIsGone) {
         fake::FailNth(n, Fault::WriteFault);
         const std::string report = posix::PurgeFolder("C:\\d");
         blnFailed = fake::HasFailed();
-        ASSERT_EQ(before - FilesLeft(), frmReport.lngNumFilesPurged) << report;
+        ASSERT_EQ(before - FilesLeft(), currentRun.Counts.lngNumFilesPurged) << report;
         ASSERT_EQ(posix::OpenHandles(), 0) << fake::FailedCall();
     }
     EXPECT_FALSE(blnFailed);

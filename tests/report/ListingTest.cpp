@@ -1,5 +1,5 @@
 // Listing and counting runs, the estimates, and the report window by itself.
-#include "report/ListWalk.h"
+#include "report/run/ListWalk.h"
 #include "report/RunTest.h"
 
 using fake::user;
@@ -157,7 +157,7 @@ and an adjustment factor of 0.50:
 }
 
 TEST_F(RunTest, PendingTextComesBeforeWhateverFollows) {
-    frmReport.blnPurgeFiles = true;
+    currentRun.Request.blnPurgeFiles = true;
     ClearReportText();
     frmReport.blnBufferFull = false;
     AppendReport("one\r\ntwo", false);

@@ -2,7 +2,7 @@
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"
-#include "report/ResultTexts.h"
+#include "report/run/ResultTexts.h"
 #include "report/RunTest.h"
 #include "support/StrProc.h"
 
@@ -313,7 +313,7 @@ Number of files purged: 3
     PutFiles({"b.txt"});
     fake::PutFile("C:\\out\\b", "other");
     int calls = 0;
-    fake::OnCall("AuxiliaryChangeFileSize", [&](const std::string& path) {
+    fake::OnCall("OpenFile", [&](const std::string& path) {
         if (++calls == 2) {
             fake::TakeAway(path);
             fake::PutName(path, "C:\\out\\b");
@@ -341,7 +341,7 @@ void CheckCounts(Mode mode, const std::string& report) {
     int folders = 0;
     for (const char* folder : {"C:\\d\\s", "C:\\d\\s\\t", "C:\\d\\u", "C:\\d\\v"})
         folders += fake::At(folder) != nullptr;
-    EXPECT_EQ(frmReport.lngNumFoldersRemoved + folders, 4);
+    EXPECT_EQ(currentRun.Counts.lngNumFoldersRemoved + folders, 4);
     const std::int64_t purged = CountOf(report, "Number of files purged: ");
     EXPECT_EQ(std::ssize(left), mode == Mode::Purge ? 5 - purged : 5);
     // What a fault met half-way is changed too, and not counted.
@@ -368,7 +368,8 @@ TEST_F(RunTest, EveryFaultLeavesTheCountsTrue) {
             blnDeleteEmptyFolders = mode == Mode::Purge;
             blnDoNotDeletePurgedFiles = mode == Mode::Keep || mode == Mode::Slack;
             blnPurgeSlackOnly = mode == Mode::Slack;
-            frmReport.blnDisplayFolderNames = frmReport.blnDisplayFileNames = true;
+            currentRun.Request.blnDisplayFolderNames = currentRun.Request.blnDisplayFileNames =
+                true;
             user.AnswerOthers = [](const fake::BoxSeen& box) { return box.Answer; };
             fake::FailNth(n, n % 2 ? Fault::AccessDenied : Fault::WriteFault);
             const std::string report = Run(mode != Mode::List);

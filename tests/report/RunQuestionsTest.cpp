@@ -183,7 +183,7 @@ TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
     // One that comes while the first file is looked at leaves that alone, and no pass does, too.
     user.During(
         [] {
-            return fake::CallsMade("ReadClusterFacts") > 0 && frmReport.blnRunning &&
+            return fake::CallsMade("ReadClusterFacts") > 0 && currentRun.IsUnderWay() &&
                    Plain(frmReport.txbText.Text).ends_with("purging");
         },
         [] { fake::PressF10(); });
@@ -196,7 +196,7 @@ TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
     // Nor is one that comes where there are folders only.
     fake::PutFolder("C:\\d\\p");
     blnSubdirectories = true;
-    frmReport.lngNumFilesExpected = 1; // no yields for a count
+    currentRun.Request.lngNumFilesExpected = 1; // no yields for a count
     const std::int64_t before = user.Yields;
     user.During([before] { return user.Yields > before + 1; }, [] { fake::PressF10(); });
     EXPECT_TRUE(Purge("*.none").find("was stopped.") != std::string::npos);

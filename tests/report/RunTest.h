@@ -5,6 +5,8 @@
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
 #include "report/ReportText.h"
+#include "report/run/Run.h"
+#include "report/run/RunEvents.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
@@ -27,12 +29,12 @@ struct RunTest : StartedTest {
     }
     static std::string Run(bool blnPurge, const std::string& spec = "*.*",
                            const std::string& folder = "C:\\d\\") {
-        frmReport.strDirPath = folder;
-        frmReport.strFilespec = spec;
-        frmReport.blnPurgeFiles = blnPurge;
+        currentRun.Request.strDirPath = folder;
+        currentRun.Request.strFilespec = spec;
+        currentRun.Request.blnPurgeFiles = blnPurge;
         ui::Show(frmReport);
         ProcessFiles();
-        EXPECT_FALSE(frmReport.blnRunning);
+        EXPECT_FALSE(currentRun.IsUnderWay());
         EXPECT_FALSE(frmReport.cmdPauseContinue.Enabled);
         EXPECT_TRUE(frmReport.cmdClose.Enabled);
         EXPECT_EQ(frmReport.strTextBuff, "");
@@ -45,8 +47,8 @@ struct RunTest : StartedTest {
     }
     static std::string Purge(const std::string& spec = "*.*") { return Run(true, spec); }
     static std::string List(bool blnFolders, bool blnFiles, const std::string& spec = "*.*") {
-        frmReport.blnDisplayFolderNames = blnFolders;
-        frmReport.blnDisplayFileNames = blnFiles;
+        currentRun.Request.blnDisplayFolderNames = blnFolders;
+        currentRun.Request.blnDisplayFileNames = blnFiles;
         return Run(false, spec);
     }
     /// Line ends as \n, so that expected texts can be read; a lone \n is lost, and shows so.

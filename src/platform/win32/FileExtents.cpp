@@ -17,11 +17,14 @@ HANDLE HandleOf(File file) {
 
 Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
     FILE_STANDARD_INFO known;
-    if (!GetFileInformationByHandleEx(HandleOf(file), FileStandardInfo, &known, sizeof known))
+    FILE_BASIC_INFO basic;
+    if (!GetFileInformationByHandleEx(HandleOf(file), FileStandardInfo, &known, sizeof known) ||
+        !GetFileInformationByHandleEx(HandleOf(file), FileBasicInfo, &basic, sizeof basic))
         return LastFault();
     facts.Length = static_cast<std::uint64_t>(known.EndOfFile.QuadPart);
     facts.Allocated = static_cast<std::uint64_t>(known.AllocationSize.QuadPart);
     facts.HardLinks = known.NumberOfLinks;
+    facts.Attributes = basic.FileAttributes;
     return Fault::None;
 }
 

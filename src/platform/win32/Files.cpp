@@ -33,6 +33,9 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
         break;
     case Access::Change:
         break;
+    case Access::ChangeItself:
+        flags |= FILE_FLAG_OPEN_REPARSE_POINT;
+        break;
     case Access::CreateNew:
         disposition = CREATE_NEW;
         break;

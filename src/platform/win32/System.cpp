@@ -3,6 +3,7 @@
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"
 
+#include <cstdlib>
 #include <windows.h>
 
 #include <knownfolders.h>
@@ -114,6 +115,13 @@ std::string FullPath(const std::string& path) {
     else if (!slash(2))
         settled = NarrowPath(full(Widen(path.substr(0, 2) + "."))) + "\\" + path.substr(2);
     return NarrowPath(WithLongNames(WidePath(settled)));
+}
+
+void EndForMistake(const std::string& text) {
+    MessageBoxW(nullptr, Widen(text).c_str(), L"Nullwright",
+                MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND);
+    TerminateProcess(GetCurrentProcess(), ERROR_INTERNAL_ERROR);
+    std::abort();
 }
 
 std::uint64_t TickCount() {

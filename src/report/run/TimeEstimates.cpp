@@ -1,12 +1,13 @@
 // How long a purge would take: the estimate after a listing, the table, and that of a single file.
-#include "report/TimeEstimates.h"
+#include "report/run/TimeEstimates.h"
 
 #include "engine/FileProc.h"
-#include "report/frmReport.h"
+#include "report/run/Run.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
+#include "support/SizeText.h"
 #include "support/StrProc.h"
 
 #include <algorithm>
@@ -19,7 +20,6 @@ namespace {
 constexpr int intNumEntries = 12;
 constexpr std::int64_t lngShortestShown = 20; // s
 constexpr std::int64_t lngDay = 86400;        // s
-constexpr double dblBytesPerMB = 1048576;
 
 std::array<std::int16_t, intNumEntries + 1> intOverwrites{}; // entry 0 is not used
 
@@ -57,7 +57,7 @@ std::string EstimateDurationText(double dblSeconds) {
 
 void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
                     std::string& strResult) {
-    const double sizeMB = dblTotalBytes / 1024 / 1024;
+    const double sizeMB = dblTotalBytes / dblBytesPerMB;
     std::string text = "Estimated purge times ";
     if (blnPurgingDrive)
         text += "for the entire disk\r\n";
@@ -82,20 +82,20 @@ void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
 }
 
 std::string EstimateText() {
-    const float speed = PurgeSpeedOf(frmReport.strDirPath);
+    const float speed = PurgeSpeedOf(currentRun.Request.strDirPath);
     if (!(speed > 0)) {
-        const char letter = DriveLetterOf(frmReport.strDirPath);
+        const char letter = DriveLetterOf(currentRun.Request.strDirPath);
         return std::string("For an estimate of the purge time test the purge speed for Drive ") +
                (letter ? std::string(1, letter) : std::string()) + "\r\nthen relist the files.";
     }
     std::string text =
         "Purge type: " + PurgeTypeNumPasses(GetPurgeType(), GetNumberOfPasses()) + "\r\n";
-    const double total = frmReport.dblTotalBytesPurged;
-    const std::int64_t raw = WholeSeconds(total / 1024 / 1024 / speed * GetNumOverwrites());
+    const double total = currentRun.Counts.dblTotalBytesPurged;
+    const std::int64_t raw = WholeSeconds(total / dblBytesPerMB / speed * GetNumOverwrites());
     if (raw < 60)
         return text + "Estimated purge time: less than a minute.\r\n";
     const double average =
-        total / static_cast<double>(frmReport.lngNumFilesProcessed) / dblBytesPerMB;
+        total / static_cast<double>(currentRun.Counts.lngNumFilesProcessed) / dblBytesPerMB;
     const double factor = AdjustmentFactor(average);
     const std::int64_t seconds = WholeSeconds(static_cast<double>(raw) * factor);
     text +=
@@ -110,7 +110,7 @@ std::string SingleFileEstimate(const std::string& path) {
     const float speed = PurgeSpeedOf(path);
     if (!(speed > 0))
         return {};
-    const double sizeMB = static_cast<double>(GetFileLength(path)) / 1024 / 1024;
+    const double sizeMB = static_cast<double>(GetFileLength(path)) / dblBytesPerMB;
     const std::int64_t raw = WholeSeconds(sizeMB / speed * GetNumOverwrites());
     const std::int64_t seconds =
         sizeMB > 0 ? WholeSeconds(static_cast<double>(raw) * AdjustmentFactor(sizeMB)) : 0;

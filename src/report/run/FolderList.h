@@ -1,10 +1,11 @@
-// One folder's files and subfolders, as the walks of a run need them.
+// One folder's files and subfolders, as the walk of a run needs them.
 #pragma once
 
 #include "platform/Fault.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,8 +27,19 @@ struct FolderList {
     std::size_t LinkedFiles = 0; ///< how many of Files are links
 };
 
+/// What is wanted of a folder.
+struct FolderWish {
+    std::string strFilespec;
+    bool blnSubfolders = false;
+    bool blnOwnFolder = false; ///< the folder is the program's own
+    bool blnPagefile = false;  ///< "pagefile.sys" is a swap file, wherever it lies
+    /// Asked when blnStop is set while the folder is read: true to go on, with blnStop cleared.
+    std::function<bool()> onStop;
+};
+
 /// Takes the list of a folder, in the file system's order. The list is taken as a whole before
 /// anything is done to the first file, so that deleting while walking neither skips nor repeats
 /// one. On a fault the list holds what came before it. Ends early when blnStop is set.
-platform::Fault TakeFolderList(const std::string& folder, const std::string& filespec,
-                               bool blnWantSubfolders, FolderList& list);
+platform::Fault TakeFolderList(const std::string& folder, const FolderWish& wish, FolderList& list);
+/// Whether a file of this name is a swap file and never purged.
+bool IsPagingFile(const std::string& strName, bool blnPagefile);

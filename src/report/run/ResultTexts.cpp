@@ -1,7 +1,7 @@
 // The table of texts for result codes, and the remarks on what writing in place does not reach.
-#include "report/ResultTexts.h"
+#include "report/run/ResultTexts.h"
 
-#include "engine/FilePurge.h"
+#include "engine/PurgeJob.h"
 #include "platform/System.h"
 #include "support/Paths.h"
 
@@ -57,6 +57,10 @@ std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std:
     default:
         return blnSlackOnly ? " slack area not purged." : " not purged.";
     }
+}
+
+std::string ErrorNumberText(platform::Fault fault) {
+    return fault.Error != 0 ? " (error " + std::to_string(fault.Error) + ")" : std::string();
 }
 
 std::string OutOfReachText(std::uint32_t lngReach) {

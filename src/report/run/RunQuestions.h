@@ -1,4 +1,4 @@
-// What a purge run asks about a file.
+// What a purge run has to know of a person before it purges a file, and remembers for the run.
 #pragma once
 
 #include <string>

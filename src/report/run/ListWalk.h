@@ -4,12 +4,8 @@
 #include <cstdint>
 #include <string>
 
-/// Listing, counting or summing walk of one folder and, if blnSubdirectories, all beneath it.
+/// The listing walk of the current run: one folder and, if blnSubdirectories, all beneath it.
 void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec);
-/// CountFilesToPurge inside a run, all of them: a stop asked for before is not forgotten.
-void CountAhead(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,
-                double& dblBytes);
-
 /// Counting-only walk with blnSubdirectories as it stands: the number of matching files, or −1
 /// when there are at least `intLimit` (0: no limit). Links are not counted. Clears blnStop first;
 /// when it is set afterwards, the user stopped the count and the number is not complete.
@@ -26,6 +22,8 @@ struct FilesToPurge {
 /// watched file.
 FilesToPurge CountFilesToPurge(const std::string& folder, const std::string& filespec,
                                std::int32_t intLimit, bool blnUntilWatched = false);
+/// CountFilesToPurge inside a run, all of them: a stop asked for before is not forgotten.
+FilesToPurge CountAhead(const std::string& folder, const std::string& filespec, bool blnSubfolders);
 /// The listing walk without any output, subfolders included: files, without what is never purged,
 /// and the sum of their sizes. False when the user stopped it; blnStop is then set.
 bool SumFileSizes(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,

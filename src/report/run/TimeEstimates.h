@@ -10,7 +10,7 @@ void InitializeOverwritesForEstimatedPurgeTimes();
 /// The table of purge times for various numbers of overwrites; whole drive when blnPurgingDrive.
 /// Speed in MB/s for one overwrite, above 0; the factor is AdjustmentFactor's.
 void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor, std::string& strResult);
-/// The estimate after a listing, by frmReport's totals: purge type, time and table, or how to get
+/// The estimate after a listing, by the run's totals: purge type, time and table, or how to get
 /// an estimate when the drive was not measured.
 std::string EstimateText();
 /// AF = A / (average size in MB ^ B): small files purge more slowly per megabyte than the large

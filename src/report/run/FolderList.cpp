@@ -1,5 +1,5 @@
 // Takes one folder's list: which files match, what is a link, what is never purged.
-#include "report/FolderList.h"
+#include "report/run/FolderList.h"
 
 #include "engine/FileOps.h"
 #include "platform/System.h"
@@ -10,28 +10,29 @@
 #include <algorithm>
 #include <utility>
 
-platform::Fault TakeFolderList(const std::string& folder, const std::string& filespec,
-                               bool blnWantSubfolders, FolderList& list) {
-    const bool blnAll = filespec == "*.*";
-    // By its spelling alone, which costs nothing and is enough for counts; before a file is purged
-    // it is looked at more closely.
-    const bool blnOwnFolder = platform::LowerCase(FolderWithBackslash(folder)) ==
-                              platform::LowerCase(FolderWithBackslash(platform::ProgramFolder()));
+bool IsPagingFile(const std::string& strName, bool blnPagefile) {
+    return IsSwapFile(strName) ||
+           (blnPagefile && strName.size() == 12 && platform::LowerCase(strName) == "pagefile.sys");
+}
+
+platform::Fault TakeFolderList(const std::string& folder, const FolderWish& wish,
+                               FolderList& list) {
+    const bool all = wish.strFilespec == "*.*";
     std::vector<FoundFile> otherCase;
     const platform::Fault fault = SearchFolder(folder, [&](const platform::FolderEntry& entry) {
+        if (blnStop && (!wish.onStop || !wish.onStop()))
+            return false;
         if (entry.IsFolder) {
-            if (blnWantSubfolders)
+            if (wish.blnSubfolders)
                 list.Subfolders.push_back({entry.Name, entry.IsLink});
             return true;
         }
-        const NameMatch match = blnAll ? NameMatch::Exact : MatchName(entry.Name, filespec);
+        const NameMatch match = all ? NameMatch::Exact : MatchName(entry.Name, wish.strFilespec);
         if (match == NameMatch::None)
             return true;
-        const bool blnPagingFile =
-            IsSwapFile(entry.Name) || (blnPurgingDrive && entry.Name.size() == 12 &&
-                                       platform::LowerCase(entry.Name) == "pagefile.sys");
         (match == NameMatch::Exact ? list.Files : otherCase)
-            .push_back({entry.Name, entry.Length, entry.IsLink, blnOwnFolder || blnPagingFile});
+            .push_back({entry.Name, entry.Length, entry.IsLink,
+                        wish.blnOwnFolder || IsPagingFile(entry.Name, wish.blnPagefile)});
         return true;
     });
     // In what was not read there may be the file itself.

@@ -1,0 +1,187 @@
+// One file of a purge run in the report: classification, questions, its passes, and its line.
+#include "report/run/ListedFile.h"
+
+#include "engine/FileOps.h"
+#include "engine/FileProc.h"
+#include "platform/System.h"
+#include "report/run/ResultTexts.h"
+#include "report/run/Run.h"
+#include "report/run/RunClock.h"
+#include "report/run/RunEvents.h"
+#include "report/run/RunJob.h"
+#include "report/run/RunQuestions.h"
+#include "session/Session.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+
+namespace {
+
+// A file's line in the report while it is purged: what stands behind its path changes.
+struct FileLine {
+    std::size_t lngTail = 0; ///< where that begins
+    std::string strSize;     ///< " (4,096 bytes)"
+    bool blnRuler = false;
+};
+
+std::string Ruler(int passesDone, int passes) {
+    return std::string("123456789").substr(0, std::min(passesDone, 9)) +
+           std::string(passes - passesDone, '_') + " ";
+}
+
+std::string SizeText(std::int64_t length) {
+    return " (" + GroupedDigits(length) + " bytes)";
+}
+
+FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) {
+    if (ReportIsFull())
+        return {};
+    AppendReport(path, false);
+    const FileLine line{ReportEnd(), SizeText(length), blnRuler};
+    std::string tail = line.strSize + " purging";
+    if (blnRuler) // at first with no more than ten marks, however many passes there are
+        tail += "\r\n" +
+                std::string(std::min<int>(currentRun.Request.How.intNumberOfPasses, 10), '_') + " ";
+    AppendReport(tail, true);
+    return line;
+}
+
+void RedrawRuler(const FileLine& line, int passesDone) {
+    ReplaceReportTail(line.lngTail,
+                      line.strSize + " purging\r\n" +
+                          Ruler(passesDone, currentRun.Request.How.intNumberOfPasses));
+}
+
+void EndLine(const FileLine& line, const std::string& tail) {
+    if (!ReportIsFull())
+        ReplaceReportTail(line.lngTail, line.strSize + tail + "\r\n");
+}
+
+std::string PassesDoneText(int passesDone) {
+    return "pass " + GroupedDigits(passesDone) + " of " +
+           GroupedDigits(currentRun.Request.How.intNumberOfPasses) + ", not purged.";
+}
+
+void EndWithoutSize(const FileLine& line, const std::string& tail) {
+    if (!ReportIsFull())
+        ReplaceReportTail(line.lngTail, tail + "\r\n");
+}
+
+// Runs the passes, with pause, stop and the ruler between them.
+void DrivePasses(PurgeJob& job, const FileLine& line) {
+    OtherNames names = OtherNames::Keep;
+    job.MayPurgeAllNames = [&] {
+        names = LookAtOtherNames(job.Path);
+        return names != OtherNames::Keep && !blnStop; // F10 while it was asked
+    };
+    job.GoOn = [&] {
+        if (line.blnRuler)
+            RedrawRuler(line, job.PassesDone);
+        CheckPauseStop();
+        return !blnStop;
+    };
+    ui::DoEvents();
+    if (blnStop)
+        job.Result = PurgeStopped;
+    else
+        RunJobOfRun(job);
+    if (names == OtherNames::Chosen)
+        job.Reach &= ~std::uint32_t{ReachHardLinks};
+    ui::DoEvents();
+}
+
+void PurgeAndTell(const std::string& path, std::int64_t length) {
+    PurgeJob job = JobOfRun(path);
+    const bool ruler = job.Passes >= 2 && !job.SlackOnly &&
+                       static_cast<double>(length) >= currentRun.dblRulerLength;
+    FileLine line = BeginLine(path, length, ruler);
+    NoteFileBegun(length);
+    DrivePasses(job, line);
+    if (job.Result == PurgeNoSlack) {
+        EndWithoutSize(line, ResultText(PurgeNoSlack, job.SlackOnly, path));
+    } else if ((job.Result == PurgeStopped && job.PassesDone == 0) || job.Result == PurgeNoPasses) {
+        EndWithoutSize(line, " -- not purged.");
+    } else if (job.Result == PurgeStopped) {
+        // Overwritten, but not as often as was asked, and still there.
+        EndLine(line, " purging stopped after " + PassesDoneText(job.PassesDone));
+    } else if (job.Result == PurgeVanished && job.PassesDone > 0) {
+        EndLine(line, " purging: no longer there after " + PassesDoneText(job.PassesDone));
+    } else if (job.Result != PurgeDone) {
+        EndLine(line, " purging" + ResultText(job.Result, job.SlackOnly, path) +
+                          ErrorNumberText(job.Trouble));
+    } else {
+        if (job.Length != length) // the file has changed since it was listed
+            line.strSize = SizeText(job.Length);
+        // A slack-only purge leaves its line at "purging".
+        EndLine(line, (job.SlackOnly ? " purging" : " purged") + OutOfReachText(job.Reach));
+    }
+}
+
+void CancelRun(const std::string& path) {
+    WriteReportLine(path + " -- not purged.");
+    blnStop = true;
+    // A file may be destroyed without being purged: overwritten half-way, or not deleted.
+    ui::MsgBox(currentRun.Counts.blnDataDestroyed ? "Purge operation terminated."
+                                                  : "Purge operation cancelled.  No files purged.",
+               ui::Buttons::OK, ui::Icon::None, "Purge cancelled");
+}
+
+// 0: may be purged; else the code whose text goes on the file's line. False: the run is cancelled.
+bool Classify(const std::string& path, std::int16_t& code) {
+    code = ClassifyFileForPurge(path);
+    if (code != ClassSystemUndecided)
+        return true;
+    if (currentRun.Request.How.blnOKToPurgeSensitiveFiles) {
+        code = ClassNoObjection;
+        return true;
+    }
+    const int answer = AskSensitiveExtension(path);
+    if (answer == ui::AnswerCancel)
+        return false;
+    const std::string extension = platform::LowerCase(ExtensionOf(path));
+    SetExtensionVerdict(extension, answer == ui::AnswerYes ? 1 : -1);
+    if (answer == ui::AnswerYes)
+        code = ClassNoObjection;
+    return true;
+}
+
+} // namespace
+
+void PurgeListedFile(const std::string& strPath, std::int64_t lngLength) {
+    const bool slackOnly = currentRun.Request.How.blnPurgeSlackOnly;
+    const auto refuse = [&](std::int16_t code) {
+        WriteReportLine(strPath + ResultText(code, slackOnly, strPath));
+    };
+    std::int16_t code = ClassNoObjection;
+    if (!Classify(strPath, code)) {
+        CancelRun(strPath);
+        return;
+    }
+    if (code != ClassNoObjection) {
+        refuse(code);
+        return;
+    }
+    // Whether there is slack must not hang on a length that was listed a while ago.
+    if (slackOnly)
+        lngLength = GetFileLength(strPath);
+    if (slackOnly && lngLength == 0 && IsGone(strPath)) {
+        refuse(PurgeVanished);
+        return;
+    }
+    const std::int32_t cluster = currentRun.lngClusterSize;
+    if (slackOnly && cluster > 0 && lngLength % cluster == 0) {
+        refuse(PurgeNoSlack);
+        return;
+    }
+    if (blnShowPurgeWarning && IsSensitiveFile(strPath, false) && !GivePurgeAdvice(strPath)) {
+        CancelRun(strPath);
+        return;
+    }
+    if (!ConfirmFile(strPath)) {
+        WriteReportLine(strPath + " -- not purged.");
+        return;
+    }
+    PurgeAndTell(strPath, lngLength);
+}

@@ -1,0 +1,99 @@
+// The walk of a purge run: what it does with the files, links and folders that it meets.
+#include "report/run/PurgeWalk.h"
+
+#include "platform/Files.h"
+#include "platform/Folders.h"
+#include "report/run/ListedFile.h"
+#include "report/run/Run.h"
+#include "report/run/RunClock.h"
+#include "report/run/RunEvents.h"
+#include "report/run/TreeWalk.h"
+#include "session/Session.h"
+#include "support/Paths.h"
+
+namespace {
+
+// What the progress measures by, where nothing was counted ahead.
+void ExpectFilesOf(const FolderList& list) {
+    RunRequest& request = currentRun.Request;
+    if (request.blnSubdirectories || request.lngNumFilesExpected > 0)
+        return;
+    for (const FoundFile& file : list.Files) {
+        if (file.IsLink || file.NeverPurged)
+            continue;
+        ++request.lngNumFilesExpected;
+        request.dblBytesExpected += static_cast<double>(file.Length);
+    }
+    ShowClock();
+}
+
+bool BeginFolder(const std::string& folder, const FolderList& list) {
+    ExpectFilesOf(list);
+    // The folder's line, and an empty one before its first file.
+    if (!list.Files.empty() && !blnStop)
+        AppendReport("\r\n" + folder + "\r\n\r\n", false);
+    return true;
+}
+
+bool PurgeFoundFile(const std::string& path, const FoundFile& file) {
+    ++currentRun.Counts.lngNumFilesProcessed;
+    const std::int64_t purged = currentRun.Counts.lngNumFilesPurged;
+    PurgeListedFile(path, static_cast<std::int64_t>(file.Length));
+    if (!file.NeverPurged) // it was not counted either
+        NoteFileDone(static_cast<double>(file.Length),
+                     currentRun.Counts.lngNumFilesPurged > purged);
+    return true;
+}
+
+bool GoesOn(const std::string&) {
+    CheckPauseStop();
+    return !blnStop;
+}
+
+// On a folder the attribute protects nothing: it marks one with an icon, for example. Yet the
+// system removes none that has it.
+platform::Fault RemoveEvenReadOnly(const std::string& folder) {
+    const platform::Fault fault = platform::RemoveFolder(folder);
+    std::uint32_t attributes = 0;
+    if (fault != platform::Fault::AccessDenied ||
+        platform::Failed(platform::ReadAttributes(folder, attributes)) ||
+        (attributes & platform::AttributeReadOnly) == 0 ||
+        platform::Failed(
+            platform::WriteAttributes(folder, attributes ^ platform::AttributeReadOnly)))
+        return fault;
+    const platform::Fault second = platform::RemoveFolder(folder);
+    if (platform::Failed(second))
+        (void)platform::WriteAttributes(folder, attributes);
+    return second;
+}
+
+void RemoveIfEmpty(const std::string& folder) {
+    // Fails, as it should, when the folder still holds anything.
+    if (platform::Failed(RemoveEvenReadOnly(FolderWithoutBackslash(folder))))
+        return;
+    ++currentRun.Counts.lngNumFoldersRemoved;
+    WriteReportLine("Folder " + folder + " removed.");
+}
+
+} // namespace
+
+void TellLink(const std::string& strPath) {
+    WriteReportLine(strPath + ": a link, not purged.");
+}
+
+void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
+                        bool blnSlackOnly) {
+    TreeWalk walk;
+    walk.strFilespec = strSpec;
+    walk.blnSubfolders = currentRun.Request.blnSubdirectories;
+    walk.blnHoldFolders = true;
+    walk.onFolder = BeginFolder;
+    walk.onFile = PurgeFoundFile;
+    walk.onLink = [](const std::string& path, bool, bool) { TellLink(path); };
+    walk.onUnread = [](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
+    walk.onTurn = GoesOn;
+    // The options dialog switches the box off in a slack-only purge without clearing it.
+    if (currentRun.Request.How.blnDeleteEmptyFolders && !blnSlackOnly)
+        walk.onSubfolderDone = RemoveIfEmpty;
+    WalkTree(walk, strFolder);
+}

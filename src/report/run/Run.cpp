@@ -1,0 +1,34 @@
+// A run as a value: how it begins.
+#include "report/run/Run.h"
+
+#include "drives/FileSystems.h"
+#include "engine/FileOps.h"
+#include "engine/HeldFiles.h"
+#include "session/Session.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "settings/frmTypeOfPurge.h"
+#include "support/Check.h"
+
+PurgeHow PurgeHowInForce() {
+    return {GetPurgeType(),
+            GetNumberOfPasses(),
+            blnPurgeSlackOnly,
+            blnDoNotDeletePurgedFiles,
+            blnOKToPurgeReadOnlyFiles,
+            blnOKToPurgeSystemFiles,
+            blnOKToPurgeSensitiveFiles,
+            blnDeleteEmptyFolders};
+}
+
+void BeginRun(const RunRequest& request) {
+    Check(!currentRun.IsUnderWay(), "a run begins when the last one has ended");
+    RunRequest wanted = request; // it may be the last run's
+    currentRun = Run{};
+    currentRun.Request = wanted;
+    currentRun.State = RunState::Running;
+    blnStop = false;
+    blnPurgeRemainingFiles = false;
+    ResetHeldFileWaits();
+    ForgetFileSystems();
+    ForgetFolders();
+}

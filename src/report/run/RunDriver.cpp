@@ -1,0 +1,106 @@
+// A run from its header to its closing lines.
+#include "report/run/RunDriver.h"
+
+#include "drives/ClusterSizes.h"
+#include "engine/FileOps.h"
+#include "platform/System.h"
+#include "report/run/ListWalk.h"
+#include "report/run/PurgeWalk.h"
+#include "report/run/Run.h"
+#include "report/run/RunClock.h"
+#include "report/run/RunEvents.h"
+#include "report/run/RunSummary.h"
+#include "report/run/TimeEstimates.h"
+#include "session/Session.h"
+#include "settings/frmTypeOfPurge.h"
+#include "support/MainWindow.h"
+#include "support/SizeText.h"
+
+namespace {
+
+// A file gets a progress ruler when one overwrite of it takes so long that a person waits: two
+// seconds, by the measured speed, or by the size that takes about that on a slow drive.
+constexpr double dblRulerSeconds = 2;
+constexpr double dblRulerBytesUnmeasured = 64 * dblBytesPerMB;
+
+std::string DateAndTime() {
+    return platform::DateText() + ", " + platform::TimeText() + "\r\n";
+}
+
+void PreparePurge() {
+    const std::string& folder = currentRun.Request.strDirPath;
+    const float speed = PurgeSpeedOf(folder);
+    currentRun.dblRulerLength =
+        speed > 0 ? dblRulerSeconds * speed * dblBytesPerMB : dblRulerBytesUnmeasured;
+    SettleVolume(folder);
+    currentRun.lngClusterSize = GetCoveredClusterSize(folder);
+    InitSystemExtensions(0);
+}
+
+// For the progress: what the run will meet, unless the caller has counted already. A single folder
+// needs no count of its own: its list is taken as a whole before its first file.
+void CountForProgress() {
+    RunRequest& request = currentRun.Request;
+    if (request.lngNumFilesExpected > 0 || !request.blnSubdirectories)
+        return;
+    ShowCounting();
+    const FilesToPurge found =
+        CountAhead(request.strDirPath, request.strFilespec, request.blnSubdirectories);
+    request.lngNumFilesExpected = found.lngFiles;
+    request.dblBytesExpected = found.dblBytes;
+}
+
+std::string RunHeader() {
+    const RunRequest& request = currentRun.Request;
+    const std::string slack = request.How.blnPurgeSlackOnly ? "the slack area of " : "";
+    std::string text = "Purging " + slack;
+    if (request.strFilespec == "*.*") {
+        text += "all files in " + request.strDirPath;
+        if (request.blnSubdirectories)
+            text += "\r\n(including all files in subfolders) ";
+    } else {
+        text += "files " + request.strDirPath + request.strFilespec + " ";
+        if (request.blnSubdirectories)
+            text += "\r\n(including " + request.strFilespec + " files in subfolders) ";
+    }
+    return text + "\r\nusing " +
+           PurgeTypeNumPasses(request.How.intPurgeType, request.How.intNumberOfPasses) +
+           ".\r\n\r\n";
+}
+
+void RunPurge() {
+    PreparePurge();
+    AppendReport(DateAndTime(), false);
+    AppendReport(RunHeader(), true);
+    CountForProgress();
+    if (blnStop) // before or while counting
+        return;
+    BeginClock(ShareOfRun, ShowReportProgress);
+    NWesPurgeRecursive(currentRun.Request.strDirPath, currentRun.Request.strFilespec,
+                       currentRun.Request.How.blnPurgeSlackOnly);
+}
+
+void RunListing() {
+    SetMainLine(MainLine::Status, "");
+    BeginClock(ShareOfRun, ShowReportProgress);
+    ListFilesRecursive(currentRun.Request.strDirPath, currentRun.Request.strFilespec);
+}
+
+} // namespace
+
+void PerformRun() {
+    if (currentRun.Request.blnPurgeFiles)
+        RunPurge();
+    else
+        RunListing();
+    ShowRunEnd();
+    EndClock();
+    EndReportLine();
+    AppendBeyondLimit(SummaryText() +
+                      (currentRun.Request.blnPurgeFiles ? DateAndTime() : std::string()));
+    // F10 stops a run, too; a pause that was asked for at its end stays seen.
+    if (WasStopped())
+        currentRun.State = RunState::Stopped;
+    else if (currentRun.State == RunState::Running)
+        currentRun.State = RunState::Done;
+}

@@ -1,0 +1,109 @@
+// The walk over a folder tree: each folder is listed as a whole, then its files, then its
+// subfolders.
+#include "report/run/TreeWalk.h"
+
+#include "drives/DriveWork.h"
+#include "engine/FileOps.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "session/Session.h"
+#include "support/Paths.h"
+
+#include <utility>
+
+namespace {
+
+template<typename... Arguments, typename... Given>
+void Tell(const std::function<void(Arguments...)>& function, Given&&... given) {
+    if (function)
+        function(std::forward<Given>(given)...);
+}
+
+template<typename... Arguments, typename... Given>
+bool GoesOn(const std::function<bool(Arguments...)>& function, Given&&... given) {
+    return !function || function(std::forward<Given>(given)...);
+}
+
+// The files of one folder. Its subfolders stay in `subfolders`.
+bool WalkFiles(const TreeWalk& walk, const std::string& folder, bool own,
+               std::vector<FoundFolder>& subfolders) {
+    FolderWish wish{walk.strFilespec, walk.blnSubfolders, own, walk.blnPagefile, {}};
+    if (walk.onStop)
+        wish.onStop = [&] { return walk.onStop(folder); };
+    FolderList list;
+    if (platform::Failed(TakeFolderList(folder, wish, list)))
+        Tell(walk.onUnread, folder);
+    if (!GoesOn(walk.onFolder, folder, list))
+        return false;
+    for (const FoundFile& file : list.Files) {
+        if (blnStop)
+            return false;
+        const std::string path = folder + file.Name;
+        if (file.IsLink)
+            Tell(walk.onLink, path, false, false);
+        else if (!GoesOn(walk.onFile, path, file))
+            return false;
+        if (!GoesOn(walk.onTurn, path))
+            return false;
+    }
+    subfolders = std::move(list.Subfolders);
+    return !blnStop;
+}
+
+bool WalkSubfolders(const TreeWalk& walk, const std::string& folder,
+                    const std::vector<FoundFolder>& subfolders);
+
+// The folder is entered, held where that is asked for. `entered`: it was, whatever came of it.
+bool Enter(const TreeWalk& walk, const std::string& folder, bool& entered) {
+    platform::FolderHold hold;
+    // By its spelling alone, which costs nothing and is enough for counts.
+    bool own = platform::LowerCase(folder) ==
+               platform::LowerCase(FolderWithBackslash(platform::ProgramFolder()));
+    if (walk.blnHoldFolders) {
+        auto fault = platform::Fault::None;
+        WorkOnDrive(folder, [&] { fault = platform::HoldFolder(folder, hold); });
+        if (platform::Failed(fault)) {
+            Tell(walk.onUnread, folder);
+            return true;
+        }
+        if (hold.IsLink) {
+            Tell(walk.onLink, folder, true, true);
+            return true;
+        }
+        own = EnterFolder(folder, hold.Identity);
+    }
+    entered = true;
+    std::vector<FoundFolder> subfolders;
+    const bool goesOn =
+        WalkFiles(walk, folder, own, subfolders) && WalkSubfolders(walk, folder, subfolders);
+    if (walk.blnHoldFolders)
+        platform::LetGo(hold);
+    return goesOn;
+}
+
+bool WalkSubfolders(const TreeWalk& walk, const std::string& folder,
+                    const std::vector<FoundFolder>& subfolders) {
+    for (const FoundFolder& found : subfolders) {
+        const std::string subfolder = folder + found.Name + "\\";
+        bool entered = false;
+        // The list is as old as the walk of all before it: the folder is looked at again when it
+        // is entered.
+        if (found.IsLink)
+            Tell(walk.onLink, subfolder, true, false);
+        else if (!Enter(walk, subfolder, entered))
+            return false;
+        if (entered)
+            Tell(walk.onSubfolderDone, subfolder);
+        // Folders without a single file to be visited must not keep the user waiting.
+        if (!GoesOn(walk.onTurn, subfolder) || blnStop)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+bool WalkTree(const TreeWalk& walk, const std::string& strFolder) {
+    bool entered = false;
+    return Enter(walk, FolderWithBackslash(strFolder), entered);
+}
