@@ -16,7 +16,7 @@
 // is to be at most 1.05; the exit code is 1 when it is above. Told, too: what the report's window
 // takes after the run for the lines that it lacks, when all of them are asked for at once.
 #include "bench/runs/Tools.h"
-#include "engine/PurgeJob.h"
+#include "engine/FilePurge.h"
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"

@@ -2,6 +2,7 @@
 #include "report/run/FolderList.h"
 
 #include "engine/FileOps.h"
+#include "platform/Files.h"
 #include "platform/System.h"
 #include "session/Session.h"
 #include "support/FolderSearch.h"
@@ -15,8 +16,43 @@ bool IsPagingFile(const std::string& strName, bool blnPagefile) {
            (blnPagefile && strName.size() == 12 && platform::LowerCase(strName) == "pagefile.sys");
 }
 
+namespace {
+
+// Files that were chosen one by one: the folder may hold a million others.
+platform::Fault TakeNamedFiles(const std::string& folder, const FolderWish& wish,
+                               FolderList& list) {
+    platform::Fault worst = platform::Fault::None;
+    for (const std::string& name : wish.names) {
+        if (blnStop && (!wish.onStop || !wish.onStop()))
+            break;
+        platform::FileFacts facts;
+        platform::Fault fault = platform::Fault::None;
+        AskOnDrive(folder, [&] { fault = platform::ReadFileFacts(folder + name, facts); });
+        if (fault == platform::Fault::NotFound)
+            list.Gone.push_back(name);
+        else if (platform::Failed(fault))
+            worst = fault;
+        else if ((facts.Attributes & platform::AttributeFolder) == 0)
+            list.Files.push_back({name, facts.Length, facts.IsLink,
+                                  wish.blnOwnFolder || IsPagingFile(name, wish.blnPagefile)});
+    }
+    return worst;
+}
+
+void CountLinks(FolderList& list) {
+    list.LinkedFiles = static_cast<std::size_t>(std::count_if(
+        list.Files.begin(), list.Files.end(), [](const FoundFile& file) { return file.IsLink; }));
+}
+
+} // namespace
+
 platform::Fault TakeFolderList(const std::string& folder, const FolderWish& wish,
                                FolderList& list) {
+    if (!wish.names.empty()) {
+        const platform::Fault fault = TakeNamedFiles(folder, wish, list);
+        CountLinks(list);
+        return fault;
+    }
     const bool all = wish.strFilespec == "*.*";
     std::vector<FoundFile> otherCase;
     const platform::Fault fault = SearchFolder(folder, [&](const platform::FolderEntry& entry) {
@@ -39,7 +75,6 @@ platform::Fault TakeFolderList(const std::string& folder, const FolderWish& wish
     if (!platform::Failed(fault) && list.Files.empty() &&
         OtherCaseIsMeant(folder, otherCase.size()))
         list.Files = std::move(otherCase);
-    list.LinkedFiles = static_cast<std::size_t>(std::count_if(
-        list.Files.begin(), list.Files.end(), [](const FoundFile& file) { return file.IsLink; }));
+    CountLinks(list);
     return fault;
 }

@@ -24,12 +24,15 @@ struct FoundFolder {
 struct FolderList {
     std::vector<FoundFile> Files; ///< those that match the file specification
     std::vector<FoundFolder> Subfolders;
-    std::size_t LinkedFiles = 0; ///< how many of Files are links
+    std::size_t LinkedFiles = 0;   ///< how many of Files are links
+    std::vector<std::string> Gone; ///< names that were asked for and are not there
 };
 
 /// What is wanted of a folder.
 struct FolderWish {
     std::string strFilespec;
+    /// These files of the folder, each by its very name, and nothing else. Empty: all that match.
+    std::vector<std::string> names;
     bool blnSubfolders = false;
     bool blnOwnFolder = false; ///< the folder is the program's own
     bool blnPagefile = false;  ///< "pagefile.sys" is a swap file, wherever it lies

@@ -3,15 +3,12 @@
 
 #include "engine/FileProc.h"
 #include "report/run/PurgeWalk.h"
-#include "report/run/Run.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunEvents.h"
 #include "report/run/TreeWalk.h"
 #include "session/Session.h"
 #include "support/Numbers.h"
 #include "ui/Interface.h"
-
-#include <utility>
 
 namespace {
 
@@ -58,36 +55,48 @@ void ListLink(const std::string& path, bool folder, bool) {
 
 } // namespace
 
-void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec) {
+void ListItem(const RunItem& item) {
     TreeWalk walk;
-    walk.strFilespec = strSpec;
+    walk.strFilespec = item.strFilespec;
+    walk.names = item.names;
     walk.blnSubfolders = currentRun.Request.blnSubdirectories;
     walk.onFolder = AnnounceFolder;
     walk.onFile = ListFile;
     walk.onLink = ListLink;
     walk.onTurn = GoesOn;
-    WalkTree(walk, strFolder);
+    WalkTree(walk, item.strFolder);
+}
+
+void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec) {
+    ListItem({strFolder, strSpec, {}});
 }
 
 namespace {
 
-// Counts what lies in a folder; with `forPurge` without what is never purged.
-FilesToPurge Count(const std::string& folder, const std::string& filespec, bool subfolders,
-                   bool forPurge, std::int32_t limit, bool untilWatched) {
-    FilesToPurge found;
+struct CountWish {
+    bool Subfolders = false;
+    bool ForPurge = true; ///< without what is never purged
+    std::int32_t Limit = 0;
+    bool UntilWatched = false;
+};
+
+// Counts what lies in an item. False when no more is to be counted.
+bool CountItem(const RunItem& item, const CountWish& wish, FilesToPurge& found) {
     TreeWalk walk;
-    walk.strFilespec = filespec;
-    walk.blnSubfolders = subfolders;
+    walk.strFilespec = item.strFilespec;
+    walk.names = item.names;
+    walk.blnSubfolders = wish.Subfolders;
     walk.blnPagefile = blnPurgingDrive;
     walk.onFile = [&](const std::string&, const FoundFile& file) {
-        if (forPurge && file.NeverPurged) {
+        if (wish.ForPurge && file.NeverPurged) {
             ++found.lngLeftOut;
             return true;
         }
         ++found.lngFiles;
         found.dblBytes += static_cast<double>(file.Length);
-        found.blnWatched = forPurge && (found.blnWatched || IsSensitiveFile(file.Name, false));
-        if ((limit > 0 && found.lngFiles >= limit) || (untilWatched && found.blnWatched)) {
+        found.blnWatched = wish.ForPurge && (found.blnWatched || IsSensitiveFile(file.Name, false));
+        if ((wish.Limit > 0 && found.lngFiles >= wish.Limit) ||
+            (wish.UntilWatched && found.blnWatched)) {
             found.lngFiles = -1;
             return false;
         }
@@ -97,33 +106,38 @@ FilesToPurge Count(const std::string& folder, const std::string& filespec, bool 
         ui::DoEvents();
         return !blnStop;
     };
-    WalkTree(walk, folder);
-    return found;
+    return WalkTree(walk, item.strFolder);
 }
 
 } // namespace
 
-FilesToPurge CountAhead(const std::string& folder, const std::string& filespec,
-                        bool blnSubfolders) {
-    return Count(folder, filespec, blnSubfolders, true, 0, false);
+FilesToPurge CountItems(const std::vector<RunItem>& items, bool blnSubfolders,
+                        std::int32_t intLimit, bool blnUntilWatched) {
+    FilesToPurge found;
+    for (const RunItem& item : items)
+        if (!CountItem(item, {blnSubfolders, true, intLimit, blnUntilWatched}, found))
+            break;
+    return found;
 }
 
 std::int64_t CountMatchingFiles(const std::string& folder, const std::string& filespec,
                                 std::int32_t intLimit) {
     blnStop = false;
-    return Count(folder, filespec, blnSubdirectories, false, intLimit, false).lngFiles;
+    FilesToPurge found;
+    CountItem({folder, filespec, {}}, {blnSubdirectories, false, intLimit, false}, found);
+    return found.lngFiles;
 }
 
 FilesToPurge CountFilesToPurge(const std::string& folder, const std::string& filespec,
                                std::int32_t intLimit, bool blnUntilWatched) {
     blnStop = false;
-    return Count(folder, filespec, blnSubdirectories, true, intLimit, blnUntilWatched);
+    return CountItems({{folder, filespec, {}}}, blnSubdirectories, intLimit, blnUntilWatched);
 }
 
 bool SumFileSizes(const std::string& folder, const std::string& filespec, std::int64_t& lngFiles,
                   double& dblBytes) {
     blnStop = false;
-    const FilesToPurge found = CountAhead(folder, filespec, true);
+    const FilesToPurge found = CountItems({{folder, filespec, {}}}, true);
     lngFiles = found.lngFiles;
     dblBytes = found.dblBytes;
     return !blnStop;

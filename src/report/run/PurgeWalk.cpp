@@ -1,10 +1,11 @@
 // The walk of a purge run: what it does with the files, links and folders that it meets.
 #include "report/run/PurgeWalk.h"
 
+#include "engine/PurgeJob.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "report/run/ListedFile.h"
-#include "report/run/Run.h"
+#include "report/run/ResultTexts.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunEvents.h"
 #include "report/run/TreeWalk.h"
@@ -16,7 +17,7 @@ namespace {
 // What the progress measures by, where nothing was counted ahead.
 void ExpectFilesOf(const FolderList& list) {
     RunRequest& request = currentRun.Request;
-    if (request.blnSubdirectories || request.lngNumFilesExpected > 0)
+    if (request.blnSubdirectories || request.lngNumFilesExpected > 0 || !request.Items.empty())
         return;
     for (const FoundFile& file : list.Files) {
         if (file.IsLink || file.NeverPurged)
@@ -81,19 +82,41 @@ void TellLink(const std::string& strPath) {
     WriteReportLine(strPath + ": a link, not purged.");
 }
 
-void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
-                        bool blnSlackOnly) {
+namespace {
+
+TreeWalk PurgeTreeWalk(const std::string& spec, bool slackOnly) {
     TreeWalk walk;
-    walk.strFilespec = strSpec;
+    walk.strFilespec = spec;
     walk.blnSubfolders = currentRun.Request.blnSubdirectories;
     walk.blnHoldFolders = true;
     walk.onFolder = BeginFolder;
     walk.onFile = PurgeFoundFile;
     walk.onLink = [](const std::string& path, bool, bool) { TellLink(path); };
+    walk.onGone = [](const std::string& path) {
+        WriteReportLine(path + ResultText(PurgeVanished, false, path));
+    };
     walk.onUnread = [](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
     walk.onTurn = GoesOn;
     // The options dialog switches the box off in a slack-only purge without clearing it.
-    if (currentRun.Request.How.blnDeleteEmptyFolders && !blnSlackOnly)
+    if (currentRun.Request.How.blnDeleteEmptyFolders && !slackOnly)
         walk.onSubfolderDone = RemoveIfEmpty;
-    WalkTree(walk, strFolder);
+    return walk;
+}
+
+} // namespace
+
+void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
+                        bool blnSlackOnly) {
+    WalkTree(PurgeTreeWalk(strSpec, blnSlackOnly), strFolder);
+}
+
+void PurgeItem(const RunItem& item) {
+    const bool slackOnly = currentRun.Request.How.blnPurgeSlackOnly;
+    if (item.names.empty()) {
+        NWesPurgeRecursive(item.strFolder, item.strFilespec, slackOnly);
+        return;
+    }
+    TreeWalk walk = PurgeTreeWalk(item.strFilespec, slackOnly);
+    walk.names = item.names;
+    WalkTree(walk, item.strFolder);
 }

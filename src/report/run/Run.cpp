@@ -20,6 +20,12 @@ PurgeHow PurgeHowInForce() {
             blnDeleteEmptyFolders};
 }
 
+std::vector<RunItem> ItemsOf(const RunRequest& request) {
+    return request.Items.empty()
+               ? std::vector<RunItem>{{request.strDirPath, request.strFilespec, {}}}
+               : request.Items;
+}
+
 void BeginRun(const RunRequest& request) {
     Check(!currentRun.IsUnderWay(), "a run begins when the last one has ended");
     RunRequest wanted = request; // it may be the last run's

@@ -22,10 +22,20 @@ struct PurgeHow {
 /// How files are purged by the settings in force.
 PurgeHow PurgeHowInForce();
 
+/// One of several places that a run works on.
+struct RunItem {
+    std::string strFolder;            ///< with trailing backslash
+    std::string strFilespec = "*.*";  ///< "*.*" means all files
+    std::vector<std::string> names{}; ///< files of the folder, each by its very name; empty: all
+};
+
 /// What is to be run: a listing, or a purge.
 struct RunRequest {
     std::string strDirPath;  ///< top folder, with trailing backslash
     std::string strFilespec; ///< "*.*" means all files
+    /// Instead of the two, when it is not empty.
+    std::vector<RunItem> Items;
+    std::string strItems; ///< what they are: "7 chosen items (5 files, 2 folders)"
     bool blnSubdirectories = false;
     bool blnPurgeFiles = false; ///< else the files are listed
     bool blnDisplayFolderNames = false;
@@ -38,6 +48,9 @@ struct RunRequest {
     std::int64_t lngNumFilesExpected = 0;
     double dblBytesExpected = 0;
 };
+
+/// What a run works on: the items, or the folder and its files as the only one.
+std::vector<RunItem> ItemsOf(const RunRequest& request);
 
 /// What was met and done so far.
 struct RunCounts {

@@ -27,25 +27,23 @@ std::string DateAndTime() {
     return platform::DateText() + ", " + platform::TimeText() + "\r\n";
 }
 
-void PreparePurge() {
-    const std::string& folder = currentRun.Request.strDirPath;
-    const float speed = PurgeSpeedOf(folder);
+// Each item may lie on another drive.
+void PrepareItem(const RunItem& item) {
+    const float speed = PurgeSpeedOf(item.strFolder);
     currentRun.dblRulerLength =
         speed > 0 ? dblRulerSeconds * speed * dblBytesPerMB : dblRulerBytesUnmeasured;
-    SettleVolume(folder);
-    currentRun.lngClusterSize = GetCoveredClusterSize(folder);
-    InitSystemExtensions(0);
+    SettleVolume(item.strFolder);
+    currentRun.lngClusterSize = GetCoveredClusterSize(item.strFolder);
 }
 
 // For the progress: what the run will meet, unless the caller has counted already. A single folder
 // needs no count of its own: its list is taken as a whole before its first file.
 void CountForProgress() {
     RunRequest& request = currentRun.Request;
-    if (request.lngNumFilesExpected > 0 || !request.blnSubdirectories)
+    if (request.lngNumFilesExpected > 0 || (!request.blnSubdirectories && request.Items.empty()))
         return;
     ShowCounting();
-    const FilesToPurge found =
-        CountAhead(request.strDirPath, request.strFilespec, request.blnSubdirectories);
+    const FilesToPurge found = CountItems(ItemsOf(request), request.blnSubdirectories);
     request.lngNumFilesExpected = found.lngFiles;
     request.dblBytesExpected = found.dblBytes;
 }
@@ -54,7 +52,11 @@ std::string RunHeader() {
     const RunRequest& request = currentRun.Request;
     const std::string slack = request.How.blnPurgeSlackOnly ? "the slack area of " : "";
     std::string text = "Purging " + slack;
-    if (request.strFilespec == "*.*") {
+    if (!request.Items.empty()) {
+        text += request.strItems;
+        if (request.blnSubdirectories)
+            text += "\r\n(including all files in subfolders) ";
+    } else if (request.strFilespec == "*.*") {
         text += "all files in " + request.strDirPath;
         if (request.blnSubdirectories)
             text += "\r\n(including all files in subfolders) ";
@@ -69,21 +71,27 @@ std::string RunHeader() {
 }
 
 void RunPurge() {
-    PreparePurge();
+    InitSystemExtensions(0);
     AppendReport(DateAndTime(), false);
     AppendReport(RunHeader(), true);
     CountForProgress();
     if (blnStop) // before or while counting
         return;
     BeginClock(ShareOfRun, ShowReportProgress);
-    NWesPurgeRecursive(currentRun.Request.strDirPath, currentRun.Request.strFilespec,
-                       currentRun.Request.How.blnPurgeSlackOnly);
+    for (const RunItem& item : ItemsOf(currentRun.Request)) {
+        if (blnStop)
+            break;
+        PrepareItem(item);
+        PurgeItem(item);
+    }
 }
 
 void RunListing() {
     SetMainLine(MainLine::Status, "");
     BeginClock(ShareOfRun, ShowReportProgress);
-    ListFilesRecursive(currentRun.Request.strDirPath, currentRun.Request.strFilespec);
+    for (const RunItem& item : ItemsOf(currentRun.Request))
+        if (!blnStop)
+            ListItem(item);
 }
 
 } // namespace

@@ -14,20 +14,30 @@
 
 namespace {
 
+bool IsOfItem(const std::string& strPath, const RunItem& item, bool blnSubfolders) {
+    const std::string strFolder = FolderWithBackslash(item.strFolder);
+    const std::string strName = FileNameOf(strPath);
+    if (!item.names.empty())
+        return IsSamePath(FolderPartOf(strPath), strFolder) &&
+               std::find(item.names.begin(), item.names.end(), strName) != item.names.end();
+    if (!(blnSubfolders ? IsBelow(strPath, strFolder)
+                        : IsSamePath(FolderPartOf(strPath), strFolder)))
+        return false;
+    return item.strFilespec.find_first_of("?*") != std::string::npos
+               ? MatchesFilespec(strName, item.strFilespec)
+               : strName == item.strFilespec;
+}
+
 // Whether a name, as the system writes it, is one of the files that this run purges unasked. Case
 // counts: there are folders in which "A" and "a" are two files.
 bool IsPurgedInRun(const std::string& strPath) {
-    const RunRequest& request = currentRun.Request;
-    const std::string strFolder = FolderWithBackslash(request.strDirPath);
     if (blnConfirmFiles && !blnPurgeRemainingFiles)
         return false;
-    if (!(request.blnSubdirectories ? IsBelow(strPath, strFolder)
-                                    : IsSamePath(FolderPartOf(strPath), strFolder)))
-        return false;
-    const std::string strName = FileNameOf(strPath);
-    const bool blnPattern = request.strFilespec.find_first_of("?*") != std::string::npos;
-    if (blnPattern ? !MatchesFilespec(strName, request.strFilespec)
-                   : strName != request.strFilespec)
+    const RunRequest& request = currentRun.Request;
+    const std::vector<RunItem> items = ItemsOf(request);
+    if (std::none_of(items.begin(), items.end(), [&](const RunItem& item) {
+            return IsOfItem(strPath, item, request.blnSubdirectories);
+        }))
         return false;
     const std::int16_t code = ClassifyFileForPurge(strPath);
     return code == ClassNoObjection ||

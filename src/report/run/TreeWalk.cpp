@@ -27,7 +27,8 @@ bool GoesOn(const std::function<bool(Arguments...)>& function, Given&&... given)
 // The files of one folder. Its subfolders stay in `subfolders`.
 bool WalkFiles(const TreeWalk& walk, const std::string& folder, bool own,
                std::vector<FoundFolder>& subfolders) {
-    FolderWish wish{walk.strFilespec, walk.blnSubfolders, own, walk.blnPagefile, {}};
+    FolderWish wish{walk.strFilespec, walk.names, walk.blnSubfolders && walk.names.empty(), own,
+                    walk.blnPagefile, {}};
     if (walk.onStop)
         wish.onStop = [&] { return walk.onStop(folder); };
     FolderList list;
@@ -35,6 +36,8 @@ bool WalkFiles(const TreeWalk& walk, const std::string& folder, bool own,
         Tell(walk.onUnread, folder);
     if (!GoesOn(walk.onFolder, folder, list))
         return false;
+    for (const std::string& name : list.Gone)
+        Tell(walk.onGone, folder + name);
     for (const FoundFile& file : list.Files) {
         if (blnStop)
             return false;

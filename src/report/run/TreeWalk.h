@@ -6,9 +6,12 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 struct TreeWalk {
     std::string strFilespec = "*.*";
+    /// Files of the folder that is walked, each by its very name, and nothing else of it.
+    std::vector<std::string> names;
     bool blnSubfolders = false;
     /// Each folder is held open while the walk is in it or below: a link that is put in its place
     /// would lead a purge to what nobody chose.
@@ -21,6 +24,8 @@ struct TreeWalk {
     /// A link to a file or a folder, which is not followed. `blnInPlace`: a folder was listed, and
     /// when it was to be entered a link stood in its place.
     std::function<void(const std::string& strPath, bool blnFolder, bool blnInPlace)> onLink;
+    /// A file that was asked for by its name, and is not there.
+    std::function<void(const std::string& strPath)> onGone;
     /// A folder that could not be read, or not to its end.
     std::function<void(const std::string& strFolder)> onUnread;
     /// After a subfolder, when all of it was walked.
