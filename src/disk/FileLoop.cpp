@@ -74,13 +74,15 @@ std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
     };
     ShowFile(loop, 1, strPath);
     RunJobOfRun(job, loop.Counts);
+    job.Reach &= ~std::uint32_t{ReachHardLinks}; // all names are purged in turn
+    NoteJob(job);
     if (job.Result == PurgeSeveralNames)
         PassOver(loop, strPath);
     if (job.Result == PurgeSeveralNames || job.Result == PurgeVanished)
         return PurgeDone;
     if (job.Result != PurgeDone)
         ++loop.lngFailed;
-    else if ((job.Reach & ~std::uint32_t{ReachHardLinks}) != 0) // all names are purged in turn
+    else if (job.Reach != 0)
         ++loop.lngPartly;
     return job.Result;
 }

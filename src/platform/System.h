@@ -34,6 +34,9 @@ double SecondsSinceMidnight();
 std::string DateText();
 std::string TimeText();
 
+/// Local date and time as programs read them: "2026-11-22T09:05:00".
+std::string IsoTimeText();
+
 /// How the user's regional settings write numbers.
 struct NumberFormat {
     std::string Decimal = ".";
@@ -50,6 +53,10 @@ std::string UpperCase(const std::string& text);
 /// Shows the text in a box that needs nothing else of the program, and ends the process at once.
 /// May be called on any thread.
 [[noreturn]] void EndForMistake(const std::string& text);
+
+/// The programs that have a file open, as the user knows them. NotSupported: the system does not
+/// tell. May take a while.
+Fault ListHolders(const std::string& path, std::vector<std::string>& programs);
 
 /// Opens an address or a document with the program that the user has chosen for it.
 Fault OpenLink(const std::string& target);

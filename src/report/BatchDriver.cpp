@@ -20,6 +20,7 @@ void ResetReportWindow() {
     f.lblProgress.Caption = "";
     f.cmdPauseContinue.Enabled = true;
     f.cmdStop.Enabled = true;
+    f.cmdSaveReport.Enabled = false;
     SetRunButtons();
 }
 
@@ -39,10 +40,13 @@ void ShowEndOfRun() {
     f.cmdPauseContinue.Enabled = false;
     f.cmdStop.Enabled = false;
     f.cmdClose.Enabled = true;
+    f.cmdSaveReport.Enabled = true;
     f.lblDots.Visible = false;
+    const std::size_t failed = currentRun.Failures.size();
     f.lblPausedDone.Caption = currentRun.State == RunState::Stopped  ? "Stopped"
                               : currentRun.State == RunState::Paused ? "Paused"
-                                                                     : "Done";
+                              : failed == 0                          ? "Done"
+                                            : "Done, " + std::to_string(failed) + " failed";
     if (currentRun.State == RunState::Paused)
         currentRun.State = RunState::Done;
     LayOutReport();

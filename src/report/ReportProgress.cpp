@@ -18,6 +18,24 @@ std::string FilesText(std::int64_t files) {
     return GroupedDigits(files) + (files == 1 ? " file" : " files");
 }
 
+// What a run came to: files that were merely dealt with are not called purged.
+std::string ResultOfRun() {
+    const std::int64_t purged = currentRun.Counts.lngNumFilesPurged;
+    const auto failed = static_cast<std::int64_t>(currentRun.Failures.size());
+    if (!currentRun.Request.blnPurgeFiles)
+        return FilesText(FilesDone());
+    if (failed == 0 && purged == FilesDone())
+        return FilesText(purged) + " purged";
+    return GroupedDigits(purged) + " of " + FilesText(FilesDone()) + " purged" +
+           (failed > 0 ? ", " + GroupedDigits(failed) + " failed," : std::string());
+}
+
+// The share of the files that the run was through with and has purged.
+double ShareWithoutFailures() {
+    const auto done = static_cast<double>(FilesDone());
+    return done > 0 ? 1 - static_cast<double>(currentRun.Failures.size()) / done : 1;
+}
+
 } // namespace
 
 void ShowReportProgress() {
@@ -27,6 +45,9 @@ void ShowReportProgress() {
     std::string text = blnCounted
                            ? GroupedDigits(FilesDone()) + " of " + FilesText(expected) + ".  "
                            : FilesText(FilesDone()) + ".  ";
+    const auto failed = static_cast<std::int64_t>(currentRun.Failures.size());
+    if (failed > 0)
+        text.replace(text.size() - 3, 3, ", " + GroupedDigits(failed) + " failed.  ");
     text += ElapsedText();
     // While the user is asked about each file, nobody knows how many of them will be purged.
     const bool blnAsking = blnConfirmFiles && !blnPurgeRemainingFiles;
@@ -35,7 +56,7 @@ void ShowReportProgress() {
         text += "  " + SearchInHand();
     else if (!strRemaining.empty())
         text += "  " + strRemaining;
-    frmReport.lblProgress.Caption = text;
+    frmReport.lblProgress.Caption = (blnStop ? "Stopping after this pass ...  " : "") + text;
     const double share = ClockShare();
     // A purge begins with an empty one, even while the number of files is not known.
     const bool blnBar = share >= 0 || (currentRun.Request.blnPurgeFiles && FilesDone() == 0);
@@ -60,11 +81,12 @@ void ShowRunEnd() {
     } else {
         const std::uint64_t elapsed = ClockElapsed();
         frmReport.lblProgress.Caption =
-            FilesText(FilesDone()) + " in " +
+            ResultOfRun() + " in " +
             (elapsed < 1000 ? "less than a second" : ClockText(static_cast<double>(elapsed))) + ".";
         // After a stop the bar stays where it stood: the current file counts as dealt with now.
+        // It is full only when nothing has failed.
         if (!blnStop)
-            frmReport.barProgress.Fraction = 1;
+            frmReport.barProgress.Fraction = ShareWithoutFailures();
     }
     if (WritesDots())
         ClearReportText(); // it holds only the dots

@@ -6,6 +6,7 @@
 #include "report/frmPurgeWarning.h"
 #include "report/run/Run.h"
 #include "report/run/RunClock.h"
+#include "report/SaveReport.h"
 #include "session/Session.h"
 #include "ui/Interface.h"
 
@@ -42,12 +43,19 @@ void LayOutReport() {
         f.lblProgress.Left += f.barProgress.Width + intMargin;
     f.lblProgress.Width = f.Width - intMargin - f.lblProgress.Left;
 
-    for (ui::Button* button : {&f.cmdPauseContinue, &f.cmdStop, &f.cmdCopyToClipboard, &f.cmdClose})
+    for (ui::Button* button :
+         {&f.cmdPauseContinue, &f.cmdStop, &f.cmdSaveReport, &f.cmdCopyToClipboard, &f.cmdClose})
         button->Top = buttonTop;
     f.cmdStop.Left = f.cmdPauseContinue.Left + f.cmdPauseContinue.Width + intMargin;
     f.lblPausedDone.Top = f.cmdStop.Top + 30;
     f.cmdClose.Left = f.Width - intMargin - intCloseWidth;
     f.cmdCopyToClipboard.Left = f.cmdClose.Left - intMargin - f.cmdCopyToClipboard.Width;
+    f.cmdSaveReport.Left = f.cmdCopyToClipboard.Left - intMargin - f.cmdSaveReport.Width;
+    f.lblPausedDone.Left =
+        (f.cmdStop.Visible ? f.cmdStop.Left + f.cmdStop.Width
+                           : f.cmdPauseContinue.Left + f.cmdPauseContinue.Width) +
+        intMargin;
+    f.lblPausedDone.Width = std::max(f.cmdSaveReport.Left - intMargin - f.lblPausedDone.Left, 0);
 }
 
 namespace {
@@ -86,6 +94,7 @@ void cmdPauseContinue_Click() {
 void cmdStop_Click() {
     blnStop = true;
     frmReport.lblPausedDone.Caption = "Stopped";
+    ShowClock();
 }
 
 void cmdCopyToClipboard_Click() {
@@ -105,6 +114,7 @@ void cmdClose_Click() {
     if (currentRun.IsUnderWay() && currentRun.Request.blnInReport) {
         blnStop = true;
         frmReport.lblPausedDone.Caption = "Stopped";
+        ShowClock();
     }
     ui::Hide(frmReport);
 }
@@ -149,9 +159,9 @@ void LoadReportForm() {
     FrmReport& f = frmReport;
     f.Name = "frmReport";
     f.Caption = "Report";
-    f.Width = 9600;
+    f.Width = 10800;
     f.Height = 6600;
-    f.MinWidth = 8900;
+    f.MinWidth = 10400;
     f.MinHeight = 3000;
     f.Resizable = true;
     f.Activate = frmReport_Activate;
@@ -165,6 +175,7 @@ void LoadReportForm() {
          {&f.lblPausedDone, "Paused ..."},
          {&f.cmdPauseContinue, "Continue", 0, cmdPauseContinue_Click},
          {&f.cmdStop, "Stop", 'S', cmdStop_Click},
+         {&f.cmdSaveReport, "Save report", 'r', SaveReport},
          {&f.cmdCopyToClipboard, "Copy selected text to clipboard", 'y', cmdCopyToClipboard_Click},
          {&f.cmdClose, "Close", 'l', cmdClose_Click}});
     f.txbText.MultiLine = true;
@@ -174,6 +185,8 @@ void LoadReportForm() {
     f.lblDots.Visible = f.barProgress.Visible = false;
     f.lblPausedDone.Bold = true;
     f.cmdClose.Cancel = true;
+    f.cmdSaveReport.Shortcut = 'S';
+    f.cmdSaveReport.ToolTip = "Saves all of the report, as text or for other programs (Ctrl+S)";
     f.tmrProgress.Interval = 500;
     f.tmrProgress.Tick = RefreshClock;
 
@@ -185,6 +198,7 @@ void LoadReportForm() {
                  {&f.cmdPauseContinue, "cmdPauseContinue", intMargin, buttons, 1500, 375},
                  {&f.cmdStop, "cmdStop", 1740, buttons, 1000, 375},
                  {&f.lblPausedDone, "lblPausedDone", 2940, buttons + 30, 1100, intRowHeight},
+                 {&f.cmdSaveReport, "cmdSaveReport", 3800, buttons, 1400, 375},
                  {&f.cmdCopyToClipboard, "cmdCopyToClipboard", 4960, buttons, 3200, 375},
                  {&f.cmdClose, "cmdClose", 8280, buttons, intCloseWidth, 375}});
     f.Timers = {&f.tmrProgress};

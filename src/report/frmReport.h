@@ -11,7 +11,7 @@ struct FrmReport : ui::Form {
     ui::TextBox txbText;
     ui::Label lblDots, lblPausedDone, lblProgress;
     ui::ProgressBar barProgress;
-    ui::Button cmdPauseContinue, cmdStop, cmdCopyToClipboard, cmdClose;
+    ui::Button cmdPauseContinue, cmdStop, cmdSaveReport, cmdCopyToClipboard, cmdClose;
     ui::Timer tmrProgress; ///< keeps the elapsed time going while one file takes long
 
     bool blnBufferFull = false;

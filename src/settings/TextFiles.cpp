@@ -52,11 +52,22 @@ bool ReadTextFile(const std::string& path, std::string& text) {
 }
 
 bool WriteTextFile(const std::string& path, const std::string& text) {
+    return !path.empty() &&
+           !Failed(WriteLongTextFile(path, [&](const auto& put) { return put(text); }));
+}
+
+Fault WriteLongTextFile(
+    const std::string& path,
+    const std::function<bool(const std::function<bool(const std::string&)>&)>& write) {
     platform::File file;
     std::string strTemporary;
-    if (path.empty() || Failed(MakeTemporaryFile(path, strTemporary, file)))
-        return false;
-    Fault fault = platform::WriteBytes(file, text.data(), text.size());
+    Fault fault = MakeTemporaryFile(path, strTemporary, file);
+    if (Failed(fault))
+        return fault;
+    static_cast<void>(write([&](const std::string& piece) {
+        fault = platform::WriteBytes(file, piece.data(), piece.size());
+        return !Failed(fault);
+    }));
     if (!Failed(fault))
         fault = platform::FlushBytes(file);
     const Fault faultOfClose = platform::CloseFile(file);
@@ -66,5 +77,5 @@ bool WriteTextFile(const std::string& path, const std::string& text) {
         fault = platform::RenameReplacing(strTemporary, path);
     if (Failed(fault))
         static_cast<void>(platform::RemoveFile(strTemporary));
-    return !Failed(fault);
+    return fault;
 }

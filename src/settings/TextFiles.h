@@ -1,7 +1,10 @@
 // Small text files, read whole and replaced whole.
 #pragma once
 
+#include "platform/Fault.h"
+
 #include <cstddef>
+#include <functional>
 #include <string>
 
 /// Longer files than this are none of ours.
@@ -13,3 +16,8 @@ constexpr std::size_t lngMaxTextFile = 1024 * 1024;
 /// Writes a new file beside the old one, forces it to the disk and lets it take the old one's
 /// place. False on any error: the old file is then as it was, and no other file is left.
 [[nodiscard]] bool WriteTextFile(const std::string& path, const std::string& text);
+/// The same for a text of any length: `write` hands it over piece by piece, and ends early when it
+/// is told false.
+platform::Fault
+WriteLongTextFile(const std::string& path,
+                  const std::function<bool(const std::function<bool(const std::string&)>&)>& write);

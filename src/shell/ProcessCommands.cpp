@@ -57,6 +57,7 @@ bool SingleFileIsMissing(const std::string& title) {
 void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNames) {
     frmReport.Caption = caption;
     RunRequest request;
+    request.strTitle = caption;
     request.strDirPath = strDirPath;
     request.strFilespec = strFilespec;
     request.blnPurgeFiles = blnPurge;

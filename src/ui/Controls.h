@@ -61,6 +61,7 @@ struct Button : Control {
     Button() : Control(ControlKind::Button) {}
     bool Default = false; ///< Enter presses it when no other button has the focus
     bool Cancel = false;  ///< Escape presses it
+    char Shortcut = 0;    ///< Ctrl and this capital letter press it, 0 for none
 };
 
 struct Label : Control {

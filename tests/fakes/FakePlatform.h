@@ -166,6 +166,7 @@ extern std::string applicationData; ///< "C:\Users\me\AppData\Roaming"
 extern std::string currentFolder;
 extern std::vector<std::string> commandLine;
 extern std::vector<std::string> linksOpened;
+extern std::vector<std::string> holders; ///< programs that hold whatever is asked about
 /// What LoadAuxiliaryLibrary finds: None, NotFound or NotSupported.
 extern platform::Fault auxiliaryLibrary;
 

@@ -16,7 +16,7 @@ namespace fake {
 double tick, secondsSinceMidnight;
 std::string programFolder, applicationData, currentFolder;
 platform::NumberFormat numberFormat;
-std::vector<std::string> commandLine, linksOpened;
+std::vector<std::string> commandLine, linksOpened, holders;
 
 bool blnRealClock;
 
@@ -25,6 +25,7 @@ void ResetMachine() {
     blnRealClock = false;
     commandLine.clear();
     linksOpened.clear();
+    holders.clear();
     tick = 1'000'000;
     secondsSinceMidnight = 43200;
     numberFormat = {};
@@ -131,6 +132,10 @@ std::string TimeText() {
     return text;
 }
 
+std::string IsoTimeText() {
+    return "2026-11-21T" + TimeText();
+}
+
 NumberFormat RegionalNumberFormat() {
     return numberFormat;
 }
@@ -146,6 +151,13 @@ std::string UpperCase(const std::string& text) {
 void EndForMistake(const std::string& text) {
     std::fprintf(stderr, "%s\n", text.c_str());
     std::abort();
+}
+
+Fault ListHolders(const std::string& path, std::vector<std::string>& programs) {
+    const Fault fault = Begin(__func__, path);
+    if (!Failed(fault))
+        programs = holders;
+    return fault;
 }
 
 Fault OpenLink(const std::string& target) {

@@ -112,7 +112,7 @@ TEST_F(RunTest, EachFileIsConfirmedUntilAllAre) {
         fake::Click(frmConfirmFiles.cmdStopPurge);
     });
     EXPECT_EQ(Middle(Purge(), "once", "12:01:00"), kept + strNoneStopped);
-    EXPECT_EQ(frmReport.lblProgress.Caption, "1 file in less than a second.");
+    EXPECT_EQ(frmReport.lblProgress.Caption, "0 of 1 file purged in less than a second.");
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
 }
 
@@ -226,11 +226,11 @@ TEST_F(RunTest, ShowsOnlyTheProgressThatIsKnown) {
     user.During([] { return user.TaskbarFraction >= 0.5; },
                 [] {
                     EXPECT_EQ(frmReport.lblProgress.Caption,
-                              "1 of 2 files.  Elapsed: 9s.  Remaining: about 9s.");
+                              "1 of 2 files, 1 failed.  Elapsed: 9s.  Remaining: about 9s.");
                 });
     Purge();
     EXPECT_TRUE(frmReport.barProgress.Visible);
-    EXPECT_EQ(frmReport.barProgress.Fraction, 1);
+    EXPECT_EQ(frmReport.barProgress.Fraction, 0.5); // half of the files, no full bar
 }
 
 } // namespace

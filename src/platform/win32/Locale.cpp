@@ -71,6 +71,16 @@ std::string MapCase(const std::string& text, bool toUpper) {
 
 } // namespace
 
+std::string IsoTimeText() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    char text[32];
+    std::snprintf(text, sizeof text, "%04u-%02u-%02uT%02u:%02u:%02u", unsigned{now.wYear},
+                  unsigned{now.wMonth}, unsigned{now.wDay}, unsigned{now.wHour},
+                  unsigned{now.wMinute}, unsigned{now.wSecond});
+    return text;
+}
+
 NumberFormat RegionalNumberFormat() {
     // The user may change the settings while the program runs, but nobody sees whether a number is
     // a second behind; a report asks for every line.

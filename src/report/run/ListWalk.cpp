@@ -5,6 +5,7 @@
 #include "report/run/PurgeWalk.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunEvents.h"
+#include "report/run/RunRecords.h"
 #include "report/run/TreeWalk.h"
 #include "session/Session.h"
 #include "support/Numbers.h"
@@ -33,6 +34,7 @@ bool ListFile(const std::string& path, const FoundFile& file) {
     const auto bytes = static_cast<double>(file.Length);
     ++currentRun.Counts.lngNumFilesProcessed;
     currentRun.Counts.dblTotalBytesPurged += bytes;
+    NoteRecord({path, FileFate::Listed, static_cast<std::int64_t>(file.Length)});
     if (currentRun.Request.blnDisplayFileNames) {
         AppendReport(path + " (" + GroupedDigits(static_cast<std::int64_t>(file.Length)) +
                          " bytes)   \r\n",

@@ -4,12 +4,12 @@
 #include "engine/FileOps.h"
 #include "engine/FileProc.h"
 #include "platform/System.h"
-#include "report/run/ResultTexts.h"
 #include "report/run/Run.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunEvents.h"
 #include "report/run/RunJob.h"
 #include "report/run/RunQuestions.h"
+#include "report/run/RunRecords.h"
 #include "session/Session.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -22,7 +22,7 @@ namespace {
 // A file's line in the report while it is purged: what stands behind its path changes.
 struct FileLine {
     std::size_t lngTail = 0; ///< where that begins
-    std::string strSize;     ///< " (4,096 bytes)"
+    std::string strBegun;    ///< " (4,096 bytes) purging"
     bool blnRuler = false;
 };
 
@@ -31,16 +31,12 @@ std::string Ruler(int passesDone, int passes) {
            std::string(passes - passesDone, '_') + " ";
 }
 
-std::string SizeText(std::int64_t length) {
-    return " (" + GroupedDigits(length) + " bytes)";
-}
-
 FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) {
     if (ReportIsFull())
         return {};
     AppendReport(path, false);
-    const FileLine line{ReportEnd(), SizeText(length), blnRuler};
-    std::string tail = line.strSize + " purging";
+    FileLine line{ReportEnd(), " (" + GroupedDigits(length) + " bytes) purging", blnRuler};
+    std::string tail = line.strBegun;
     if (blnRuler) // at first with no more than ten marks, however many passes there are
         tail += "\r\n" +
                 std::string(std::min<int>(currentRun.Request.How.intNumberOfPasses, 10), '_') + " ";
@@ -50,23 +46,19 @@ FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) 
 
 void RedrawRuler(const FileLine& line, int passesDone) {
     ReplaceReportTail(line.lngTail,
-                      line.strSize + " purging\r\n" +
+                      line.strBegun + "\r\n" +
                           Ruler(passesDone, currentRun.Request.How.intNumberOfPasses));
 }
 
-void EndLine(const FileLine& line, const std::string& tail) {
-    if (!ReportIsFull())
-        ReplaceReportTail(line.lngTail, line.strSize + tail + "\r\n");
-}
-
-std::string PassesDoneText(int passesDone) {
-    return "pass " + GroupedDigits(passesDone) + " of " +
-           GroupedDigits(currentRun.Request.How.intNumberOfPasses) + ", not purged.";
-}
-
-void EndWithoutSize(const FileLine& line, const std::string& tail) {
-    if (!ReportIsFull())
-        ReplaceReportTail(line.lngTail, tail + "\r\n");
+// Tells and keeps what became of a file. Its line is begun, or is written now.
+void EndFile(const FileRecord& record, const FileLine* line) {
+    if (!ReportIsFull()) {
+        if (line)
+            ReplaceReportTail(line->lngTail, RecordTail(record) + "\r\n");
+        else
+            WriteReportLine(record.Path + RecordTail(record));
+    }
+    NoteRecord(record);
 }
 
 // Runs the passes, with pause, stop and the ruler between them.
@@ -96,31 +88,17 @@ void PurgeAndTell(const std::string& path, std::int64_t length) {
     PurgeJob job = JobOfRun(path);
     const bool ruler = job.Passes >= 2 && !job.SlackOnly &&
                        static_cast<double>(length) >= currentRun.dblRulerLength;
-    FileLine line = BeginLine(path, length, ruler);
+    const FileLine line = BeginLine(path, length, ruler);
     NoteFileBegun(length);
     DrivePasses(job, line);
-    if (job.Result == PurgeNoSlack) {
-        EndWithoutSize(line, ResultText(PurgeNoSlack, job.SlackOnly, path));
-    } else if ((job.Result == PurgeStopped && job.PassesDone == 0) || job.Result == PurgeNoPasses) {
-        EndWithoutSize(line, " -- not purged.");
-    } else if (job.Result == PurgeStopped) {
-        // Overwritten, but not as often as was asked, and still there.
-        EndLine(line, " purging stopped after " + PassesDoneText(job.PassesDone));
-    } else if (job.Result == PurgeVanished && job.PassesDone > 0) {
-        EndLine(line, " purging: no longer there after " + PassesDoneText(job.PassesDone));
-    } else if (job.Result != PurgeDone) {
-        EndLine(line, " purging" + ResultText(job.Result, job.SlackOnly, path) +
-                          ErrorNumberText(job.Trouble));
-    } else {
-        if (job.Length != length) // the file has changed since it was listed
-            line.strSize = SizeText(job.Length);
-        // A slack-only purge leaves its line at "purging".
-        EndLine(line, (job.SlackOnly ? " purging" : " purged") + OutOfReachText(job.Reach));
-    }
+    // Of a file that no pass has touched, the length that is listed says more than none.
+    EndFile({path, FileFate::Begun, job.Targets.empty() ? length : job.Length, job.Result,
+             job.PassesDone, job.Reach, job.Trouble},
+            &line);
 }
 
 void CancelRun(const std::string& path) {
-    WriteReportLine(path + " -- not purged.");
+    EndFile({path, FileFate::Declined}, nullptr);
     blnStop = true;
     // A file may be destroyed without being purged: overwritten half-way, or not deleted.
     ui::MsgBox(currentRun.Counts.blnDataDestroyed ? "Purge operation terminated."
@@ -151,10 +129,10 @@ bool Classify(const std::string& path, std::int16_t& code) {
 
 void PurgeListedFile(const std::string& strPath, std::int64_t lngLength) {
     const bool slackOnly = currentRun.Request.How.blnPurgeSlackOnly;
-    const auto refuse = [&](std::int16_t code) {
-        WriteReportLine(strPath + ResultText(code, slackOnly, strPath));
-    };
     std::int16_t code = ClassNoObjection;
+    const auto refuse = [&](std::int16_t why) {
+        EndFile({strPath, FileFate::Refused, lngLength, why}, nullptr);
+    };
     if (!Classify(strPath, code)) {
         CancelRun(strPath);
         return;
@@ -180,7 +158,7 @@ void PurgeListedFile(const std::string& strPath, std::int64_t lngLength) {
         return;
     }
     if (!ConfirmFile(strPath)) {
-        WriteReportLine(strPath + " -- not purged.");
+        EndFile({strPath, FileFate::Declined, lngLength}, nullptr);
         return;
     }
     PurgeAndTell(strPath, lngLength);

@@ -5,9 +5,9 @@
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "report/run/ListedFile.h"
-#include "report/run/ResultTexts.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunEvents.h"
+#include "report/run/RunRecords.h"
 #include "report/run/TreeWalk.h"
 #include "session/Session.h"
 #include "support/Paths.h"
@@ -79,7 +79,9 @@ void RemoveIfEmpty(const std::string& folder) {
 } // namespace
 
 void TellLink(const std::string& strPath) {
-    WriteReportLine(strPath + ": a link, not purged.");
+    const FileRecord record{strPath, FileFate::Link};
+    WriteReportLine(strPath + RecordTail(record));
+    NoteRecord(record);
 }
 
 namespace {
@@ -93,7 +95,9 @@ TreeWalk PurgeTreeWalk(const std::string& spec, bool slackOnly) {
     walk.onFile = PurgeFoundFile;
     walk.onLink = [](const std::string& path, bool, bool) { TellLink(path); };
     walk.onGone = [](const std::string& path) {
-        WriteReportLine(path + ResultText(PurgeVanished, false, path));
+        const FileRecord record{path, FileFate::Refused, 0, PurgeVanished};
+        WriteReportLine(path + RecordTail(record));
+        NoteRecord(record);
     };
     walk.onUnread = [](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
     walk.onTurn = GoesOn;

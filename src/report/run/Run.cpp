@@ -4,6 +4,8 @@
 #include "drives/FileSystems.h"
 #include "engine/FileOps.h"
 #include "engine/HeldFiles.h"
+#include "platform/System.h"
+#include "report/run/RunRecords.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
@@ -26,12 +28,18 @@ std::vector<RunItem> ItemsOf(const RunRequest& request) {
                : request.Items;
 }
 
+std::string WhatIsRun(const RunRequest& request) {
+    return request.strItems.empty() ? request.strDirPath + request.strFilespec : request.strItems;
+}
+
 void BeginRun(const RunRequest& request) {
     Check(!currentRun.IsUnderWay(), "a run begins when the last one has ended");
     RunRequest wanted = request; // it may be the last run's
     currentRun = Run{};
     currentRun.Request = wanted;
     currentRun.State = RunState::Running;
+    currentRun.strStarted = platform::IsoTimeText();
+    ForgetRecords();
     blnStop = false;
     blnPurgeRemainingFiles = false;
     ResetHeldFileWaits();

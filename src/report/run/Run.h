@@ -2,8 +2,7 @@
 // run reads it here; no window is asked what the run is.
 #pragma once
 
-#include "platform/Fault.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -40,6 +39,7 @@ struct RunRequest {
     bool blnPurgeFiles = false; ///< else the files are listed
     bool blnDisplayFolderNames = false;
     bool blnDisplayFileNames = false;
+    std::string strTitle;    ///< of the command: "Purge files"
     bool blnInReport = true; ///< the report window shows the run, and its buttons steer it
     PurgeHow How;
     /// The file-monitoring question was asked before the run, and the answer was No.
@@ -51,6 +51,9 @@ struct RunRequest {
 
 /// What a run works on: the items, or the folder and its files as the only one.
 std::vector<RunItem> ItemsOf(const RunRequest& request);
+
+/// What that is, in a few words: a path with its file specification, or what the items are.
+std::string WhatIsRun(const RunRequest& request);
 
 /// What was met and done so far.
 struct RunCounts {
@@ -64,9 +67,8 @@ struct RunCounts {
 
 /// A file that could not be purged.
 struct RunFailure {
-    std::string strPath;
-    std::int16_t intResult = 0; ///< PurgeResult
-    platform::Fault Trouble;    ///< what the system said
+    std::size_t Record = 0; ///< its index among the records
+    std::string strHolders; ///< the programs that hold it, where the system tells
 };
 
 enum class RunState {
@@ -82,6 +84,10 @@ struct Run {
     RunCounts Counts;
     std::vector<RunFailure> Failures;
     RunState State = RunState::Idle;
+
+    // What is told of it as a whole: before its files, behind them, at the end.
+    std::string strHead, strSummary, strFoot;
+    std::string strStarted, strEnded; ///< as programs read a time
 
     // What it has settled at its start, and was told on its way.
     std::int32_t lngClusterSize = 0; ///< bytes, of the current drive

@@ -23,6 +23,8 @@ namespace {
 constexpr double dblRulerSeconds = 2;
 constexpr double dblRulerBytesUnmeasured = 64 * dblBytesPerMB;
 
+constexpr std::size_t lngMostNamed = 15; // failures at the end of the report
+
 std::string DateAndTime() {
     return platform::DateText() + ", " + platform::TimeText() + "\r\n";
 }
@@ -72,8 +74,8 @@ std::string RunHeader() {
 
 void RunPurge() {
     InitSystemExtensions(0);
-    AppendReport(DateAndTime(), false);
-    AppendReport(RunHeader(), true);
+    currentRun.strHead = DateAndTime() + RunHeader();
+    AppendReport(currentRun.strHead, true);
     CountForProgress();
     if (blnStop) // before or while counting
         return;
@@ -104,8 +106,12 @@ void PerformRun() {
     ShowRunEnd();
     EndClock();
     EndReportLine();
-    AppendBeyondLimit(SummaryText() +
-                      (currentRun.Request.blnPurgeFiles ? DateAndTime() : std::string()));
+    currentRun.strSummary = SummaryText();
+    currentRun.strFoot = currentRun.Request.blnPurgeFiles ? DateAndTime() : std::string();
+    currentRun.strEnded = platform::IsoTimeText();
+    const std::string failures = FailuresText(lngMostNamed);
+    AppendBeyondLimit(currentRun.strSummary + (failures.empty() ? "" : "\r\n" + failures) +
+                      currentRun.strFoot);
     // F10 stops a run, too; a pause that was asked for at its end stays seen.
     if (WasStopped())
         currentRun.State = RunState::Stopped;

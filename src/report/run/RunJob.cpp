@@ -2,17 +2,8 @@
 #include "report/run/RunJob.h"
 
 #include "engine/FileProc.h"
+#include "report/run/RunRecords.h"
 #include "support/Check.h"
-
-namespace {
-
-/// What is no failure: nothing was to be done, nobody could have done it, or the user stopped it.
-bool IsFailure(std::int16_t result) {
-    return result < 0 && result != PurgeStopped && result != PurgeNoSlack &&
-           result != PurgeVanished && result != PurgeNoPasses;
-}
-
-} // namespace
 
 PurgeJob JobOfRun(const std::string& strPath) {
     Check(currentRun.IsUnderWay(), "files are purged by a run only");
@@ -39,7 +30,10 @@ void RunJobOfRun(PurgeJob& job, RunCounts& counts) {
     if (job.Result == PurgeDone) {
         ++counts.lngNumFilesPurged;
         counts.dblTotalBytesPurged += static_cast<double>(job.Length);
-    } else if (IsFailure(job.Result)) {
-        currentRun.Failures.push_back({job.Path, job.Result, job.Trouble});
     }
+}
+
+void NoteJob(const PurgeJob& job) {
+    NoteRecord({job.Path, FileFate::Begun, job.Length, job.Result, job.PassesDone, job.Reach,
+                job.Trouble});
 }

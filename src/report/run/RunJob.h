@@ -9,3 +9,5 @@ PurgeJob JobOfRun(const std::string& strPath);
 /// Runs a job and counts it in `counts`. Its result says PurgeVanished when the file is gone, and
 /// PurgeNoSlack when nothing behind its end was to be written.
 void RunJobOfRun(PurgeJob& job, RunCounts& counts = currentRun.Counts);
+/// Keeps the record of a job that was run.
+void NoteJob(const PurgeJob& job);

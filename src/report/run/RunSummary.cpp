@@ -3,10 +3,13 @@
 
 #include "report/run/Run.h"
 #include "report/run/RunEvents.h"
+#include "report/run/RunRecords.h"
 #include "report/run/TimeEstimates.h"
 #include "session/Session.h"
 #include "support/Numbers.h"
+
 #include "support/SizeText.h"
+#include <algorithm>
 
 namespace {
 
@@ -67,6 +70,24 @@ std::string PurgeSummary() {
 
 bool WasStopped() {
     return blnStop && (currentRun.Request.blnPurgeFiles || !ReportIsFull());
+}
+
+std::string FailuresText(std::size_t lngMost) {
+    const std::vector<RunFailure>& failures = currentRun.Failures;
+    if (failures.empty())
+        return {};
+    const auto count = [](std::size_t number) {
+        return GroupedDigits(static_cast<std::int64_t>(number));
+    };
+    std::string text = "Files that could not be purged: " + count(failures.size()) + strLineEnd;
+    const std::size_t shown = std::min(failures.size(), lngMost);
+    for (std::size_t i = 0; i < shown; ++i) {
+        const FileRecord record = RecordAt(failures[i].Record);
+        text += record.Path + ": " + ReasonText(record, failures[i].strHolders) + strLineEnd;
+    }
+    if (shown < failures.size())
+        text += "and " + count(failures.size() - shown) + " more (see Save report)" + strLineEnd;
+    return text;
 }
 
 std::string SummaryText() {

@@ -84,6 +84,22 @@ bool HandleArrow(NativeForm& form, Control* focused, WPARAM key) {
     return true;
 }
 
+bool HandleShortcut(NativeForm& form, const MSG& message, bool repeated) {
+    if (GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0)
+        return false;
+    for (const auto& native : form.Controls) {
+        if (native->Which->Kind != ControlKind::Button || !Usable(*native->Which))
+            continue;
+        const char shortcut = static_cast<const Button&>(*native->Which).Shortcut;
+        if (shortcut == 0 || message.wParam != static_cast<WPARAM>(shortcut))
+            continue;
+        if (!repeated)
+            ClickControl(*native->Which);
+        return true;
+    }
+    return false;
+}
+
 bool HandleKeyDown(NativeForm& form, const MSG& message) {
     Control* focused = ControlOfWindow(::GetFocus());
     const bool repeated = (message.lParam & lngRepeated) != 0;
@@ -115,7 +131,7 @@ bool HandleKeyDown(NativeForm& form, const MSG& message) {
         }
         return false;
     default:
-        return false;
+        return HandleShortcut(form, message, repeated);
     }
 }
 

@@ -1,0 +1,43 @@
+// "Save report": asks for a file and writes the report of the last run into it.
+#include "report/SaveReport.h"
+
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "report/frmReport.h"
+#include "report/run/RunReport.h"
+#include "session/Session.h"
+#include "settings/TextFiles.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+namespace {
+
+bool WantsJson(const std::string& path) {
+    const std::string extension = platform::LowerCase(ExtensionOf(path));
+    return extension == "json" || extension == "jsonl";
+}
+
+} // namespace
+
+void SaveReport() {
+    std::string path;
+    if (!ui::SaveFileDialog("Save report as text (.txt) or as JSON lines (.json)",
+                            "Reports (*.txt; *.json)", "*.txt;*.json", strBrowsePath, path))
+        return;
+    if (ExtensionOf(path).empty())
+        path += ".txt";
+    if (platform::FileExists(path) &&
+        ui::MsgBox("Overwrite existing file " + path + "?", ui::Buttons::YesNoCancel,
+                   ui::Icon::Question, "File exists") != ui::AnswerYes)
+        return;
+    const bool json = WantsJson(path);
+    const platform::Fault fault = WriteLongTextFile(path, [&](const PutText& put) {
+        return json ? WriteReportAsJson(put) : WriteReportAsText(put);
+    });
+    if (Failed(fault))
+        ui::Complain("The report cannot be saved in " + path + ".\r\n" +
+                         platform::FaultText(fault) + ".",
+                     "Save report");
+    else
+        frmReport.lblPausedDone.Caption = "Saved";
+}

@@ -1,0 +1,161 @@
+// The records of a run's files, and the words for them.
+#include "report/run/RunRecords.h"
+
+#include "drives/DriveWork.h"
+#include "engine/PurgeJob.h"
+#include "platform/System.h"
+#include "report/run/ResultTexts.h"
+#include "report/run/Run.h"
+#include "report/run/RunClock.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+
+#include <algorithm>
+#include <deque>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/// A record without its strings. A run may meet millions of files.
+struct Stored {
+    std::uint32_t Folder = 0, Chunk = 0, Offset = 0;
+    std::uint16_t NameLength = 0;
+    FileFate Fate{};
+    std::uint8_t TroubleKind = 0;
+    std::int16_t Result = 0, PassesDone = 0;
+    std::uint32_t Reach = 0, TroubleError = 0, Time = 0;
+    std::int64_t Bytes = 0;
+};
+
+constexpr std::size_t lngChunk = std::size_t{1} << 20;
+/// To ask who holds a file takes tens of milliseconds.
+constexpr std::size_t lngMostHoldersAsked = 20;
+
+std::deque<Stored> records;
+std::vector<std::string> folders;
+std::deque<std::string> names; ///< many of them in each string
+
+std::string HoldersOf(const FileRecord& record) {
+    if (record.Trouble != platform::Fault::SharingViolation ||
+        currentRun.Failures.size() >= lngMostHoldersAsked)
+        return {};
+    std::vector<std::string> programs;
+    RunStepsOnDrive(
+        record.Path, ui::Effort::Long,
+        [&] {
+            (void)platform::ListHolders(record.Path, programs);
+            return false;
+        },
+        [] { return true; });
+    std::string text;
+    for (const std::string& program : programs)
+        text += (text.empty() ? "" : ", ") + program;
+    return text;
+}
+
+} // namespace
+
+void NoteRecord(FileRecord record) {
+    if (IsFailure(record))
+        currentRun.Failures.push_back({records.size(), HoldersOf(record)});
+    const std::string folder = FolderPartOf(record.Path);
+    if (folders.empty() || folders.back() != folder)
+        folders.push_back(folder);
+    const std::string name = record.Path.substr(folder.size());
+    if (names.empty() || names.back().size() + name.size() > lngChunk)
+        names.emplace_back().reserve(lngChunk);
+    records.push_back({static_cast<std::uint32_t>(folders.size() - 1),
+                       static_cast<std::uint32_t>(names.size() - 1),
+                       static_cast<std::uint32_t>(names.back().size()),
+                       static_cast<std::uint16_t>(name.size()), record.Fate,
+                       static_cast<std::uint8_t>(record.Trouble.Kind), record.Result,
+                       record.PassesDone, record.Reach, record.Trouble.Error,
+                       static_cast<std::uint32_t>(ClockElapsed()), record.Bytes});
+    names.back() += name;
+}
+
+std::size_t NumRecords() {
+    return records.size();
+}
+
+FileRecord RecordAt(std::size_t index) {
+    const Stored& stored = records.at(index);
+    FileRecord record;
+    record.Path =
+        folders[stored.Folder] + names[stored.Chunk].substr(stored.Offset, stored.NameLength);
+    record.Fate = stored.Fate;
+    record.Bytes = stored.Bytes;
+    record.Result = stored.Result;
+    record.PassesDone = stored.PassesDone;
+    record.Reach = stored.Reach;
+    record.Trouble = {stored.TroubleKind, stored.TroubleError};
+    record.Time = stored.Time;
+    return record;
+}
+
+void ForgetRecords() {
+    records.clear();
+    folders.clear();
+    names.clear();
+}
+
+// No failure: nothing was to be done, nobody could have done it, or the user did not want it.
+bool IsFailure(const FileRecord& record) {
+    return record.Fate == FileFate::Begun && record.Result < 0 && record.Result != PurgeStopped &&
+           record.Result != PurgeNoSlack && record.Result != PurgeVanished &&
+           record.Result != PurgeNoPasses;
+}
+
+std::string RecordTail(const FileRecord& record) {
+    const PurgeHow& how = currentRun.Request.How;
+    const std::string size = " (" + GroupedDigits(record.Bytes) + " bytes)";
+    const std::string result = ResultText(record.Result, how.blnPurgeSlackOnly, record.Path);
+    const std::string passes = "pass " + GroupedDigits(record.PassesDone) + " of " +
+                               GroupedDigits(how.intNumberOfPasses) + ", not purged.";
+    switch (record.Fate) {
+    case FileFate::Listed:
+        return size + "   ";
+    case FileFate::Link:
+        return ": a link, not purged.";
+    case FileFate::Declined:
+        return " -- not purged.";
+    case FileFate::Refused:
+        return result;
+    case FileFate::Begun:
+        break;
+    }
+    const bool slackOnly = how.blnPurgeSlackOnly;
+    switch (record.Result) {
+    case PurgeNoSlack:
+        return result;
+    case PurgeStopped:
+    case PurgeNoPasses: // overwritten, but not as often as was asked, and still there
+        return record.PassesDone > 0 ? size + " purging stopped after " + passes
+                                     : " -- not purged.";
+    case PurgeDone: // a slack-only purge leaves its line at "purging"
+        return size + (slackOnly ? " purging" : " purged") + OutOfReachText(record.Reach);
+    case PurgeVanished:
+        if (record.PassesDone > 0)
+            return size + " purging: no longer there after " + passes;
+        [[fallthrough]];
+    default:
+        return size + " purging" + result + ErrorNumberText(record.Trouble);
+    }
+}
+
+std::string ReasonText(const FileRecord& record, const std::string& strHolders) {
+    std::string text =
+        ResultText(record.Result, currentRun.Request.How.blnPurgeSlackOnly, record.Path);
+    text.erase(0, text.find_first_not_of(": "));
+    text = text.substr(0, text.find("\r\n"));
+    if (text.ends_with('.'))
+        text.pop_back();
+    if (!strHolders.empty())
+        return text + " (in use by " + strHolders + ")";
+    if (!Failed(record.Trouble) || record.Result == PurgeDiskFull) // the text says it already
+        return text;
+    std::string fault = platform::FaultText(record.Trouble);
+    fault[0] = static_cast<char>(fault[0] | 0x20);
+    return text + " (" + fault + ")";
+}

@@ -1,0 +1,154 @@
+// The whole report of a run: as text, and as JSON lines.
+#include "report/run/RunReport.h"
+
+#include "engine/PurgeJob.h"
+#include "engine/PurgeTypes.h"
+#include "report/run/Run.h"
+#include "report/run/RunSummary.h"
+#include "support/Paths.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+
+namespace {
+
+constexpr std::size_t lngPiece = 65536; // so much goes to `put` at a time
+
+std::string Quoted(const std::string& text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            quoted += '\\';
+            quoted += c;
+        } else if (byte < 0x20) {
+            char code[8];
+            std::snprintf(code, sizeof code, "\\u%04x", unsigned{byte});
+            quoted += code;
+        } else {
+            quoted += c;
+        }
+    }
+    return quoted + "\"";
+}
+
+std::string Member(const char* name, const std::string& value) {
+    return Quoted(name) + ":" + value;
+}
+
+std::string Member(const char* name, std::int64_t value) {
+    return Member(name, std::to_string(value));
+}
+
+std::string Flag(const char* name, bool value) {
+    return Member(name, std::string(value ? "true" : "false"));
+}
+
+const char* ResultWord(const FileRecord& record) {
+    switch (record.Fate) {
+    case FileFate::Listed:
+        return "listed";
+    case FileFate::Link:
+        return "link";
+    case FileFate::Declined:
+        return "declined";
+    case FileFate::Refused:
+    case FileFate::Begun:
+        break;
+    }
+    switch (record.Result) {
+    case PurgeDone:
+        return "purged";
+    case PurgeStopped:
+    case PurgeNoPasses:
+        return "stopped";
+    case PurgeVanished:
+        return "gone";
+    case PurgeNoSlack:
+        return "no slack";
+    default:
+        return record.Fate == FileFate::Refused ? "refused" : "failed";
+    }
+}
+
+// Collects pieces until they are worth handing over.
+struct Pieces {
+    const PutText& Put;
+    std::string Text;
+
+    bool Add(const std::string& text) {
+        Text += text;
+        return Text.size() < lngPiece || Flush();
+    }
+    bool Flush() {
+        const bool goesOn = Text.empty() || Put(Text);
+        Text.clear();
+        return goesOn;
+    }
+};
+
+} // namespace
+
+std::string JsonOfRecord(const FileRecord& record) {
+    const char* word = ResultWord(record);
+    std::string line = "{" + Member("path", Quoted(record.Path)) + "," +
+                       Member("bytes", record.Bytes) + "," + Member("result", Quoted(word));
+    if (IsFailure(record) || record.Fate == FileFate::Refused)
+        line += "," + Member("reason", Quoted(ReasonText(record, "")));
+    char time[32];
+    std::snprintf(time, sizeof time, "%lld.%03lld", static_cast<long long>(record.Time / 1000),
+                  static_cast<long long>(record.Time % 1000));
+    return line + "," + Member("passes", record.PassesDone) + "," +
+           Member("error", std::int64_t{record.Trouble.Error}) + "," +
+           Member("time", std::string(time)) + "}";
+}
+
+std::string JsonOfRun() {
+    const Run& run = currentRun;
+    const PurgeHow& how = run.Request.How;
+    const RunCounts& counts = run.Counts;
+    std::string line = "{" + Member("run", Quoted(run.Request.strTitle)) + "," +
+                       Member("items", Quoted(WhatIsRun(run.Request)));
+    if (run.Request.blnPurgeFiles)
+        line += "," + Member("type", Quoted(purgeTypes[how.intPurgeType].strName)) + "," +
+                Member("passes", how.intNumberOfPasses) + "," +
+                Flag("slackOnly", how.blnPurgeSlackOnly) + "," +
+                Flag("kept", how.blnDoNotDeletePurgedFiles) + "," +
+                Member("purged", counts.lngNumFilesPurged);
+    return line + "," + Member("files", static_cast<std::int64_t>(NumRecords())) + "," +
+           Member("failed", static_cast<std::int64_t>(run.Failures.size())) + "," +
+           Member("bytes", static_cast<std::int64_t>(counts.dblTotalBytesPurged)) + "," +
+           Member("foldersRemoved", counts.lngNumFoldersRemoved) + "," +
+           Member("foldersUnread", counts.lngNumFoldersUnread) + "," +
+           Flag("stopped", run.State == RunState::Stopped) + "," +
+           Member("started", Quoted(run.strStarted)) + "," + Member("ended", Quoted(run.strEnded)) +
+           "}";
+}
+
+bool WriteReportAsText(const PutText& put) {
+    Pieces pieces{put, currentRun.strHead};
+    std::string folder;
+    for (std::size_t i = 0; i < NumRecords(); ++i) {
+        const FileRecord record = RecordAt(i);
+        std::string line = record.Path + RecordTail(record) + "\r\n";
+        if (FolderPartOf(record.Path) != folder) {
+            folder = FolderPartOf(record.Path);
+            line = "\r\n" + folder + "\r\n\r\n" + line;
+        }
+        if (!pieces.Add(line))
+            return false;
+    }
+    const std::string failures = FailuresText(std::numeric_limits<std::size_t>::max());
+    return pieces.Add("\r\n" + currentRun.strSummary + (failures.empty() ? "" : "\r\n" + failures) +
+                      currentRun.strFoot) &&
+           pieces.Flush();
+}
+
+bool WriteReportAsJson(const PutText& put) {
+    Pieces pieces{put, {}};
+    for (std::size_t i = 0; i < NumRecords(); ++i)
+        if (!pieces.Add(JsonOfRecord(RecordAt(i)) + "\n"))
+            return false;
+    return pieces.Add(JsonOfRun() + "\n") && pieces.Flush();
+}
