@@ -24,4 +24,20 @@ for program in "$programs"/*_tests.exe "$programs"/*_contract.exe; do
     name=$(basename "$program" .exe)
     gtest "$name" wine "C:\\tests\\$name.exe"
 done
+
+# resolution DPI: what Windows calls 150 % is 144.
+resolution() {
+    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f \
+        > /dev/null 2>&1 < /dev/null
+    wineserver -k -w || true
+    warm_wine
+}
+# The main window once more, where there is little room for it.
+large_display=$DISPLAY
+virtual_display 1366x768
+resolution 144
+gtest small-screen wine 'C:\tests\nullwright_window_tests.exe' --gtest_filter='LayoutTest.*'
+export DISPLAY=$large_display
+resolution 96
+
 step "wiped image" bash tools/wiped-image.sh

@@ -8,6 +8,7 @@
 #include "settings/SetupFiles.h"
 #include "settings/TextFiles.h"
 #include "shell/frmMain.h"
+#include "shell/frmMainPlaces.h"
 #include "shell/SpecifyCommands.h"
 #include "support/MainWindow.h"
 #include "support/Paths.h"
@@ -116,7 +117,7 @@ void LoadSetupFromFile(const std::string& strPath) {
 
 void CloseSetupFrame() {
     frmMain.fraSetup.Visible = false;
-    frmMain.lblSetupFilename.Visible = true;
+    HideCovered();
     EnableMenu(true);
     ui::SetFocus(frmMain.cmdSetup);
 }
@@ -124,8 +125,8 @@ void CloseSetupFrame() {
 void cmdSetup_Click() {
     ClearStatus();
     EnableMenu(false);
-    frmMain.lblSetupFilename.Visible = false;
     frmMain.fraSetup.Visible = true;
+    HideCovered();
     ui::SetFocus(frmMain.cmdLoadSetup);
 }
 
@@ -140,8 +141,6 @@ void cmdLoadSetup_Click() {
 
 void cmdSaveSetup_Click() {
     frmMain.fraSetup.Visible = false;
-    frmMain.picSaveSetup.Left = frmMain.fraSetup.Left;
-    frmMain.picSaveSetup.Top = frmMain.fraMenu.Top + frmMain.cmdSetup.Top - 210;
     frmMain.picSaveSetup.Visible = true;
     ui::SetFocus(frmMain.cmdSaveSetupForNextRun);
 }

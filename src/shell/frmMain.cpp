@@ -7,6 +7,7 @@
 #include "report/run/TimeEstimates.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
+#include "shell/frmMainPlaces.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Paths.h"
@@ -56,6 +57,36 @@ void WriteMessageLabel(ui::Label& label, const std::string& strText, int intMaxW
     label.Height = std::clamp(intLines, 1, intMaxLines) * intLineHeight;
     label.Caption = strText;
     label.Visible = !strText.empty();
+    HideCovered();
+}
+
+void WriteSubdirectories2(const std::string& strText) {
+    WriteMessageLabel(frmMain.lblSubdirectories2, strText, RoomFrom(frmMain.lblSubdirectories2), 1);
+}
+
+void WritePurgeSpeed(const std::string& strText) {
+    WriteMessageLabel(frmMain.lblPurgeSpeed, strText, RoomFrom(frmMain.lblPurgeSpeed), 1);
+}
+
+void WriteLargePurgeMessage(const std::string& strText) {
+    WriteMessageLabel(frmMain.lblLargePurgeMessage, strText, RoomFrom(frmMain.lblLargePurgeMessage),
+                      5);
+}
+
+/// The meaning stands right behind a file specification; a file's name has the whole line.
+void PlaceFilesLabels() {
+    const bool blnMeaning = !frmMain.lblFiles2.Caption.empty();
+    constexpr int intWidthOfCharacter = 110;
+    const int intRoom = RoomFrom(frmMain.lblFiles);
+    frmMain.lblFiles.Width = intRoom;
+    if (blnMeaning)
+        frmMain.lblFiles.Width = std::min(
+            static_cast<int>(std::min<std::size_t>(strFilespec.size(), 500)) * intWidthOfCharacter +
+                240,
+            intRoom / 2);
+    frmMain.lblFiles2.Visible = blnMeaning;
+    frmMain.lblFiles2.Left = frmMain.lblFiles.Left + frmMain.lblFiles.Width;
+    frmMain.lblFiles2.Width = RoomFrom(frmMain.lblFiles2);
 }
 
 /// "(All files.)" and its like: what a file specification of several files means.
@@ -92,18 +123,7 @@ void UpdateFilesLabels() {
     frmMain.lblDirectory.Caption = strDirPath.empty() ? strNotSpecified : strDirPath;
     frmMain.lblFiles.Caption = strFilespec.empty() ? strNotSpecified : strFilespec;
     frmMain.lblFiles2.Caption = FilespecMeaning(strFilespec);
-    // The meaning stands right behind a file specification; a file's name has the whole line.
-    const bool blnMeaning = !frmMain.lblFiles2.Caption.empty();
-    constexpr int intWidthOfCharacter = 110, intMaxWidth = 4200;
-    frmMain.lblFiles.Width = RoomFrom(frmMain.lblFiles);
-    if (blnMeaning)
-        frmMain.lblFiles.Width = std::min(
-            static_cast<int>(std::min<std::size_t>(strFilespec.size(), 100)) * intWidthOfCharacter +
-                240,
-            intMaxWidth);
-    frmMain.lblFiles2.Visible = blnMeaning;
-    frmMain.lblFiles2.Left = frmMain.lblFiles.Left + frmMain.lblFiles.Width;
-    frmMain.lblFiles2.Width = RoomFrom(frmMain.lblFiles2);
+    PlaceFilesLabels();
 }
 
 void UpdateSubdirectoriesLabels() {
@@ -131,12 +151,18 @@ void UpdateConfirmFilesLabels() {
 }
 
 void UpdateTypeOfPurgeLabel() {
-    frmMain.lblTypeOfPurge.Top = frmMain.fraMenu.Top + frmMain.cmdTypeOfPurge.Top + 150;
     frmMain.lblTypeOfPurge.Caption = TypeOfPurgeSummary();
 }
 
 void SetSetupFilename(const std::string& strName) {
     frmMain.lblSetupFilename.Caption = strName;
+}
+
+void FitLabels() {
+    PlaceFilesLabels();
+    WriteSubdirectories2(std::string(frmMain.lblSubdirectories2.Caption));
+    WritePurgeSpeed(std::string(frmMain.lblPurgeSpeed.Caption));
+    WriteLargePurgeMessage(std::string(frmMain.lblLargePurgeMessage.Caption));
 }
 
 void SetMainLine(MainLine line, const std::string& text) {
@@ -145,19 +171,17 @@ void SetMainLine(MainLine line, const std::string& text) {
         frmMain.lblStatus.Caption = text;
         break;
     case MainLine::LargePurgeMessage:
-        WriteMessageLabel(frmMain.lblLargePurgeMessage, text,
-                          RoomFrom(frmMain.lblLargePurgeMessage), 5);
+        WriteLargePurgeMessage(text);
         break;
     case MainLine::PurgeFoldersMessage:
         frmMain.lblPurgeFoldersMessage.Caption = text;
         break;
     case MainLine::Subdirectories2:
-        WriteMessageLabel(frmMain.lblSubdirectories2, text, RoomFrom(frmMain.lblSubdirectories2),
-                          1);
+        WriteSubdirectories2(text);
         break;
     case MainLine::PurgeSpeed:
         frmMain.lblPurgeSpeed.Bold = !text.empty();
-        WriteMessageLabel(frmMain.lblPurgeSpeed, text, RoomFrom(frmMain.lblPurgeSpeed), 1);
+        WritePurgeSpeed(text);
         break;
     case MainLine::EstimatedTime:
         frmMain.lblEstimatedTime.Caption = text;
@@ -193,8 +217,7 @@ void EnableMenu(bool blnEnabled) {
     }
     frmMain.fraMenu.Enabled = blnEnabled;
     // Else the focus would go to a link, and a stray Enter would open a browser.
-    for (ui::Label* link :
-         {&frmMain.lblOnlineDocumentation, &frmMain.lblCorvaneSystems, &frmMain.lblCV_URL})
+    for (ui::Label* link : frmMain.Links())
         link->Enabled = blnEnabled;
     if (blnEnabled && ctlFocusBefore)
         ui::SetFocus(*ctlFocusBefore);

@@ -4,6 +4,7 @@
 
 #include "ui/Controls.h"
 
+#include <array>
 #include <string>
 
 struct FrmMain : ui::Form {
@@ -33,6 +34,10 @@ struct FrmMain : ui::Form {
     /// True for one second after the file dialog of "Single file" has closed: a second click of an
     /// impatient double click, falling through the closing dialog, must not hit what lies below.
     bool blnQuitGuard = false;
+
+    std::array<ui::Label*, 3> Links() {
+        return {&lblOnlineDocumentation, &lblCorvaneSystems, &lblCV_URL};
+    }
 };
 extern FrmMain frmMain;
 
@@ -53,6 +58,8 @@ void UpdateConfirmFilesLabels();
 void UpdateTypeOfPurgeLabel();
 /// lblSetupFilename: the setup in force, "" for none.
 void SetSetupFilename(const std::string& strName);
+/// Gives the labels that are as long as their texts their places; part of LayOutMain.
+void FitLabels();
 
 // Handlers that belong to the window itself; bound in frmMainLayout.cpp.
 

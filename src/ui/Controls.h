@@ -67,7 +67,7 @@ struct Button : Control {
 struct Label : Control {
     Label() : Control(ControlKind::Label) {}
     bool Link = false;     ///< drawn and reachable as a link; Click opens it
-    bool Ellipsis = false; ///< a path too long for the place is shortened in its middle
+    bool Ellipsis = false; ///< a path too long for the place is shortened: see PathEllipsis.h
 };
 
 struct CheckBox : Control {
@@ -155,7 +155,8 @@ struct Form {
     int Left = 0, Top = 0;     ///< twips on the screen; kept true when the user moves the window
     int Width = 0, Height = 0; ///< twips of the inside, without title bar and borders
     int MinWidth = 0, MinHeight = 0;
-    bool Resizable = false;
+    int ContentHeight = 0;  ///< more than Height: the window scrolls; 0: it never does
+    bool Resizable = false; ///< by the user; the window is never larger than its monitor
     StartPosition Position = StartPosition::CenterOwner;
     bool Visible = false;           ///< read only for the logic: Show, ShowModal and Hide change it
     std::vector<Control*> Controls; ///< in tab order; containers before what they hold
@@ -176,15 +177,22 @@ struct Placed {
     int Left, Top, Width, Height;
 };
 
-/// Fills the form's controls from its layout table, in tab order. Container is set beforehand.
-inline void Bind(Form& form, const std::vector<Placed>& table) {
-    form.Controls.clear();
+/// Puts controls in their places.
+inline void Place(const std::vector<Placed>& table) {
     for (const Placed& line : table) {
-        line.Which->Name = line.Name;
         line.Which->Left = line.Left;
         line.Which->Top = line.Top;
         line.Which->Width = line.Width;
         line.Which->Height = line.Height;
+    }
+}
+
+/// Fills the form's controls from its layout table, in tab order. Container is set beforehand.
+inline void Bind(Form& form, const std::vector<Placed>& table) {
+    Place(table);
+    form.Controls.clear();
+    for (const Placed& line : table) {
+        line.Which->Name = line.Name;
         line.Which->Parent = &form;
         form.Controls.push_back(line.Which);
     }

@@ -1,6 +1,8 @@
 // Start-up, the main window's labels and its own commands.
+#include "support/MainWindow.h"
 #include "session/Session.h"
 #include "shell/ShellTest.h"
+#include "ui/PathEllipsis.h"
 
 #include <set>
 
@@ -69,6 +71,94 @@ TEST_F(MainWindow, HelpAndLinks) {
     fake::FailNth(1, platform::Fault::NotFound, "OpenLink");
     user.BoxLike("Error", "Cannot open https://maker/.\r\n");
     fake::Click(f.lblCV_URL);
+}
+
+/// Where a control stands on the form.
+struct Box {
+    explicit Box(const ui::Control& control) {
+        for (const ui::Control* c = &control; c; c = c->Container) {
+            Left += c->Left;
+            Top += c->Top;
+        }
+        Right = Left + control.Width;
+        Bottom = Top + control.Height;
+    }
+    int Left = 0, Top = 0, Right = 0, Bottom = 0;
+};
+
+// Inside 1366 x 768 at 150 % with a taskbar there are 6390 twips, 1920 x 1080 at 175 % has 8130.
+TEST_F(MainWindow, FitsIntoLowNarrowAndLargeWindows) {
+    const int intUsual = f.Height, intPitch = f.cmdSpecifyFiles.Top - f.cmdSpecifyDirectory[0].Top;
+    EXPECT_LE(f.ContentHeight, 6390);
+    strDirPath = "C:\\data\\";
+    strFilespec = "report of the year*.doc";
+    UpdateFilesLabels();
+    SetMainLine(MainLine::PurgeSpeed, "36.5 MB/sec. (1 overwrite) for Drive C.");
+    for (const int intWidth : {f.MinWidth, f.Width, 20000}) {
+        for (const int intHeight : {f.MinHeight, 6390, 8130, intUsual, 12000}) {
+            for (ui::Frame* panel :
+                 {static_cast<ui::Frame*>(nullptr), &f.fraSetup, &f.picSaveSetup}) {
+                SCOPED_TRACE(testing::Message() << intWidth << " x " << intHeight << " " << panel);
+                f.Width = intWidth;
+                f.Height = intHeight;
+                if (panel)
+                    fake::Click(f.cmdSetup);
+                if (panel == &f.picSaveSetup)
+                    fake::Click(f.cmdSaveSetup);
+                SetMainLine(MainLine::LargePurgeMessage, panel ? "" : "1\r\n2\r\n3\r\n4\r\n5");
+                f.Resize();
+                std::vector<const ui::Control*> shown;
+                for (const ui::Control* c : f.Controls)
+                    if (c->Visible && (!c->Container || c->Container->Visible) && c != &f.fraMenu)
+                        shown.push_back(c);
+                for (const ui::Control* a : shown) {
+                    const Box one(*a);
+                    EXPECT_GE(one.Left, 120) << a->Name;
+                    EXPECT_LE(one.Right, intWidth - 120) << a->Name;
+                    EXPECT_LE(one.Bottom, std::max(intHeight, f.ContentHeight)) << a->Name;
+                    EXPECT_GE(a->Height, a->Kind == ui::ControlKind::Frame ? 15 : 240) << a->Name;
+                    for (const ui::Control* b : shown) {
+                        const Box two(*b);
+                        EXPECT_FALSE(a < b && a->Container != b && b->Container != a &&
+                                     one.Left < two.Right && two.Left < one.Right &&
+                                     one.Top < two.Bottom && two.Top < one.Bottom)
+                            << a->Name << " lies on " << b->Name;
+                    }
+                }
+                if (panel)
+                    fake::Click(panel == &f.fraSetup ? f.cmdKeepSetup : f.cmdDontSaveSetup);
+            }
+            // The rows come closer only where they must, and the foot stays at the foot.
+            EXPECT_EQ(intHeight >= intUsual,
+                      f.cmdSpecifyFiles.Top - f.cmdSpecifyDirectory[0].Top == intPitch);
+            EXPECT_GE(f.lblStatus.Top + 600, intHeight);
+        }
+        EXPECT_EQ(intWidth - 120, f.lblDirectory.Left + f.lblDirectory.Width);
+    }
+    SetMainLine(MainLine::LargePurgeMessage, "");
+    EXPECT_TRUE(f.lblSetupFilename.Visible) << "uncovered again";
+}
+
+TEST(PathEllipsis, KeepsDriveAndNameOfTheFile) {
+    const struct {
+        std::string Path;
+        std::size_t Room;
+        std::string Shown;
+    } cases[] = {
+        {R"(C:\Documents and Settings\me\letters\a.txt)", 33,
+         R"(C:\Documents and...\letters\a.txt)"},
+        {R"(C:\Documents and Settings\me\letters\a.txt)", 20, R"(C:\Document...\a.txt)"},
+        {R"(C:\one\two\three\)", 17, R"(C:\one\two\three\)"},
+        {R"(C:\one\two\three\)", 16, R"(C:\one...\three\)"},
+        {R"(C:\one\a name too long for it.txt)", 16, "a name to....txt"},
+        {"a name without end", 9, "a name..."},
+        {"\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4", 8, "\u00e4\u00e4..."},
+        {R"(Reading C:\data\letters\2019\ ...)", 26, R"(Reading C:\da...\2019\ ...)"},
+    };
+    for (const auto& [path, room, shown] : cases)
+        EXPECT_EQ(shown, ui::ShortenPath(path, [room](const std::string& text) {
+                      return text.size() <= room;
+                  }));
 }
 
 TEST_F(MainWindow, ButtonsAnswerToMouseAndKeys) {

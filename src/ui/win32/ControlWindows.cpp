@@ -160,6 +160,9 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
         if (NativeForm* form = FormOfWindow(window); form && message == WM_SETFOCUS) {
             form->Focus = &control;
             ShowDefaultButton(*form);
+            // What the mouse is about to click, or is clicking, must not move away from it.
+            if (!FollowsMouse() && GetKeyState(VK_LBUTTON) >= 0)
+                ScrollIntoView(*form, native);
         }
         if (control.Kind == ControlKind::OptionButton) {
             native.TakingFocus = true;

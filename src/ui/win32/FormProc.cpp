@@ -9,28 +9,6 @@ namespace ui::win32 {
 
 namespace {
 
-/// The user has moved or sized the window: the fields follow.
-void TakeOverPlace(NativeForm& native) {
-    if (native.Moving || IsIconic(native.Window) || IsZoomed(native.Window))
-        return;
-    RECT place{};
-    GetWindowRect(native.Window, &place);
-    native.Which->Left = native.Left = ToTwips(place.left, SystemScale());
-    native.Which->Top = native.Top = ToTwips(place.top, SystemScale());
-}
-
-void TakeOverSize(NativeForm& native, int width, int height) {
-    Form& form = *native.Which;
-    // Pixels are coarser than twips: a size that comes out the same is the same.
-    if (width == ToPixels(form.Width, native.Scale) &&
-        height == ToPixels(form.Height, native.Scale))
-        return;
-    form.Width = native.Width = ToTwips(width, native.Scale);
-    form.Height = native.Height = ToTwips(height, native.Scale);
-    Run(form.Resize);
-    SyncForm(native, Thorough::No);
-}
-
 void SetMinimum(const NativeForm& native, MINMAXINFO& info) {
     const Form& form = *native.Which;
     if (!form.Resizable || (form.MinWidth <= 0 && form.MinHeight <= 0))
@@ -57,6 +35,7 @@ void ChangeResolution(NativeForm& native, int dpi, const RECT& place) {
                  SWP_NOZORDER | SWP_NOACTIVATE);
     --native.Moving;
     TakeOverPlace(native);
+    FitToMonitor(native);
     SyncForm(native, Thorough::No);
     RedrawWindow(native.Window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
@@ -73,6 +52,8 @@ void ChangeSettings() {
             control->Font = nullptr;
         if (form->Which->Visible && !IsIconic(form->Window) && !IsZoomed(form->Window))
             MoveToFields(*form);
+        if (form->Which->Visible)
+            FitToMonitor(*form);
         SyncForm(*form, Thorough::No);
         RedrawWindow(form->Window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     }
@@ -135,6 +116,27 @@ void RunTimer(NativeForm& native, std::size_t id) {
 
 } // namespace
 
+void TakeOverPlace(NativeForm& native) {
+    if (native.Moving || IsIconic(native.Window) || IsZoomed(native.Window))
+        return;
+    RECT place{};
+    GetWindowRect(native.Window, &place);
+    native.Which->Left = native.Left = ToTwips(place.left, SystemScale());
+    native.Which->Top = native.Top = ToTwips(place.top, SystemScale());
+}
+
+void TakeOverSize(NativeForm& native, int width, int height) {
+    Form& form = *native.Which;
+    // Pixels are coarser than twips: a size that comes out the same is the same.
+    if (width == ToPixels(form.Width, native.Scale) &&
+        height == ToPixels(form.Height, native.Scale))
+        return;
+    form.Width = native.Width = ToTwips(width, native.Scale);
+    form.Height = native.Height = ToTwips(height, native.Scale);
+    Run(form.Resize);
+    SyncForm(native, Thorough::No);
+}
+
 LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCCREATE)
         SetWindowLongPtrW(
@@ -171,6 +173,18 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
             if (!native->Moving)
                 TakeOverSize(*native, LOWORD(lParam), HIWORD(lParam));
         }
+        return 0;
+    case WM_DISPLAYCHANGE:
+        if (native->Which->Visible)
+            FitToMonitor(*native);
+        return 0;
+    case WM_VSCROLL:
+        OnScrollBar(*native, LOWORD(wParam));
+        return 0;
+    case WM_MOUSEWHEEL:
+        if (!Scrolls(*native))
+            break;
+        OnWheel(*native, GET_WHEEL_DELTA_WPARAM(wParam));
         return 0;
     case WM_GETMINMAXINFO:
         SetMinimum(*native, *reinterpret_cast<MINMAXINFO*>(lParam));

@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace ui::win32 {
 
@@ -13,6 +14,48 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 namespace {
 
 constexpr const wchar_t* strFormClass = L"NullwrightForm";
+
+/// A window of another instance that lies where this one does.
+bool IsCovered(const NativeForm& native, const RECT& own, int reach) {
+    HWND other = nullptr;
+    while ((other = FindWindowExW(nullptr, other, strFormClass, nullptr)) != nullptr) {
+        DWORD process = 0;
+        RECT place{};
+        GetWindowThreadProcessId(other, &process);
+        if (other != native.Window && process != GetCurrentProcessId() && IsWindowVisible(other) &&
+            !IsIconic(other) && GetWindowRect(other, &place) &&
+            std::abs(place.left - own.left) < reach && std::abs(place.top - own.top) < reach)
+            return true;
+    }
+    return false;
+}
+
+/// Two instances must not look like one: the second one goes a title bar's height down, and to the
+/// right where there is room for it; where there is none below, it is that much lower.
+void StepAside(const NativeForm& native) {
+    const auto dpi = static_cast<UINT>(native.Dpi);
+    const int step =
+        GetSystemMetricsForDpi(SM_CYCAPTION, dpi) + GetSystemMetricsForDpi(SM_CYSIZEFRAME, dpi);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    RECT own{};
+    constexpr int intMostInstances = 20;
+    for (int i = 0; i < intMostInstances; ++i) {
+        if (!GetWindowRect(native.Window, &own) || !IsCovered(native, own, step / 2) ||
+            !GetMonitorInfoW(MonitorFromWindow(native.Window, MONITOR_DEFAULTTONEAREST), &monitor))
+            return;
+        const RECT& work = monitor.rcWork;
+        const LONG width = own.right - own.left;
+        LONG height = own.bottom - own.top, top = own.top + step;
+        if (work.bottom - top < (work.bottom - work.top) / 2)
+            top = work.top;
+        else if (native.Which->Resizable)
+            height = std::min(height, work.bottom - top);
+        SetWindowPos(native.Window, nullptr,
+                     own.right + step <= work.right ? own.left + step : own.left, top, width,
+                     height, SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
 
 std::vector<std::unique_ptr<NativeForm>> forms;
 
@@ -138,7 +181,7 @@ void MoveToFields(NativeForm& native) {
 void SetModalStyle(NativeForm& native, bool modal, HWND owner) {
     const DWORD style = StyleOf(*native.Which, modal);
     const auto now = static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_STYLE));
-    const DWORD kept = now & (WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE);
+    const DWORD kept = now & (WS_VISIBLE | WS_DISABLED | WS_MINIMIZE | WS_MAXIMIZE | WS_VSCROLL);
     SetWindowLongPtrW(native.Window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
     if (now == (style | kept) && native.ModalStyle == modal)
         return;
@@ -200,11 +243,15 @@ void BringUp(Form& form, bool modal, HWND owner) {
     SyncForm(native, Thorough::Yes);
     if (!shown) {
         MoveToFields(native);
+        FitToMonitor(native);
         if (form.Position == StartPosition::CenterOwner)
             CentreOver(native, owner ? owner : ActiveWindow());
         else if (form.Position == StartPosition::CenterScreen && !native.Placed)
             CentreOver(native, nullptr);
+        if (!modal && !native.Placed)
+            StepAside(native);
         native.Placed = true;
+        SyncScrollBar(native);
     }
     UpdateEnabledForms();
     ShowWindow(native.Window, IsIconic(native.Window) ? SW_RESTORE : SW_SHOW);

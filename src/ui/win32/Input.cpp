@@ -8,6 +8,7 @@ namespace ui::win32 {
 namespace {
 
 HWND hovered = nullptr;
+bool followsMouse = false;
 POINT lastPointer{-1, -1};
 
 Control* SelectedOption(Control& control) {
@@ -166,9 +167,17 @@ void OnMouseMoved(HWND window) {
     TrackMouseEvent(&track);
     const NativeForm* form = FormOfWindow(window);
     if (Usable(*control) && form && GetActiveWindow() == form->Window)
-        Run(control->MouseOver);
+        Run([control] {
+            followsMouse = true;
+            control->MouseOver();
+            followsMouse = false;
+        });
     else
         hovered = nullptr;
+}
+
+bool FollowsMouse() {
+    return followsMouse;
 }
 
 void OnMouseLeft(HWND window) {

@@ -122,6 +122,13 @@ bool HandleKeyDown(NativeForm& form, const MSG& message) {
     case VK_LEFT:
     case VK_RIGHT:
         return HandleArrow(form, focused, message.wParam);
+    case VK_PRIOR:
+    case VK_NEXT:
+        if (!Scrolls(form) || (focused && focused->Kind != ControlKind::Button &&
+                               focused->Kind != ControlKind::Label))
+            return false;
+        OnScrollBar(form, message.wParam == VK_PRIOR ? SB_PAGEUP : SB_PAGEDOWN);
+        return true;
     case 'A':
         // Select all, which older versions of the text box do not know when it has many lines.
         if (GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0 && focused &&

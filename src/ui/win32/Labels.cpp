@@ -1,5 +1,6 @@
 // Labels draw themselves, buffered: no flicker when a text changes often, wrapping that never
 // loses the end of a long path, and links.
+#include "ui/PathEllipsis.h"
 #include "ui/win32/Native.h"
 
 #include <algorithm>
@@ -28,11 +29,12 @@ void Fill(HDC context, const RECT& box, COLORREF colour) {
     DeleteObject(brush);
 }
 
-void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
+void DrawLabel(NativeControl& native, HDC context, const RECT& box) {
     const auto& label = static_cast<const Label&>(*native.Which);
     Fill(context, box, BackgroundBehind(label));
     const bool coloured = BackColorOf(label).has_value();
-    const std::wstring text = WindowCaption(label);
+    std::wstring text = WindowCaption(label);
+    native.Shortened = false;
     if (text.empty())
         return;
 
@@ -57,19 +59,23 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
         place.right -= margin;
     }
     RECT needed = place;
-    int length = static_cast<int>(text.size());
     if (label.Ellipsis) {
-        DrawTextW(context, text.c_str(), length, &needed, format | DT_SINGLELINE | DT_CALCRECT);
-        // With its last backslash the name of the folder itself would be cut out.
-        if (needed.right > place.right && text.back() == L'\\')
-            --length;
-        // Some systems take the shortened path for a little narrower than it is.
-        if (needed.right > place.right)
-            place.right -= margin;
-        format |= DT_SINGLELINE | DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
+        const auto width = [context](const std::wstring& what) {
+            SIZE size{};
+            GetTextExtentPoint32W(context, what.c_str(), static_cast<int>(what.size()), &size);
+            return size.cx;
+        };
+        const LONG room = place.right - place.left;
+        native.Shortened = width(text) > room;
+        if (native.Shortened) // some systems draw a text a little wider than they measure it
+            text = Widen(ShortenPath(label.Caption, [&](const std::string& shorter) {
+                return width(Widen(shorter)) <= room - margin;
+            }));
+        format |= DT_SINGLELINE | DT_NOPREFIX;
+        needed.right = needed.left + width(text);
     } else {
         format |= DT_WORDBREAK;
-        DrawTextW(context, text.c_str(), length, &needed, format | DT_CALCRECT);
+        DrawTextW(context, text.c_str(), -1, &needed, format | DT_CALCRECT);
         if (needed.right > place.right) // one word alone is too long for the line, such as a path
             format |= DT_EDITCONTROL;
     }
@@ -79,7 +85,7 @@ void DrawLabel(const NativeControl& native, HDC context, const RECT& box) {
         Fill(context, {box.left, box.top, right, box.bottom}, *BackColorOf(label));
         place.top += std::max(0L, (place.bottom - needed.bottom) / 2);
     }
-    DrawTextW(context, text.c_str(), length, &place, format);
+    DrawTextW(context, text.c_str(), -1, &place, format);
     SelectObject(context, old);
     if (label.Link && ::GetFocus() == native.Window) {
         RECT focus{box.left, box.top, std::min(needed.right + 1, box.right),

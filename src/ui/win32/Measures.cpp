@@ -51,7 +51,10 @@ int TextScale(int dpi) {
 
 SIZE OuterSize(const NativeForm& form, int width, int height, DWORD style, DWORD extended) {
     RECT box{0, 0, ToPixels(width, form.Scale), ToPixels(height, form.Scale)};
-    AdjustWindowRectExForDpi(&box, style, FALSE, extended, static_cast<UINT>(form.Dpi));
+    const auto dpi = static_cast<UINT>(form.Dpi);
+    AdjustWindowRectExForDpi(&box, style, FALSE, extended, dpi);
+    if (form.Which->ContentHeight > height) // it scrolls
+        box.right += GetSystemMetricsForDpi(SM_CXVSCROLL, dpi);
     return {box.right - box.left, box.bottom - box.top};
 }
 

@@ -7,6 +7,7 @@
 #include "ui/Interface.h"
 #include "win32/Wide.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -32,6 +33,7 @@ struct NativeControl {
     bool TabStop = false;
     bool Unthemed = false;
     bool TakingFocus = false;
+    bool Shortened = false; ///< labels: the text was too long for its place
     std::string Caption, ToolTip, AccessibleName;
     char Mnemonic = 0;
     std::optional<std::uint32_t> BackColor, ForeColor;
@@ -71,9 +73,11 @@ struct NativeForm {
     int Dpi = 96;
     int Scale = 96; ///< pixels of 1440 twips: the resolution, times the user's text size
     bool ModalStyle = false;
-    bool Placed = false;      ///< has been on the screen
-    int Moving = 0;           ///< sizes and places that change are the program's own doing
-    Control* Focus = nullptr; ///< has the focus when the form is active
+    bool Placed = false;            ///< has been on the screen
+    int Moving = 0;                 ///< sizes and places that change are the program's own doing
+    int Scrolled = 0;               ///< pixels of the inside above the window's upper edge
+    std::array<int, 3> ScrollBar{}; ///< as it was set last: height, page, place
+    Control* Focus = nullptr;       ///< has the focus when the form is active
     Control* DefaultShown = nullptr;
     std::vector<std::unique_ptr<NativeControl>> Controls;
     std::vector<NativeTimer> Timers;
@@ -109,6 +113,11 @@ POINT CentredPlace(HWND owner, SIZE size);
 void BringUp(Form& form, bool modal, HWND owner);
 void DestroyForms();
 HINSTANCE Instance();
+
+// ---- FormProc.cpp
+/// The window has another place or size now, by the user or the system: the fields follow.
+void TakeOverPlace(NativeForm& form);
+void TakeOverSize(NativeForm& form, int width, int height);
 
 // ---- Measures.cpp
 int ToPixels(int twips, int scale);
@@ -156,6 +165,15 @@ void ShowDefaultButton(NativeForm& form);
 void SettleFocus(NativeForm& form);
 bool CanTakeFocus(const Control& control);
 
+// ---- Scrolling.cpp
+bool Scrolls(const NativeForm& form);
+void SyncScrollBar(NativeForm& form);
+void OnScrollBar(NativeForm& form, WORD what);
+void OnWheel(NativeForm& form, int delta);
+void ScrollIntoView(NativeForm& form, const NativeControl& native);
+/// Makes a window that can be sized no larger than its monitor.
+void FitToMonitor(NativeForm& form);
+
 // ---- SyncLists.cpp, SyncText.cpp
 void SyncComboBox(NativeForm& form, NativeControl& native, ComboBox& box);
 void SyncListBox(NativeForm& form, NativeControl& native, ListBox& box);
@@ -191,6 +209,8 @@ void ClickControl(Control& control);
 bool Usable(const Control& control);
 void OnMouseMoved(HWND window);
 void OnMouseLeft(HWND window);
+/// The focus that changes now follows the mouse.
+bool FollowsMouse();
 
 // ---- Keys.cpp
 /// True: the message was a key that the form has dealt with.

@@ -18,7 +18,8 @@ HFONT FontOf(const NativeForm& form, const Control& control) {
 }
 
 void SyncPlace(NativeForm& form, NativeControl& native) {
-    const RECT place = PlaceOf(*native.Which, form.Scale);
+    RECT place = PlaceOf(*native.Which, form.Scale);
+    OffsetRect(&place, 0, -form.Scrolled);
     if (EqualRect(&place, &native.Place))
         return;
     const bool frame = native.Which->Kind == ControlKind::Frame;
@@ -76,8 +77,7 @@ void SyncCaption(NativeForm& form, NativeControl& native) {
 void SyncToolTip(NativeForm& form, NativeControl& native) {
     const Control& control = *native.Which;
     // What the ellipsis leaves out can be read in the tip.
-    const bool shortened = control.ToolTip.empty() && control.Kind == ControlKind::Label &&
-                           static_cast<const Label&>(control).Ellipsis;
+    const bool shortened = control.ToolTip.empty() && native.Shortened;
     AddToolTip(form, native, shortened ? control.Caption : control.ToolTip);
 }
 
@@ -241,6 +241,7 @@ void SyncForm(NativeForm& form, Thorough how) {
         (fields.Left != form.Left || fields.Top != form.Top || fields.Width != form.Width ||
          fields.Height != form.Height))
         MoveToFields(form);
+    SyncScrollBar(form);
     // Places and fonts first: a list measures its items, a text box wraps its lines by them.
     bool settle = how == Thorough::Yes; // to ask where the focus is takes long inside work
     for (const auto& native : form.Controls) {
