@@ -10,6 +10,9 @@ set(NW_STACK 33554432)
 add_library(nw_options INTERFACE)
 target_include_directories(nw_options INTERFACE
     ${CMAKE_SOURCE_DIR}/src ${CMAKE_BINARY_DIR}/generated)
+# The first lines of the licence say whose the program is.
+file(STRINGS ${CMAKE_SOURCE_DIR}/LICENSE NW_COPYRIGHT REGEX "^Copyright" LIMIT_COUNT 1)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/LICENSE)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/Version.h.in ${CMAKE_BINARY_DIR}/generated/Version.h @ONLY)
 
 if(MSVC)

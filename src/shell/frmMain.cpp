@@ -7,12 +7,14 @@
 #include "report/run/TimeEstimates.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
+#include "settings/SetupFiles.h"
 #include "shell/frmMainPlaces.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Paths.h"
 #include "support/ProgramTexts.h"
 #include "ui/Interface.h"
+#include "Version.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -106,6 +108,21 @@ void OpenAddress(const std::string& strAddress) {
     const platform::Fault fault = platform::OpenLink(strAddress);
     if (platform::Failed(fault))
         ui::Complain("Cannot open " + strAddress + ".\r\n" + platform::FaultText(fault) + ".");
+}
+
+std::string ManualPath() {
+    return FolderWithBackslash(platform::ProgramFolder()) + "manual.html";
+}
+
+/// Complains when it is not.
+bool IsManualThere() {
+    const std::string strManual = ManualPath();
+    if (platform::FileExists(strManual))
+        return true;
+    ui::Complain("The user manual should be in the file\r\n" + strManual +
+                     "\r\nbut there is no such file.",
+                 "Help");
+    return false;
 }
 
 /// An operation is under way. The menu alone does not tell: it is also disabled while a setup is
@@ -237,9 +254,11 @@ void Button_MouseOver(ui::Control& control) {
 }
 
 void KeyReleased(int intKeyCode) {
-    constexpr int intKeyF10 = 121;
+    constexpr int intKeyF1 = 112, intKeyF10 = 121;
     if (intKeyCode == intKeyF10)
         blnStop = true;
+    else if (intKeyCode == intKeyF1 && IsManualThere())
+        OpenAddress(ManualPath());
 }
 
 // ---- The window's own commands -----------------------------------------------------------------
@@ -255,17 +274,23 @@ void cmdTypeOfPurge_Click() {
 }
 
 void cmdHelp_Click() {
-    const std::string strManual = FolderWithBackslash(platform::ProgramFolder()) + "manual.html";
-    if (!platform::FileExists(strManual)) {
-        ui::Complain("The user manual should be in the file\r\n" + strManual +
-                         "\r\nbut there is no such file.",
-                     "Help");
-        return;
-    }
-    if (ui::MsgBox("The user manual is in the file\r\n" + strManual +
+    if (IsManualThere() &&
+        ui::MsgBox("The user manual is in the file\r\n" + ManualPath() +
                        "\r\n\r\nDo you wish to open it now?",
                    ui::Buttons::YesNo, ui::Icon::Question, "Help") == ui::AnswerYes)
-        OpenAddress(strManual);
+        OpenAddress(ManualPath());
+}
+
+void lblAbout_Click() {
+    const std::string& strSetup = NextRunSetupPath();
+    const std::string strFolder = strSetup.substr(0, strSetup.rfind('\\') + 1);
+    const bool blnPortable = strFolder == FolderWithBackslash(platform::ProgramFolder());
+    ui::MsgBox("Nullwright " NW_VERSION "\r\n\r\n" NW_COPYRIGHT
+               "\r\nMIT License, without warranty of any kind.\r\n\r\n" +
+                   (strSetup.empty() ? "There is no folder in which settings could be kept."
+                                     : "Settings" + std::string(blnPortable ? " (portable)" : "") +
+                                           ": " + strFolder),
+               ui::Buttons::OK, ui::Icon::Information, "About Nullwright");
 }
 
 void lblOnlineDocumentation_Click() {

@@ -20,7 +20,7 @@ struct FrmMain : ui::Form {
     ui::Label lblTypeOfPurge, lblConfirmFiles, lblConfirmFiles2;
     ui::Label lblEstimatedTime, lblPurgeFoldersMessage;
     ui::Label lblPurgeSpeed, lblLargePurgeMessage;
-    ui::Label lblSetupFilename, lblOnlineDocumentation, lblCorvaneSystems, lblCV_URL;
+    ui::Label lblSetupFilename, lblOnlineDocumentation, lblAbout, lblCorvaneSystems, lblCV_URL;
     ui::Label lblStatus;       ///< the line at the foot of the window
     ui::Frame fraSeparator[5]; ///< thin lines between the groups
 
@@ -35,8 +35,8 @@ struct FrmMain : ui::Form {
     /// impatient double click, falling through the closing dialog, must not hit what lies below.
     bool blnQuitGuard = false;
 
-    std::array<ui::Label*, 3> Links() {
-        return {&lblOnlineDocumentation, &lblCorvaneSystems, &lblCV_URL};
+    std::array<ui::Label*, 4> Links() {
+        return {&lblOnlineDocumentation, &lblAbout, &lblCorvaneSystems, &lblCV_URL};
     }
 };
 extern FrmMain frmMain;
@@ -69,9 +69,10 @@ void cmdQuit_Click();
 /// Why Windows must not shut down now, "" when it may.
 std::string ShutdownObjection();
 void lblOnlineDocumentation_Click();
+void lblAbout_Click();
 void lblCorvaneSystems_Click();
 void Clock2_Tick();
 /// The focus follows the mouse.
 void Button_MouseOver(ui::Control& control);
-/// F10 asks for a stop, whichever window has the focus.
+/// F10 asks for a stop, F1 opens the manual, whichever window has the focus.
 void KeyReleased(int intKeyCode);

@@ -64,6 +64,7 @@ void WriteWords() {
         {&f.cmdDontSaveSetup, "Not now", 'w', cmdDontSaveSetup_Click},
         {&f.lblSingleFile, "To purge multiple files specify folder and files."},
         {&f.lblOnlineDocumentation, "Online documentation", 0, lblOnlineDocumentation_Click},
+        {&f.lblAbout, "About Nullwright ...", 0, lblAbout_Click},
         {&f.lblCorvaneSystems, "Corvane Systems", 0, lblCorvaneSystems_Click},
     });
     f.fraMenu.Border = false;
@@ -95,7 +96,8 @@ void WriteWords() {
     f.cmdLargePurge[1].ToolTip = "Purge the free space and the files of a whole drive";
     f.cmdLargePurge[2].ToolTip = "Destroy what is left of deleted files on a drive";
     f.cmdSetup.ToolTip = "Load, save, clear or restore the setup";
-    f.cmdHelp.ToolTip = "Where the user manual is";
+    f.cmdHelp.ToolTip = "Where the user manual is; F1 opens it";
+    f.lblAbout.ToolTip = "Version, licence, and where the settings are";
     f.cmdQuit.ToolTip = "End the program; nothing is saved";
     f.cmdLoadSetup.ToolTip = "Load a setup that was saved as an operation file";
     f.cmdSaveSetup.ToolTip = "Save the setup for the next run, or as an operation file";
@@ -115,6 +117,7 @@ void BindHandlers() {
     f.Clock2.Interval = 1000;
     f.Clock2.Tick = Clock2_Tick;
     f.Timers = {&f.Clock2, &tmrRunProgress};
+    f.MenuItem = &f.lblAbout;
     f.Close = cmdQuit_Click;
     f.HoldsShutdown = ShutdownObjection;
     f.FilesDropped = FilesDroppedOnMain;

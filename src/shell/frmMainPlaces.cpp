@@ -148,6 +148,7 @@ std::vector<ui::Placed> Places(int intWidth, int intHeight) {
         label(f.lblSetupFilename, "lblSetupFilename", intProgram, 0),
         part(f.lblOnlineDocumentation, "lblOnlineDocumentation", intProgram, 1, intLabelLeft,
              intMiddle - intMargin),
+        part(f.lblAbout, "lblAbout", intProgram, 1, intMiddle, intRight),
         part(f.lblCorvaneSystems, "lblCorvaneSystems", intProgram, 2, intLabelLeft,
              intMiddle - intMargin),
         part(f.lblCV_URL, "lblCV_URL", intProgram, 2, intMiddle, intRight),
@@ -194,7 +195,8 @@ void HideCovered() {
     FrmMain& f = frmMain;
     for (ui::Control* control : {static_cast<ui::Control*>(&f.fraSeparator[3]),
                                  static_cast<ui::Control*>(&f.lblSetupFilename),
-                                 static_cast<ui::Control*>(&f.lblOnlineDocumentation)}) {
+                                 static_cast<ui::Control*>(&f.lblOnlineDocumentation),
+                                 static_cast<ui::Control*>(&f.lblAbout)}) {
         control->Visible = true;
         for (const ui::Control* above :
              {static_cast<ui::Control*>(&f.fraSetup), static_cast<ui::Control*>(&f.picSaveSetup),

@@ -161,9 +161,10 @@ struct Form {
     bool Visible = false;           ///< read only for the logic: Show, ShowModal and Hide change it
     std::vector<Control*> Controls; ///< in tab order; containers before what they hold
     std::vector<Timer*> Timers;
-    Handler Activate; ///< called each time the form is shown
-    Handler Close;    ///< the user asks to close the window; the handler hides it or does not
-    Handler Resize;   ///< Width and Height have changed
+    Control* MenuItem = nullptr; ///< stands in the window's system menu, too
+    Handler Activate;            ///< called each time the form is shown
+    Handler Close;  ///< the user asks to close the window; the handler hides it or does not
+    Handler Resize; ///< Width and Height have changed
     std::function<std::string()>
         HoldsShutdown; ///< why Windows must not shut down now, "" if it may
     std::function<void(const std::vector<std::string>&)> FilesDropped;

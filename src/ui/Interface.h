@@ -45,7 +45,7 @@ void DoEvents();
 /// Waits while the interface stays alive.
 void Wait(int milliseconds);
 /// `handler` gets the virtual-key code of every key released in any window of the program, before
-/// the control that has the focus (F10 is 121).
+/// the control that has the focus (F10 is 121); F1 only in the program's own forms.
 void OnKeyReleased(std::function<void(int)> handler);
 
 enum class Effort {

@@ -1,8 +1,10 @@
 // Start-up, the main window's labels and its own commands.
 #include "support/MainWindow.h"
 #include "session/Session.h"
+#include "settings/SetupFiles.h"
 #include "shell/ShellTest.h"
 #include "ui/PathEllipsis.h"
+#include "Version.h"
 
 #include <set>
 
@@ -63,14 +65,27 @@ TEST_F(MainWindow, HelpAndLinks) {
                  intAnswer, {.Buttons = ui::Buttons::YesNo});
         fake::Click(f.cmdHelp);
     }
+    user.KeyHandler(112); // F1
     for (ui::Label* link : {&f.lblCorvaneSystems, &f.lblCV_URL, &f.lblOnlineDocumentation})
         fake::Click(*link);
-    EXPECT_EQ((std::vector<std::string>{strManual, "https://maker/", "https://maker/",
+    EXPECT_EQ((std::vector<std::string>{strManual, strManual, "https://maker/", "https://maker/",
                                         "https://manual/"}),
               fake::linksOpened);
     fake::FailNth(1, platform::Fault::NotFound, "OpenLink");
     user.BoxLike("Error", "Cannot open https://maker/.\r\n");
     fake::Click(f.lblCV_URL);
+    const auto expectAbout = [&](const std::string& settings) {
+        user.Box("About Nullwright",
+                 "Nullwright " NW_VERSION "\r\n\r\nCopyright (c) 2026 The Nullwright developers\r\n"
+                 "MIT License, without warranty of any kind.\r\n\r\n" +
+                     settings,
+                 fake::Informs);
+        fake::Click(*f.MenuItem);
+    };
+    expectAbout("Settings: C:\\Users\\me\\AppData\\Roaming\\Nullwright\\");
+    fake::PutFile(fake::programFolder + "\\nullwright.portable");
+    FindNextRunSetupPath();
+    expectAbout("Settings (portable): C:\\Program Files\\Nullwright\\");
 }
 
 /// Where a control stands on the form.
@@ -136,7 +151,7 @@ TEST_F(MainWindow, FitsIntoLowNarrowAndLargeWindows) {
         EXPECT_EQ(intWidth - 120, f.lblDirectory.Left + f.lblDirectory.Width);
     }
     SetMainLine(MainLine::LargePurgeMessage, "");
-    EXPECT_TRUE(f.lblSetupFilename.Visible) << "uncovered again";
+    EXPECT_TRUE(f.lblSetupFilename.Visible && f.lblAbout.Visible) << "uncovered again";
 }
 
 TEST(PathEllipsis, KeepsDriveAndNameOfTheFile) {

@@ -48,13 +48,17 @@ TEST_F(LayoutTest, FitsTheScreenAndScrollsWithLessRoom) {
             << NameOf(Focused(main));
         names += NameOf(Focused(main)) + " ";
     }
-    EXPECT_NE(names.npos, names.find("cmdQuit lblOnlineDocumentation")) << names;
+    EXPECT_NE(names.npos, names.find("cmdQuit lblOnlineDocumentation lblAbout")) << names;
     PostMessageW(main, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-20 * WHEEL_DELTA)), 0);
     EXPECT_TRUE(WaitUntil([this] { return InView("lblStatus"); }));
     PressKey(main, VK_PRIOR);
     EXPECT_TRUE(WaitUntil([this] { return !InView("lblStatus"); }));
     Size(width, start.bottom - start.top);
     EXPECT_TRUE(WaitUntil([this] { return !Scrolls() && InView("cmdQuit"); }));
+
+    constexpr WPARAM aboutInSystemMenu = 0x0100;
+    PostMessageW(main, WM_SYSCOMMAND, aboutInSystemMenu, 0);
+    AnswerBox("About Nullwright", "", IDOK);
 }
 
 TEST_F(LayoutTest, ASecondInstanceDoesNotHideTheFirst) {

@@ -240,6 +240,15 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         // Alt or F10 alone would enter a menu that is not there, and stop the work meanwhile.
         if ((wParam & 0xFFF0) == SC_KEYMENU && lParam == 0)
             return 0;
+        if ((wParam & 0xFFF0) == lngMenuItem && native->Which->MenuItem) {
+            ClickControl(*native->Which->MenuItem);
+            return 0;
+        }
+        break;
+    case WM_INITMENUPOPUP:
+        if (HIWORD(lParam) && native->Which->MenuItem)
+            EnableMenuItem(reinterpret_cast<HMENU>(wParam), lngMenuItem,
+                           Usable(*native->Which->MenuItem) ? MF_ENABLED : MF_GRAYED);
         break;
     case WM_QUERYENDSESSION:
         // Windows would end the program in the middle of its work: the user is told why not to.

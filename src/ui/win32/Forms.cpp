@@ -88,6 +88,14 @@ DWORD ExtendedStyleOf(bool modal) {
     return modal ? WS_EX_DLGMODALFRAME : 0;
 }
 
+void AddMenuItem(const NativeForm& native) {
+    const HMENU menu = native.Which->MenuItem ? GetSystemMenu(native.Window, FALSE) : nullptr;
+    if (!menu)
+        return;
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu, MF_STRING, lngMenuItem, WindowCaption(*native.Which->MenuItem).c_str());
+}
+
 void CreateFormWindow(NativeForm& native) {
     Form& form = *native.Which;
     RegisterFormClass();
@@ -114,6 +122,7 @@ void CreateFormWindow(NativeForm& native) {
                         CW_USEDEFAULT, CW_USEDEFAULT, native.Window, nullptr, Instance(), nullptr);
     SendMessageW(native.ToolTips, TTM_SETMAXTIPWIDTH, 0, ToPixels(6000, native.Scale));
     CreateControls(native);
+    AddMenuItem(native);
     for (Timer* timer : form.Timers)
         native.Timers.push_back({timer, false, 0});
     // Started with more rights than the desktop has, the program gets nothing dropped: no message

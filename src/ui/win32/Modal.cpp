@@ -28,7 +28,7 @@ bool swallowInBox = false;
 LRESULT CALLBACK BoxFilter(int code, WPARAM wParam, LPARAM lParam) {
     if (code == MSGF_DIALOGBOX && !boxes.empty()) {
         const MSG& message = *reinterpret_cast<const MSG*>(lParam);
-        if (!FormOfWindow(message.hwnd) &&
+        if (!FormOfWindow(message.hwnd) && message.wParam != VK_F1 && // a box may come of it
             ((ReportKey(message) && swallowInBox) || IsHeldEscape(message)))
             return TRUE;
     }

@@ -115,6 +115,8 @@ void DestroyForms();
 HINSTANCE Instance();
 
 // ---- FormProc.cpp
+/// The program's own item of the system menu: below the system's own, a multiple of 16.
+constexpr UINT lngMenuItem = 0x0100;
 /// The window has another place or size now, by the user or the system: the fields follow.
 void TakeOverPlace(NativeForm& form);
 void TakeOverSize(NativeForm& form, int width, int height);
