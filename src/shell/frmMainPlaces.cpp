@@ -65,7 +65,7 @@ std::vector<ui::Placed> Places(int intWidth, int intHeight) {
     const int intDrop = (intButton - intLineHeight) / 2 + 15;
     const int intRoom = intWidth - intLabelLeft - intMargin, intHalf = intRoom / 2;
     // The panels open beside "Setup", over the labels there. Their buttons shrink with them.
-    const int intPanel = intProgram - std::min(210, s.ProgramGap);
+    const int intPanel = intProgram - std::min(255, s.ProgramGap);
     const int intPanelHeight = 285 + intButton + 60;
 
     const auto button = [&](ui::Control& which, const char* name, int intGroup, int intRow) {
