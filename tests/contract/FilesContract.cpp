@@ -211,8 +211,6 @@ TEST_F(Contract, NamesOfEveryKind) {
         EXPECT_EQ(RemoveFile(In(name)), Fault::None);
     }
     EXPECT_FALSE(FileExists(In("*")));
-    ASSERT_EQ(Put(In("MixedCase"), "x"), Fault::None);
-    EXPECT_TRUE(FileExists(In("mIXEDcASE")));
 }
 
 TEST_F(Contract, PathsOverTheOldLimit) {

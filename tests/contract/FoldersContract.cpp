@@ -77,7 +77,7 @@ TEST_F(Contract, AFolderIsKnownByWhateverPathAndHeld) {
     FolderIdentity identity;
     ASSERT_EQ(HoldFolder(In("sub\\"), hold), Fault::None);
     ASSERT_TRUE(hold.Handle != 0 && !hold.IsLink && hold.Identity.IsKnown());
-    EXPECT_EQ(HoldFolder(In("SUB\\deep\\.."), again), Fault::None);
+    EXPECT_EQ(HoldFolder(In("sub\\deep\\.."), again), Fault::None);
     EXPECT_EQ(ReadFolderIdentity(In("sub"), identity), Fault::None);
     EXPECT_TRUE(hold.Identity == again.Identity && hold.Identity == identity);
     EXPECT_EQ(HoldFolder(In("sub\\deep"), other), Fault::None);

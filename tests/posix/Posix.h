@@ -1,13 +1,14 @@
 // The third back end of the platform: plain POSIX files, for tests and benches on a real Linux
 // disk. The rest of the platform (clock, settings, letters) is that of the fakes.
 //
-// The last name of a path is found whatever its case. Sharing between open files is kept among the
-// callers of this back end alone; hidden, system and archive are the x bits of a file. There are no
-// streams.
+// Names are told by their case. Who has a file open for writing, or holds a folder, has a lock on
+// it, which those heed who use this back end; hidden, system and archive are the x bits of a file.
+// There are no streams, and nobody tells where a file's bytes lie.
 #pragma once
 
 #include "platform/Fault.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -23,7 +24,6 @@ extern bool blnOrders;
 /// Another program opens the file and lets nobody else at it; lets go of it.
 void Hold(const std::string& path);
 void LetGo();
-int OpenHandles();
 
 // What the parts of this back end share.
 
@@ -33,16 +33,16 @@ platform::Fault LastFault(); ///< of errno
 /// The path below the root folder, "C/folder/name", "." and ".." settled; "" when there can be no
 /// such name.
 std::string PathBelow(const std::string& path);
-/// Folders that the program holds open.
-int HeldFolders();
-bool IsHeldFolder(const struct stat& known);
+/// SharingViolation when anybody has a lock on the file or folder.
+platform::Fault Exclusively(int folder, const char* name, int flags);
+/// Files and folders that the program holds open.
+inline std::atomic<int> openHandles = 0;
 /// Opens the folder of a full path. -1: see LastFault.
 int OpenFolder(const std::string& path, int flags);
 /// Asks for orders, then calls `work` with the open folder of the path, and the name in it, "." for
-/// a drive's root. When that finds nothing, it is called again with the name that differs in case
-/// only. What is made new takes such a name at once.
+/// a drive's root.
 using Work = std::function<platform::Fault(int folder, const char* name)>;
-platform::Fault At(const char* call, const std::string& path, bool blnMakes, const Work& work);
+platform::Fault At(const char* call, const std::string& path, const Work& work);
 /// The same with what is known of the name; NotFound when there is none. Of a link its own.
 using StatWork = std::function<platform::Fault(const struct stat&, int folder, const char* name)>;
 platform::Fault OnStat(const char* call, const std::string& path, const StatWork& work);

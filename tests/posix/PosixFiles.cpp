@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
-#include <map>
-#include <mutex>
+#include <optional>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -19,19 +19,7 @@ using namespace platform;
 
 namespace {
 
-/// How a file is open just now; by device and number of the file.
-struct Sharing {
-    int Handles = 0;
-    bool Writing = false, Held = false;
-};
-using Identity = std::pair<dev_t, ino_t>;
-struct Opened {
-    Identity File;
-    bool Writes = false;
-};
-std::mutex mutex; ///< guards the two below
-std::map<Identity, Sharing> sharing;
-std::map<int, Opened> handles;
+std::optional<struct stat> held; ///< by another program
 
 constexpr mode_t bitsWritable = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr std::pair<std::uint32_t, mode_t> bitsOfAttributes[] = {
@@ -41,40 +29,12 @@ int Descriptor(File file) {
     return static_cast<int>(file.Handle) - 1;
 }
 
-Identity IdentityOf(const struct stat& known) {
-    return {known.st_dev, known.st_ino};
+bool IsHeld(const struct stat& known) {
+    return held && held->st_dev == known.st_dev && held->st_ino == known.st_ino;
 }
 
 bool IsReadOnly(const struct stat& known) {
     return !S_ISLNK(known.st_mode) && (known.st_mode & S_IWUSR) == 0;
-}
-
-/// What is open, as whoever wants it all to himself asks.
-bool IsOpen(const struct stat& known) {
-    const std::scoped_lock lock(mutex);
-    return sharing.contains(IdentityOf(known));
-}
-
-/// Notes an opened file; SharingViolation when others do not allow it.
-Fault Share(int descriptor, const struct stat& known, bool writes) {
-    const std::scoped_lock lock(mutex);
-    Sharing& shared = sharing[IdentityOf(known)];
-    if (shared.Held || (writes && shared.Writing))
-        return Fault::SharingViolation;
-    ++shared.Handles;
-    shared.Writing = shared.Writing || writes;
-    handles[descriptor] = {IdentityOf(known), writes};
-    return Fault::None;
-}
-
-void EndSharing(int descriptor) {
-    const std::scoped_lock lock(mutex);
-    const Opened opened = handles.at(descriptor);
-    handles.erase(descriptor);
-    Sharing& shared = sharing.at(opened.File);
-    shared.Writing = shared.Writing && !opened.Writes;
-    if (--shared.Handles == 0)
-        sharing.erase(opened.File);
 }
 
 int FlagsOf(Access access) {
@@ -95,23 +55,24 @@ Fault OpenAt(int folder, const char* name, Access access, File& file) {
     Fault fault = fstat(descriptor, &known) != 0 ? LastFault() : Fault::None;
     if (!Failed(fault) && (!S_ISREG(known.st_mode) || (writes && IsReadOnly(known))))
         fault = Fault::AccessDenied;
-    if (!Failed(fault))
-        fault = Share(descriptor, known, writes);
-    if (!Failed(fault) && access == Access::Replace && ftruncate(descriptor, 0) != 0) {
+    if (!Failed(fault) && IsHeld(known))
+        fault = Fault::SharingViolation;
+    if (!Failed(fault) && ((writes && flock(descriptor, LOCK_EX | LOCK_NB) != 0) ||
+                           (access == Access::Replace && ftruncate(descriptor, 0) != 0)))
         fault = LastFault();
-        EndSharing(descriptor);
-    }
-    if (Failed(fault))
+    if (Failed(fault)) {
         close(descriptor);
-    else
-        file.Handle = static_cast<std::uintptr_t>(descriptor) + 1;
+        return fault;
+    }
+    file.Handle = static_cast<std::uintptr_t>(descriptor) + 1;
+    ++openHandles;
     return fault;
 }
 
 Fault Close(File& file) {
     const int descriptor = Descriptor(file);
     file.Handle = 0;
-    EndSharing(descriptor); // before another thread can get the number again
+    --openHandles;
     return close(descriptor) == 0 ? Fault::None : LastFault();
 }
 
@@ -142,20 +103,13 @@ std::uint32_t AttributesOf(const struct stat& known, int folder, const char* nam
 
 void Hold(const std::string& path) {
     (void)OnStat(nullptr, path, [](const struct stat& known, int, const char*) {
-        const std::scoped_lock lock(mutex);
-        sharing[IdentityOf(known)].Held = true;
+        held = known;
         return Fault::None;
     });
 }
 
 void LetGo() {
-    const std::scoped_lock lock(mutex);
-    std::erase_if(sharing, [](const auto& item) { return item.second.Held; });
-}
-
-int OpenHandles() {
-    const std::scoped_lock lock(mutex);
-    return static_cast<int>(handles.size()) + HeldFolders();
+    held.reset();
 }
 
 } // namespace posix
@@ -165,8 +119,7 @@ namespace platform {
 using namespace posix;
 
 Fault OpenFile(const std::string& path, Access access, File& file) {
-    const bool makes = access == Access::CreateNew || access == Access::Replace;
-    return At(__func__, path, makes,
+    return At(__func__, path,
               [&](int folder, const char* name) { return OpenAt(folder, name, access, file); });
 }
 
@@ -229,22 +182,9 @@ Fault HasClusters(File /*file*/, bool& /*hasClusters*/) {
     return Failed(fault) ? fault : Fault::NotSupported;
 }
 
-Fault ListAllocatedRanges(File file, std::uint64_t length, std::vector<Range>& ranges) {
-    return OnOpen(__func__, [&] {
-        const int descriptor = Descriptor(file);
-        const off_t position = lseek(descriptor, 0, SEEK_CUR);
-        std::vector<Range> found;
-        for (off_t at = 0; at < static_cast<off_t>(length);) {
-            const off_t from = lseek(descriptor, at, SEEK_DATA);
-            if (from < 0 || from >= static_cast<off_t>(length))
-                break;
-            at = lseek(descriptor, from, SEEK_HOLE);
-            found.push_back({static_cast<std::uint64_t>(from),
-                             std::min(static_cast<std::uint64_t>(at), length)});
-        }
-        ranges = std::move(found);
-        return lseek(descriptor, position, SEEK_SET) < 0 ? -1 : 0;
-    });
+Fault ListAllocatedRanges(File /*file*/, std::uint64_t /*length*/, std::vector<Range>& /*ranges*/) {
+    const Fault fault = Start(__func__, "");
+    return Failed(fault) ? fault : Fault::NotSupported;
 }
 
 Fault ChangeLength(File file, std::uint64_t length) {
@@ -321,8 +261,9 @@ namespace {
 Fault MayRemove(const struct stat& known, int folder, const char* name) {
     const std::uint32_t kept = AttributeFolder | AttributeReadOnly;
     return (AttributesOf(known, folder, name) & kept) != 0 ? Fault::AccessDenied
-           : posix::IsOpen(known)                          ? Fault::SharingViolation
-                                                           : Fault::None;
+           : IsHeld(known)                                 ? Fault::SharingViolation
+           : S_ISLNK(known.st_mode)                        ? Fault::None
+                                                           : Exclusively(folder, name, 0);
 }
 } // namespace
 
@@ -339,7 +280,7 @@ Fault RenameReplacing(const std::string& from, const std::string& to) {
     return OnStat(__func__, from, [&](const struct stat& known, int folder, const char* name) {
         if (const Fault fault = MayRemove(known, folder, name); Failed(fault))
             return fault;
-        return At(nullptr, to, true, [&](int newFolder, const char* newName) {
+        return At(nullptr, to, [&](int newFolder, const char* newName) {
             struct stat replaced;
             const bool there = fstatat(newFolder, newName, &replaced, AT_SYMLINK_NOFOLLOW) == 0;
             const Fault fault = there ? MayRemove(replaced, newFolder, newName) : Fault::None;
@@ -367,7 +308,7 @@ std::int32_t OnChangeable(const char* call, const std::string& path,
     const auto open = [&](int folder, const char* name) {
         return OpenAt(folder, name, Access::Change, file);
     };
-    if (const Fault fault = At(call, path, false, open); Failed(fault))
+    if (const Fault fault = At(call, path, open); Failed(fault))
         return fault == Fault::SharingViolation ? -4 : -1;
     const Fault fault = work(file);
     return Failed(Close(file)) || Failed(fault) ? -1 : 0;

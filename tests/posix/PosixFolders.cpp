@@ -46,19 +46,21 @@ Fault EnumerateFolder(const std::string& folder,
 }
 
 Fault MakeFolder(const std::string& path) {
-    return At(__func__, path, true, [](int folder, const char* name) {
+    return At(__func__, path, [](int folder, const char* name) {
         return mkdirat(folder, name, 0755) != 0 ? LastFault() : Fault::None;
     });
 }
 
 Fault RemoveFolder(const std::string& path) {
     return OnStat(__func__, path, [](const struct stat& known, int folder, const char* name) {
-        if (!S_ISLNK(known.st_mode) && (known.st_mode & S_IWUSR) == 0)
-            return Fault::AccessDenied;
-        if (IsHeldFolder(known))
-            return Fault::SharingViolation;
-        const int how = S_ISLNK(known.st_mode) ? 0 : AT_REMOVEDIR;
-        return unlinkat(folder, name, how) != 0 ? LastFault() : Fault::None;
+        const bool isLink = S_ISLNK(known.st_mode);
+        const Fault fault = isLink ? Fault::None
+                            : (known.st_mode & S_IWUSR) == 0
+                                ? Fault::AccessDenied
+                                : Exclusively(folder, name, O_DIRECTORY);
+        if (Failed(fault))
+            return fault;
+        return unlinkat(folder, name, isLink ? 0 : AT_REMOVEDIR) != 0 ? LastFault() : Fault::None;
     });
 }
 

@@ -2,14 +2,15 @@
 #include "posix/Posix.h"
 
 #include "fakes/FakePlatform.h"
+#include "support/Paths.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <dirent.h>
 #include <fcntl.h>
 #include <linux/openat2.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -36,43 +37,14 @@ int OpenBelow(const std::string& path, int flags) {
 } // namespace
 
 std::string PathBelow(const std::string& path) {
-    const char letter = path.empty() ? '\0' : static_cast<char>(path[0] & ~0x20);
-    if (letter < 'A' || letter > 'Z' || (path.size() > 1 && path[1] != ':') ||
+    if (DriveIndexOf(path) < 0 ||
         path.find_first_of(std::string("/*?:<>|\"\0", 9), 2) != std::string::npos)
         return {};
-    std::string below(1, letter);
-    for (std::size_t at = 2; at < path.size();) {
-        const std::size_t end = std::min(path.find('\\', at), path.size());
-        const std::string part = path.substr(at, end - at);
-        if (part == ".." && below.size() == 1)
-            return {};
-        if (part == "..")
-            below.resize(below.rfind('/'));
-        else if (!part.empty() && part != ".")
-            below += "/" + part;
-        at = end + 1;
-    }
-    return below;
+    std::string below = platform::FullPath(path).erase(1, 1); // the colon
+    below[0] = static_cast<char>(below[0] & ~0x20);
+    std::replace(below.begin(), below.end(), '\\', '/');
+    return below.size() == 2 ? below.substr(0, 1) : below;
 }
-
-namespace {
-
-/// The name in a folder that differs in case only; "" when there is none.
-std::string OtherCase(int folder, const std::string& name) {
-    std::string found;
-    const int listed = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    DIR* list = listed < 0 ? nullptr : fdopendir(listed);
-    if (list == nullptr)
-        return found;
-    const std::string wanted = platform::LowerCase(name);
-    while (const dirent* entry = readdir(list))
-        if (platform::LowerCase(entry->d_name) == wanted)
-            found = entry->d_name;
-    closedir(list);
-    return found;
-}
-
-} // namespace
 
 void UseRoot(const std::string& folder) {
     if (fdRoot >= 0)
@@ -91,18 +63,14 @@ Fault Start(const char* call, const std::string& path) {
 
 Fault LastFault() {
     static constexpr std::pair<int, Fault> faults[] = {
-        {ENOENT, Fault::NotFound},        {ENOTDIR, Fault::NotFound},
-        {EACCES, Fault::AccessDenied},    {EPERM, Fault::AccessDenied},
-        {EISDIR, Fault::AccessDenied},    {ELOOP, Fault::AccessDenied},
+        {ENOENT, Fault::NotFound},          {ENOTDIR, Fault::NotFound},
+        {EACCES, Fault::AccessDenied},      {EPERM, Fault::AccessDenied},
+        {EISDIR, Fault::AccessDenied},      {ELOOP, Fault::AccessDenied},
         {EXDEV, Fault::AccessDenied}, // a link that leads out of the root folder
-        {EBUSY, Fault::SharingViolation}, {ETXTBSY, Fault::SharingViolation},
-        {ENOSPC, Fault::DiskFull},        {EDQUOT, Fault::DiskFull},
-        {EFBIG, Fault::DiskFull},         {EIO, Fault::WriteFault},
-        {ENXIO, Fault::NotReady},         {ENODEV, Fault::NotReady},
-        {EROFS, Fault::WriteProtected},   {EEXIST, Fault::AlreadyExists},
-        {ENOTEMPTY, Fault::NotEmpty},     {ENAMETOOLONG, Fault::InvalidName},
-        {EILSEQ, Fault::InvalidName},     {EOPNOTSUPP, Fault::NotSupported},
-        {ENOSYS, Fault::NotSupported}};
+        {EAGAIN, Fault::SharingViolation},  {EBUSY, Fault::SharingViolation},
+        {ENOSPC, Fault::DiskFull},          {EIO, Fault::WriteFault},
+        {EEXIST, Fault::AlreadyExists},     {ENOTEMPTY, Fault::NotEmpty},
+        {ENAMETOOLONG, Fault::InvalidName}, {EILSEQ, Fault::InvalidName}};
     for (const auto& [error, fault] : faults)
         if (error == errno)
             return fault;
@@ -117,7 +85,7 @@ int OpenFolder(const std::string& path, int flags) {
     return -1;
 }
 
-Fault At(const char* call, const std::string& path, bool blnMakes, const Work& work) {
+Fault At(const char* call, const std::string& path, const Work& work) {
     if (const Fault ordered = Start(call, path); Failed(ordered))
         return ordered;
     const std::string below = PathBelow(path);
@@ -127,25 +95,22 @@ Fault At(const char* call, const std::string& path, bool blnMakes, const Work& w
     const int folder = OpenBelow(below.substr(0, end), O_PATH);
     if (folder < 0)
         return LastFault();
-    std::string name = end == std::string::npos ? "." : below.substr(end + 1);
-    Fault fault = Fault::NotFound;
-    if (!blnMakes)
-        fault = work(folder, name.c_str());
-    if (fault == Fault::NotFound) {
-        struct stat known;
-        const bool there = fstatat(folder, name.c_str(), &known, AT_SYMLINK_NOFOLLOW) == 0;
-        const std::string other = there ? "" : OtherCase(folder, name);
-        if (!other.empty())
-            name = other;
-        if (blnMakes || !other.empty())
-            fault = work(folder, name.c_str());
-    }
+    const Fault fault = work(folder, end == std::string::npos ? "." : below.c_str() + end + 1);
     close(folder);
     return fault;
 }
 
+Fault Exclusively(int folder, const char* name, int flags) {
+    const int opened = openat(folder, name, flags | O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (opened < 0)
+        return LastFault();
+    const Fault fault = flock(opened, LOCK_EX | LOCK_NB) != 0 ? LastFault() : Fault::None;
+    close(opened);
+    return fault;
+}
+
 Fault OnStat(const char* call, const std::string& path, const StatWork& work) {
-    return At(call, path, false, [&](int folder, const char* name) {
+    return At(call, path, [&](int folder, const char* name) {
         struct stat known;
         if (fstatat(folder, name, &known, AT_SYMLINK_NOFOLLOW) != 0)
             return LastFault();

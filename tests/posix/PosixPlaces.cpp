@@ -2,34 +2,19 @@
 #include "posix/Posix.h"
 
 #include "platform/Places.h"
+#include "platform/System.h"
 
-#include <algorithm>
 #include <fcntl.h>
-#include <map>
-#include <mutex>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace posix {
 
 namespace {
-std::mutex mutex;                             ///< guards what follows
-std::map<int, platform::FolderIdentity> held; ///< by descriptor
-
 platform::FolderIdentity IdentityOf(const struct stat& known) {
     return {known.st_dev, known.st_ino, 0};
 }
 } // namespace
-
-int HeldFolders() {
-    const std::scoped_lock lock(mutex);
-    return static_cast<int>(held.size());
-}
-
-bool IsHeldFolder(const struct stat& known) {
-    const std::scoped_lock lock(mutex);
-    return std::any_of(held.begin(), held.end(),
-                       [&](const auto& item) { return item.second == IdentityOf(known); });
-}
 
 } // namespace posix
 
@@ -47,19 +32,16 @@ Fault HoldFolder(const std::string& path, FolderHold& hold) {
         if (opened < 0)
             return LastFault();
         hold = {static_cast<std::uintptr_t>(opened), IdentityOf(known), isLink};
-        const std::scoped_lock lock(mutex);
-        if (!isLink)
-            held[opened] = hold.Identity;
-        return Fault::None;
+        openHandles += isLink ? 0 : 1;
+        return isLink || flock(opened, LOCK_SH) == 0 ? Fault::None : LastFault();
     });
 }
 
 void LetGo(FolderHold& hold) {
-    if (hold.Handle != 0) {
-        const std::scoped_lock lock(mutex);
-        held.erase(static_cast<int>(hold.Handle));
-        close(static_cast<int>(hold.Handle));
-    }
+    if (hold.Handle == 0)
+        return;
+    close(static_cast<int>(hold.Handle));
+    --openHandles;
     hold.Handle = 0;
 }
 
@@ -71,12 +53,8 @@ Fault ReadFolderIdentity(const std::string& path, FolderIdentity& identity) {
 }
 
 Fault ReadRealPath(const std::string& path, std::string& real) {
-    return OnStat(__func__, path, [&](const struct stat&, int, const char* name) {
-        std::string below = PathBelow(path);
-        if (below.size() > 1)
-            below.replace(below.rfind('/') + 1, std::string::npos, name);
-        std::replace(below.begin(), below.end(), '/', '\\');
-        real = below.insert(1, below.size() > 1 ? ":" : ":\\");
+    return OnStat(__func__, path, [&](const struct stat&, int, const char*) {
+        real = FullPath(path);
         return Fault::None;
     });
 }
@@ -84,7 +62,7 @@ Fault ReadRealPath(const std::string& path, std::string& real) {
 Fault ReadVolumeRoot(const std::string& path, std::string& root) {
     const Fault fault = Start(__func__, path);
     if (!Failed(fault))
-        root = PathBelow(path).substr(0, 1) + ":\\";
+        root = path.substr(0, 1) + ":\\";
     return fault;
 }
 

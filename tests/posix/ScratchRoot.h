@@ -10,8 +10,6 @@ inline std::string strScratchRoot; ///< a path of the host, "" when there is non
 /// Makes it, below NW_TEST_FOLDER or the folder for temporary files, with the drive C.
 void MakeScratchRoot();
 void RemoveScratchRoot();
-/// Mounts a drive of 16 MiB, which nobody else sees; false when this user may not mount.
-bool MountSmallDrive(char letter);
 
 /// A program just started that shows its report window, over the drives of the root folder, with so
 /// many passes of random bytes; long work on a thread.
