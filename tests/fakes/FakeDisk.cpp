@@ -258,6 +258,11 @@ Node& PutFile(const std::string& path, const std::string& content, std::uint32_t
     return file;
 }
 
+void PutFiles(std::initializer_list<const char*> paths) {
+    for (const char* path : paths)
+        PutFile(path);
+}
+
 Node& PutBigFile(const std::string& path, std::uint64_t length, char byte) {
     Node& file = PutFile(path, "");
     file.Data.Write(0, {length, std::string(1, byte)});

@@ -67,6 +67,13 @@ void OnCall(const std::string& call, std::function<Fault(const std::string&)> ho
     hooks.emplace_back(call, std::move(hook));
 }
 
+void Watch(const std::string& call, std::function<void(const std::string&)> hook) {
+    OnCall(call, [=](const std::string& path) {
+        hook(path);
+        return Fault::None;
+    });
+}
+
 void FailAlways(const std::string& call, const std::string& end, Fault fault) {
     OnCall(call,
            [=](const std::string& path) { return path.ends_with(end) ? fault : Fault::None; });

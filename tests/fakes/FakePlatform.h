@@ -105,6 +105,7 @@ Drive& AddDrive(char letter, std::uint64_t capacity, std::uint32_t cluster = 409
 /// is there. Not journaled.
 Node& PutFile(const std::string& path, const std::string& content = "x",
               std::uint32_t attributes = platform::AttributeArchive);
+void PutFiles(std::initializer_list<const char*> paths);
 /// A file of `length` equal bytes.
 Node& PutBigFile(const std::string& path, std::uint64_t length, char byte = 'x');
 Node& PutFolder(const std::string& path);
@@ -152,6 +153,8 @@ void FailAlways(const std::string& call, const std::string& end, platform::Fault
 /// Called with the path before each such call; what it returns, if not None, is the call's fault.
 /// A hook may change the disk.
 void OnCall(const std::string& call, std::function<platform::Fault(const std::string& path)> hook);
+/// The same with a hook that orders no fault.
+void Watch(const std::string& call, std::function<void(const std::string& path)> hook);
 
 extern double tick; ///< milliseconds
 /// Moves the clock on.

@@ -59,9 +59,10 @@ struct ScriptedUser {
         Box(title, text, ui::AnswerOK, look);
     }
     /// The same with a text that only has to contain a part, or to satisfy a condition.
-    void BoxLike(const std::string& title, const std::string& part, int answer = ui::AnswerOK) {
-        BoxLike(
-            title, [=](const std::string& text) { return text.find(part) != text.npos; }, answer);
+    void BoxLike(const std::string& title, const std::string& part, int answer = ui::AnswerOK,
+                 Look look = {}) {
+        const auto has = [=](const std::string& text) { return text.find(part) != text.npos; };
+        Expect({"box", title, part, has, answer, look});
     }
     void BoxLike(const std::string& title, Matcher text, int answer = ui::AnswerOK) {
         Expect({"box", title, "(by condition)", std::move(text), answer});
