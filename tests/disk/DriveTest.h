@@ -61,10 +61,8 @@ struct DriveTest : StartedTest {
     }
     /// Looking into this folder takes half a second and more, and F10 is pressed meanwhile.
     static void StopReading(const std::string& folder) {
-        fake::OnCall("EnumerateFolder", [folder](const std::string& path) {
-            fake::Advance(path == folder ? 600 : 0);
-            return Fault::None;
-        });
+        fake::Watch("EnumerateFolder",
+                    [folder](const std::string& path) { fake::Advance(path == folder ? 600 : 0); });
         PressF10When([folder] {
             return frmMain.lblStatus.Caption == "Reading " + folder + " ...  (F10 stops this.)";
         });

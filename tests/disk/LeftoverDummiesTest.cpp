@@ -30,11 +30,10 @@ TEST_F(LeftoverDummies, SayWhatTheyAreAlsoOnAStickThatIsChosenLater) {
     // C: has to spin up. F10 then ends the search after the drive that is being looked at.
     fake::AddDrive('E', MiB);
     Paths looked;
-    fake::OnCall("EnumerateFolder", [&](const std::string& path) {
+    fake::Watch("EnumerateFolder", [&](const std::string& path) {
         if (path == "C:\\")
             fake::Advance(600);
         looked.push_back(path);
-        return Fault::None;
     });
     PressF10When([] {
         return frmMain.lblLargePurgeMessage.Caption.starts_with(

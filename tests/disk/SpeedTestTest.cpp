@@ -7,14 +7,11 @@
 namespace {
 
 const char* const strTitle = "Test purge speed";
-const char* const strQuestion =
-    "This writes a test file to a selected drive and then purges it to test the purge speed for "
-    "that drive so as to get an approximate estimate of purge time required for other files."
-    "\r\n\r\nDo you wish to proceed with this test?";
 
 struct SpeedTestTest : DriveTest {
     static void Accept() {
-        user.Box(strTitle, strQuestion, ui::AnswerYes, fake::AsksYesNo);
+        user.BoxLike(strTitle, "This writes a test file to a selected drive and then purges it",
+                     ui::AnswerYes, fake::AsksYesNo);
         ChooseDrive("Test purge speed on which drive?");
     }
     static void Click() { Run(frmMain.cmdLargePurge[0]); }
@@ -44,18 +41,9 @@ TEST_F(SpeedTestTest, AFloppyDriveHasItsOwnQuantityAndText) {
     fake::drives.clear();
     fake::AddDrive('A', 1474560, 512, platform::DriveType::Removable).BytesPerSecond = MiB;
     SetPasses(3);
-    user.Box(strTitle,
-             "This writes a test file to Drive A and then purges it to test the purge speed "
-             "so as to get an approximate estimate of purge time required for other files."
-             "\r\n\r\nDo you wish to proceed with this test?",
-             ui::AnswerYes);
-    user.Box(strTitle,
-             "The purge speed is approximately 0.750 MB/sec. for a single overwrite.\r\n\r\n"
-             "It thus requires, using the type of purge currently specified "
-             "(3 passes = 3 overwrites), approximately\r\n"
-             "6 seconds to purge a full floppy disk.\r\n\r\n"
-             "To decrease the time required change the type of purge so as to decrease the "
-             "number of overwrites.");
+    user.BoxLike(strTitle, "This writes a test file to Drive A and then", ui::AnswerYes);
+    user.BoxLike(strTitle, "(3 passes = 3 overwrites), approximately\r\n6 seconds to purge a full "
+                           "floppy disk.\r\n\r\nTo decrease the time required");
     Click();
     EXPECT_EQ(1.0 * MiB, dblBytesMeasured[0]);
     fake::drives.clear();
