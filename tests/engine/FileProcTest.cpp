@@ -43,17 +43,13 @@ TEST_F(FileProcTest, Classification) {
     EXPECT_EQ(ClassSystemUndecided, ClassifyFileForPurge("C:\\pagefile.sys"));
     for (const char* name : {"readme", "a.txt", "a.", "C:\\x.dll\\a", "a.dll.txt"})
         EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge(name)) << name;
-    for (const std::string extension : {"bat", "exe", "kbd"}) {
-        const std::string path = "C:\\x\\ARCHIVE.tar." + platform::UpperCase(extension);
-        EXPECT_EQ(ClassSystemUndecided, ClassifyFileForPurge(path));
-        SetExtensionVerdict(extension, 1);
-        SetExtensionVerdict(platform::UpperCase(extension), -1); // not this row
-        EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge(path));
-        SetExtensionVerdict(extension, -1);
-        EXPECT_EQ(ClassSystemRefused, ClassifyFileForPurge(path));
-    }
-    SetExtensionVerdict("txt", -1); // no row of the table
+    const std::string path = "C:\\x\\ARCHIVE.tar.EXE";
+    EXPECT_EQ(ClassSystemUndecided, ClassifyFileForPurge(path));
+    SetExtensionVerdict("exe", 1);
+    SetExtensionVerdict("EXE", -1); // no row of the table, nor this
+    SetExtensionVerdict("txt", -1);
+    EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge(path));
+    SetExtensionVerdict("exe", -1);
+    EXPECT_EQ(ClassSystemRefused, ClassifyFileForPurge(path));
     EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge("a.txt"));
-    InitSystemExtensions(1); // nothing carries over to the next run
-    EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge("a.dll"));
 }

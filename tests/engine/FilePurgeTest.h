@@ -31,6 +31,7 @@ struct FilePurgeTest : ProgramTest {
         EXPECT_EQ(0, Purge(file, type, passes, deleteAfter, slackOnly));
         return fake::JournalText(file);
     }
+    const std::string stream = std::string(path) + ":s";
     PurgeJob job;
 };
 
