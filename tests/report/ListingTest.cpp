@@ -1,5 +1,4 @@
 // Listing and counting runs, the estimates, and the report window by itself.
-#include "report/run/ListWalk.h"
 #include "report/RunTest.h"
 
 using fake::user;
@@ -75,29 +74,6 @@ TEST_F(RunTest, DotsPauseAndStop) {
     EXPECT_TRUE(blnStop);
 }
 
-TEST_F(RunTest, CountsAndSumsAside) {
-    PutTree();
-    blnSubdirectories = false;
-    std::int64_t files = 0;
-    double bytes = 0;
-    EXPECT_EQ(CountMatchingFiles("C:\\d", "*.*", 3), 2);
-    fake::PutFile("C:\\d\\win386.SWP");
-    fake::PutFile("C:\\d\\sub\\pagefile.sys"); // by the classification an ordinary system file
-    const FilesToPurge found = CountFilesToPurge("C:\\d", "*.*", 3);
-    EXPECT_EQ(found.lngFiles, 2);
-    EXPECT_EQ(found.dblBytes, 1234);
-    EXPECT_EQ(found.lngLeftOut, 1);
-    blnPurgingDrive = true;
-    EXPECT_TRUE(SumFileSizes("C:\\d\\", "*.*", files, bytes));
-    EXPECT_EQ(files, 3);
-    EXPECT_EQ(bytes, 1237);
-    blnPurgingDrive = false;
-    user.During([] { return true; }, [] { fake::PressF10(); });
-    EXPECT_FALSE(SumFileSizes("C:\\d\\", "*.*", files, bytes));
-    EXPECT_FALSE(blnSubdirectories);
-    EXPECT_EQ(intStopAt, 0);
-}
-
 TEST_F(RunTest, AFullReportEndsAListing) {
     for (int i = 0; i < 3000; ++i)
         fake::PutFile("C:\\d\\" + std::to_string(10000 + i) + "\xF0\x9F\x97\x91.txt");
@@ -154,20 +130,6 @@ and an adjustment factor of 0.50:
 28 overwrites: 9 minutes and 24 seconds
 30 overwrites: 10 minutes and 4 seconds
 )");
-}
-
-TEST_F(RunTest, PendingTextComesBeforeWhateverFollows) {
-    currentRun.Request.blnPurgeFiles = true;
-    ClearReportText();
-    frmReport.blnBufferFull = false;
-    AppendReport("one\r\ntwo", false);
-    EXPECT_EQ(frmReport.txbText.Text, "");
-    ReplaceReportTail(5, "three\r\n");
-    EXPECT_EQ(frmReport.txbText.Text, "one\r\nthree\r\n");
-    AppendReport("four", false);
-    ReportBufferFull();
-    EXPECT_EQ(frmReport.strTextBuff, "");
-    EXPECT_TRUE(frmReport.txbText.Text.starts_with("one\r\nthree\r\n\r\nThe report buffer"));
 }
 
 TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
