@@ -54,15 +54,12 @@ TEST_F(MainWindow, QuitsButNotInTheGuardedSecondNorWhileAnOperationRuns) {
 
 TEST_F(MainWindow, HelpAndLinks) {
     const std::string strManual = fake::programFolder + "\\manual.html";
-    user.Box("Help", "The user manual should be in the file\r\n" + strManual +
-                         "\r\nbut there is no such file.");
+    user.BoxLike("Help", strManual + "\r\nbut there is no such file.");
     fake::Click(f.cmdHelp);
     fake::PutFile(strManual, "<html>");
     for (const int intAnswer : {ui::AnswerNo, ui::AnswerYes}) {
-        user.Box("Help",
-                 "The user manual is in the file\r\n" + strManual +
-                     "\r\n\r\nDo you wish to open it now?",
-                 intAnswer, {.Buttons = ui::Buttons::YesNo});
+        user.BoxLike("Help", strManual + "\r\n\r\nDo you wish to open it now?", intAnswer,
+                     {.Buttons = ui::Buttons::YesNo});
         fake::Click(f.cmdHelp);
     }
     user.KeyHandler(112); // F1

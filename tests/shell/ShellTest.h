@@ -45,10 +45,13 @@ struct CommandsTest : StartedShell {
             fake::PutFile(folder + "\\f" + std::to_string(i) + extension);
     }
     /// `purgeAll` answers the question that is asked where the folder holds files.
-    void ChooseFolder(const std::string& folder, std::optional<int> purgeAll = {}) {
+    void ChooseFolder(const std::string& folder, std::optional<int> purgeAll = {},
+                      const std::string& shown = "") {
         fake::user.Dialog("Specify folder containing files to be purged", folder);
         if (purgeAll)
-            fake::user.Box("Specify folder", "Do you wish to purge ALL files in " + folder + "\\?",
+            fake::user.Box("Specify folder",
+                           "Do you wish to purge ALL files in " + (shown.empty() ? folder : shown) +
+                               "\\?",
                            *purgeAll, fake::AsksYesNo);
         fake::Click(f.cmdSpecifyDirectory[0]);
     }
@@ -60,20 +63,20 @@ struct CommandsTest : StartedShell {
             fake::Click(frmFileSpecification.cmdOK);
         });
         if (!text.empty())
-            fake::user.Box(title, text, fake::Warns);
+            fake::user.BoxLike(title, text, ui::AnswerOK, fake::Warns);
         fake::Click(f.cmdSpecifyFiles);
     }
     void ChooseSingleFile(const std::string& path, const std::string& complaint = "") {
         fake::user.Dialog("Specify file to be purged.", path);
         if (!complaint.empty())
-            fake::user.Box("Single file", complaint, fake::Warns);
+            fake::user.BoxLike("Single file", complaint, ui::AnswerOK, fake::Warns);
         fake::Click(f.cmdSingleFile);
         ui::Wait(1100);
     }
-    /// A command that does nothing but complain.
+    /// A command that does nothing but complain, with this in its text.
     static void ClickWarned(ui::Button& command, const std::string& title,
                             const std::string& text) {
-        fake::user.Box(title, text, fake::Warns);
+        fake::user.BoxLike(title, text, ui::AnswerOK, fake::Warns);
         fake::Click(command);
     }
 };
