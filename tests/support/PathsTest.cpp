@@ -1,14 +1,8 @@
-// Parts of paths, and file specifications.
+// File specifications.
 #include "support/Paths.h"
 #include "fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
-
-TEST(Paths, Parts) {
-    EXPECT_EQ("", FolderWithBackslash(""));
-    EXPECT_EQ(0, DriveLetterOf("1:\\"));
-    EXPECT_EQ(25, DriveIndexOf("z:"));
-}
 
 TEST(Paths, Wildcards) {
     // A name, a blank, and the pattern.
