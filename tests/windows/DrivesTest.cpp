@@ -50,37 +50,6 @@ TEST_F(DrivesTest, FreeSpaceIsPurged) {
     EXPECT_EQ(freeBefore, FreeBytes());
 }
 
-TEST_F(DrivesTest, DummiesThatFillAStickAreToldAndRemoved) {
-    // What a run leaves that was ended by force.
-    const std::string folder = root + "_nw_dummy_0123456789abcdef\\";
-    std::filesystem::create_directory(folder);
-    std::ofstream(folder + "nullwright-0123456789abcdef.mark");
-    std::ofstream dummy(folder + "_nw_dummy1", std::ios::binary);
-    for (const std::string block(4096, '\0'); dummy << block << std::flush;) {
-    }
-    dummy.close();
-    ASSERT_EQ(0u, FreeBytes());
-    std::ofstream(folder + "note.txt"); // somebody's, empty
-    Click(main, "cmdLargePurge(2)");
-    ChooseDrive("Purge free space on which drive?");
-    const std::string shown = folder.substr(0, folder.size() - 1);
-    AnswerBox("Dummy files found",
-              "There is no free space on the disk in Drive " + root.substr(0, 1) +
-                  ".\r\n\r\nA purge of free space was interrupted before its dummy files were "
-                  "deleted.  They still fill the disk, in the folder\r\n" +
-                  shown + "\r\n\r\nDo you wish to delete them now?",
-              IDYES);
-    AnswerBox("Error",
-              "The dummy files were deleted, but their folder\r\n" + shown +
-                  "\r\nholds something that is not Nullwright's.  It was kept, with that in it.",
-              IDOK);
-    AnswerBox("Purge free space", "", IDCANCEL);
-    ExpectUsable(main, "cmdQuit");
-    EXPECT_TRUE(std::filesystem::remove(folder + "note.txt"));
-    EXPECT_TRUE(std::filesystem::remove(folder)) << "more was left in it";
-    EXPECT_EQ(freeBefore, FreeBytes());
-}
-
 TEST_F(DrivesTest, TheEndOfTheSessionLeavesNoDummies) {
     Click(main, "cmdLargePurge(2)");
     ChooseDrive("Purge free space on which drive?");

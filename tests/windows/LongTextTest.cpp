@@ -106,13 +106,6 @@ TEST_F(LongTextTest, IsFilledInWhileNothingElseIsToBeDone) {
     ExpectWhole();
 }
 
-TEST_F(LongTextTest, BeginsWhereTheProgramPutsTheCaret) {
-    Grow(400, false);
-    EXPECT_EQ(0U, box.SelStart);
-    EXPECT_EQ(0, SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0));
-    ExpectWhole();
-}
-
 TEST_F(LongTextTest, ShowsInsideWorkWhatHasCome) {
     Grow(100, true);
     box.Text = "a new run\r\n";

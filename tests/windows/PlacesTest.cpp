@@ -11,22 +11,6 @@ struct PlacesTest : WindowTest {
     void ExpectDone() { Expect(Window("Purge files"), "lblPausedDone", "Done"); }
 };
 
-TEST_F(PlacesTest, ANameIsTakenLetterByLetter) {
-    Put("data\\ a.txt", "chosen");
-    Put("data\\a.txt", "kept");
-    SpecifyFolder("data", IDNO);
-    Click(main, "cmdSpecifyFiles");
-    HWND form = Window("Specify files");
-    Type(Named(form, "txbSingleFile"), " a.txt");
-    Expect(form, "lblMatches", "One file in this folder matches.");
-    Click(form, "cmdOK");
-    Expect(main, "lblFiles", " a.txt");
-    StartPurge();
-    ExpectDone();
-    EXPECT_FALSE(Exists("data\\ a.txt"));
-    EXPECT_EQ("kept", ContentOf("data\\a.txt"));
-}
-
 TEST_F(PlacesTest, AShortNameIsShownAsItIsOnTheDisk) {
     Put("A long name\\a.txt", "secret");
     wchar_t name[MAX_PATH] = L"";

@@ -4,7 +4,6 @@
 #include "windows/WindowTest.h"
 
 #include <algorithm>
-#include <thread>
 
 using namespace driver;
 
@@ -64,23 +63,6 @@ TEST_F(ReportTest, PauseContinueStop) {
     EXPECT_TRUE(SendMessageW(main, WM_QUERYENDSESSION, 0, 0));
 }
 
-TEST_F(ReportTest, ANeighbourThatLooksIntoTheFilesIsWaitedFor) {
-    const std::jthread neighbour([this](const std::stop_token& stop) {
-        for (std::size_t i = 0; !stop.stop_requested(); i = (i + 1) % files.size()) {
-            const HANDLE file = CreateFileW(platform::Widen(scratch + "\\" + files[i]).c_str(),
-                                            GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                            FILE_ATTRIBUTE_NORMAL, nullptr);
-            if (file == INVALID_HANDLE_VALUE)
-                continue;
-            Sleep(5);
-            CloseHandle(file);
-            Sleep(5);
-        }
-    });
-    Expect(StartRun(), "lblPausedDone", "Done");
-    EXPECT_EQ(0, FilesLeft());
-}
-
 TEST_F(ReportTest, EscapeDoesNotEndIt) {
     Put("data\\two names.exe", "kept");
     const auto path = [](const char* name) { return platform::Widen(scratch + "\\" + name); };
@@ -100,19 +82,4 @@ TEST_F(ReportTest, EscapeDoesNotEndIt) {
     Expect(report, "lblPausedDone", "Done");
     EXPECT_EQ(0, FilesLeft());
     EXPECT_EQ("kept", ContentOf("other"));
-}
-
-TEST_F(ReportTest, F10AndClosingInterrupt) {
-    HWND report = StartRun();
-    PressKey(report, VK_F10);
-    ExpectStopped(report);
-    Click(report, "cmdClose");
-    ExpectGone(report);
-
-    report = StartRun();
-    CloseByCross(report);
-    ExpectGone(report);
-    Click(main, "cmdReportScreen");
-    EXPECT_EQ(report, Window("Purge files"));
-    ExpectStopped(report);
 }

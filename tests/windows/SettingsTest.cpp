@@ -17,14 +17,8 @@ struct SettingsTest : WindowTest {
 };
 
 TEST_F(SettingsTest, SetupIsSavedAndLoaded) {
-    HWND dialog = OpenTypeOfPurge();
-    Click(dialog, "optPurgeType(2)");
-    Choose(dialog, "cboNumberOfPasses(2)", "5");
-    Click(dialog, "cmdAccept");
-    AnswerBox("Nullwright", "", IDYES);
-    const std::string changed =
-        "Alternate bit patterns plus random bytes, 5 times (= 30 overwrites)";
-    Expect(main, "lblTypeOfPurge", changed);
+    Click(main, "cmdConfirmFiles");
+    Expect(main, "lblConfirmFiles", "Yes");
     Put("data\\a.txt", "secret");
     SpecifyFolder("data", IDYES);
     SaveSetup("cmdSaveSetupAsOperationFile");
@@ -35,10 +29,10 @@ TEST_F(SettingsTest, SetupIsSavedAndLoaded) {
     Click(main, "cmdSetup");
     Click(main, "cmdLoadSetup");
     AnswerDialog("Specify operation file to be loaded", path);
-    Expect(main, "lblTypeOfPurge", changed);
+    Expect(main, "lblConfirmFiles", "Yes");
     SaveSetup("cmdSaveSetupForNextRun");
     Restart();
-    Expect(main, "lblTypeOfPurge", changed);
+    Expect(main, "lblConfirmFiles", "Yes");
     Expect(main, "lblDirectory", scratch + "\\data\\");
     Expect(main, "lblFiles", "Not specified"); // no part of a setup
 }
