@@ -52,15 +52,12 @@ Content Cut(const Content& content, std::uint64_t from, std::uint64_t to) {
     return part;
 }
 
-/// The names in a path, "." and ".." settled.
+/// The names in a full path, "." and ".." settled.
 std::vector<std::string> Split(const std::string& path) {
     std::vector<std::string> parts;
-    std::istringstream stream(path);
+    std::istringstream stream(platform::FullPath(path).substr(3));
     for (std::string part; std::getline(stream, part, '\\');)
-        if (part == ".." && !parts.empty())
-            parts.pop_back();
-        else if (!part.empty() && part != "." && part != "..")
-            parts.push_back(part);
+        parts.push_back(part);
     return parts;
 }
 
@@ -191,7 +188,7 @@ Place Find(const std::string& path, bool followLast) {
     if (const Drive& named = drives.at(static_cast<char>(path[0] & ~0x20));
         !named.StandsFor.empty())
         return Find(named.StandsFor + path.substr(2), followLast);
-    std::vector<std::string> parts = Split(path.substr(2));
+    std::vector<std::string> parts = Split(path);
     const std::size_t colon = parts.empty() ? std::string::npos : parts.back().find(':');
     if (colon != std::string::npos) {
         parts.push_back(parts.back().substr(colon + 1));
@@ -230,7 +227,7 @@ Drive& AddDrive(char letter, std::uint64_t capacity, std::uint32_t cluster,
 
 Node& PutFolder(const std::string& path) {
     std::shared_ptr<Node> folder = drives.at(path[0]).Root;
-    for (const std::string& part : Split(path.substr(2))) {
+    for (const std::string& part : Split(path)) {
         const auto found = folder->ByName.find(KeyOf(*folder, part));
         folder = found == folder->ByName.end() ? Add(*folder, part, true) : found->second;
     }

@@ -1,12 +1,11 @@
 // Starts the whole program over the fakes, and puts everything back after a test.
 #include "fakes/ProgramTest.h"
-#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 
 void ProgramTest::SetUp() {
     fake::Reset();
-    fake::user.Reset();
+    user.Reset();
     for (const char* file : {"nullwright.exe", "nwaux6.dll"})
         fake::PutFile(fake::programFolder + "\\" + file, "MZ");
     fake::PutFile(fake::programFolder + "\\nullwright.dat",
@@ -19,6 +18,6 @@ void ProgramTest::SetUp() {
 }
 
 void ProgramTest::TearDown() {
-    fake::user.Finish();
+    user.Finish();
     EXPECT_EQ(0, fake::OpenHandles()) << "files were left open";
 }

@@ -3,9 +3,13 @@
 
 #include "fakes/FakePlatform.h"
 #include "fakes/ScriptedUser.h"
+#include "session/Session.h"
 #include "shell/Startup.h"
 
 #include <gtest/gtest.h>
+
+using fake::user;
+using platform::Fault;
 
 /// Every test begins with fresh fakes and session state: drive C: with the program's folder, and no
 /// saved setup. At the end no step may be left and no file be open.
