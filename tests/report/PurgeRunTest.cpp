@@ -3,9 +3,6 @@
 #include "report/RunTest.h"
 #include "support/StrProc.h"
 
-using fake::user;
-using platform::Fault;
-
 namespace {
 
 TEST_F(RunTest, PurgesATreeAndRemovesItsFolders) {
@@ -90,6 +87,7 @@ TEST_F(RunTest, EveryRefusalAndFailureHasItsLine) {
     for (const auto& [name, bits] : attributes)
         fake::At("C:\\d\\" + std::string(name) + ".txt")->Attributes = bits;
     fake::At("C:\\d\\locked.txt")->Locked = true;
+    fake::holders = {"Editor"};
     user.During([] { return fake::CallsMade("FlushBytes") > 0; },
                 [] { fake::TakeAway("C:\\d\\gone.txt"); });
     fake::FailAlways("WriteBytes", "full.txt", Fault::DiskFull);

@@ -4,9 +4,6 @@
 #include "report/frmPurgeWarning.h"
 #include "report/RunTest.h"
 
-using fake::user;
-using platform::Fault;
-
 namespace {
 
 const std::string strAsked =

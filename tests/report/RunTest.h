@@ -7,7 +7,6 @@
 #include "report/ReportText.h"
 #include "report/run/Run.h"
 #include "report/run/RunEvents.h"
-#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "support/Numbers.h"
