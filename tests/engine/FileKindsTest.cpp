@@ -3,8 +3,6 @@
 #include "drives/FileSystems.h"
 #include "engine/FilePurgeTest.h"
 
-using platform::Fault;
-
 TEST_F(FilePurgeTest, WhatWritingInPlaceDoesNotReachIsSaid) {
     using namespace platform;
     const struct {

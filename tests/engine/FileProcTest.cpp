@@ -6,19 +6,12 @@
 using FileProcTest = ProgramTest;
 
 TEST_F(FileProcTest, Sizes) {
-    const struct {
-        double Bytes;
-        int Decimals;
-        const char *Text, *UpToMB;
-    } cases[] = {{1023, 2, "1,023 bytes", "1,023 bytes"},
-                 {1048575, 2, "1,024.00 KB", "1,024.00 KB"},
-                 {1048576, 2, "1.00 MB", "1.00 MB"},
-                 {1073741824, 2, "1.00 GB", "1,024.00 MB"},
-                 {1073741824.0 * 1234.5, 1, "1,234.5 GB", "1,264,128.0 MB"}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.Text, ByteSizeText(c.Bytes, c.Decimals));
-        EXPECT_EQ(c.UpToMB, ByteSizeTextUpToMB(c.Bytes, c.Decimals));
-    }
+    for (const auto& [bytes, text] : {std::pair{1023.0, "1,023 bytes"},
+                                      {1048575.0, "1,024.00 KB"},
+                                      {1048576.0, "1.00 MB"},
+                                      {1073741824.0, "1.00 GB"}})
+        EXPECT_EQ(text, ByteSizeText(bytes, 2));
+    EXPECT_EQ("1,264,128.0 MB", ByteSizeTextUpToMB(1073741824.0 * 1234.5, 1));
 }
 
 TEST_F(FileProcTest, SensitiveFiles) {

@@ -4,12 +4,9 @@
 #include "drives/DriveWork.h"
 #include "engine/FilePurgeTest.h"
 #include "engine/HeldFiles.h"
-#include "session/Session.h"
 #include "shell/frmMain.h"
 
 #include <algorithm>
-
-using platform::Fault;
 
 TEST_F(FilePurgeTest, EveryOverwriteIsWholeClustersAndFlushedBeforeTheNext) {
     for (const std::uint32_t cluster : {512u, 4096u, 65536u})
