@@ -4,10 +4,7 @@
 #include "selection/frmDrives.h"
 #include "selection/frmFileSpecification.h"
 #include "selection/frmSubfolders.h"
-#include "session/Session.h"
 #include "shell/frmMain.h"
-
-using fake::user;
 
 namespace {
 

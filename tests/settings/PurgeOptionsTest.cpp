@@ -2,8 +2,6 @@
 #include "fakes/ProgramTest.h"
 #include "settings/frmPurgeConfirmation.h"
 
-using fake::user;
-
 namespace {
 
 struct PurgeOptions : StartedTest {

@@ -4,8 +4,6 @@
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
 
-using fake::user;
-
 namespace {
 
 struct PurgeType : StartedTest {

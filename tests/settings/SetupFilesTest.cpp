@@ -1,7 +1,6 @@
 // Setup files: what is written, what is read back, and what a fault leaves.
 #include "settings/SetupFiles.h"
 #include "fakes/ProgramTest.h"
-#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "settings/TextFiles.h"

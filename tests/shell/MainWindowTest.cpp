@@ -1,14 +1,11 @@
 // Start-up, the main window's labels and its own commands.
-#include "support/MainWindow.h"
-#include "session/Session.h"
 #include "settings/SetupFiles.h"
+#include "support/MainWindow.h"
 #include "shell/ShellTest.h"
 #include "ui/PathEllipsis.h"
 #include "Version.h"
 
 #include <set>
-
-using fake::user;
 
 namespace {
 

@@ -2,12 +2,9 @@
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmPurgeWarning.h"
 #include "report/frmReport.h"
-#include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "shell/ShellTest.h"
 #include "shell/SpecifyCommands.h"
-
-using fake::user;
 
 namespace {
 

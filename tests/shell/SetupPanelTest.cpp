@@ -1,9 +1,6 @@
 // The setup panel: load, save, clear, restore, and the setup that the next run finds.
-#include "session/Session.h"
 #include "settings/SetupFiles.h"
 #include "shell/ShellTest.h"
-
-using fake::user;
 
 namespace {
 

@@ -1,11 +1,8 @@
 // Choosing what is to be purged: files, folders, subfolders, by dialogs, dropped, or given.
 #include "shell/SpecifyCommands.h"
-#include "session/Session.h"
 #include "shell/ShellTest.h"
 
 #include <thread>
-
-using fake::user;
 
 namespace {
 
