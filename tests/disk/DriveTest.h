@@ -6,15 +6,12 @@
 #include "fakes/ProgramTest.h"
 #include "selection/frmDrives.h"
 #include "selection/frmSubfolders.h"
-#include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
 
 #include <string>
 #include <vector>
 
-using fake::user;
-using platform::Fault;
 using Paths = std::vector<std::string>;
 
 constexpr std::uint64_t MiB = 1048576;

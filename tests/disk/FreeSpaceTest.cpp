@@ -119,6 +119,7 @@ TEST_F(FreeSpaceTest, F10WhileWritingAsks) {
     user.Box("Cancel?", "Do you wish to cancel this operation?", ui::AnswerYes, fake::AsksYesNo);
     user.Box(strTitle, strStopped);
     Click();
+    EXPECT_EQ(2, FillDisk.lngFilesWritten) << "the first answer was to go on";
     EXPECT_EQ(strStopped, frmMain.lblLargePurgeMessage.Caption);
 }
 

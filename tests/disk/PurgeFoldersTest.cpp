@@ -50,6 +50,10 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
             attempts += fake::ReplaceByLink("D:\\work", "D:\\other") ? 100 : 1;
     });
     ChooseOne("a");
+    fake::PutFolder("D:\\work\\a\\turned"); // into a link, after it was listed
+    user.During([] { return !fake::At("D:\\work\\a\\f1"); },
+                [] { fake::At("D:\\work\\a\\turned")->LinkTarget = "D:\\other"; });
+    user.Box(strTitle, "One folder could not be read completely.");
     user.During(
         [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 6s."; },
         [] { EXPECT_TRUE(frmMain.lblSubdirectories2.Caption.ends_with("are being purged.")); });
