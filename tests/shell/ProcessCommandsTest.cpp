@@ -217,6 +217,7 @@ TEST_F(ProcessCommands, NoMonitoringQueryWithoutAWatchedFile) {
                   Cancelled();
               });
         EXPECT_EQ(!blnWatched, frmReport.Visible);
+        EXPECT_FALSE(blnStop) << "the stop of a run is over with it";
         fake::TakeAway("C:\\docs");
         ui::Hide(frmReport);
     }
