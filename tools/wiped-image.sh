@@ -2,8 +2,9 @@
 # What was purged through the program's windows is in the raw image of its disk no more: files of all
 # lengths, and what the free space still held of a deleted file. On ext4 with blocks of 4096 and of
 # 1024 bytes, on ext4 that keeps small files in its inodes (without a journal, which would hold them,
-# too), and on NTFS, which keeps them in its file records. Run by ./test, which has Wine, the program
-# and a display ready. Exit code 77: skipped.
+# too), and on NTFS, which keeps them in its file records: there also what deleted files left in these.
+# Arguments: the disks to try; none: all. Run by ./test, which has Wine, the program and a display
+# ready. Exit code 77: skipped.
 set -euo pipefail
 
 image=build/wiped.img mounted=$PWD/build/wiped marker=nw-marker-5d1c-
@@ -96,9 +97,51 @@ purge_free_space() {
     detach && expect_markers 0 "after purging the free space"
 }
 
+# places TEXT WHEN: how often it is in free file records of NTFS, in those of folders that are there,
+# in index blocks, and elsewhere.
+places() {
+    perl -0777 -ne '
+        BEGIN { ($text, $when) = splice @ARGV, 0, 2; $text =~ s/(.)/$1\0/g if $when =~ /names/ }
+        while (/\Q$text\E/g) {
+            my $at = pos() - length $text;
+            my $record = substr $_, $at - $at % 1024, 23;
+            if ($record =~ /^FILE/) { $n[ord(substr $record, 22) % 2]++ }
+            elsif (substr($_, $at - $at % 4096, 4) eq "INDX") { $n[2]++ }
+            else { $n[3]++ }
+        }
+        printf "%s: in free records %d, in folders %d + %d, elsewhere %d\n", $when, map { $_ // 0 } @n[0 .. 3];
+    ' "$1" "$disk: $2" "$image"
+}
+
+# Small files that were deleted one by one, or with their folders: contents and names lie in records.
+purge_records() {
+    local i folder found
+    for i in $(seq 200); do
+        folder=$mounted/kept/$((i % 4))
+        [ $((i % 2)) = 0 ] || folder=$mounted/gone/$((i % 5))/below
+        mkdir -p "$folder"
+        markers_of 240 "$folder/nw-old-name-$i.txt"
+        markers_of 600 "$folder/second-nw-old-name-$i.txt"
+    done
+    rm -r "$mounted/gone"
+    find "$mounted/kept" -type f -delete
+    detach
+    found=$(places "$marker" "contents before"; places nw-old-name "names before")
+    attach "$1"
+    drive nullwright_window_tests DrivesTest.FreeSpaceIsPurged || return 1
+    detach
+    found+=$'\n'$(places "$marker" "contents after"; places nw-old-name "names after")
+    echo "$found"
+    # Names stay in folders that are still there, behind those in use.
+    [[ $found =~ 'contents before: in free records 1'[01]...,.*'names before: in free records 4'..,.*\
+'contents after: in free records 0, in folders 0 + 0, elsewhere 0'.*\
+'names after: in free records 0, in folders '[0-9]+' + '[0-9]+', elsewhere 0' ]]
+}
+
 [ "$(id -u)" = 0 ] || { echo "skipped: no right to mount an image"; exit 77; }
 tried=0 failed=0
-for disk in "ext4 4096" "ext4 1024" "ext4-inline 4096" "ntfs 4096"; do
+[ $# -gt 0 ] || set -- "ext4 4096" "ext4 1024" "ext4-inline 4096" "ntfs 4096"
+for disk in "$@"; do
     # shellcheck disable=SC2086
     if ! { make_image $disk && attach $disk; }; then
         echo "skipped: $disk: cannot be mounted"
@@ -114,6 +157,9 @@ for disk in "ext4 4096" "ext4 1024" "ext4-inline 4096" "ntfs 4096"; do
     77) echo "skipped: free space of $disk" ;;
     *) failed=1 ;;
     esac
+    detach || failed=1
+    # shellcheck disable=SC2086
+    [ "${disk% *}" != ntfs ] || { make_image $disk && attach $disk && purge_records $disk; } || failed=1
     detach || failed=1
 done
 [ $failed = 0 ] || { echo "markers were left, or were never there"; exit 1; }

@@ -5,6 +5,7 @@
 #include "disk/Folder.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
+#include "disk/SmallRecords.h"
 #include "drives/ClusterSizes.h"
 #include "drives/DiskProc.h"
 #include "drives/DriveWork.h"
@@ -108,11 +109,8 @@ bool FillOneFile(FillWork& work) {
         if (!blnStop)
             return true;
         ShowDummyFileProgress();
-        if (AskInRun("Do you wish to cancel this operation?", ui::Buttons::YesNo,
-                     ui::Icon::Question, "Cancel?") == ui::AnswerYes ||
-            ui::Ending())
+        if (CancelFilling())
             return false;
-        blnStop = false;
         work.blnAskFree = true;
         if (Failed(work.Error) || work.lngInFile >= work.lngLimit)
             return true;
@@ -200,6 +198,16 @@ void WriteFiles(FillWork& work) {
     }
 }
 
+/// Whether the filling goes on after small files have taken old records; else it is told why not.
+bool GoesOn(FillWork& work, const RecordWork& records, FillOutcome outcome) {
+    if (outcome == FillOutcome::Faulted) {
+        work.Error = records.Error;
+        EndWithFault(work);
+    } else if (outcome == FillOutcome::Stopped)
+        FillDisk.Outcome = outcome;
+    return outcome == FillOutcome::Done;
+}
+
 double BytesWritten() {
     return FillDisk.dblBytesInFinishedFiles + static_cast<double>(FillDisk.lngBytesInCurrentFile);
 }
@@ -220,6 +228,15 @@ std::string StatusText(char chrDrive) {
 }
 
 } // namespace
+
+bool CancelFilling() {
+    if (AskInRun("Do you wish to cancel this operation?", ui::Buttons::YesNo, ui::Icon::Question,
+                 "Cancel?") == ui::AnswerYes ||
+        ui::Ending())
+        return true;
+    blnStop = false;
+    return false;
+}
 
 bool IsFloppyLetter(char chrDrive) {
     return chrDrive == 'A' || chrDrive == 'B' || chrDrive == 'a' || chrDrive == 'b';
@@ -279,7 +296,18 @@ void WriteDummyFiles() {
     }
     if (!blnTest)
         BeginRunProgress([] { return BytesWritten() / BytesToWrite(); });
-    WriteFiles(work);
+    RecordWork records;
+    records.lngCluster = work.lngCluster;
+    if (!blnTest)
+        records.Old = OldRecordsOn(FillDisk.strDriveRoot);
+    if (GoesOn(work, records, TakeFreeRecords(records))) {
+        // The small files have taken some of it.
+        if (records.lngMade > 0 && ReadFreeSpace(chrDrive))
+            FillDisk.dblFreeSpaceAtStart = dblSpaceInFreeClusters;
+        WriteFiles(work);
+        if (FillDisk.Outcome == FillOutcome::Done)
+            (void)GoesOn(work, records, TakeLastRecords(records));
+    }
     EndRunProgress();
 }
 

@@ -45,6 +45,9 @@ bool IsFloppyLetter(char chrDrive);
 /// Reads the free space anew, and plans the files anew. Shows its own messages; the outcome is in
 /// FillDisk. The files are flushed: what counts as written is on the disk.
 void WriteDummyFiles();
+/// F10 was pressed while the disk is being filled: asks. True when it is to end; else F10 is
+/// forgotten.
+bool CancelFilling();
 /// What the length of a dummy file on FillDisk.strDriveRoot is a multiple of, but for the last
 /// small one: the drive's real cluster, or the one that purging writes in where that is larger.
 std::int64_t DummyClusterSize();

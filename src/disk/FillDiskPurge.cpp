@@ -13,6 +13,7 @@
 #include "ui/Interface.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -154,15 +155,20 @@ bool DeleteDummyFiles(const std::string& strFolder) {
             ui::Wait(intMillisecondsBetweenTries);
         std::vector<DummyFile> files;
         (void)ListInSteps(strFolder, files);
+        std::vector<std::string> paths, small;
+        for (const DummyFile& file : files)
+            paths.push_back(DummyFilePath(strFolder, strDummyFileFolderStub, file.lngNumber));
+        bool blnListed = false;
         std::size_t intNext = 0;
         ui::RunSteps(
             ui::Effort::Long,
             [&] {
-                if (intNext < files.size()) {
-                    (void)DeleteFileClearingAttributes(
-                        DummyFilePath(strFolder, strDummyFileFolderStub, files[intNext].lngNumber),
-                        true, true, true);
-                    ++intNext;
+                if (!std::exchange(blnListed, true)) {
+                    (void)ListRecordFiles(strFolder, strDummyFileFolderStub, small);
+                    paths.insert(paths.end(), small.begin(), small.end());
+                }
+                if (intNext < paths.size()) {
+                    (void)DeleteFileClearingAttributes(paths[intNext++], true, true, true);
                     return true;
                 }
                 fault = RemoveDummyFolder(strFolder, strDummyFileFolderStub);

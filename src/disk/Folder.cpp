@@ -86,7 +86,67 @@ std::int64_t DummyNumberOf(const std::string& strName, const std::string& strStu
     return std::stoll(digits);
 }
 
+const char* const strRecordStart = "_NW";
+constexpr std::size_t intRecordDigits = 5;
+constexpr std::size_t intSpareLetters = 200;
+const char* const strRecordAlphabet = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+
+/// Whether a name begins as RecordFileName makes it and then has this end.
+bool IsRecordFile(const std::string& strName, const std::string& strEnd) {
+    const std::size_t intLength = std::string(strRecordStart).size() + intRecordDigits;
+    return strName.starts_with(strRecordStart) && strName.size() == intLength + strEnd.size() &&
+           strName.ends_with(strEnd) &&
+           strName.find_first_not_of(strRecordAlphabet, 1) >= intLength;
+}
+
+std::string SpareEnd() {
+    return std::string(intSpareLetters, 'Z');
+}
+
+std::string RootEntryEnd(const std::string& strFolder) {
+    return "." + platform::UpperCase(strFolder.substr(strFolder.size() - 3));
+}
+
 } // namespace
+
+std::string RecordFileName(std::int64_t lngNumber) {
+    std::string strDigits(intRecordDigits, '0');
+    for (std::size_t i = intRecordDigits; i-- > 0; lngNumber /= 36)
+        strDigits[i] = strRecordAlphabet[lngNumber % 36];
+    return strRecordStart + strDigits;
+}
+
+std::string SpareFileName(std::int64_t lngNumber) {
+    return RecordFileName(lngNumber) + SpareEnd();
+}
+
+std::string RootEntryName(const std::string& strFolder, std::int64_t lngNumber) {
+    return RecordFileName(lngNumber) + RootEntryEnd(strFolder);
+}
+
+platform::Fault ListRecordFiles(const std::string& strFolder, const std::string& strStub,
+                                std::vector<std::string>& paths) {
+    if (SuffixOf(FileNameOf(strFolder), strStub).empty())
+        return platform::Fault::InvalidName;
+    std::vector<std::string> found;
+    auto fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
+        if (!entry.IsFolder && !entry.IsLink &&
+            (IsRecordFile(entry.Name, "") || IsRecordFile(entry.Name, SpareEnd())))
+            found.push_back(strFolder + "\\" + entry.Name);
+        return true;
+    });
+    const std::string strRoot = FolderPartOf(strFolder), strEnd = RootEntryEnd(strFolder);
+    if (!Failed(fault))
+        fault = platform::EnumerateFolder(strRoot, [&](const platform::FolderEntry& entry) {
+            if (!entry.IsFolder && !entry.IsLink && entry.Length == 0 &&
+                IsRecordFile(entry.Name, strEnd))
+                found.push_back(strRoot + entry.Name);
+            return true;
+        });
+    if (!Failed(fault))
+        paths = std::move(found);
+    return fault;
+}
 
 std::string MakeDummyFolder(const std::string& strDriveRoot, const std::string& strStub,
                             DummyPurpose purpose, platform::File& marker) {
@@ -138,7 +198,13 @@ platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::strin
     DummyPurpose purpose;
     const std::string strMarker = FindMarker(strFolder, suffix, purpose);
     bool blnDummies = false, blnOthers = false;
-    auto fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
+    std::vector<std::string> small;
+    auto fault = ListRecordFiles(strFolder, strStub, small);
+    if (fault == platform::Fault::NotFound)
+        return platform::Fault::None;
+    if (Failed(fault) || !small.empty())
+        return Failed(fault) ? fault : platform::Fault::AccessDenied;
+    fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
         blnDummies = blnDummies || DummyNumberOf(entry.Name, strStub) > 0;
         blnOthers = blnOthers || strMarker.empty() || entry.Name != FileNameOf(strMarker);
         return !blnDummies;

@@ -5,6 +5,7 @@
 #include "disk/FillDisk.h"
 #include "disk/FillDiskPurge.h"
 #include "disk/LeftoverDummies.h"
+#include "disk/SmallRecords.h"
 #include "drives/DiskProc.h"
 #include "drives/DriveWork.h"
 #include "engine/FileProc.h"
@@ -40,6 +41,8 @@ std::string AnnouncementText(char chrDrive) {
                                : GroupedDigits(intNumDummyFiles) +
                                      " dummy files will now be written to fill this space.") +
         "\r\n\r\n";
+    const std::string strRecords = OldRecordsText(OldRecordsOn(std::string(1, chrDrive) + ":\\"));
+    strText += strRecords + (strRecords.empty() ? "" : "\r\n\r\n");
     const float sngSpeed = sngPurgeSpeeds[static_cast<std::size_t>(chrDrive - 'A')];
     const std::string strFiles = intNumDummyFiles == 1 ? "the dummy file" : "the dummy files";
     if (sngSpeed > 0) {

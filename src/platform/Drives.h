@@ -44,6 +44,9 @@ Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts);
 Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes,
                      std::uint64_t* freeOnVolume = nullptr);
 Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts);
+/// How many records NTFS's table of files has, free ones among them: the number of a new file is
+/// below that, or the table has grown. NotSupported: it is another file system, or does not tell.
+Fault ReadRecordCount(const std::string& root, std::uint64_t& records);
 /// Has the file system write its own records to their places on the disk: those of one folder, and
 /// where this user may ask for it those of the whole drive, with all data. May take long. None when
 /// one of the two was done.

@@ -83,6 +83,8 @@ Fault SeekTo(File file, std::uint64_t position);
 Fault ReadLength(File file, std::uint64_t& length);
 /// One question to the file; far cheaper than ReadFileFacts where it is open anyway.
 Fault ReadOpenFileFacts(File file, OpenFileFacts& facts);
+/// The file's own number on its drive; on NTFS that of its record. NotSupported: it has none.
+Fault ReadFileNumber(File file, std::uint64_t& number);
 /// Whether a file has clusters of its own; else it is empty or lies in the file system's records.
 /// NotSupported: the file system does not tell.
 Fault HasClusters(File file, bool& hasClusters);

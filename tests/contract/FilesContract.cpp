@@ -185,6 +185,13 @@ TEST_F(Contract, WhereBytesLie) {
     OpenFileFacts known;
     EXPECT_EQ(ReadOpenFileFacts(file, known), Fault::None);
     EXPECT_TRUE(known.Length == 70000 && known.HardLinks == 1);
+    std::uint64_t number = 0, another = 0;
+    EXPECT_EQ(ReadFileNumber(file, number), Fault::None);
+    File other;
+    ASSERT_EQ(OpenFile(In("b"), Access::CreateNew, other), Fault::None);
+    EXPECT_EQ(ReadFileNumber(other, another), Fault::None);
+    EXPECT_EQ(CloseFile(other), Fault::None);
+    EXPECT_NE(number, another);
     // Whoever tells must not leave out what is there.
     bool clusters = false;
     const Fault told = HasClusters(file, clusters);

@@ -52,6 +52,8 @@ TEST_F(Contract, DrivesTellTheirSpace) {
         --missing[0];
     EXPECT_EQ(TypeOfDrive(missing), DriveType::NoRoot);
     VolumeFacts volume;
+    std::uint64_t records = 0;
+    EXPECT_EQ(ReadRecordCount(root, records), records == 0 ? Fault::NotSupported : Fault::None);
     EXPECT_NE(ReadDriveSpace(missing, free, total), Fault::None);
     EXPECT_NE(ReadClusterFacts(missing, facts), Fault::None);
     EXPECT_NE(ReadVolumeFacts(missing, volume), Fault::None);

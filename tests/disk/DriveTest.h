@@ -24,7 +24,7 @@ struct DriveTest : StartedTest {
     void SetUp() override { Begin(120 * MiB); }
     void Begin(std::uint64_t capacity) {
         StartedTest::SetUp();
-        fake::AddDrive('D', capacity);
+        fake::AddDrive('D', capacity).FileSystem = "exFAT"; // see SmallRecordsTest.cpp
         fake::PutFile("D:\\docs\\letter.txt", "somebody's");
         SetPasses(1);
     }

@@ -41,7 +41,7 @@ TEST_F(FreeSpaceTest, DummiesAreWholeRealClustersAndAQuotaIsTold) {
     Click();
     // exFAT's clusters: a dummy is as many as its size needs.
     DriveTest::SetUp();
-    fake::AddDrive('D', 128 * MiB, 32 * MiB);
+    fake::AddDrive('D', 128 * MiB, 32 * MiB).FileSystem = "exFAT";
     Announce(0, "128.00 MB", "3 dummy files");
     Written("2 dummy files have been written.", [&] { lengths = Lengths(); });
     user.Box(strTitle, strPurged);

@@ -68,7 +68,8 @@ TEST_F(FreeSpaceTest, CountsAreRightOnADriveOf64TiB) {
     Click();
     // So many that FAT32 could not hold their names in one folder: larger ones there.
     fake::drives['D'].FileSystem = "FAT32";
-    Announce(0, "65,536.00 GB", "65,536 dummy files", ui::AnswerCancel);
+    ChooseDrive(strQuestion);
+    user.BoxLike(strTitle, "free.\r\n\r\n65,536 dummy files", ui::AnswerCancel);
     Click();
 }
 

@@ -155,6 +155,44 @@ std::uint64_t Drive::Free() const {
     return used >= whole ? 0 : whole - used;
 }
 
+Fault TakeRecord(Drive& drive, Node& folder, Node& file) {
+    if (&folder == drive.Root.get() && !drive.FreeEntries.empty()) {
+        drive.FreeEntries.pop_back();
+        return Fault::None;
+    }
+    if (drive.Records == 0) // what FAT's top folder needs to grow
+        return drive.FileSystem == "FAT32" && &folder == drive.Root.get() && drive.Free() == 0
+                   ? Fault::DiskFull
+                   : Fault::None;
+    std::uint64_t names = 0;
+    for (const auto& child : folder.Children)
+        names += 88 + 2 * child->Name.size();
+    const std::uint64_t index = names > folder.IndexRoom ? 4096 : 0;
+    const std::uint64_t grown = drive.Occupied + index + (drive.FreeRecords.empty() ? 1024 : 0);
+    if (drive.InClusters(grown) - drive.InClusters(drive.Occupied) > drive.Free())
+        return Fault::DiskFull;
+    drive.Occupied = grown;
+    folder.IndexRoom += index;
+    file.InRecord = true;
+    file.Record = drive.FreeRecords.empty() ? drive.Records++ : drive.FreeRecords.begin()->first;
+    if (auto old = drive.FreeRecords.extract(file.Record); !old.empty())
+        file.LeftInRecord = old.mapped();
+    return Fault::None;
+}
+
+std::string LeftBy(const Node& file) {
+    const std::uint64_t length = file.InRecord ? file.Data.Length() : 0;
+    return file.Data.Read(0, length) +
+           file.LeftInRecord.substr(std::min<std::size_t>(length, file.LeftInRecord.size()));
+}
+
+void FreeRecord(Drive& drive, const Node& folder, const Node& file) {
+    if (&folder == drive.Root.get() && drive.FileSystem == "FAT32")
+        drive.FreeEntries.push_back(file.Name);
+    if (drive.Records > 0)
+        drive.FreeRecords[file.Record] = LeftBy(file);
+}
+
 void Add(Node& folder, const std::shared_ptr<Node>& node) {
     folder.ByName[KeyOf(folder, node->Name)] = node;
     folder.Children.push_back(node);

@@ -22,6 +22,11 @@ void Journal(const std::string& what, const std::string& path, std::uint64_t off
              const Run& run = {});
 /// What a file takes on its drive, without its streams.
 std::uint64_t SpaceOfFile(const Drive& drive, const Node& file);
+/// A new file's record, room for its name, and what becomes of both when it is removed.
+platform::Fault TakeRecord(Drive& drive, Node& folder, Node& file);
+/// What a file leaves in its record: its bytes, and behind them those of the file before it.
+std::string LeftBy(const Node& file);
+void FreeRecord(Drive& drive, const Node& folder, const Node& file);
 void Add(Node& folder, const std::shared_ptr<Node>& node);
 std::shared_ptr<Node> Add(Node& folder, const std::string& name, bool isFolder);
 std::uint32_t HardLinksOf(const Node& node);

@@ -52,6 +52,7 @@ Fault RemoveFolder(const std::string& path) {
             return Fault::NotEmpty;
         if (node.Handles > 0)
             return Fault::SharingViolation;
+        place.Disk->Occupied -= node.IndexRoom;
         Drop(*place.Folder, node);
         Journal("remove folder", place.Path);
         return Fault::None;
@@ -148,6 +149,14 @@ Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
     return OnDrive(__func__, root, [&](const Drive& drive) {
         facts = {drive.Label, drive.FileSystem, drive.ReadOnly};
     });
+}
+
+Fault ReadRecordCount(const std::string& root, std::uint64_t& records) {
+    const Drive& drive = drives.at(root[0]);
+    const Fault fault = Begin(__func__, root);
+    if (!Failed(fault) && drive.Records > 0 && drive.TellsRecords)
+        records = drive.Records;
+    return Failed(fault) || (drive.Records > 0 && drive.TellsRecords) ? fault : Fault::NotSupported;
 }
 
 Fault FlushRecords(const std::string& folder) {

@@ -133,6 +133,10 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
         return fault;
     if (!place.Item) {
         place.Item = Add(*place.Folder, place.Name, false);
+        if (fault = TakeRecord(*place.Disk, *place.Folder, *place.Item); Failed(fault)) {
+            Drop(*place.Folder, *place.Item);
+            return fault;
+        }
         place.Item->Attributes = AttributeArchive;
         Journal("create", place.Path);
     } else if (access == Access::Replace) {
@@ -166,15 +170,16 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
     const bool isSparse = (node.Attributes & AttributeSparse) != 0; // its last cluster is there
     const std::uint64_t room = std::max(isSparse ? drive.InClusters(length) : length,
                                         SpaceOfFile(drive, node) + drive.FreeForUser());
-    if (handle.Position + count > room) {
+    const bool stays = drive.Records > 0 && handle.Position + count <= recordRoom;
+    if (handle.Position + count > room && !(node.InRecord && stays)) {
         count = room > handle.Position ? room - handle.Position : 0;
         fault = Failed(fault) ? fault : Fault::DiskFull;
     }
     if (count > 0) {
         const Run run = MakeRun(data, count);
         Journal("write", handle.Path, handle.Position, run);
-        if (node.InRecord && handle.Position + count > length) {
-            node.LeftInRecord = node.Data.Read(0, length);
+        if (node.InRecord && !stays && handle.Position + count > length) {
+            node.LeftInRecord = LeftBy(node);
             node.InRecord = false;
         }
         handle.Item->Data.Write(handle.Position, run);
@@ -198,6 +203,12 @@ Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
         const Node& node = *handle.Item;
         facts = {node.Data.Length(), SpaceOfFile(drives.at(handle.Path[0]), node),
                  HardLinksOf(node), AttributesOf(node)};
+    });
+}
+
+Fault ReadFileNumber(File file, std::uint64_t& number) {
+    return OnOpen(__func__, file, [&](Handle& handle) {
+        number = handle.Item->Record > 0 ? handle.Item->Record : handle.Item->Number;
     });
 }
 
@@ -301,6 +312,7 @@ Fault RemoveFile(const std::string& path) {
     return OnItem(__func__, path, false, [&](const Place& place) {
         const Fault fault = MayChange(place, true);
         if (!Failed(fault)) {
+            FreeRecord(*place.Disk, *place.Folder, *place.Item);
             TakeAway(path);
             Journal("remove", place.Path);
         }

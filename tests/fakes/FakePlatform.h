@@ -53,6 +53,8 @@ struct Node {
     std::uint32_t ReparseTag = 0; ///< of a reparse point that is no link
     bool InRecord = false;    ///< takes no cluster; moves out at the first write past its end ...
     std::string LeftInRecord; ///< ... and these bytes stay behind
+    std::uint64_t Record = 0; ///< number of its record, where the drive has a table of them
+    std::uint64_t IndexRoom = 0; ///< bytes that a folder's names may take before it grows
     std::vector<platform::Range> Allocated; ///< of a sparse file what takes room
     std::string LinkTarget; ///< path of the target when this is a link (junction, symbolic link)
     bool Locked = false;    ///< another program holds it: SharingViolation
@@ -76,12 +78,21 @@ struct Drive {
     bool ReadOnly = false;
     double BytesPerSecond = 0; ///< what writes cost on the clock; 0: nothing
     std::string StandsFor;     ///< a substituted letter, or a second one: the folder it stands for
+    /// NTFS: the records of its table; 0: none is modelled. Names then take room in their folder,
+    /// and files of up to recordRoom bytes none.
+    std::uint64_t Records = 0;
+    bool TellsRecords = true;
+    std::map<std::uint64_t, std::string> FreeRecords; ///< by number: the bytes left in them
+    /// FAT: the names left in free entries of its top folder, which has no others.
+    std::vector<std::string> FreeEntries;
     std::shared_ptr<Node> Root;
     std::uint64_t Cluster() const { return std::uint64_t{BytesPerSector} * SectorsPerCluster; }
     std::uint64_t InClusters(std::uint64_t length) const;
     std::uint64_t Free() const;
     std::uint64_t FreeForUser() const { return Free() - std::min(Free(), KeptBack); }
 };
+
+constexpr std::uint64_t recordRoom = 640;
 
 /// What was done to the disk, in order. Writes that continue one another are one event, however
 /// many calls they took. Paths are the real ones, behind links.

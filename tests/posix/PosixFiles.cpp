@@ -177,6 +177,13 @@ Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
     return fault;
 }
 
+Fault ReadFileNumber(File file, std::uint64_t& number) {
+    struct stat known;
+    const Fault fault = Ask(__func__, file, known);
+    number = Failed(fault) ? number : known.st_ino;
+    return fault;
+}
+
 Fault HasClusters(File /*file*/, bool& /*hasClusters*/) {
     const Fault fault = Start(__func__, "");
     return Failed(fault) ? fault : Fault::NotSupported;

@@ -134,6 +134,10 @@ Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
     return fault;
 }
 
+Fault ReadRecordCount(const std::string&, std::uint64_t&) {
+    return Fault::NotSupported;
+}
+
 Fault FlushRecords(const std::string& folder) {
     if (const Fault fault = Start(__func__, folder); Failed(fault))
         return fault;

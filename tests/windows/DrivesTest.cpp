@@ -47,7 +47,8 @@ TEST_F(DrivesTest, FreeSpaceIsPurged) {
     AnswerBox("Purge free space", "", IDOK);
     AnswerBox("Purge free space", "The free space has been purged.", IDOK);
     ExpectEnd("The free space has been purged.");
-    EXPECT_EQ(freeBefore, FreeBytes());
+    EXPECT_GE(freeBefore, FreeBytes());
+    EXPECT_LT(freeBefore - FreeBytes(), 1U << 20) << "more than NTFS's table of files has grown";
 }
 
 TEST_F(DrivesTest, TheEndOfTheSessionLeavesNoDummies) {

@@ -4,6 +4,7 @@
 #include "win32/Wide.h"
 
 #include <windows.h>
+#include <winioctl.h>
 
 #include <algorithm>
 
@@ -128,6 +129,35 @@ Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
         return LastFault();
     facts = {Narrow(label), Narrow(system), (flags & FILE_READ_ONLY_VOLUME) != 0};
     return Fault::None;
+}
+
+Fault ReadRecordCount(const std::string& root, std::uint64_t& records) {
+    const std::wstring wide = RootOf(root);
+    if (wide.empty())
+        return Fault::InvalidName;
+    Fault fault = Fault::NotSupported;
+    // Of the volume by its root folder, which everybody may open, or by its device.
+    for (const std::wstring& path : {wide, L"\\\\.\\" + wide.substr(0, 2)}) {
+        HANDLE handle = CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES | FILE_TRAVERSE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+        if (handle == INVALID_HANDLE_VALUE) {
+            fault = LastFault();
+            continue;
+        }
+        NTFS_VOLUME_DATA_BUFFER known = {};
+        DWORD size = 0;
+        const BOOL done = DeviceIoControl(handle, FSCTL_GET_NTFS_VOLUME_DATA, nullptr, 0, &known,
+                                          sizeof known, &size, nullptr);
+        fault = done ? Fault::NotSupported : LastFault();
+        CloseHandle(handle);
+        if (done && known.BytesPerFileRecordSegment > 0) {
+            records = static_cast<std::uint64_t>(known.MftValidDataLength.QuadPart) /
+                      known.BytesPerFileRecordSegment;
+            return Fault::None;
+        }
+    }
+    return fault;
 }
 
 Fault FlushRecords(const std::string& folder) {

@@ -28,6 +28,18 @@ Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
     return Fault::None;
 }
 
+Fault ReadFileNumber(File file, std::uint64_t& number) {
+    BY_HANDLE_FILE_INFORMATION known;
+    if (!GetFileInformationByHandle(HandleOf(file), &known))
+        return LastFault();
+    // The upper 16 bits count how often the record was used.
+    const std::uint64_t index = std::uint64_t{known.nFileIndexHigh & 0xFFFFu} << 32;
+    if ((index | known.nFileIndexLow) == 0)
+        return Fault::NotSupported;
+    number = index | known.nFileIndexLow;
+    return Fault::None;
+}
+
 Fault HasClusters(File file, bool& hasClusters) {
     STARTING_VCN_INPUT_BUFFER start = {};
     RETRIEVAL_POINTERS_BUFFER found = {}; // with one extent; that there are more is an answer, too
