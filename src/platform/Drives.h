@@ -4,6 +4,7 @@
 #include "platform/Fault.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace platform {
@@ -32,6 +33,15 @@ struct VolumeFacts {
     bool ReadOnly = false;
 };
 
+/// What a drive is; what the system does not tell has no value.
+struct DriveNature {
+    std::optional<bool> SolidState; ///< it has no heads to move
+    std::optional<bool> Trims;      ///< the system tells it which space is free
+    std::optional<bool> Compressed; ///< what is written to it is compressed
+    std::optional<bool> Encrypted;  ///< by BitLocker
+    std::optional<bool> Protected;  ///< restore points are kept of it
+};
+
 /// The letters of the drives that exist, in order ("ACD").
 std::string DriveLetters();
 /// `root` is "C:\" (or any text that begins with a drive letter) in all of these.
@@ -44,6 +54,9 @@ Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts);
 Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes,
                      std::uint64_t* freeOnVolume = nullptr);
 Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts);
+/// Asks for no administrator's rights. A fault only where there is no such drive, or no medium in
+/// it.
+Fault ReadDriveNature(const std::string& root, DriveNature& nature);
 /// How many records NTFS's table of files has, free ones among them: the number of a new file is
 /// below that, or the table has grown. NotSupported: it is another file system, or does not tell.
 Fault ReadRecordCount(const std::string& root, std::uint64_t& records);

@@ -52,6 +52,10 @@ TEST_F(Contract, DrivesTellTheirSpace) {
         --missing[0];
     EXPECT_EQ(TypeOfDrive(missing), DriveType::NoRoot);
     VolumeFacts volume;
+    DriveNature nature;
+    const Fault told = ReadDriveNature(root, nature);
+    EXPECT_TRUE(told == Fault::None || told == Fault::NotSupported);
+    EXPECT_NE(ReadDriveNature(missing, nature), Fault::None);
     std::uint64_t records = 0;
     EXPECT_EQ(ReadRecordCount(root, records), records == 0 ? Fault::NotSupported : Fault::None);
     EXPECT_NE(ReadDriveSpace(missing, free, total), Fault::None);

@@ -151,6 +151,10 @@ Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
     });
 }
 
+Fault ReadDriveNature(const std::string& root, DriveNature& nature) {
+    return OnDrive(__func__, root, [&](const Drive& drive) { nature = drive.Nature; });
+}
+
 Fault ReadRecordCount(const std::string& root, std::uint64_t& records) {
     const Drive& drive = drives.at(root[0]);
     const Fault fault = Begin(__func__, root);

@@ -78,6 +78,7 @@ struct Drive {
     bool ReadOnly = false;
     double BytesPerSecond = 0; ///< what writes cost on the clock; 0: nothing
     std::string StandsFor;     ///< a substituted letter, or a second one: the folder it stands for
+    platform::DriveNature Nature;
     /// NTFS: the records of its table; 0: none is modelled. Names then take room in their folder,
     /// and files of up to recordRoom bytes none.
     std::uint64_t Records = 0;

@@ -134,6 +134,10 @@ Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
     return fault;
 }
 
+Fault ReadDriveNature(const std::string&, DriveNature&) {
+    return Fault::NotSupported;
+}
+
 Fault ReadRecordCount(const std::string&, std::uint64_t&) {
     return Fault::NotSupported;
 }
