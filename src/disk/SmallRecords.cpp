@@ -163,7 +163,11 @@ bool TakeStep(RecordWork& work) {
            work.lngMade < lngMostFiles;
 }
 
-void ShowTaken(std::int64_t lngMade) {
+/// Every hundred of them: painting costs more than making one.
+void ShowTaken(std::int64_t lngMade, std::int64_t& lngShown) {
+    if (lngMade / 100 == lngShown)
+        return;
+    lngShown = lngMade / 100;
     SetMainLine(MainLine::Status, "Places of deleted files taken: " + GroupedDigits(lngMade));
     ShowRunProgress();
     RepaintMain();
@@ -172,11 +176,12 @@ void ShowTaken(std::int64_t lngMade) {
 /// Takes steps until one returns false; F10 asks as in the filling.
 FillOutcome TakeSteps(RecordWork& work, const std::function<bool()>& step) {
     bool blnMore = true;
+    std::int64_t lngShown = -1;
     while (blnMore) {
         ui::RunSteps(
             ui::Effort::Long, [&] { return blnMore = step(); },
             [&] {
-                ShowTaken(work.lngMade);
+                ShowTaken(work.lngMade, lngShown);
                 return !blnStop;
             });
         ui::DoEvents();

@@ -43,12 +43,14 @@ struct SmallRecords : FreeSpaceTest {
 };
 
 TEST_F(SmallRecords, AllFreeRecordsAreTakenBeforeTheDiskIsFull) {
-    // Whether the system tells how many there are, and whether a file lies in one.
+    // Whether the system tells how many there are, whether a file lies in one, and in which.
     for (const int told : {0, 1, 2, 3}) {
         Begin(20 * MiB);
         fake::Drive& drive = PutOldRecords((told & 1) != 0);
         if ((told & 2) == 0)
             fake::FailAlways("HasClusters", "", Fault::NotSupported);
+        if (told == 0)
+            fake::FailAlways("ReadFileNumber", "", Fault::NotSupported);
         Start();
         WrittenAll([&] {
             EXPECT_EQ(0u, drive.Free());
