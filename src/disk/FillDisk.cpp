@@ -16,6 +16,7 @@
 #include "session/Session.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
+#include "support/SizeText.h"
 #include "ui/Interface.h"
 
 #include <algorithm>
@@ -26,7 +27,6 @@ namespace {
 
 using platform::Fault;
 
-constexpr std::int64_t lngMebibyte = 1048576;
 /// A disk that is full may have space again a moment later, from a program that deleted something
 /// or from a file system that gives it back late. So often it is filled at most.
 constexpr int intMostRounds = 6;
@@ -94,7 +94,7 @@ bool FillOneFile(FillWork& work) {
         FillDisk.lngBytesInCurrentFile = work.lngInFile;
         FillDisk.dblFreeSpaceNow = work.dblFreeShown;
         FillDisk.dblFreeSpaceAtStart = std::max(FillDisk.dblFreeSpaceAtStart, work.dblGoal.load());
-        const std::int64_t lngMebibytes = FillDisk.lngBytesInCurrentFile / lngMebibyte;
+        const std::int64_t lngMebibytes = FillDisk.lngBytesInCurrentFile / lngBytesPerMB;
         if (!blnFloppy && lngMebibytes != lngShown) {
             lngShown = lngMebibytes;
             ShowDummyFileProgress();
@@ -128,7 +128,7 @@ void EndWithFault(FillWork& work) {
 std::int64_t MostBytesInFile(const FillWork& work) {
     const auto lngMost = static_cast<std::int64_t>(dblMaxSizeDummyFile);
     if (FillDisk.intTestQuantity > 0)
-        return std::min(lngMost, FillDisk.intTestQuantity * lngMebibyte -
+        return std::min(lngMost, FillDisk.intTestQuantity * lngBytesPerMB -
                                      static_cast<std::int64_t>(work.dblTotal));
     return (lngMost + work.lngCluster - 1) / work.lngCluster * work.lngCluster;
 }
@@ -177,7 +177,7 @@ bool FillUntilFull(FillWork& work) {
             return false;
         }
         if (FillDisk.intTestQuantity > 0 &&
-            work.dblTotal >= static_cast<double>(FillDisk.intTestQuantity * lngMebibyte)) {
+            work.dblTotal >= static_cast<double>(FillDisk.intTestQuantity * lngBytesPerMB)) {
             FillDisk.Outcome = FillOutcome::Done;
             return false;
         }

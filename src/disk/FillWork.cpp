@@ -4,6 +4,7 @@
 #include "disk/FillDisk.h"
 #include "drives/DiskProc.h"
 #include "platform/System.h"
+#include "support/SizeText.h"
 
 #include <algorithm>
 
@@ -13,12 +14,11 @@ using platform::Fault;
 
 constexpr std::int64_t lngWriteUnit = 131072; ///< bytes; near the end it becomes one cluster
 constexpr std::int64_t lngLongestRun = 8 * lngWriteUnit;
-constexpr std::int64_t lngMebibyte = 1048576;
 /// Asking for the free space costs some 45 microseconds, a third of what writing a unit does. So it
 /// is asked before every unit only when by the last answer less than this is left, and else by
 /// time: an outcome other than that of asking always would need another program that writes more
 /// than this within that time, and even then the write that fails brings us to the same end.
-constexpr double dblNearEnd = 64.0 * lngMebibyte;
+constexpr double dblNearEnd = 64 * dblBytesPerMB;
 constexpr std::uint64_t lngMillisecondsBetweenQueries = 250;
 /// So many stretches in a row that leave the free space as it was end the filling.
 constexpr std::int16_t intMostFlatStretches = 8;

@@ -16,6 +16,7 @@
 #include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
+#include "support/SizeText.h"
 #include "ui/Interface.h"
 
 #include <cmath>
@@ -49,7 +50,7 @@ std::string AnnouncementText(char chrDrive) {
         const auto intOverwrites = GetNumOverwrites();
         strText += "Assuming a disk write speed (as measured) of " + FormatNumber(sngSpeed, 2) +
                    " MB/sec\r\nand using an adjustment factor of " +
-                   FormatNumber(AdjustmentFactor(BytesPerDummy() / 1048576), 2) +
+                   FormatNumber(AdjustmentFactor(BytesPerDummy() / dblBytesPerMB), 2) +
                    "\r\nthis will take about " + EstimateDurationText(SecondsToFill(chrDrive)) +
                    ".\r\n\r\nPurging " + strFiles + " will then take about " +
                    (intOverwrites == 1 ? std::string("the same time.")
@@ -172,8 +173,8 @@ double SecondsToFill(char chrDrive) {
     const float sngSpeed = sngPurgeSpeeds[static_cast<std::size_t>(chrDrive - 'A')];
     if (sngSpeed <= 0 || intNumDummyFiles <= 0)
         return 0;
-    return dblSpaceInFreeClusters / 1048576 / sngSpeed *
-           AdjustmentFactor(BytesPerDummy() / 1048576);
+    return dblSpaceInFreeClusters / dblBytesPerMB / sngSpeed *
+           AdjustmentFactor(BytesPerDummy() / dblBytesPerMB);
 }
 
 FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {

@@ -7,6 +7,7 @@
 #include "engine/FileProc.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "report/run/RunClock.h"
 #include "session/Session.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
@@ -169,7 +170,7 @@ void ShowTaken(std::int64_t lngMade, std::int64_t& lngShown) {
         return;
     lngShown = lngMade / 100;
     SetMainLine(MainLine::Status, "Places of deleted files taken: " + GroupedDigits(lngMade));
-    ShowRunProgress();
+    RefreshClock();
     RepaintMain();
 }
 

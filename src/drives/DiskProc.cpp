@@ -10,7 +10,6 @@
 
 namespace {
 constexpr std::int32_t intSmallestCluster = 512;
-constexpr double dblMegabyte = 1048576;
 
 /// Drive types have two numberings; this is the one without the entry "no such drive", in which a
 /// fixed disk is 2.
@@ -104,8 +103,8 @@ platform::Fault GetVolumeFacts(const std::string& rootPath, platform::VolumeFact
 std::string FreeSpaceText(const std::string& drive, double freeBytes) {
     std::string text =
         "Drive " + drive.substr(0, 1) + " has " + FormatNumber(freeBytes, 0) + " bytes ";
-    if (freeBytes >= dblMegabyte)
-        text += "(" + FormatNumber(freeBytes / dblMegabyte, 2) + " MB) ";
+    if (freeBytes >= dblBytesPerMB)
+        text += "(" + FormatNumber(freeBytes / dblBytesPerMB, 2) + " MB) ";
     return text + "free.";
 }
 

@@ -110,8 +110,7 @@ TEST_F(FilePurgeTest, WhatChangesMeanwhileIsCoveredOrLeftAlone) {
                     live = fake::ContentOf(path).find_first_of("ML") != std::string::npos;
                 });
                 // The length is restored of a kept file only; before a deletion it is looked at.
-                const bool happens =
-                    deleteAfter ? n != 5 : std::string(call) != "ReadAttributes";
+                const bool happens = deleteAfter ? n != 5 : std::string(call) != "ReadAttributes";
                 EXPECT_EQ(0, Purge(path, 1, 1, deleteAfter));
                 EXPECT_FALSE(live);
                 EXPECT_EQ(happens ? static_cast<std::int64_t>(length) : 1000, job.Length);

@@ -1,6 +1,6 @@
 // Start-up, the main window's labels and its own commands.
-#include "settings/SetupFiles.h"
 #include "support/MainWindow.h"
+#include "settings/SetupFiles.h"
 #include "shell/ShellTest.h"
 #include "ui/PathEllipsis.h"
 #include "Version.h"
