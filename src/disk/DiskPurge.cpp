@@ -3,12 +3,14 @@
 
 #include "disk/DiskPurgeQueries.h"
 #include "disk/DriveChoice.h"
+#include "disk/DriveReport.h"
 #include "disk/FileLoop.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
 #include "engine/FilePurge.h"
-#include "report/run/RunClock.h"
+#include "report/run/Run.h"
 #include "session/Session.h"
+#include "settings/frmTypeOfPurge.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
@@ -86,21 +88,34 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
         return;
     }
     const std::int64_t lngFiles = EndCounting(loop);
+    PlanRunProgress(0); // what remains is known now
     if (blnFinished) {
         SetMainLine(MainLine::Subdirectories2,
                     lngFiles == 1 ? std::string("One file is being purged.")
                                   : GroupedDigits(lngFiles) + " files are being purged.");
         Message("To interrupt this operation upon completion of the current file purge,\r\n"
                 "press the F10 key twice and wait for the 'Cancel?' query.");
-        BeginRunProgress(ShareOfRun);
+        BeginLoopProgress();
         blnFinished = WalkDisk(loop, state);
         EndRunProgress();
     }
     EndFileLoop(blnFinished);
     SetMainLine(MainLine::Subdirectories2, "");
-    Message(blnFinished ? "The disk has been purged (except for excluded files)."
-                        : "\r\nPurge disk was stopped.");
+    const char* const strEnd = blnFinished ? "The disk has been purged (except for excluded files)."
+                                           : "\r\nPurge disk was stopped.";
+    Message(strEnd);
+    TellInReport(strEnd);
     ShowUndone(loop, strUndoneBefore);
+}
+
+/// Behind the drive in the head of the report: what the user wants to keep.
+std::string ExclusionsText(const DiskPurgeState& state) {
+    std::string strText;
+    if (state.blnExcludeTopFiles)
+        strText += "\r\nexcluded: the files in " + state.strRoot;
+    for (const std::string& strName : state.excluded)
+        strText += "\r\nexcluded: " + state.strRoot + strName + "\\";
+    return strText;
 }
 
 void PurgeDisk() {
@@ -120,6 +135,11 @@ void PurgeDisk() {
     }
     blnStop = false;
     ui::HoldEscape(true);
+    BeginDriveReport(strTitle,
+                     "Purging Drive " + std::string(1, state.chrDrive) + ExclusionsText(state));
+    if (ReadFreeSpace(state.chrDrive))
+        PlanRunProgress(dblSpaceInFreeClusters * (1 + GetNumOverwrites()) +
+                        state.dblFileBytes * GetNumOverwrites());
     const auto result = PurgeFreeSpaceOf(state.chrDrive, strTitle);
     const std::string strUndone = UnpurgedText(result);
     if (result == FreeSpaceResult::Stopped || result == FreeSpaceResult::Failed ||

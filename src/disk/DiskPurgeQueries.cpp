@@ -124,7 +124,7 @@ bool MeasureSpeed(const DiskPurgeState& state, float& sngSpeed) {
     return true;
 }
 
-bool ShowDiskEstimate(const DiskPurgeState& state, float sngSpeed) {
+bool ShowDiskEstimate(DiskPurgeState& state, float sngSpeed) {
     double dblFree = 0, dblCapacity = 0;
     if (sngSpeed <= 0 || GetDiskSpaceEx(state.strRoot, dblFree, dblCapacity) != 0 ||
         !ReadFreeSpace(state.chrDrive))
@@ -138,6 +138,7 @@ bool ShowDiskEstimate(const DiskPurgeState& state, float sngSpeed) {
     blnStop = false;
     if (!blnSummed) // the user did not want to wait for it
         return Unknown(state.chrDrive);
+    state.dblFileBytes = dblBytes;
     const auto intOverwrites = GetNumOverwrites();
     std::string strText = "The capacity of the disk in Drive " + std::string(1, state.chrDrive) +
                           " is " + ByteSizeText(dblCapacity, 2) + ".\r\n\r\n" +

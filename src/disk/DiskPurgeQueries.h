@@ -9,6 +9,7 @@
 struct DiskPurgeState {
     char chrDrive = 0;
     std::string strRoot;                 ///< "X:\"
+    double dblFileBytes = 0;             ///< of all files, excluded ones too; 0 when not known
     std::int64_t lngTopFiles = 0;        ///< files in the root, what is never purged left out
     std::vector<std::string> subfolders; ///< names of the root's folders, links left out
     bool blnExcludeTopFiles = false;
@@ -22,7 +23,7 @@ struct DiskPurgeState {
 /// The speed test, where the drive has no measured speed yet. sngSpeed stays 0 without success.
 bool MeasureSpeed(const DiskPurgeState& state, float& sngSpeed);
 /// Capacity and estimated times, or that they cannot be had.
-bool ShowDiskEstimate(const DiskPurgeState& state, float sngSpeed);
+bool ShowDiskEstimate(DiskPurgeState& state, float sngSpeed);
 bool ShowPlan(const DiskPurgeState& state);
 bool AskAboutTopFiles(DiskPurgeState& state);
 bool AskAboutTopFolders(DiskPurgeState& state);

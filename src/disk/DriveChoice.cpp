@@ -1,9 +1,11 @@
 // Chooses a drive that can be written to, and puts everything to rest after a command on drives.
 #include "disk/DriveChoice.h"
 
+#include "disk/DriveReport.h"
 #include "disk/FillDisk.h"
 #include "disk/FillDiskPurge.h"
 #include "disk/LeftoverDummies.h"
+#include "disk/RunProgress.h"
 #include "drives/DiskProc.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
@@ -99,6 +101,8 @@ void RunDriveCommand(const std::function<void()>& command) {
     request.How.blnOKToPurgeReadOnlyFiles = request.How.blnOKToPurgeSystemFiles = true;
     BeginRun(request);
     command();
+    ForgetRunProgress();
+    EndDriveReport();
     currentRun.State = blnStop ? RunState::Stopped : RunState::Done;
     ui::HoldEscape(false);
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);

@@ -2,13 +2,16 @@
 // was left.
 #include "disk/FileLoop.h"
 
+#include "disk/DriveReport.h"
 #include "disk/RunProgress.h"
 #include "engine/FileOps.h"
 #include "platform/Files.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunJob.h"
+#include "report/run/RunRecords.h"
 #include "report/run/TreeWalk.h"
 #include "session/Session.h"
+#include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -19,6 +22,7 @@
 namespace {
 
 constexpr std::int64_t intMostNamesTold = 5;
+constexpr std::size_t intMostFailuresTold = 5;
 
 const char* const strGoOn = "Click 'OK' to continue, or 'Cancel' to terminate this operation.";
 
@@ -36,8 +40,8 @@ bool GoOn(const FileLoop& loop, const std::string& strText) {
 
 /// "Now purging (pass 1):C:\folder\name", with what is done in front from the second file on. No
 /// blank follows the colon: kept so.
-void ShowFile(const FileLoop& loop, int pass, const std::string& strPath) {
-    const std::int64_t lngPurged = loop.Counts.lngNumFilesPurged;
+void ShowFile(int pass, const std::string& strPath) {
+    const std::int64_t lngPurged = currentRun.Counts.lngNumFilesPurged;
     const std::int64_t lngTotal = currentRun.Request.lngNumFilesExpected;
     std::string strText;
     if (lngPurged >= 2 && lngTotal > 0)
@@ -69,11 +73,11 @@ std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
     PurgeJob job = JobOfRun(strPath);
     job.MayPurgeAllNames = [&] { return AllNamesChosen(loop, strPath); };
     job.GoOn = [&] {
-        ShowFile(loop, job.PassesDone + 1, strPath);
+        ShowFile(job.PassesDone + 1, strPath);
         return true;
     };
-    ShowFile(loop, 1, strPath);
-    RunJobOfRun(job, loop.Counts);
+    ShowFile(1, strPath);
+    RunJobOfRun(job, currentRun.Counts);
     job.Reach &= ~std::uint32_t{ReachHardLinks}; // all names are purged in turn
     NoteJob(job);
     if (job.Result == PurgeSeveralNames)
@@ -102,10 +106,10 @@ bool VisitFile(FileLoop& loop, const std::string& strPath, const FoundFile& file
         ++currentRun.Request.lngNumFilesExpected;
         currentRun.Request.dblBytesExpected += bytes;
     } else {
-        const std::int64_t lngPurged = loop.Counts.lngNumFilesPurged;
+        const std::int64_t lngPurged = currentRun.Counts.lngNumFilesPurged;
         NoteFileBegun(static_cast<std::int64_t>(file.Length));
         intResult = PurgeFileOfLoop(loop, strPath);
-        NoteFileDone(bytes, loop.Counts.lngNumFilesPurged > lngPurged);
+        NoteFileDone(bytes, currentRun.Counts.lngNumFilesPurged > lngPurged);
         RefreshClock();
     }
     ui::DoEvents();
@@ -135,9 +139,9 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     // Its place was taken since it was listed: what it held cannot be reached any more.
     walk.onLink = [&](const std::string&, bool, bool blnInPlace) {
         if (blnInPlace)
-            ++loop.Counts.lngNumFoldersUnread;
+            ++currentRun.Counts.lngNumFoldersUnread;
     };
-    walk.onUnread = [&](const std::string&) { ++loop.Counts.lngNumFoldersUnread; };
+    walk.onUnread = [&](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
     walk.onStop = walk.onTurn = [&](const std::string& strPath) {
         ui::DoEvents();
         return !blnStop || GoOn(loop, strPath + "\r\n");
@@ -147,8 +151,23 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
 
 std::int64_t EndCounting(FileLoop& loop) {
     loop.blnCounting = false;
-    loop.Counts.lngNumFoldersUnread = 0; // they are met again
+    currentRun.Counts.lngNumFoldersUnread = 0; // they are met again
     return currentRun.Request.lngNumFilesExpected;
+}
+
+double BytesToPurge() {
+    return currentRun.Request.dblBytesExpected * GetNumOverwrites();
+}
+
+void BeginLoopProgress() {
+    BeginRunProgress(
+        BytesToPurge(),
+        [] {
+            const std::int64_t lngFiles = currentRun.Request.lngNumFilesExpected;
+            return "File " + GroupedDigits(std::min(FilesDone() + 1, lngFiles)) + " of " +
+                   GroupedDigits(lngFiles) + ".";
+        },
+        ShareOfRun);
 }
 
 void EndFileLoop(bool blnFinished) {
@@ -156,6 +175,21 @@ void EndFileLoop(bool blnFinished) {
         blnStop = false;
     SetMainLine(MainLine::PurgeFoldersMessage, "");
 }
+
+namespace {
+
+/// The first files that failed and why, a line each.
+std::string FirstFailures() {
+    const std::vector<RunFailure>& failures = currentRun.Failures;
+    std::string strText;
+    for (std::size_t i = 0; i < failures.size() && i < intMostFailuresTold; ++i) {
+        const FileRecord record = RecordAt(failures[i].Record);
+        strText += record.Path + ": " + ReasonText(record, failures[i].strHolders) + "\r\n";
+    }
+    return strText;
+}
+
+} // namespace
 
 void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
     const auto Sentence = [](std::int64_t lngCount, const char* strOne, const char* strMany) {
@@ -167,7 +201,8 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
     std::string strText =
         (strUndoneBefore.empty() ? "" : strUndoneBefore + "\r\n") +
         Sentence(loop.lngFailed, "file could not be purged.", "files could not be purged.") +
-        Sentence(loop.Counts.lngNumFoldersUnread, "folder could not be read completely.",
+        FirstFailures() +
+        Sentence(currentRun.Counts.lngNumFoldersUnread, "folder could not be read completely.",
                  "folders could not be read completely.") +
         Sentence(loop.lngPartly,
                  "purged file was encrypted, compressed, sparse or in the cloud: older copies of "
@@ -186,5 +221,9 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
     if (strText.empty())
         return;
     strText.resize(strText.size() - 2);
-    ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Information, loop.strTitle);
+    TellInReport(strText);
+    if (loop.lngFailed > 0)
+        OfferReport(strText, loop.strTitle);
+    else
+        ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Information, loop.strTitle);
 }

@@ -2,19 +2,17 @@
 // them, then purges them one by one.
 #pragma once
 
-#include "report/run/Run.h"
-
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
 
-/// One operation's loop. The same record serves counting first and purging then.
+/// One operation's loop. The same record serves counting first and purging then; the files purged
+/// are counted in the current run.
 struct FileLoop {
     std::string strTitle;       ///< of its boxes
     bool blnCounting = true;    ///< only adds up what is expected of the current run
     bool blnErrorBoxes = true;  ///< a failed file gets its box; else it is only counted
-    RunCounts Counts{};         ///< of the files purged
     std::int64_t lngFailed = 0; ///< files that could not be purged; one that is gone is none
     std::int64_t lngPartly = 0; ///< purged, but writing in place does not reach all of their data
     /// Whether a path lies in what was chosen. A file that has a name elsewhere, too, is passed
@@ -32,6 +30,10 @@ bool IsNeverPurged(const std::string& strPath);
 bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders);
 /// Ends counting; what comes next is purging. The number of files that were counted.
 std::int64_t EndCounting(FileLoop& loop);
+/// Bytes that purging the files that were counted will write.
+double BytesToPurge();
+/// The progress of the purging begins.
+void BeginLoopProgress();
 /// Ends the loop: clears blnStop unless the user stopped the loop.
 void EndFileLoop(bool blnFinished);
 /// Tells what a run left undone, one sentence per line, behind what was undone before it. No box

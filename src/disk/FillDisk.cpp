@@ -295,7 +295,9 @@ void WriteDummyFiles() {
         return;
     }
     if (!blnTest)
-        BeginRunProgress([] { return BytesWritten() / BytesToWrite(); });
+        BeginRunProgress(
+            FillDisk.dblFreeSpaceAtStart, [] { return std::string("Filling the free space."); },
+            [] { return BytesWritten() / BytesToWrite(); });
     RecordWork records;
     records.lngCluster = work.lngCluster;
     if (!blnTest)

@@ -8,6 +8,7 @@
 #include "report/run/RunClock.h"
 #include "report/run/RunJob.h"
 #include "session/Session.h"
+#include "settings/frmTypeOfPurge.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
@@ -103,6 +104,13 @@ void ListDummyFilesInOrder(std::int64_t lngCluster, std::vector<DummyFile>& file
                           [&](const DummyFile& file) { return file.lngLength % lngCluster == 0; });
 }
 
+double BytesOf(const std::vector<DummyFile>& files) {
+    double dblBytes = 0;
+    for (const DummyFile& file : files)
+        dblBytes += static_cast<double>(file.lngLength);
+    return dblBytes;
+}
+
 } // namespace
 
 bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const std::string&) {
@@ -111,10 +119,16 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     RunCounts counts; // the user's files are counted apart
     std::int64_t lngDone = 0;
     if (blnInteractive)
-        BeginRunProgress([&] {
-            return (static_cast<double>(lngDone) + PurgeShareDone()) /
-                   static_cast<double>(files.size());
-        });
+        BeginRunProgress(
+            BytesOf(files) * GetNumOverwrites(),
+            [&] {
+                return "Purging dummy file " + GroupedDigits(lngDone + 1) + " of " +
+                       GroupedDigits(std::ssize(files)) + ".";
+            },
+            [&] {
+                return (static_cast<double>(lngDone) + PurgeShareDone()) /
+                       static_cast<double>(files.size());
+            });
     for (const DummyFile& file : files) {
         PurgeJob job = JobOfRun(
             DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, file.lngNumber));

@@ -2,9 +2,11 @@
 #include "disk/FreeSpacePurge.h"
 
 #include "disk/DriveChoice.h"
+#include "disk/DriveReport.h"
 #include "disk/FillDisk.h"
 #include "disk/FillDiskPurge.h"
 #include "disk/LeftoverDummies.h"
+#include "disk/RunProgress.h"
 #include "disk/SmallRecords.h"
 #include "drives/DiskProc.h"
 #include "drives/DriveWork.h"
@@ -199,6 +201,10 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
         !AskToContinue(AnnouncementText(chrDrive), strTitle))
         return FreeSpaceResult::Stopped;
 
+    BeginDriveReport(strTitle, "Purging the free space of Drive " + strDrive + " (" +
+                                   ByteSizeText(dblSpaceInFreeClusters, 2) + ")");
+    if (!blnPurgingDrive) // that has planned more than this
+        PlanRunProgress(dblSpaceInFreeClusters * (1 + GetNumOverwrites()));
     FillDisk.strDriveRoot = strDrive + ":\\";
     FillDisk.intTestQuantity = 0;
     blnPurgingFreeSpace = true;
@@ -208,6 +214,9 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     SetMainLine(MainLine::Status, "");
     SetMainLine(MainLine::LargePurgeMessage, FreeSpaceResultText(result));
     RepaintMain();
+    TellInReport("Dummy files written: " + GroupedDigits(FillDisk.lngFilesWritten) +
+                 "\r\nDummy files purged: " + GroupedDigits(FillDisk.lngFilesPurged) + "\r\n" +
+                 FreeSpaceResultText(result));
     return result;
 }
 

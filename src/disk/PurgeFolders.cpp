@@ -2,12 +2,13 @@
 #include "disk/PurgeFolders.h"
 
 #include "disk/DriveChoice.h"
+#include "disk/DriveReport.h"
 #include "disk/FileLoop.h"
 #include "disk/RunProgress.h"
 #include "disk/SystemFolders.h"
 #include "engine/FilePurge.h"
 #include "platform/Places.h"
-#include "report/run/RunClock.h"
+#include "report/run/Run.h"
 #include "selection/frmSubfolders.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
@@ -93,6 +94,10 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
     FileLoop loop;
     loop.strTitle = strTitle;
     SettleVolume(strFolder);
+    std::string strNames;
+    for (const std::string& strName : names)
+        strNames += "\r\n" + FolderWithBackslash(strFolder) + strName + "\\";
+    BeginDriveReport(strTitle, "Purging all files in these folders and below:" + strNames);
     loop.isChosen = [&](const std::string& strPath) {
         return std::any_of(names.begin(), names.end(), [&](const std::string& strName) {
             return IsBelow(strPath, FolderWithBackslash(strFolder) + strName + "\\");
@@ -117,12 +122,13 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
                     "press the F10 key twice and wait for the 'Cancel?' query.");
         RepaintMain();
         ui::HoldEscape(true);
-        BeginRunProgress(ShareOfRun);
+        BeginLoopProgress();
         blnFinished = WalkChosen(loop, strFolder, names);
         EndRunProgress();
     }
     EndFileLoop(blnFinished);
     SetMainLine(MainLine::LargePurgeMessage, blnFinished ? "" : strStopped);
+    TellInReport(blnFinished ? "" : strStopped);
     if (blnFinished)
         SetMainLine(MainLine::Subdirectories2, PurgedText(strText));
     RepaintMain();

@@ -1,7 +1,8 @@
-// The clock of the commands on drives: time line and share in the main window.
+// The progress of the commands on drives: line and bar in the main window.
 #include "disk/RunProgress.h"
 
 #include "report/run/RunClock.h"
+#include "session/Session.h"
 #include "support/MainWindow.h"
 
 #include <algorithm>
@@ -11,27 +12,62 @@ ui::Timer tmrRunProgress;
 
 namespace {
 
+/// In bytes that are written: of the whole command, of the phases that have ended, of this one.
+double dblPlanned = 0, dblEnded = 0, dblOfPhase = 0;
+std::function<double()> shareOfPhase; ///< none between two phases
+std::function<std::string()> doingOfPhase;
+
+double ShareOfCommand() {
+    const double dblAll = std::max(dblPlanned, dblEnded + dblOfPhase);
+    const double dblShare = shareOfPhase ? std::clamp(shareOfPhase(), 0.0, 1.0) : 0;
+    return dblAll > 0 ? (dblEnded + dblOfPhase * dblShare) / dblAll : dblShare;
+}
+
 void ShowInMain() {
-    const std::string strRemaining = RemainingText();
-    SetMainLine(MainLine::EstimatedTime,
-                ElapsedText() + (strRemaining.empty() ? "" : "  ") + strRemaining);
-    ShowMainProgress(std::clamp(ClockShare(), 0.0, 1.0));
+    if (!shareOfPhase)
+        return;
+    std::string strText = blnStop ? "Stopping ...  " : doingOfPhase() + "  ";
+    strText += ElapsedText();
+    if (const std::string strRemaining = RemainingText(); !strRemaining.empty())
+        strText += "  " + strRemaining;
+    SetMainLine(MainLine::EstimatedTime, strText);
+    ShowMainProgress(std::max(ClockShare(), 0.0));
 }
 
 } // namespace
 
-void BeginRunProgress(std::function<double()> shareDone) {
+void PlanRunProgress(double dblBytes) {
+    dblPlanned = dblBytes;
+}
+
+void BeginRunProgress(double dblBytes, std::function<std::string()> doing,
+                      std::function<double()> shareDone) {
+    dblOfPhase = dblBytes;
+    doingOfPhase = std::move(doing);
+    shareOfPhase = std::move(shareDone);
     tmrRunProgress.Interval = 500;
     tmrRunProgress.Tick = RefreshClock;
     tmrRunProgress.Enabled = true;
-    BeginClock(std::move(shareDone), ShowInMain);
+    if (ClockRuns())
+        PauseClock(false);
+    else
+        BeginClock(ShareOfCommand, ShowInMain);
 }
 
 void EndRunProgress() {
-    EndClock();
+    if (shareOfPhase)
+        dblEnded += dblOfPhase;
+    shareOfPhase = nullptr;
+    PauseClock(true);
     tmrRunProgress.Enabled = false;
     SetMainLine(MainLine::EstimatedTime, "");
     ShowMainProgress(-1);
+}
+
+void ForgetRunProgress() {
+    EndRunProgress();
+    EndClock();
+    dblPlanned = dblEnded = dblOfPhase = 0;
 }
 
 int AskInRun(const std::string& strText, ui::Buttons buttons, ui::Icon icon,
@@ -39,7 +75,8 @@ int AskInRun(const std::string& strText, ui::Buttons buttons, ui::Icon icon,
     tmrRunProgress.Enabled = false;
     PauseClock(true);
     const int intAnswer = ui::MsgBox(strText, buttons, icon, strTitle);
-    PauseClock(false);
-    tmrRunProgress.Enabled = ClockRuns();
+    if (shareOfPhase)
+        PauseClock(false);
+    tmrRunProgress.Enabled = shareOfPhase != nullptr;
     return intAnswer;
 }

@@ -2,6 +2,7 @@
 #include "disk/SpeedTest.h"
 
 #include "disk/DriveChoice.h"
+#include "disk/DriveReport.h"
 #include "disk/FillDisk.h"
 #include "disk/FillDiskPurge.h"
 #include "disk/FreeSpacePurge.h"
@@ -30,6 +31,7 @@ constexpr double dblLeastSeconds = 0.001;
 constexpr int intMillisecondsBeforeTest = 1000; ///< lets the disk come to rest
 
 bool Fail(const std::string& strText) {
+    TellInReport(strText);
     ui::Complain(strText, strTitle);
     return false;
 }
@@ -107,6 +109,7 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
                     (blnFloppy ? "\r\nAt least 128 KB of free space is required for this test."
                                : "\r\nAt least 1 MB of free space is required for this test."));
 
+    BeginDriveReport(strTitle, "Testing the purge speed of Drive " + strDrive);
     SetMainLine(MainLine::LargePurgeMessage, "Testing Drive " + strDrive + " ...");
     FillDisk.strDriveRoot = strDrive + ":\\";
     FillDisk.intTestQuantity = blnFloppy ? 1 : dblFree >= dblMuchFree ? 10 : 5;
@@ -118,8 +121,10 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
     FillDisk.intTestQuantity = 0;
     blnStop = false;
     SetMainLine(MainLine::LargePurgeMessage, "");
-    if (FillDisk.Outcome == FillOutcome::Stopped)
+    if (FillDisk.Outcome == FillOutcome::Stopped) {
+        TellInReport("The test was stopped.");
         return false;
+    }
     if (dblSeconds < 0)
         return Fail("An error occurred when purging the dummy files.\r\n"
                     "The test cannot be completed.");
@@ -135,6 +140,8 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
     SetMainLine(MainLine::PurgeSpeed,
                 SpeedText(sngSpeed) + " MB/sec. (1 overwrite) for Drive " + strDrive + ".");
     RepaintMain();
+    TellInReport(ByteSizeText(dblBytes, 2) + " were written and purged: " + SpeedText(sngSpeed) +
+                 " MB/sec for one overwrite.");
     if (blnShowResult)
         ui::MsgBox(SpeedResultText(blnFloppy, sngSpeed, intOverwrites), ui::Buttons::OK,
                    ui::Icon::Information, strTitle);

@@ -35,7 +35,9 @@ void CompleteRequest(RunRequest& request) {
     frmAntiVirusQuery.blnAsked = false;
 }
 
-void ShowEndOfRun() {
+} // namespace
+
+void ShowEndOfReport() {
     FrmReport& f = frmReport;
     f.cmdPauseContinue.Enabled = false;
     f.cmdStop.Enabled = false;
@@ -53,8 +55,6 @@ void ShowEndOfRun() {
     ui::Repaint(f);
 }
 
-} // namespace
-
 void ProcessFiles() {
     RunRequest& request = currentRun.Request;
     if (request.blnPurgeFiles && !PurgeLibraryReady())
@@ -67,5 +67,5 @@ void ProcessFiles() {
     ui::HoldEscape(false);
     request.lngNumFilesExpected = 0;
     request.dblBytesExpected = 0;
-    ShowEndOfRun();
+    ShowEndOfReport();
 }

@@ -7,3 +7,5 @@ void ResetReportWindow();
 /// Runs the operation described by the request of currentRun; returns when it is done, stopped or
 /// cancelled. The report window is shown by the caller before.
 void ProcessFiles();
+/// The run is over: the buttons and words of the window say so.
+void ShowEndOfReport();

@@ -209,6 +209,7 @@ TEST_F(DiskPurgeTest, EveryBoxCanEndItAndKeepsTheFiles) {
 TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {
     const std::string deep = "D:\\docs\\old\\deep.txt";
     answers["without further interruption"] = Yes;
+    answers["to see the report?"] = Yes;
     fake::At("D:\\docs\\letter.txt")->Locked = true;
     bool failed = false; // the first write of the purge of the free space fails
     fake::FailAlways("RemoveFile", "score", Fault::AccessDenied);
@@ -223,8 +224,19 @@ TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {
     EXPECT_EQ(8u, user.Boxes.size());
     Box(deep + "\r\nClick 'OK' to continue, or");
     EXPECT_EQ("One dummy file was not purged to the end:\r\nthat space was overwritten with null "
-              "bytes.\r\n2 files could not be purged.",
+              "bytes.\r\n2 files could not be purged.\r\nD:\\docs\\letter.txt: unable to open "
+              "file for writing (another program is using the file)\r\nD:\\games\\score: file "
+              "overwritten but not deleted (access was denied)\r\n\r\nDo you wish to see the "
+              "report?",
               user.Boxes.back().Text);
+    EXPECT_TRUE(frmReport.Visible);
+    const std::string report = frmReport.txbText.Text;
+    for (const char* part : {"Purging Drive D\r\nusing random bytes once.\r\n",
+                             "Purging the free space of Drive D (59.97 MB)\r\n",
+                             "Dummy files written: 2\r\nDummy files purged: 1\r\n",
+                             "\r\nNumber of files purged: 3\r\nSum of sizes of files purged: 18 "
+                             "bytes\r\n\r\nFiles that could not be purged: 2\r\nD:\\docs\\letter"})
+        EXPECT_NE(report.find(part), report.npos) << part << "\n" << report;
     EXPECT_EQ(strDone, frmMain.lblLargePurgeMessage.Caption);
     EXPECT_EQ("pagefile.sys docs\\letter.txt WINDOWS\\WIN386.SWP games\\score ", Left());
 }

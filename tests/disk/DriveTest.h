@@ -4,6 +4,7 @@
 
 #include "disk/FillDisk.h"
 #include "fakes/ProgramTest.h"
+#include "report/frmReport.h"
 #include "selection/frmDrives.h"
 #include "selection/frmSubfolders.h"
 #include "settings/frmTypeOfPurge.h"

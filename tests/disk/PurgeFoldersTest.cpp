@@ -55,7 +55,10 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
                 [] { fake::At("D:\\work\\a\\turned")->LinkTarget = "D:\\other"; });
     user.Box(strTitle, "One folder could not be read completely.");
     user.During(
-        [] { return frmMain.lblEstimatedTime.Caption == "Elapsed: 5s.  Remaining: about 6s."; },
+        [] {
+            return frmMain.lblEstimatedTime.Caption ==
+                   "File 3 of 3.  Elapsed: 5s.  Remaining: about 6s.";
+        },
         [] { EXPECT_TRUE(frmMain.lblSubdirectories2.Caption.ends_with("are being purged.")); });
     Click();
     EXPECT_EQ("3 files in one folder have been purged.", frmMain.lblSubdirectories2.Caption);
@@ -149,7 +152,8 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
             user.Box(strTitle, text + file + (call.empty() ? "\r\n" : "\r\n\r\n") + strGoOn,
                      goOn ? ui::AnswerOK : ui::AnswerCancel, {{}, ui::Buttons::OKCancel, 1});
             if (!call.empty())
-                user.Box(strTitle, "One file could not be purged.");
+                user.BoxLike(strTitle, "One file could not be purged.\r\n" + file + ": ",
+                             ui::AnswerNo);
             Click();
             EXPECT_EQ(goOn, fake::At("D:\\work\\a\\f3") == nullptr);
             EXPECT_EQ(goOn, frmMain.lblSubdirectories2.Caption.ends_with(" been purged."));
@@ -173,9 +177,13 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     const std::uint64_t began = platform::TickCount();
     Choose("D:\\work\\", {"a", "b"});
     Summary("Two folders will be purged:a b ");
-    user.Box(strTitle, "One file could not be purged.\r\nOne folder could not be read "
-                       "completely.\r\nOne file was not purged, as its data also "
-                       "belong to a name outside what was chosen:\r\nD:\\work\\a\\f3");
+    user.Box(strTitle,
+             "One file could not be purged.\r\n" + file +
+                 ": unable to open file for writing (another program is using the file)\r\n"
+                 "One folder could not be read completely.\r\nOne file was not purged, as its data "
+                 "also belong to a name outside what was chosen:\r\nD:\\work\\a\\f3\r\n\r\n"
+                 "Do you wish to see the report?",
+             ui::AnswerNo);
     Click();
     EXPECT_GE(platform::TickCount() - began, 2000u);
     EXPECT_EQ("secret", fake::ContentOf("D:\\work\\c\\f3"));

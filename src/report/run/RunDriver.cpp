@@ -25,10 +25,6 @@ constexpr double dblRulerBytesUnmeasured = 64 * dblBytesPerMB;
 
 constexpr std::size_t lngMostNamed = 15; // failures at the end of the report
 
-std::string DateAndTime() {
-    return platform::DateText() + ", " + platform::TimeText() + "\r\n";
-}
-
 // Each item may lie on another drive.
 void PrepareItem(const RunItem& item) {
     const float speed = PurgeSpeedOf(item.strFolder);
@@ -98,6 +94,17 @@ void RunListing() {
 
 } // namespace
 
+std::string DateAndTime() {
+    return platform::DateText() + ", " + platform::TimeText() + "\r\n";
+}
+
+void TellFailuresAndTime() {
+    currentRun.strFoot = currentRun.Request.blnPurgeFiles ? DateAndTime() : std::string();
+    currentRun.strEnded = platform::IsoTimeText();
+    const std::string failures = FailuresText(lngMostNamed);
+    AppendBeyondLimit((failures.empty() ? "" : "\r\n" + failures) + currentRun.strFoot);
+}
+
 void PerformRun() {
     if (currentRun.Request.blnPurgeFiles)
         RunPurge();
@@ -107,11 +114,8 @@ void PerformRun() {
     EndClock();
     EndReportLine();
     currentRun.strSummary = SummaryText();
-    currentRun.strFoot = currentRun.Request.blnPurgeFiles ? DateAndTime() : std::string();
-    currentRun.strEnded = platform::IsoTimeText();
-    const std::string failures = FailuresText(lngMostNamed);
-    AppendBeyondLimit(currentRun.strSummary + (failures.empty() ? "" : "\r\n" + failures) +
-                      currentRun.strFoot);
+    AppendBeyondLimit(currentRun.strSummary);
+    TellFailuresAndTime();
     // F10 stops a run, too; a pause that was asked for at its end stays seen.
     if (WasStopped())
         currentRun.State = RunState::Stopped;

@@ -100,11 +100,14 @@ void ForgetRecords() {
     names.clear();
 }
 
-// No failure: nothing was to be done, nobody could have done it, or the user did not want it.
+// No failure: nothing was to be done, nobody could have done it, or the user did not want it. To
+// other names of its data a user says so, or a command on drives keeps them and tells them apart.
 bool IsFailure(const FileRecord& record) {
-    return record.Fate == FileFate::Begun && record.Result < 0 && record.Result != PurgeStopped &&
-           record.Result != PurgeNoSlack && record.Result != PurgeVanished &&
-           record.Result != PurgeNoPasses;
+    if (record.Fate != FileFate::Begun || record.Result >= 0)
+        return false;
+    constexpr std::int16_t none[] = {PurgeStopped, PurgeNoSlack, PurgeVanished, PurgeNoPasses,
+                                     PurgeSeveralNames};
+    return std::find(std::begin(none), std::end(none), record.Result) == std::end(none);
 }
 
 std::string RecordTail(const FileRecord& record) {

@@ -67,6 +67,8 @@ const char* ResultWord(const FileRecord& record) {
         return "gone";
     case PurgeNoSlack:
         return "no slack";
+    case PurgeSeveralNames:
+        return "declined";
     default:
         return record.Fate == FileFate::Refused ? "refused" : "failed";
     }

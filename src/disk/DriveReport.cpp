@@ -1,0 +1,75 @@
+// The report of the commands on drives: head, what was done, sums and failures.
+#include "disk/DriveReport.h"
+
+#include "platform/System.h"
+#include "report/BatchDriver.h"
+#include "report/frmReport.h"
+#include "report/run/Run.h"
+#include "report/run/RunDriver.h"
+#include "report/run/RunEvents.h"
+#include "report/run/RunRecords.h"
+#include "settings/frmTypeOfPurge.h"
+#include "support/Numbers.h"
+#include "support/SizeText.h"
+#include "ui/Interface.h"
+
+#include <utility>
+
+namespace {
+
+bool blnBegun = false;
+bool blnOffered = false; ///< the user wants to see the report when the command is over
+
+/// Windows' end of lines, none at the end.
+std::string AsLine(std::string strText) {
+    while (strText.ends_with("\r\n"))
+        strText.resize(strText.size() - 2);
+    return strText + "\r\n";
+}
+
+} // namespace
+
+void BeginDriveReport(const std::string& strTitle, const std::string& strWhat) {
+    if (blnBegun) {
+        TellInReport(strWhat);
+        return;
+    }
+    blnBegun = true;
+    RunRequest& request = currentRun.Request;
+    request.strTitle = frmReport.Caption = strTitle;
+    request.strItems = strWhat;
+    ResetReportWindow();
+    frmReport.cmdPauseContinue.Enabled = false;
+    TellInReport(DateAndTime() + AsLine(strWhat) + "using " +
+                 PurgeTypeNumPasses(request.How.intPurgeType, request.How.intNumberOfPasses) +
+                 ".\r\n");
+}
+
+void TellInReport(const std::string& strText) {
+    if (!blnBegun || strText.empty())
+        return;
+    const std::string strLine = AsLine(strText);
+    (NumRecords() == 0 ? currentRun.strHead : currentRun.strSummary) += strLine;
+    AppendReport(strLine, true);
+}
+
+void EndDriveReport() {
+    if (!blnBegun)
+        return;
+    if (NumRecords() > 0) {
+        const RunCounts& counts = currentRun.Counts;
+        TellInReport(
+            "Number of files purged: " + GroupedDigits(counts.lngNumFilesPurged) +
+            "\r\nSum of sizes of files purged: " + ByteSizeText(counts.dblTotalBytesPurged, 2));
+    }
+    TellFailuresAndTime();
+    blnBegun = false;
+    ShowEndOfReport();
+    if (std::exchange(blnOffered, false))
+        ShowReportAgain();
+}
+
+void OfferReport(const std::string& strText, const std::string& strTitle) {
+    blnOffered = ui::MsgBox(strText + "\r\n\r\nDo you wish to see the report?", ui::Buttons::YesNo,
+                            ui::Icon::Information, strTitle) == ui::AnswerYes;
+}
