@@ -16,9 +16,10 @@ namespace {
 
 void Ask(const std::function<void()>& question) {
     MovePendingText();
+    const bool blnPaused = ClockIsPaused();
     PauseClock(true);
     question();
-    PauseClock(false);
+    PauseClock(blnPaused);
 }
 
 void ShowOverReport(ui::Form& form, int right, int below) {

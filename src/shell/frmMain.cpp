@@ -4,6 +4,9 @@
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "report/frmReport.h"
+#include "report/run/Run.h"
+#include "report/run/RunClock.h"
+#include "report/run/RunEvents.h"
 #include "report/run/TimeEstimates.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
@@ -75,22 +78,6 @@ void WriteLargePurgeMessage(const std::string& strText) {
                       5);
 }
 
-/// The meaning stands right behind a file specification; a file's name has the whole line.
-void PlaceFilesLabels() {
-    const bool blnMeaning = !frmMain.lblFiles2.Caption.empty();
-    constexpr int intWidthOfCharacter = 110;
-    const int intRoom = RoomFrom(frmMain.lblFiles);
-    frmMain.lblFiles.Width = intRoom;
-    if (blnMeaning)
-        frmMain.lblFiles.Width = std::min(
-            static_cast<int>(std::min<std::size_t>(strFilespec.size(), 500)) * intWidthOfCharacter +
-                240,
-            intRoom / 2);
-    frmMain.lblFiles2.Visible = blnMeaning;
-    frmMain.lblFiles2.Left = frmMain.lblFiles.Left + frmMain.lblFiles.Width;
-    frmMain.lblFiles2.Width = RoomFrom(frmMain.lblFiles2);
-}
-
 /// "(All files.)" and its like: what a file specification of several files means.
 std::string FilespecMeaning(const std::string& strSpec) {
     if (strSpec == "*.*")
@@ -102,6 +89,22 @@ std::string FilespecMeaning(const std::string& strSpec) {
         strExt.find_first_of("?*.") == std::string::npos)
         return "(All files with extension " + strExt + ".)";
     return "(All files of the form " + strSpec + ".)";
+}
+
+/// The meaning stands right behind a file specification; a file's name has the whole line.
+void PlaceFilesLabels() {
+    const bool blnMeaning = !FilespecMeaning(strFilespec).empty();
+    constexpr int intWidthOfCharacter = 110;
+    const int intRoom = RoomFrom(frmMain.lblFiles);
+    frmMain.lblFiles.Width = intRoom;
+    if (blnMeaning)
+        frmMain.lblFiles.Width = std::min(
+            static_cast<int>(std::min<std::size_t>(strFilespec.size(), 500)) * intWidthOfCharacter +
+                240,
+            intRoom / 2);
+    frmMain.lblFiles2.Visible = blnMeaning;
+    frmMain.lblFiles2.Left = frmMain.lblFiles.Left + frmMain.lblFiles.Width;
+    frmMain.lblFiles2.Width = RoomFrom(frmMain.lblFiles2);
 }
 
 void OpenAddress(const std::string& strAddress) {
@@ -218,6 +221,8 @@ void RepaintMain() {
 }
 
 void ShowMainProgress(double dblFraction) {
+    frmMain.barProgress.Visible = dblFraction >= 0;
+    frmMain.barProgress.Fraction = std::max(dblFraction, 0.0);
     ui::ShowTaskbarProgress(frmMain, dblFraction, false);
 }
 
@@ -255,9 +260,10 @@ void Button_MouseOver(ui::Control& control) {
 
 void KeyReleased(int intKeyCode) {
     constexpr int intKeyF1 = 112, intKeyF10 = 121;
-    if (intKeyCode == intKeyF10)
+    if (intKeyCode == intKeyF10) {
         blnStop = true;
-    else if (intKeyCode == intKeyF1 && IsManualThere())
+        ShowClock(); // it says so
+    } else if (intKeyCode == intKeyF1 && IsManualThere())
         OpenAddress(ManualPath());
 }
 
@@ -269,7 +275,7 @@ void cmdTypeOfPurge_Click() {
         frmReport.lblPausedDone.Caption.clear();
     UpdateTypeOfPurgeLabel();
     // The estimate of a single file rests on the number of overwrites.
-    if (!frmMain.lblEstimatedTime.Caption.empty())
+    if (!blnMultipleFiles && !strFilespec.empty())
         SetMainLine(MainLine::EstimatedTime, SingleFileEstimate(strDirPath + strFilespec));
 }
 
@@ -320,8 +326,14 @@ void cmdQuit_Click() {
         return;
     if (IsRunning()) {
         // "Quit" itself is disabled now, so this is the window being closed. To end here would
-        // leave dummy files behind and a file half purged: the operation is asked to stop.
-        blnStop = true;
+        // leave dummy files behind and a file half purged: the operation is asked to stop. The
+        // commands on drives ask themselves.
+        if (!currentRun.Request.blnInReport || !currentRun.IsUnderWay() ||
+            AskInReport("An operation is still running.\r\nDo you wish to stop it?",
+                        ui::Buttons::YesNo, "Nullwright", 2) == ui::AnswerYes) {
+            blnStop = true;
+            ShowClock();
+        }
         return;
     }
     ui::EndProgram();

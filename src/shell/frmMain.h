@@ -11,7 +11,8 @@ struct FrmMain : ui::Form {
     ui::Frame fraMenu; ///< holds all the command buttons; disabled while an operation runs
     ui::Button cmdSingleFile, cmdSpecifyDirectory[2], cmdSpecifyFiles, cmdSubdirectories, cmdClear;
     ui::Button cmdTypeOfPurge, cmdConfirmFiles;
-    ui::Button cmdProcessFiles[2], cmdReportScreen;
+    ui::Button cmdProcessFiles[2];
+    ui::Button cmdReportScreen; ///< not in the frame: it works while an operation runs
     ui::Button cmdLargePurge[3];
     ui::Button cmdSetup, cmdHelp, cmdQuit;
 
@@ -19,6 +20,7 @@ struct FrmMain : ui::Form {
     ui::Label lblSubdirectories, lblSubdirectories2;
     ui::Label lblTypeOfPurge, lblConfirmFiles, lblConfirmFiles2;
     ui::Label lblEstimatedTime, lblPurgeFoldersMessage;
+    ui::ProgressBar barProgress; ///< of a command on a drive
     ui::Label lblPurgeSpeed, lblLargePurgeMessage;
     ui::Label lblSetupFilename, lblOnlineDocumentation, lblAbout, lblCorvaneSystems, lblCV_URL;
     ui::Label lblStatus;       ///< the line at the foot of the window

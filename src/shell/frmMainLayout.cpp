@@ -63,13 +63,14 @@ void WriteWords() {
          cmdSaveSetupAsOperationFile_Click},
         {&f.cmdDontSaveSetup, "Not now", 'w', cmdDontSaveSetup_Click},
         {&f.lblSingleFile, "To purge multiple files specify folder and files."},
+        {&f.barProgress, "Progress"}, // for screen readers
         {&f.lblOnlineDocumentation, "Online documentation", 0, lblOnlineDocumentation_Click},
         {&f.lblAbout, "About Nullwright ...", 0, lblAbout_Click},
         {&f.lblCorvaneSystems, "Corvane Systems", 0, lblCorvaneSystems_Click},
     });
     f.fraMenu.Border = false;
     f.cmdKeepSetup.Cancel = f.cmdDontSaveSetup.Cancel = true;
-    f.fraSetup.Visible = f.picSaveSetup.Visible = false;
+    f.fraSetup.Visible = f.picSaveSetup.Visible = f.barProgress.Visible = false;
     f.lblDirectory.Ellipsis = f.lblFiles.Ellipsis = f.lblSetupFilename.Ellipsis = true;
     f.lblStatus.Ellipsis = true;
     for (ui::Frame& line : f.fraSeparator) {

@@ -110,7 +110,9 @@ std::vector<ui::Placed> Places(int intWidth, int intHeight) {
         button(f.cmdProcessFiles[0], "cmdProcessFiles(0)", intGo, 0),
         button(f.cmdProcessFiles[1], "cmdProcessFiles(1)", intGo, 1),
         button(f.cmdSpecifyDirectory[1], "cmdSpecifyDirectory(1)", intGo, 2),
-        button(f.cmdReportScreen, "cmdReportScreen", intGo, 3),
+        // Outside of the frame: the report can be brought back while an operation runs.
+        {&f.cmdReportScreen, "cmdReportScreen", intMargin, intGo + 3 * s.Pitch, intMenuWidth,
+         intButton},
         button(f.cmdLargePurge[0], "cmdLargePurge(0)", intDrives, 0),
         button(f.cmdLargePurge[2], "cmdLargePurge(2)", intDrives, 1),
         button(f.cmdLargePurge[1], "cmdLargePurge(1)", intDrives, 2),
@@ -139,6 +141,7 @@ std::vector<ui::Placed> Places(int intWidth, int intHeight) {
              intSecondLabelLeft - intMargin),
         part(f.lblConfirmFiles2, "lblConfirmFiles2", intHow, 1, intSecondLabelLeft, intRight),
         label(f.lblEstimatedTime, "lblEstimatedTime", intGo, 0),
+        part(f.barProgress, "barProgress", intGo, 1, intLabelLeft, intMiddle),
         {&f.lblPurgeFoldersMessage, "lblPurgeFoldersMessage", intLabelLeft,
          intGo + 2 * s.Pitch + 30, intRoom, 2 * intLineHeight},
         label(f.lblPurgeSpeed, "lblPurgeSpeed", intDrives, 0),
@@ -173,12 +176,11 @@ void PlaceControls() {
     f.ContentHeight = Tight.Height();
     f.Resizable = true;
     f.Resize = LayOutMain;
-    ui::PutInto(f.fraMenu,
-                {&f.cmdSingleFile, &f.cmdSpecifyDirectory[0], &f.cmdSpecifyDirectory[1],
-                 &f.cmdSpecifyFiles, &f.cmdSubdirectories, &f.cmdClear, &f.cmdTypeOfPurge,
-                 &f.cmdConfirmFiles, &f.cmdProcessFiles[0], &f.cmdProcessFiles[1],
-                 &f.cmdReportScreen, &f.cmdLargePurge[0], &f.cmdLargePurge[1], &f.cmdLargePurge[2],
-                 &f.cmdSetup, &f.cmdHelp, &f.cmdQuit});
+    ui::PutInto(f.fraMenu, {&f.cmdSingleFile, &f.cmdSpecifyDirectory[0], &f.cmdSpecifyDirectory[1],
+                            &f.cmdSpecifyFiles, &f.cmdSubdirectories, &f.cmdClear,
+                            &f.cmdTypeOfPurge, &f.cmdConfirmFiles, &f.cmdProcessFiles[0],
+                            &f.cmdProcessFiles[1], &f.cmdLargePurge[0], &f.cmdLargePurge[1],
+                            &f.cmdLargePurge[2], &f.cmdSetup, &f.cmdHelp, &f.cmdQuit});
     ui::PutInto(f.fraSetup, {&f.cmdLoadSetup, &f.cmdSaveSetup, &f.cmdClearSetup, &f.cmdRestoreSetup,
                              &f.cmdKeepSetup});
     ui::PutInto(f.picSaveSetup,
