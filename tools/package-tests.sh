@@ -94,6 +94,7 @@ touch "$drive/$user/AppData/Roaming/Nullwright/nullwright.pos"
 expect 0 'C:\setup.exe' /S # over it
 [ -f "$drive/$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Nullwright.lnk" ] || complain "no link in the start menu"
 [ -f "$drive/$user/AppData/Roaming/Microsoft/Windows/SendTo/Nullwright.lnk" ] || complain "no link in Send to"
+NW_LINK="C:\\${user//\//\\}\\AppData\\Roaming\\Microsoft\\Windows\\SendTo\\Nullwright.lnk" tests 'SendTo.*'
 remove "$home"
 [ -f "$drive/$user/AppData/Roaming/Nullwright/nullwright.pos" ] || complain "The settings are gone."
 rm -rf "$drive/$user/AppData/Roaming/Nullwright"

@@ -29,22 +29,17 @@ std::string RealPath(const std::string& strPath) {
     return Failed(platform::ReadRealPath(strPath, strReal)) ? platform::FullPath(strPath) : strReal;
 }
 
-bool RefuseLink(const std::string& strPath, const std::string& strTitle) {
-    ui::Complain(strPath + " is a link.\r\nLinks are not followed: choose what it leads to.",
-                 strTitle);
-    return false;
+std::string LinkText(const std::string& strPath) {
+    return strPath + " is a link.\r\nLinks are not followed: choose what it leads to.";
 }
 
 } // namespace
 
-bool TakePath(std::string& strPath, const std::string& strTitle) {
-    if (DriveIndexOf(strPath) < 0) {
-        ui::Complain(strPath + " is not on a drive with a letter.\r\n"
-                               "Nullwright works only on drives that have a letter, not on network "
-                               "shares\r\nor other places.",
-                     strTitle);
-        return false;
-    }
+std::string SettlePath(std::string& strPath) {
+    if (DriveIndexOf(strPath) < 0)
+        return strPath + " is not on a drive with a letter.\r\n"
+                         "Nullwright works only on drives that have a letter, not on network "
+                         "shares\r\nor other places.";
     platform::FileFacts facts;
     auto fault = platform::Fault::None;
     std::string strReal;
@@ -54,14 +49,18 @@ bool TakePath(std::string& strPath, const std::string& strTitle) {
     });
     const bool blnRoot = FolderWithoutBackslash(strPath).size() == 2;
     if (!Failed(fault) && facts.IsLink && !blnRoot)
-        return RefuseLink(strPath, strTitle);
-    if (Failed(fault) && fault != platform::Fault::NotFound) {
-        ui::Complain(strPath + " cannot be accessed: " + platform::FaultText(fault) + ".",
-                     strTitle);
-        return false;
-    }
+        return LinkText(strPath);
+    if (Failed(fault) && fault != platform::Fault::NotFound)
+        return strPath + " cannot be accessed: " + platform::FaultText(fault) + ".";
     strPath = strReal;
-    return true;
+    return {};
+}
+
+bool TakePath(std::string& strPath, const std::string& strTitle) {
+    const std::string strWhyNot = SettlePath(strPath);
+    if (!strWhyNot.empty())
+        ui::Complain(strWhyNot, strTitle);
+    return strWhyNot.empty();
 }
 
 void RememberFolder() {
@@ -90,7 +89,7 @@ bool HoldChosenFolder(platform::FolderHold& hold) {
     else if (Failed(fault))
         ui::Complain("Cannot access the folder.");
     else if (hold.IsLink)
-        RefuseLink(strDirPath, "Error");
+        ui::Complain(LinkText(strDirPath));
     else if (identityRemembered.IsKnown() && hold.Identity != identityRemembered)
         ui::Complain(strDirPath + " is not the folder any more that was chosen.\r\n"
                                   "Please choose the folder again.");

@@ -13,10 +13,12 @@ void LoadSelectionForms();
 std::string BrowseFolder(const std::string& strTitle);
 
 /// Settles the path of a chosen file or folder once: it becomes the real one, which is shown, asked
-/// about and purged. A place without a drive letter keeps the letter that it was chosen by. False,
-/// with a message, for what cannot be purged where it is: a path that is not on a drive with a
+/// about and purged. A place without a drive letter keeps the letter that it was chosen by. "", or
+/// why it cannot be purged where it is: a path that is not on a drive with a
 /// letter, a link, behind which lies what was not chosen and is perhaps on another drive, and what
 /// cannot be asked whether it is one.
+std::string SettlePath(std::string& strPath);
+/// The same; false, with a message, for what cannot be purged.
 bool TakePath(std::string& strPath, const std::string& strTitle);
 /// strDirPath has been set: its path is settled where that was not done yet, and what folder it is
 /// is remembered.

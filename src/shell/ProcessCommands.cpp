@@ -15,6 +15,7 @@
 #include "selection/Selection.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
+#include "shell/ChosenItems.h"
 #include "shell/frmMain.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
@@ -28,11 +29,13 @@ namespace {
 /// Counting before a purge ends here: beyond, the question only says "more than 1000".
 constexpr std::int32_t intCountingLimit = 1001;
 
+constexpr std::size_t intMostItemsInQuestion = 10;
+
 constexpr const char* strListTitle = "List files";
 
 /// The start that listing and purging share; true when there is something to look for.
 bool SomethingIsSpecified() {
-    if (strDirPath.empty() || strFilespec.empty()) {
+    if (!ItemsAreChosen() && (strDirPath.empty() || strFilespec.empty())) {
         ui::Complain("No files specified.");
         return false;
     }
@@ -40,6 +43,12 @@ bool SomethingIsSpecified() {
 }
 
 void SayNoFiles(const std::string& title) {
+    if (ItemsAreChosen()) {
+        ui::Complain(std::string("There are no files in the chosen items") +
+                         (blnSubdirectories ? "\r\nor in any of their subfolders." : "."),
+                     title);
+        return;
+    }
     ui::Complain("There are no files in " + strDirPath +
                      (strFilespec == "*.*" ? "" : " matching " + strFilespec) + ".",
                  title);
@@ -47,10 +56,31 @@ void SayNoFiles(const std::string& title) {
 
 /// A single file that is not there; said with a box.
 bool SingleFileIsMissing(const std::string& title) {
-    if (blnMultipleFiles || platform::FileExists(strDirPath + strFilespec))
+    if (ItemsAreChosen() || blnMultipleFiles || platform::FileExists(strDirPath + strFilespec))
         return false;
     ui::Complain("File " + strDirPath + strFilespec + " not found.", title);
     return true;
+}
+
+/// What is there to be purged, counted up to a limit (0: none).
+FilesToPurge CountChosen(std::int32_t intLimit, bool blnUntilWatched = false) {
+    if (!ItemsAreChosen())
+        return CountFilesToPurge(strDirPath, strFilespec, intLimit, blnUntilWatched);
+    blnStop = false;
+    return CountItems(ChosenRunItems(blnSubdirectories), blnSubdirectories, intLimit,
+                      blnUntilWatched);
+}
+
+bool NothingIsThere() {
+    if (!ItemsAreChosen())
+        return CountMatchingFiles(strDirPath, strFilespec, 1) == 0;
+    const FilesToPurge found = CountChosen(1);
+    return found.lngFiles == 0 && found.lngLeftOut == 0;
+}
+
+/// The folder whose drive the questions before a run are about.
+std::string FolderOfQuestions() {
+    return ItemsAreChosen() ? ChosenRunItems(blnSubdirectories).front().strFolder : strDirPath;
 }
 
 /// What the report window is told of a run of either kind.
@@ -60,6 +90,11 @@ void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNam
     request.strTitle = caption;
     request.strDirPath = strDirPath;
     request.strFilespec = strFilespec;
+    if (ItemsAreChosen()) {
+        request.Items = ChosenRunItems(blnSubdirectories);
+        request.strItems = ChosenItemsText();
+        request.strFilespec = "*.*";
+    }
     request.blnPurgeFiles = blnPurge;
     request.blnDisplayFolderNames = blnDisplayNames;
     request.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
@@ -79,8 +114,7 @@ void List() {
         return;
     EnableMain(false);
     bool blnNone = false;
-    if (!RunSearch("Looking for files",
-                   [&] { blnNone = CountMatchingFiles(strDirPath, strFilespec, 1) == 0; })) {
+    if (!RunSearch("Looking for files", [&] { blnNone = NothingIsThere(); })) {
         // F10 while a large tree was searched: the status line says so
     } else if (blnNone) {
         SayNoFiles(title);
@@ -90,7 +124,7 @@ void List() {
         if (blnDisplayNames && blnFolderNamesOnly)
             caption = "List folders";
         else if (blnDisplayNames)
-            caption = strFilespec == "*.*" ? "List all files" : "List files";
+            caption = strFilespec == "*.*" || ItemsAreChosen() ? "List all files" : "List files";
         PrepareReport(caption, false, blnDisplayNames);
         ui::Show(frmReport);
         ProcessFiles();
@@ -103,7 +137,12 @@ void List() {
 /// The question before a purge of so many files; −1 stands for more than a thousand.
 std::string PurgeQuestion(std::int64_t lngCount) {
     std::string text = "Are you sure that you want to purge the slack area of ";
-    if (strFilespec == "*.*") {
+    if (ItemsAreChosen()) {
+        text += lngCount == 1  ? "the single file in "
+                : lngCount < 0 ? "all files in "
+                               : "all " + GroupedDigits(lngCount) + " files in ";
+        text += ChosenItemsText() + "\r\n" + ChosenItemsList(intMostItemsInQuestion);
+    } else if (strFilespec == "*.*") {
         if (lngCount == 1)
             text += "the single file in ";
         else if (lngCount == 2)
@@ -123,9 +162,11 @@ std::string PurgeQuestion(std::int64_t lngCount) {
         text += strDirPath + strFilespec;
     }
     if (blnSubdirectories)
-        text += std::string("\r\nand all files ") +
-                (strFilespec == "*.*" ? "" : "of the form \"" + strFilespec + "\" ") +
-                "in all subfolders?";
+        text +=
+            std::string("\r\nand all files ") +
+            (strFilespec == "*.*" || ItemsAreChosen() ? ""
+                                                      : "of the form \"" + strFilespec + "\" ") +
+            "in all subfolders?";
     else
         text += " ?"; // with a blank: deliberately so
 
@@ -148,7 +189,7 @@ std::string PurgeQuestion(std::int64_t lngCount) {
 
 /// Everything that is asked before a purge, in its order; true when the user wants it.
 bool PurgeIsWanted(FilesToPurge& found, const std::string& title) {
-    if (!AskPurgeOptions(strDirPath, found.lngFiles == 1, blnSubdirectories))
+    if (!AskPurgeOptions(FolderOfQuestions(), found.lngFiles == 1, blnSubdirectories))
         return false;
     if (ui::MsgBox(PurgeQuestion(found.lngFiles), ui::Buttons::YesNo, ui::Icon::Question, title) !=
         ui::AnswerYes)
@@ -157,12 +198,11 @@ bool PurgeIsWanted(FilesToPurge& found, const std::string& title) {
         return true;
     // A count that ended at its limit before it met a file that anti-virus software watches goes on
     // to the first one, or to its true end.
-    if (!found.blnWatched && found.lngFiles < 0 && !RunSearch("Counting files", [&] {
-            found = CountFilesToPurge(strDirPath, strFilespec, 0, true);
-        }))
+    if (!found.blnWatched && found.lngFiles < 0 &&
+        !RunSearch("Counting files", [&] { found = CountChosen(0, true); }))
         return false;
-    return !found.blnWatched ||
-           AntiVirusAdvice(std::string(1, DriveLetterOf(strDirPath)), frmMain) != ui::AnswerCancel;
+    return !found.blnWatched || AntiVirusAdvice(std::string(1, DriveLetterOf(FolderOfQuestions())),
+                                                frmMain) != ui::AnswerCancel;
 }
 
 void CountAndPurge() {
@@ -173,7 +213,7 @@ void CountAndPurge() {
     }
     FilesToPurge found;
     const bool blnInterrupted = !RunSearch("Counting files", [&] { // by F10
-        found = CountFilesToPurge(strDirPath, strFilespec, intCountingLimit);
+        found = CountChosen(intCountingLimit);
     });
     SetMainLine(MainLine::LargePurgeMessage, "");
     if (found.lngFiles == 0 && !blnInterrupted) {
@@ -181,7 +221,7 @@ void CountAndPurge() {
             ui::Complain("Swap files and the files of Nullwright itself are never purged.\r\n"
                          "There are no other files to be purged.",
                          title);
-        else if (blnSubdirectories)
+        else if (blnSubdirectories && !ItemsAreChosen())
             ui::Complain("There are no files in " + strDirPath +
                              "\r\nor in any of its subfolders matching " + strFilespec + ".",
                          title);
@@ -217,7 +257,8 @@ void Purge() {
 void cmdProcessFiles_Click(int intIndex) {
     platform::FolderHold hold;
     const std::string strChosen = strDirPath;
-    if (!SomethingIsSpecified() || !HoldChosenFolder(hold))
+    // What items hold is looked at again when a run comes to it.
+    if (!SomethingIsSpecified() || (!ItemsAreChosen() && !HoldChosenFolder(hold)))
         return;
     if (strDirPath != strChosen)
         UpdateFilesLabels(); // its path could be settled only now

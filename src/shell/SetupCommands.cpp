@@ -7,6 +7,7 @@
 #include "session/Session.h"
 #include "settings/SetupFiles.h"
 #include "settings/TextFiles.h"
+#include "shell/ChosenItems.h"
 #include "shell/frmMain.h"
 #include "shell/frmMainPlaces.h"
 #include "shell/SpecifyCommands.h"
@@ -25,6 +26,7 @@ constexpr const char* strOperationPattern = "*.nws";
 std::string strSetupAtStart;
 
 void UpdateAllLabels() {
+    ForgetChosenItems(); // a setup has taken their place
     RememberFolder();
     UpdateFilesLabels();
     UpdateSubdirectoriesLabels();
@@ -67,6 +69,10 @@ bool SaveSetup(const std::string& strPath) {
         ui::Complain("The folder\r\n" + strDirPath +
                          "\r\ncannot be loaded again from a setup file, as there is a comma in its "
                          "path.\r\nThe setup was saved without the folder.",
+                     "Save setup");
+    if (ItemsAreChosen())
+        ui::Complain("The chosen items are not part of a setup.\r\n"
+                     "The setup was saved without them.",
                      "Save setup");
     return true;
 }

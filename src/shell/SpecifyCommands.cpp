@@ -8,10 +8,12 @@
 #include "platform/System.h"
 #include "report/BatchDriver.h"
 #include "report/run/ListWalk.h"
+#include "report/run/Run.h"
 #include "report/run/TimeEstimates.h"
 #include "selection/frmFileSpecification.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
+#include "shell/ChosenItems.h"
 #include "shell/frmMain.h"
 #include "shell/SetupCommands.h"
 #include "support/FolderSearch.h"
@@ -83,6 +85,7 @@ bool SomethingMatches(const FolderContents& contents) {
 }
 
 void SetFolder(const std::string& folder) {
+    ForgetChosenItems();
     strDirPath = folder;
     RememberFolder();
     strBrowsePath = strDirPath;
@@ -174,6 +177,23 @@ void SpecifyFolder() {
         TakeFolder(folder);
 }
 
+/// Several files and folders take the place of folder and file specification.
+void TakeItems(const std::vector<std::string>& paths) {
+    if (!ChooseItems(paths))
+        return;
+    strDirPath.clear();
+    strFilespec.clear();
+    RememberFolder();
+    blnMultipleFiles = true;
+    blnSubdirectories = false;
+    SetSetupFilename("");
+    for (const MainLine line :
+         {MainLine::LargePurgeMessage, MainLine::EstimatedTime, MainLine::PurgeSpeed})
+        SetMainLine(line, "");
+    UpdateFilesLabels();
+    UpdateSubdirectoriesLabels();
+}
+
 void OpenGivenPath(const std::string& path) {
     if (platform::LowerCase(ExtensionOf(path)) == "nws" && !platform::FolderExists(path)) {
         LoadSetupFromFile(path);
@@ -194,8 +214,7 @@ void OpenGivenPaths(const std::vector<std::string>& paths) {
     if (paths.size() == 1)
         OpenGivenPath(paths.front());
     else if (!paths.empty())
-        ui::Complain("Only one file or one folder can be taken at a time.\r\n"
-                     "To purge several files, specify their folder and then the files.");
+        TakeItems(paths);
 }
 
 } // namespace
@@ -203,12 +222,15 @@ void OpenGivenPaths(const std::vector<std::string>& paths) {
 void cmdSingleFile_Click() {
     if (frmMain.blnQuitGuard)
         return;
-    std::string path;
-    if (!ui::OpenFileDialog("Specify file to be purged.", "All files (*.*)", "*.*",
-                            strBrowsePath.empty() ? strDirPath : strBrowsePath, path))
+    std::vector<std::string> paths;
+    if (!ui::OpenFilesDialog("Specify file to be purged.", "All files (*.*)", "*.*",
+                             strBrowsePath.empty() ? strDirPath : strBrowsePath, paths))
         return;
     StartQuitGuard();
-    TakeSingleFile(path);
+    if (paths.size() == 1)
+        TakeSingleFile(paths.front());
+    else
+        TakeItems(paths);
 }
 
 void cmdSpecifyDirectory_Click(int intIndex) {
@@ -219,7 +241,7 @@ void cmdSpecifyDirectory_Click(int intIndex) {
         PurgeFoldersCommand(frmMain.cmdSpecifyDirectory[1].Caption);
         // It says there what has been purged; after a stop it must not go on saying what is being
         // purged.
-        if (frmMain.lblSubdirectories2.Caption.ends_with(" being purged."))
+        if (currentRun.State == RunState::Stopped)
             UpdateSubdirectoriesLabels();
         EnableMain(true);
     }
@@ -251,6 +273,11 @@ void cmdSpecifyFiles_Click() {
 void cmdSubdirectories_Click() {
     SetMainLine(MainLine::EstimatedTime, "");
     SetSetupFilename("");
+    if (ItemsAreChosen()) {
+        blnSubdirectories = FoldersAreChosen() && !blnSubdirectories;
+        UpdateSubdirectoriesLabels();
+        return;
+    }
     if (strDirPath.empty())
         return;
     bool blnSubfolders = false;
@@ -280,6 +307,7 @@ void cmdClear_Click() {
 }
 
 void ClearSpecification() {
+    ForgetChosenItems();
     strDirPath.clear();
     strFilespec.clear();
     blnMultipleFiles = false;

@@ -11,6 +11,7 @@
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "settings/SetupFiles.h"
+#include "shell/ChosenItems.h"
 #include "shell/frmMainPlaces.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
@@ -27,6 +28,8 @@ FrmMain frmMain;
 namespace {
 
 constexpr const char* strNotSpecified = "Not specified";
+constexpr const char* strItemsAsChosen = "As chosen (point at the line above to see them)";
+constexpr std::size_t intMostItemsInTip = 25;
 
 /// The button that had the focus when the menu was disabled; gets it back.
 ui::Control* ctlFocusBefore = nullptr;
@@ -142,23 +145,30 @@ void UpdateFilesLabels() {
     frmMain.lblSingleFile.Caption = "To purge multiple files, specify folder and files.";
     frmMain.lblDirectory.Caption = strDirPath.empty() ? strNotSpecified : strDirPath;
     frmMain.lblFiles.Caption = strFilespec.empty() ? strNotSpecified : strFilespec;
+    frmMain.lblDirectory.ToolTip.clear();
+    if (ItemsAreChosen()) {
+        frmMain.lblDirectory.Caption = ChosenItemsText();
+        frmMain.lblDirectory.ToolTip = ChosenItemsList(intMostItemsInTip);
+        frmMain.lblFiles.Caption = strItemsAsChosen;
+    }
     frmMain.lblFiles2.Caption = FilespecMeaning(strFilespec);
     PlaceFilesLabels();
 }
 
 void UpdateSubdirectoriesLabels() {
-    bool blnFound = true;
+    bool blnFound = !ItemsAreChosen() || FoldersAreChosen();
     // The choice stays as it is where the folder cannot be read now, for example with its medium
     // out, and where the user does not want to wait for it.
     if (!strDirPath.empty())
         (void)RunSearch("Reading " + strDirPath,
                         [&] { (void)LookForSubfolders(strDirPath, blnFound); });
     // What the label denies must not happen: the state follows it.
-    if (!blnFound || strDirPath.empty())
+    if (!blnFound || (strDirPath.empty() && !ItemsAreChosen()))
         blnSubdirectories = false;
     frmMain.lblSubdirectories.Caption = blnSubdirectories ? "Yes" : "No";
     SetMainLine(MainLine::Subdirectories2,
-                !blnFound           ? "(The folder has no subfolders.)"
+                !blnFound && ItemsAreChosen() ? "(No folder is among the chosen items.)"
+                : !blnFound                   ? "(The folder has no subfolders.)"
                 : blnSubdirectories ? "(Operate on all specified files in lower subfolders.)"
                                     : "(Do not operate on files in lower subfolders.)");
 }

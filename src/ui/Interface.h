@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace ui {
 
@@ -82,6 +83,10 @@ inline void Complain(const std::string& text, const std::string& title = "Error"
 bool OpenFileDialog(const std::string& title, const std::string& filterName,
                     const std::string& filterPattern, const std::string& startFolder,
                     std::string& path);
+/// The same for any number of files of one folder.
+bool OpenFilesDialog(const std::string& title, const std::string& filterName,
+                     const std::string& filterPattern, const std::string& startFolder,
+                     std::vector<std::string>& paths);
 bool SaveFileDialog(const std::string& title, const std::string& filterName,
                     const std::string& filterPattern, const std::string& startFolder,
                     std::string& path);

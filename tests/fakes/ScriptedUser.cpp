@@ -312,6 +312,21 @@ bool OpenFileDialog(const std::string& title, const std::string& /*filterName*/,
     return !chosen.empty();
 }
 
+/// The person answers with the paths, "|" between them.
+bool OpenFilesDialog(const std::string& title, const std::string& filterName,
+                     const std::string& filterPattern, const std::string& startFolder,
+                     std::vector<std::string>& paths) {
+    std::string chosen;
+    if (!OpenFileDialog(title, filterName, filterPattern, startFolder, chosen))
+        return false;
+    paths.clear();
+    for (std::size_t from = 0, to = 0; to != chosen.npos; from = to + 1) {
+        to = chosen.find('|', from);
+        paths.push_back(chosen.substr(from, to - from));
+    }
+    return true;
+}
+
 bool SaveFileDialog(const std::string& title, const std::string& filterName,
                     const std::string& filterPattern, const std::string& startFolder,
                     std::string& path) {

@@ -194,8 +194,6 @@ TEST_F(SpecifyCommands, DroppedAndGivenPaths) {
              fake::AsksYesNo);
     fake::DropFiles(f, {"C:\\docs"});
     EXPECT_EQ("*.*", strFilespec);
-    user.BoxLike("Error", "Only one file or one folder can be taken at a time.\r\n");
-    fake::DropFiles(f, {"C:\\docs\\f0.txt", "C:\\docs\\f1.txt"});
     user.Box("Error", "Error when attempting to load setup from file C:\\docs\\bad.nws!");
     fake::PutFile("C:\\docs\\bad.nws", "1.0\r\n");
     fake::DropFiles(f, {"C:\\docs\\bad.nws"});

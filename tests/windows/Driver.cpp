@@ -148,14 +148,17 @@ HWND StartProgram() {
     return Window("Nullwright");
 }
 
-HWND StartByShell(const std::string& file, const std::string& verb, const std::string& itemClass) {
-    const std::wstring wideFile = Widen(file), wideVerb = Widen(verb), wideClass = Widen(itemClass);
+HWND StartByShell(const std::string& file, const std::string& verb, const std::string& itemClass,
+                  const std::string& parameters) {
+    const std::wstring wideFile = Widen(file), wideVerb = Widen(verb), wideClass = Widen(itemClass),
+                       wideParameters = Widen(parameters);
     SHELLEXECUTEINFOW what = {};
     what.cbSize = sizeof what;
     what.fMask = SEE_MASK_FLAG_NO_UI | (itemClass.empty() ? 0 : SEE_MASK_CLASSNAME);
     what.lpFile = wideFile.c_str();
     what.lpVerb = verb.empty() ? nullptr : wideVerb.c_str();
     what.lpClass = wideClass.c_str();
+    what.lpParameters = parameters.empty() ? nullptr : wideParameters.c_str();
     what.nShow = SW_SHOWNORMAL;
     EXPECT_TRUE(ShellExecuteExW(&what)) << file << " cannot be opened: " << GetLastError();
     // Not every system tells which process came of it, and with a link it need not be the first.

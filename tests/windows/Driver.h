@@ -24,10 +24,11 @@ extern std::string scratch;
 
 /// Starts the program (NW_PROGRAM) and waits for its main window.
 HWND StartProgram();
-/// What Explorer does with a file: its own verb ("" the usual one), or that of a class of items.
-/// Waits for the main window of the program that comes of it.
+/// What Explorer does with a file: its own verb ("" the usual one), or that of a class of items;
+/// with a link in "Send to" and the files that are sent. Waits for the main window of the program
+/// that comes of it.
 HWND StartByShell(const std::string& file, const std::string& verb = "",
-                  const std::string& itemClass = "");
+                  const std::string& itemClass = "", const std::string& parameters = "");
 /// Waits for the program to end by itself; STILL_ACTIVE when it does not.
 int WaitForEnd();
 /// Ends the program by force if it still runs.

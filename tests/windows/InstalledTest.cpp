@@ -16,6 +16,7 @@ struct Installed : testing::Test {
     std::string folder = Environment(L"NW_TEST_FOLDER");
 };
 using Portable = Installed;
+using SendTo = Installed;
 
 int ExitCodeOf(const std::string& command) {
     std::wstring line = Widen(command);
@@ -63,6 +64,17 @@ TEST_F(Installed, TakesWhatExplorerHandsOver) {
     main = StartByShell(empty, "Nullwright", "Directory");
     Expect(main, "lblDirectory", empty + "\\");
     EXPECT_TRUE(std::filesystem::exists(Widen(file))) << "it was only chosen";
+}
+
+TEST_F(SendTo, SeveralFilesAreChosenItems) {
+    std::string sent;
+    for (const char* name : {"one.txt", "two \xC3\xBC.txt", "three.txt"}) {
+        std::ofstream(std::filesystem::path(Widen(folder + "\\" + name)), std::ios::binary) << "s";
+        sent += (sent.empty() ? "\"" : " \"") + folder + "\\" + name + "\"";
+    }
+    HWND main = StartByShell(Environment(L"NW_LINK"), "", "", sent);
+    Expect(main, "lblDirectory", "3 chosen items (3 files)");
+    EXPECT_TRUE(std::filesystem::exists(Widen(folder + "\\one.txt"))) << "they were only chosen";
 }
 
 TEST_F(Portable, SavesItsSettings) {

@@ -2,6 +2,8 @@
 // before them.
 #include "ui/win32/Native.h"
 
+#include <cwchar>
+
 #include <commdlg.h>
 #include <shlobj.h>
 #include <shobjidl.h>
@@ -25,7 +27,7 @@ using namespace win32;
 
 namespace {
 
-enum class Purpose { Open, Save, Folder };
+enum class Purpose { Open, OpenSeveral, Save, Folder };
 enum class Outcome { Chosen, Cancelled, Unavailable };
 
 struct Question {
@@ -49,21 +51,38 @@ void SetStartFolder(IFileDialog& dialog, const std::wstring& folder) {
     item->Release();
 }
 
-bool TakeResult(IFileDialog& dialog, std::wstring& path) {
-    IShellItem* item = nullptr;
-    if (FAILED(dialog.GetResult(&item)))
-        return false;
+bool TakeItem(IShellItem* item, std::vector<std::wstring>& paths) {
     PWSTR name = nullptr;
     const bool named = SUCCEEDED(item->GetDisplayName(SIGDN_FILESYSPATH, &name));
     if (named) {
-        path = name;
+        paths.emplace_back(name);
         CoTaskMemFree(name);
     }
     item->Release();
     return named;
 }
 
-Outcome AskByItemDialog(HWND owner, const Question& question, std::wstring& path) {
+bool TakeResult(IFileDialog& dialog, std::vector<std::wstring>& paths) {
+    IShellItem* item = nullptr;
+    return SUCCEEDED(dialog.GetResult(&item)) && TakeItem(item, paths);
+}
+
+/// All that were chosen, or none: what is purged must be what the user has seen chosen.
+bool TakeResults(IFileDialog& dialog, std::vector<std::wstring>& paths) {
+    IShellItemArray* items = nullptr;
+    if (FAILED(static_cast<IFileOpenDialog&>(dialog).GetResults(&items)))
+        return false;
+    DWORD count = 0;
+    bool all = SUCCEEDED(items->GetCount(&count)) && count > 0;
+    for (DWORD i = 0; i < count && all; ++i) {
+        IShellItem* item = nullptr;
+        all = SUCCEEDED(items->GetItemAt(i, &item)) && TakeItem(item, paths);
+    }
+    items->Release();
+    return all;
+}
+
+Outcome AskByItemDialog(HWND owner, const Question& question, std::vector<std::wstring>& paths) {
     const bool save = question.For == Purpose::Save;
     IFileDialog* dialog = nullptr;
     if (!EnsureCom() || FAILED(CoCreateInstance(save ? CLSID_FileSaveDialog : CLSID_FileOpenDialog,
@@ -77,7 +96,9 @@ Outcome AskByItemDialog(HWND owner, const Question& question, std::wstring& path
     options &= ~static_cast<DWORD>(FOS_OVERWRITEPROMPT);
     if (question.For == Purpose::Folder)
         options |= FOS_PICKFOLDERS;
-    if (question.For == Purpose::Open)
+    if (question.For == Purpose::OpenSeveral)
+        options |= FOS_ALLOWMULTISELECT;
+    if (question.For == Purpose::Open || question.For == Purpose::OpenSeveral)
         // A link is purged as a link: its target was not chosen.
         options |= FOS_FILEMUSTEXIST | FOS_NODEREFERENCELINKS | FOS_FORCESHOWHIDDEN;
     dialog->SetOptions(options);
@@ -93,14 +114,27 @@ Outcome AskByItemDialog(HWND owner, const Question& question, std::wstring& path
     const HRESULT shown = dialog->Show(owner);
     Outcome outcome = Outcome::Cancelled;
     if (SUCCEEDED(shown))
-        outcome = TakeResult(*dialog, path) ? Outcome::Chosen : Outcome::Cancelled;
+        outcome = (question.For == Purpose::OpenSeveral ? TakeResults(*dialog, paths)
+                                                        : TakeResult(*dialog, paths))
+                      ? Outcome::Chosen
+                      : Outcome::Cancelled;
     else if (shown != HRESULT_FROM_WIN32(ERROR_CANCELLED))
         outcome = Outcome::Unavailable;
     dialog->Release();
     return outcome;
 }
 
-bool AskByOldDialog(HWND owner, const Question& question, std::wstring& path) {
+/// The folder and the names in it, a null character behind each; or one whole path.
+void TakeNames(const wchar_t* names, std::vector<std::wstring>& paths) {
+    const std::wstring first = names;
+    const std::wstring folder = first.ends_with(L'\\') ? first : first + L'\\';
+    for (names += first.size() + 1; *names != 0; names += std::wcslen(names) + 1)
+        paths.push_back(folder + names);
+    if (paths.empty())
+        paths.push_back(first);
+}
+
+bool AskByOldDialog(HWND owner, const Question& question, std::vector<std::wstring>& paths) {
     std::wstring filter = question.FilterName + L'\0' + question.FilterPattern + L'\0' + L'\0';
     std::wstring name(32768, L'\0');
     const std::wstring extension = ExtensionOfPattern(question.FilterPattern);
@@ -120,14 +154,18 @@ bool AskByOldDialog(HWND owner, const Question& question, std::wstring& path) {
         chosen = GetSaveFileNameW(&ask);
     } else {
         ask.Flags |= OFN_FILEMUSTEXIST | OFN_NODEREFERENCELINKS;
+        if (question.For == Purpose::OpenSeveral)
+            ask.Flags |= OFN_ALLOWMULTISELECT;
         chosen = GetOpenFileNameW(&ask);
     }
-    if (chosen)
-        path = name.c_str();
+    if (chosen && question.For == Purpose::OpenSeveral)
+        TakeNames(name.c_str(), paths);
+    else if (chosen)
+        paths.emplace_back(name.c_str());
     return chosen != FALSE;
 }
 
-bool AskByOldFolderDialog(HWND owner, const Question& question, std::wstring& path) {
+bool AskByOldFolderDialog(HWND owner, const Question& question, std::vector<std::wstring>& paths) {
     BROWSEINFOW ask{};
     ask.hwndOwner = owner;
     ask.lpszTitle = question.Title.c_str();
@@ -139,22 +177,34 @@ bool AskByOldFolderDialog(HWND owner, const Question& question, std::wstring& pa
     const BOOL named = SHGetPathFromIDListW(item, name.data());
     CoTaskMemFree(item);
     if (named)
-        path = name.c_str();
+        paths.emplace_back(name.c_str());
     return named != FALSE;
 }
 
-bool Ask(const Question& question, std::string& path) {
+bool Ask(const Question& question, std::vector<std::string>& paths) {
     if (Quitting())
         return false;
     const BoxOpen box(false, IDCANCEL);
-    std::wstring answer;
-    const Outcome outcome = AskByItemDialog(box.Owner, question, answer);
+    std::vector<std::wstring> answers;
+    const Outcome outcome = AskByItemDialog(box.Owner, question, answers);
     bool chosen = outcome == Outcome::Chosen;
     if (outcome == Outcome::Unavailable)
-        chosen = question.For == Purpose::Folder ? AskByOldFolderDialog(box.Owner, question, answer)
-                                                 : AskByOldDialog(box.Owner, question, answer);
+        chosen = question.For == Purpose::Folder
+                     ? AskByOldFolderDialog(box.Owner, question, answers)
+                     : AskByOldDialog(box.Owner, question, answers);
+    if (chosen) {
+        paths.clear();
+        for (const std::wstring& answer : answers)
+            paths.push_back(platform::NarrowPath(answer));
+    }
+    return chosen;
+}
+
+bool AskForOne(const Question& question, std::string& path) {
+    std::vector<std::string> paths;
+    const bool chosen = Ask(question, paths);
     if (chosen)
-        path = platform::NarrowPath(answer);
+        path = paths.front();
     return chosen;
 }
 
@@ -163,22 +213,30 @@ bool Ask(const Question& question, std::string& path) {
 bool OpenFileDialog(const std::string& title, const std::string& filterName,
                     const std::string& filterPattern, const std::string& startFolder,
                     std::string& path) {
-    return Ask(
+    return AskForOne(
         {Purpose::Open, Widen(title), Widen(filterName), Widen(filterPattern), Widen(startFolder)},
         path);
+}
+
+bool OpenFilesDialog(const std::string& title, const std::string& filterName,
+                     const std::string& filterPattern, const std::string& startFolder,
+                     std::vector<std::string>& paths) {
+    return Ask({Purpose::OpenSeveral, Widen(title), Widen(filterName), Widen(filterPattern),
+                Widen(startFolder)},
+               paths);
 }
 
 bool SaveFileDialog(const std::string& title, const std::string& filterName,
                     const std::string& filterPattern, const std::string& startFolder,
                     std::string& path) {
-    return Ask(
+    return AskForOne(
         {Purpose::Save, Widen(title), Widen(filterName), Widen(filterPattern), Widen(startFolder)},
         path);
 }
 
 std::string BrowseFolderDialog(const std::string& title, const std::string& startFolder) {
     std::string path;
-    Ask({Purpose::Folder, Widen(title), L"", L"", Widen(startFolder)}, path);
+    AskForOne({Purpose::Folder, Widen(title), L"", L"", Widen(startFolder)}, path);
     return path;
 }
 

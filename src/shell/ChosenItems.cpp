@@ -1,0 +1,157 @@
+// The chosen items: how they are taken, told, and given to a run.
+#include "shell/ChosenItems.h"
+
+#include "platform/Files.h"
+#include "platform/Folders.h"
+#include "platform/System.h"
+#include "selection/Selection.h"
+#include "support/FolderSearch.h"
+#include "support/Numbers.h"
+#include "support/Paths.h"
+#include "ui/Interface.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace {
+
+struct ChosenItem {
+    std::string strPath; ///< of a folder with a backslash at its end
+    bool blnFolder = false;
+};
+std::vector<ChosenItem> chosenItems;
+
+constexpr std::size_t intMostRefusalsTold = 10;
+
+std::string CountText(std::size_t number, const char* one, const char* many) {
+    return GroupedDigits(static_cast<std::int64_t>(number)) + " " + (number == 1 ? one : many);
+}
+
+/// Settles a path; "" or why it cannot be taken.
+std::string TakeItem(const std::string& strPath, ChosenItem& item) {
+    item.strPath = strPath;
+    if (const std::string strWhyNot = SettlePath(item.strPath); !strWhyNot.empty())
+        return strWhyNot;
+    bool blnThere = false;
+    AskOnDrive(item.strPath, [&] {
+        item.blnFolder = platform::FolderExists(item.strPath);
+        blnThere = item.blnFolder || platform::FileExists(item.strPath);
+    });
+    if (item.blnFolder)
+        item.strPath = FolderWithBackslash(item.strPath);
+    return blnThere ? "" : strPath + " was not found.";
+}
+
+void TellRefused(const std::vector<std::string>& refused, std::size_t intGiven) {
+    if (refused.empty())
+        return;
+    std::string strText = CountText(refused.size(), "of ", "of ") +
+                          CountText(intGiven, "item", "items") + " cannot be purged:\r\n";
+    for (std::size_t i = 0; i < refused.size() && i < intMostRefusalsTold; ++i)
+        strText += refused[i] + "\r\n";
+    if (refused.size() > intMostRefusalsTold)
+        strText += "and " +
+                   GroupedDigits(static_cast<std::int64_t>(refused.size() - intMostRefusalsTold)) +
+                   " more.\r\n";
+    strText.resize(strText.size() - 2);
+    ui::Complain(strText, "Chosen items");
+}
+
+/// Names that differ only in case are two where the folder says so; else they are one.
+std::string KeyOf(const std::string& strPath) {
+    return platform::FolderTellsCase(FolderPartOf(FolderWithoutBackslash(strPath)))
+               ? strPath
+               : platform::LowerCase(strPath);
+}
+
+} // namespace
+
+bool ItemsAreChosen() {
+    return !chosenItems.empty();
+}
+
+bool ChooseItems(const std::vector<std::string>& paths) {
+    std::vector<ChosenItem> taken;
+    std::vector<std::string> refused;
+    std::set<std::string> keys;
+    if (!RunSearch("Looking at the chosen items", [&] {
+            for (const std::string& strPath : paths) {
+                ChosenItem item;
+                const std::string strWhyNot = TakeItem(strPath, item);
+                if (!strWhyNot.empty())
+                    refused.push_back(strWhyNot);
+                else if (keys.insert(KeyOf(item.strPath)).second)
+                    taken.push_back(std::move(item));
+                ui::DoEvents();
+            }
+        }))
+        return false;
+    TellRefused(refused, paths.size());
+    if (taken.empty())
+        return false;
+    chosenItems = std::move(taken);
+    return true;
+}
+
+void ForgetChosenItems() {
+    chosenItems.clear();
+}
+
+bool FoldersAreChosen() {
+    return std::any_of(chosenItems.begin(), chosenItems.end(),
+                       [](const ChosenItem& item) { return item.blnFolder; });
+}
+
+std::string ChosenItemsText() {
+    const auto folders = static_cast<std::size_t>(
+        std::count_if(chosenItems.begin(), chosenItems.end(),
+                      [](const ChosenItem& item) { return item.blnFolder; }));
+    const std::size_t files = chosenItems.size() - folders;
+    std::string strParts = files > 0 ? CountText(files, "file", "files") : "";
+    if (folders > 0)
+        strParts += (files > 0 ? ", " : "") + CountText(folders, "folder", "folders");
+    return CountText(chosenItems.size(), "chosen item", "chosen items") + " (" + strParts + ")";
+}
+
+std::string ChosenItemsList(std::size_t lngMost) {
+    std::string strText;
+    for (std::size_t i = 0; i < chosenItems.size() && i < lngMost; ++i)
+        strText += (i == 0 ? "" : "\r\n") + chosenItems[i].strPath;
+    if (chosenItems.size() > lngMost)
+        strText += "\r\nand " +
+                   GroupedDigits(static_cast<std::int64_t>(chosenItems.size() - lngMost)) + " more";
+    return strText;
+}
+
+std::vector<RunItem> ChosenRunItems(bool blnSubfolders) {
+    // Whether another chosen folder brings what lies in this one.
+    const auto isBrought = [blnSubfolders](const std::string& strFolder, bool blnItself) {
+        return std::any_of(chosenItems.begin(), chosenItems.end(), [&](const ChosenItem& item) {
+            return item.blnFolder && ((!blnItself && IsSamePath(item.strPath, strFolder)) ||
+                                      (blnSubfolders && !IsSamePath(item.strPath, strFolder) &&
+                                       IsBelow(strFolder, item.strPath)));
+        });
+    };
+    std::vector<RunItem> items;
+    std::map<std::string, std::size_t> placeOfFolder; ///< of the item with a folder's files
+    std::map<std::string, bool> brought;
+    for (const ChosenItem& chosen : chosenItems) {
+        if (chosen.blnFolder) {
+            if (!isBrought(chosen.strPath, true))
+                items.push_back({chosen.strPath, "*.*", {}});
+            continue;
+        }
+        const std::string strFolder = FolderPartOf(chosen.strPath);
+        const auto [known, first] = brought.emplace(strFolder, false);
+        if (first)
+            known->second = isBrought(strFolder, false);
+        if (known->second)
+            continue;
+        const auto place = placeOfFolder.emplace(strFolder, items.size());
+        if (place.second)
+            items.push_back({strFolder, "*.*", {}});
+        items[place.first->second].names.push_back(FileNameOf(chosen.strPath));
+    }
+    return items;
+}

@@ -1,0 +1,112 @@
+// Several files and folders at once: chosen, counted, purged, and saved as a report.
+#include "report/frmReport.h"
+#include "report/run/Run.h"
+#include "settings/frmPurgeConfirmation.h"
+#include "shell/ShellTest.h"
+#include "shell/SpecifyCommands.h"
+
+namespace {
+
+using ChosenItems = CommandsTest;
+
+TEST_F(ChosenItems, FromTwoDrivesWithOverlapsArePurgedOnce) {
+    fake::AddDrive('D', 1 << 30);
+    for (const char* file :
+         {"C:\\a\\1.txt", "C:\\a\\2.txt", "C:\\a\\keep.txt", "C:\\b\\3.txt", "C:\\b\\deep\\4.txt",
+          "D:\\5.txt", "D:\\locked.txt", "D:\\e\\6.txt", "C:\\other\\7.txt"})
+        fake::PutFile(file, "data");
+    fake::At("D:\\locked.txt")->Locked = true;
+    fake::PutFolder("C:\\link").LinkTarget = "C:\\other";
+    user.Box("Chosen items",
+             "2 of 12 items cannot be purged:\r\nC:\\link is a link.\r\nLinks are not followed: "
+             "choose what it leads to.\r\nC:\\gone.txt was not found.",
+             fake::Warns);
+    FilesDroppedOnMain({"C:\\a\\1.txt", "C:\\b", "D:\\5.txt", "C:\\A\\2.TXT", "C:\\a\\.\\2.txt",
+                        "D:\\e", "C:\\b\\deep", "C:\\b\\deep\\4.txt", "C:\\b\\3.txt", "C:\\link",
+                        "D:\\locked.txt", "C:\\gone.txt"});
+    EXPECT_EQ("9 chosen items (6 files, 3 folders)", f.lblDirectory.Caption);
+    EXPECT_EQ("C:\\a\\1.txt\r\nC:\\b\\\r\nD:\\5.txt\r\nC:\\a\\2.txt\r\nD:\\e\\\r\nC:\\b\\deep\\\r\n"
+              "C:\\b\\deep\\4.txt\r\nC:\\b\\3.txt\r\nD:\\locked.txt",
+              f.lblDirectory.ToolTip);
+    fake::Click(f.cmdSubdirectories);
+    EXPECT_EQ("Yes", f.lblSubdirectories.Caption);
+    user.Modal(frmPurgeConfirmation, [] { fake::Click(frmPurgeConfirmation.cmdDoPurge); });
+    user.BoxLike("Purge files",
+                 "want to purge all 7 files in 9 chosen items (6 files, 3 folders)\r\nC:\\a\\1.txt",
+                 ui::AnswerYes);
+    fake::Click(f.cmdProcessFiles[1]);
+    const std::string& report = frmReport.txbText.Text;
+    EXPECT_NE(report.find("Purging 9 chosen items (6 files, 3 folders)\r\n(including all files in "
+                          "subfolders) \r\nusing random bytes 6 times."),
+              report.npos)
+        << report;
+    EXPECT_NE(report.find("Number of files purged: 6\r\n"), report.npos) << report;
+    EXPECT_NE(report.find("Files that could not be purged: 1\r\nD:\\locked.txt: unable"),
+              report.npos)
+        << report;
+    EXPECT_EQ(fake::FilesBelow("C:\\a"), std::vector<std::string>{"C:\\a\\keep.txt"});
+    EXPECT_EQ(fake::FilesBelow("D:\\"), std::vector<std::string>{"D:\\locked.txt"});
+    EXPECT_EQ(fake::FilesBelow("C:\\b"), std::vector<std::string>{});
+    EXPECT_EQ("data", fake::ContentOf("C:\\other\\7.txt"));
+
+    // Both forms of the saved report hold each file; what cannot be saved loses nothing.
+    const char* const question = "Save report as text (.txt) or as JSON lines (.json)";
+    user.Dialog(question, "C:\\report");
+    fake::Click(frmReport.cmdSaveReport);
+    std::string saved = fake::ContentOf("C:\\report.txt");
+    EXPECT_TRUE(saved.starts_with(report.substr(0, 100)));
+    for (const char* line : {"C:\\a\\2.txt (4 bytes) purged\r\n", "Number of files purged: 6\r\n",
+                             "\r\nFiles that could not be purged: 1\r\nD:\\locked.txt: unable"})
+        EXPECT_NE(saved.find(line), saved.npos) << line << saved;
+    user.Dialog(question, "C:\\report.json");
+    fake::Click(frmReport.cmdSaveReport);
+    saved = fake::ContentOf("C:\\report.json");
+    EXPECT_EQ(8, std::count(saved.begin(), saved.end(), '\n'));
+    EXPECT_TRUE(
+        saved.starts_with("{\"path\":\"C:\\\\a\\\\1.txt\",\"bytes\":4,\"result\":\"purged\","
+                          "\"passes\":6,\"error\":0,\"time\":"))
+        << saved;
+    EXPECT_NE(saved.find("\"purged\":6,\"files\":7,\"failed\":1,\"bytes\":24,"), saved.npos)
+        << saved;
+    fake::FailAlways("WriteBytes", "report.json.new1", Fault::DiskFull);
+    user.Dialog(question, "C:\\report.json");
+    user.BoxLike("File exists", "C:\\report.json", ui::AnswerYes);
+    user.BoxLike("Save report", "cannot be saved in C:\\report.json.\r\nThe disk is full.");
+    fake::Click(frmReport.cmdSaveReport);
+    EXPECT_EQ(saved, fake::ContentOf("C:\\report.json"));
+}
+
+TEST_F(ChosenItems, GiveWayToWhatIsChosenNextAndAreNotSaved) {
+    PutFiles("C:\\docs", 4);
+    fake::PutFile("C:\\docs\\sub\\deep.txt");
+    ChooseSingleFile("C:\\docs\\f0.txt|C:\\docs\\f2.txt"); // two in the dialog for one
+    EXPECT_EQ("2 chosen items (2 files)|As chosen (point at the line above to see them)||No|(No "
+              "folder is among the chosen items.)",
+              Choice());
+    fake::Click(f.cmdSubdirectories);
+    EXPECT_FALSE(blnSubdirectories);
+    user.Box("List files", "Display folder names?", ui::AnswerYes, fake::AsksYesNoCancel);
+    fake::Click(f.cmdProcessFiles[0]);
+    EXPECT_NE(frmReport.txbText.Text.find("Number of files: 2\r\n"), std::string::npos);
+    user.Box("Clear", "Clear folder and file specifications?", ui::AnswerYes, fake::AsksYesNo);
+    fake::Click(f.cmdClear);
+    EXPECT_EQ("Not specified", f.lblDirectory.Caption);
+
+    FilesDroppedOnMain({"C:\\docs\\f0.txt", "C:\\docs\\sub"});
+    user.BoxLike("Save setup", "The chosen items are not part of a setup.");
+    fake::Click(f.cmdSetup);
+    fake::Click(f.cmdSaveSetup);
+    fake::Click(f.cmdSaveSetupForNextRun);
+    fake::TakeAway("C:\\docs\\f0.txt"); // what is gone when the run comes to it is told
+    user.Modal(frmPurgeConfirmation, [] { fake::Click(frmPurgeConfirmation.cmdDoPurge); });
+    user.BoxLike("Purge files", "want to purge the single file in 2 chosen items", ui::AnswerYes);
+    fake::Click(f.cmdProcessFiles[1]);
+    EXPECT_NE(frmReport.txbText.Text.find("C:\\docs\\f0.txt: no longer there.\r\n"),
+              std::string::npos);
+    EXPECT_EQ(3U, fake::FilesBelow("C:\\docs").size());
+    ChooseFolder("C:\\docs", ui::AnswerNo);
+    EXPECT_EQ("C:\\docs\\", f.lblDirectory.Caption);
+    EXPECT_EQ("", f.lblDirectory.ToolTip);
+}
+
+} // namespace
