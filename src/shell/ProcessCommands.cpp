@@ -141,7 +141,7 @@ std::string PurgeQuestion(std::int64_t lngCount) {
         text += lngCount == 1  ? "the single file in "
                 : lngCount < 0 ? "all files in "
                                : "all " + GroupedDigits(lngCount) + " files in ";
-        text += ChosenItemsText() + "\r\n" + ChosenItemsList(intMostItemsInQuestion);
+        text += ChosenItemsText();
     } else if (strFilespec == "*.*") {
         if (lngCount == 1)
             text += "the single file in ";
@@ -179,6 +179,8 @@ std::string PurgeQuestion(std::int64_t lngCount) {
         text += "these (more than 1000) files.";
     else
         text += "these " + platform::LowerCase(NumberInWords(lngCount)) + " files.";
+    if (ItemsAreChosen())
+        text += "\r\n\r\n" + ChosenItemsList(intMostItemsInQuestion);
 
     if (!blnPurgeSlackOnly) {
         const std::string slack = "to purge the slack area of";

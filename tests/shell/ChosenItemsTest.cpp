@@ -31,9 +31,10 @@ TEST_F(ChosenItems, FromTwoDrivesWithOverlapsArePurgedOnce) {
     fake::Click(f.cmdSubdirectories);
     EXPECT_EQ("Yes", f.lblSubdirectories.Caption);
     user.Modal(frmPurgeConfirmation, [] { fake::Click(frmPurgeConfirmation.cmdDoPurge); });
-    user.BoxLike("Purge files",
-                 "want to purge all 7 files in 9 chosen items (6 files, 3 folders)\r\nC:\\a\\1.txt",
-                 ui::AnswerYes);
+    user.BoxLike(
+        "Purge files",
+        "want to purge all 7 files in 9 chosen items (6 files, 3 folders)\r\nand all files",
+        ui::AnswerYes);
     fake::Click(f.cmdProcessFiles[1]);
     const std::string& report = frmReport.txbText.Text;
     EXPECT_NE(report.find("Purging 9 chosen items (6 files, 3 folders)\r\n(including all files in "
