@@ -4,6 +4,7 @@
 #include "drives/DriveWork.h"
 #include "engine/FilePurgeTest.h"
 #include "engine/HeldFiles.h"
+#include "engine/PurgeTypes.h"
 #include "shell/frmMain.h"
 
 #include <algorithm>
@@ -158,7 +159,7 @@ TEST_F(FilePurgeTest, RefusalsAndCodes) {
     fake::Node& file = fake::PutFile(path, "kept", R);
     EXPECT_TRUE(Purge(path, 0, 0, true) == -18 && PurgeFile(path, 0, 0, true, false) == -18);
     EXPECT_TRUE(file.Attributes & R);
-    for (const int type : {3, -1})
+    for (const int type : {int{intNumPurgeTypes}, -1})
         EXPECT_EQ(-8, Purge(path, type, 1, true));
     fake::PutFile("C:\\f\\link").LinkTarget = path;
     EXPECT_EQ(-2, Purge("C:\\f\\link", 0, 1, true));
