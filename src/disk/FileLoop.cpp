@@ -86,7 +86,7 @@ std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
         return PurgeDone;
     if (job.Result != PurgeDone)
         ++loop.lngFailed;
-    else if (job.Reach != 0)
+    else if ((job.Reach & ~std::uint32_t{ReachName}) != 0) // of the name the report tells
         ++loop.lngPartly;
     return job.Result;
 }

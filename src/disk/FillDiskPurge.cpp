@@ -133,6 +133,7 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
         PurgeJob job = JobOfRun(
             DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, file.lngNumber));
         job.RefuseSeveralNames = false; // they are ours, whatever names they got
+        job.OverwriteNames = false;     // and tell nothing
         RunJobOfRun(job, counts);
         if (job.Result == PurgeDone)
             ++FillDisk.lngFilesPurged;

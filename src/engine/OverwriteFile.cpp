@@ -64,7 +64,7 @@ std::int16_t RunOverwrite(Overwrite& work) {
     const double dblBefore = work.Job.BytesOverwritten;
     const auto tellBytes = [&] {
         work.Job.BytesOverwritten =
-            dblBefore + static_cast<double>(work.BlocksDone * work.BlockSize);
+            dblBefore + static_cast<double>(work.BlocksDone * work.BlockSize + work.BytesRead);
     };
     // After the last byte a stop changes nothing any more: what is left to do is the flush.
     const auto isStopped = [&] {

@@ -3,6 +3,7 @@
 #include "engine/OverwriteSteps.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -15,7 +16,9 @@ constexpr std::int64_t lngLargestRecord = 4096;
 
 /// Forces the data to the disk. A device that knows no flush holds nothing back; any other fault
 /// means that what was written may never get there.
-std::int16_t FlushOverwrite(const Overwrite& work) {
+std::int16_t FlushOverwrite(Overwrite& work) {
+    if (std::exchange(work.Flushed, true))
+        return PurgeDone;
     const platform::Fault fault = platform::FlushBytes(work.File);
     if (!Failed(fault) || fault == platform::Fault::NotSupported)
         return PurgeDone;
@@ -62,6 +65,8 @@ platform::Fault OpenTarget(const PurgeTarget& target, platform::File& file,
 }
 
 void FinishOverwrite(Overwrite& work) {
+    if (work.Reading.File.IsOpen())
+        (void)platform::CloseFile(work.Reading.File);
     if (work.Written) {
         if (work.Result == PurgeDone)
             work.Result = FlushOverwrite(work);
@@ -88,6 +93,7 @@ std::int16_t OverwriteInItsRecord(Overwrite& work) {
     if (Failed(fault))
         return ResultOfWriteFault(work, fault);
     const std::int16_t result = FlushOverwrite(work);
+    work.Flushed = false;
     if (result != PurgeDone)
         return result;
     return Failed(platform::SeekTo(work.File, 0)) ? PurgeWriteFailed : PurgeDone;
@@ -198,7 +204,7 @@ std::int16_t BeginOverwrite(Overwrite& work) {
 }
 
 /// The run that was to end the file found no room for all of it. What the file has is there: its
-/// clusters up to their end, or in a record the bytes themselves.
+/// clusters up to their end, or in a record the bytes themselves. The range then ends there.
 platform::Fault WriteWhatHasRoom(Overwrite& work, std::int64_t end) {
     const std::int64_t length = work.Target.Length;
     const std::int64_t realEnd = RoundedUp(length, work.Job.Clusters.Real);
@@ -207,6 +213,7 @@ platform::Fault WriteWhatHasRoom(Overwrite& work, std::int64_t end) {
     for (const std::int64_t shorter : shorterEnds) {
         if (shorter >= end || shorter < length || (work.Job.SlackOnly && shorter == 0))
             continue;
+        work.Ranges.back().To = static_cast<std::uint64_t>(std::max(shorter, work.Position));
         if (shorter <= work.Position)
             return platform::Fault::None;
         end = shorter;
@@ -253,6 +260,11 @@ bool StepOverwrite(Overwrite& work) {
     if (work.Result == PurgeDone && work.RangeIndex < work.Ranges.size()) {
         work.Result = WriteRun(work);
         if (work.Result == PurgeDone)
+            return true;
+    }
+    if (work.Result == PurgeDone && work.Job.VerifiesNow && work.Written) {
+        work.Result = FlushOverwrite(work);
+        if (work.Result == PurgeDone && StepReadBack(work))
             return true;
     }
     if (work.File.IsOpen())

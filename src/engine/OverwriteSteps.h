@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/OverwriteFile.h"
+#include "engine/ReadBack.h"
 #include "platform/Files.h"
 #include "ui/Interface.h"
 
@@ -31,6 +32,9 @@ struct Overwrite {
     std::int64_t FileEnd = 0;  ///< the length that the file has grown to, when all goes well
     bool Written = false;      ///< something was, or was tried
     bool EndUnknown = false;   ///< a write failed half-way
+    bool Flushed = false;
+    ReadingBack Reading{};
+    std::atomic<std::int64_t> BytesRead = 0;
     std::atomic<std::int64_t> Blocks = 0, BlocksDone = 0; ///< the former estimated at first
     platform::File File{};
     platform::Fault Opening = platform::Fault::None;
@@ -41,8 +45,8 @@ struct Overwrite {
 /// somebody has put in its place since it was looked at: what that leads to was not chosen.
 platform::Fault OpenTarget(const PurgeTarget& target, platform::File& file,
                            platform::OpenFileFacts& facts);
-/// One step: opens the file, writes a run, or flushes and closes; false after the last. May run on
-/// the I/O thread.
+/// One step: opens the file, writes a run, reads one back, or flushes and closes; false after the
+/// last. May run on the I/O thread.
 bool StepOverwrite(Overwrite& work);
 /// Ends an overwrite between two steps: flushes, and closes the file.
 void FinishOverwrite(Overwrite& work);

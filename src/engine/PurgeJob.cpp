@@ -8,6 +8,7 @@
 #include "engine/HeldFiles.h"
 #include "engine/OverwriteBuffers.h"
 #include "engine/OverwriteFile.h"
+#include "engine/OverwriteName.h"
 #include "engine/OverwriteSteps.h"
 #include "engine/PurgeTypes.h"
 #include "platform/Files.h"
@@ -74,8 +75,27 @@ std::int16_t OverwriteTargets(PurgeJob& job, std::int16_t value) {
 /// the windows: a file system was seen to take 0.3 s for 1 GiB.
 constexpr std::int64_t lngBriefDeletion = std::int64_t{16} << 20;
 
+/// The file gets other names, and its streams with it. One that has changed since it was closed
+/// does not: its deletion finds that out.
+void OverwriteNameOf(PurgeJob& job) {
+    const PurgeTarget& file = job.Targets.front();
+    std::uint64_t length = 0;
+    auto fault = platform::Fault::None;
+    WorkOnDrive(file.Path, [&] { fault = platform::ReadFileLength(file.Path, length); });
+    if (Failed(fault) || length != static_cast<std::uint64_t>(file.Left) || file.Path != job.Path)
+        return;
+    std::string path = file.Path;
+    // The dates are those of its other names, too.
+    if (!OverwriteName(path, job.HardLinks < 2))
+        job.Reach |= ReachName;
+    for (PurgeTarget& target : job.Targets)
+        target.Path = path + target.Path.substr(job.Path.size());
+}
+
 /// Deletes the file unless somebody has written to it since it was closed. 0, −4, or −16.
 std::int16_t DeletePurgedFile(PurgeJob& job) {
+    if (job.OverwriteNames)
+        OverwriteNameOf(job);
     const PurgeTarget& file = job.Targets.front();
     bool blnDeleted = false;
     job.Trouble = TryWhileHeld([&] {
@@ -135,7 +155,10 @@ std::int16_t RestoreLengths(PurgeJob& job) {
 std::int16_t OverwritePass(PurgeJob& job) {
     ui::DoEvents();
     PrepareOverwriteBuffers(job.Clusters.Block);
-    for (const std::int16_t value : OverwritesOfType(job.Type)) {
+    const auto values = OverwritesOfType(job.Type);
+    for (const std::int16_t& value : values) {
+        job.VerifiesNow =
+            job.Verify && job.PassesDone + 1 >= job.Passes && &value == &values.back();
         const std::int16_t result = OverwriteTargets(job, value);
         if (result != PurgeDone)
             return result;
@@ -183,7 +206,8 @@ double BytesOfOverwrites(const PurgeJob& job) {
     for (const PurgeTarget& target : job.Targets)
         bytes += static_cast<double>(
             RoundedUp(std::max<std::int64_t>(target.Length, 1), job.Clusters.Covered));
-    return bytes * job.Passes * static_cast<double>(OverwritesOfType(job.Type).size());
+    const auto overwrites = static_cast<double>(OverwritesOfType(job.Type).size());
+    return bytes * (job.Passes * overwrites + (job.Verify ? 1 : 0));
 }
 
 std::int16_t PurgeTargets(PurgeJob& job) {
@@ -339,6 +363,8 @@ void RunPurgeJob(PurgeJob& job) {
           "a purged file has all its passes");
     if (job.Result >= 0)
         job.Trouble = platform::Fault::None;
+    if (job.Result < 0 && !job.Targets.empty() && job.Targets.front().Path != job.Path)
+        job.LeftAs = job.Targets.front().Path;
 }
 
 double PurgeShareDone() {

@@ -26,6 +26,7 @@ enum PurgeResult : std::int16_t {
     PurgeFileChanged = -16, ///< somebody else writes to it
     PurgeNotLocal = -17,    ///< its data would have to be fetched first
     PurgeNoPasses = -18,    ///< asked for no pass at all
+    PurgeNotVerified = -19, ///< what was written cannot be read back as it was written
     PurgeReadOnlyRefused = -53,
     PurgeSystemRefused = -54,
     PurgeNoSlack = -55
@@ -38,7 +39,15 @@ enum OutOfReach : std::uint32_t {
     ReachSparse = 0x04,
     ReachCloudPlaceholder = 0x08,
     ReachHardLinks = 0x10,
-    ReachOlderCopies = 0x20
+    ReachOlderCopies = 0x20,
+    ReachName = 0x40 ///< it was to be overwritten, too, or the dates were
+};
+
+/// Whether what was written was read back, and found to be the same.
+enum class ReadBack : std::uint8_t {
+    None,
+    Cached, ///< by ordinary reads, which the system may have answered from its memory
+    PastCache
 };
 
 /// A file, or one of its alternate data streams, while it is being purged. Lengths in bytes.
@@ -70,6 +79,9 @@ struct PurgeJob {
     /// A file that has other names, too, is left as it is: overwriting it would destroy their data.
     /// (Its slack is nobody's data, and is purged all the same.)
     bool RefuseSeveralNames = false;
+    bool Verify = false; ///< the last overwrite is read back and compared
+    /// A file that is deleted gets other names and dates before.
+    bool OverwriteNames = false;
     /// Asked before such a file is refused: true when it may be purged under all its names. May
     /// show a question.
     std::function<bool()> MayPurgeAllNames{};
@@ -83,6 +95,10 @@ struct PurgeJob {
     std::int64_t Length = 0;   ///< bytes that the file had when the job was done with it
     bool HasWritten = false;   ///< something was, or may have been, written over the file
     platform::Fault Trouble{}; ///< what the system said to the step that failed
+    ReadBack HasReadBack{};
+    std::int64_t DifferentAt = -1; ///< of PurgeNotVerified: the byte ...
+    std::string DifferentPath{};   ///< ... and the file or the stream
+    std::string LeftAs{};          ///< the path of a file that has another name and was not deleted
 
     // The purge under way.
     std::vector<PurgeTarget> Targets{};
@@ -90,7 +106,8 @@ struct PurgeJob {
     bool FirstOverwrite = false;   ///< the file has not been overwritten yet
     std::uint32_t HardLinks = 0;   ///< names of the file, the most that any overwrite found
     bool RecordsHoldFiles = false; ///< its file system may keep small files in its own records
-    double BytesOverwritten = 0;   ///< streams included; goes on during an overwrite
+    bool VerifiesNow = false;      ///< the overwrite under way is the last one
+    double BytesOverwritten = 0;   ///< or read back, streams included; goes on during an overwrite
     double BytesToOverwrite = 0;   ///< what it will be in the end
 };
 

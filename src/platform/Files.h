@@ -21,13 +21,19 @@ struct File {
 };
 
 enum class Access {
-    Read,         ///< existing file, reading only; others may read and write it
-    Change,       ///< existing file, reading and writing in place; refused while another program
-                  ///< has it open for writing, and others may only read meanwhile
-    ChangeItself, ///< Change, of a link the link itself and not what it leads to
-    CreateNew,    ///< reading and writing; AlreadyExists when the name is taken
-    Replace       ///< writing; an existing file is emptied, a missing one is made
+    Read,          ///< existing file, reading only; others may read and write it
+    ReadPastCache, ///< Read, from the device and not from the system's memory; positions, sizes
+                   ///< and the buffer are multiples of unbufferedUnit. NotSupported: there is
+                   ///< nothing of the kind, which a read may also be the first to tell
+    Change,        ///< existing file, reading and writing in place; refused while another program
+                   ///< has it open for writing, and others may only read meanwhile
+    ChangeItself,  ///< Change, of a link the link itself and not what it leads to
+    CreateNew,     ///< reading and writing; AlreadyExists when the name is taken
+    Replace        ///< writing; an existing file is emptied, a missing one is made
 };
+
+/// A multiple of every device's sector.
+constexpr std::size_t unbufferedUnit = 65536;
 
 /// Attribute bits as the operating system numbers them.
 enum Attribute : std::uint32_t {
@@ -113,6 +119,11 @@ Fault ListNames(const std::string& path, std::vector<std::string>& names);
 Fault RemoveFile(const std::string& path);
 /// Gives `from` the name `to`, replacing an existing file there in one step.
 Fault RenameReplacing(const std::string& from, const std::string& to);
+/// Gives a file or a folder another name in its folder. AlreadyExists when the name is taken, by
+/// whatever it is; nothing has changed then. Of a link the link.
+Fault RenameNew(const std::string& from, const std::string& to);
+/// Sets all dates of a file or a folder to so many seconds after the beginning of 1970 (UTC).
+Fault WriteDates(const std::string& path, std::int64_t seconds);
 /// True for a file, false for a folder, for nothing, and for what cannot be asked about.
 bool FileExists(const std::string& path);
 

@@ -28,5 +28,7 @@ Fault MakeFolder(const std::string& path);
 /// Removes an empty folder, or a link to a folder (never the link's target).
 Fault RemoveFolder(const std::string& path);
 bool FolderExists(const std::string& path);
+/// Forces the names in a folder to the disk, as far as the system lets this user do so.
+Fault FlushFolder(const std::string& path);
 
 } // namespace platform

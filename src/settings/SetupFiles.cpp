@@ -1,4 +1,5 @@
-// Setup files: fourteen lines of text, read item by item.
+// Setup files: fourteen lines of text, read item by item, and a line more for each option that came
+// later and is on.
 #include "settings/SetupFiles.h"
 
 #include "engine/PurgeTypes.h"
@@ -25,6 +26,8 @@ namespace {
 
 /// Major and minor number of the program's version; the first line of a setup file.
 constexpr const char* strVersion = "1.0";
+/// Behind the name of an option.
+constexpr const char* strOn = "=1";
 
 /// A copy of the program with a file of this name beside it keeps its settings there and leaves
 /// nothing elsewhere.
@@ -119,6 +122,17 @@ bool TakeBoxes(std::string_view& strText) {
     return true;
 }
 
+/// What follows the fourteen lines: "verify=1". What is not understood is passed over.
+void TakeFurtherOptions(std::string_view& strText) {
+    for (const FurtherOption& option : FurtherOptions())
+        option.Box->Value = 0;
+    std::string_view strItem;
+    while (TakeItem(strText, strItem))
+        for (const FurtherOption& option : FurtherOptions())
+            if (strItem == option.strName + std::string(strOn))
+                option.Box->Value = 1;
+}
+
 /// "C:\" for the first drive that is a fixed disk; "" when there is none. Not by FirstFixedDrive,
 /// which gives up at the first letter without a drive, and that is A: nearly everywhere.
 std::string FirstFixedRoot() {
@@ -144,6 +158,9 @@ std::string SetupText(bool blnWithFolders) {
     line(std::to_string(GetNumberOfPasses()));
     for (const ui::CheckBox* box : PurgeOptionBoxes())
         line(std::to_string(box->Value));
+    for (const FurtherOption& option : FurtherOptions())
+        if (option.Box->Value == 1)
+            line(option.strName + std::string(strOn));
     return strText;
 }
 
@@ -161,6 +178,8 @@ bool ApplySetupText(const std::string& text) {
     // From here on what has been read takes effect, step by step, also when a later step fails. A
     // fault among the boxes ends their reading, but what was read before them still takes effect.
     const bool blnAllBoxes = TakeBoxes(strRest);
+    if (blnAllBoxes)
+        TakeFurtherOptions(strRest);
 
     if (intSubdirectories < 0 || intSubdirectories > 1)
         return false;

@@ -45,6 +45,7 @@ void ApplySlackOnly() {
     }
     f.chkDoNotDeletePurgedFiles.Enabled = !blnSlackOnly;
     f.chkDeleteEmptyFolders.Enabled = !blnSlackOnly;
+    f.chkOverwriteNames.Enabled = !blnSlackOnly;
     f.lblMessage.Caption =
         ProgramText(blnSlackOnly ? TextNumber::SlackOnlyNote : TextNumber::OrdinaryNote);
 }
@@ -100,8 +101,10 @@ void cmdDoPurge_Click() {
     blnOKToPurgeSystemFiles = f.chkOKToPurgeSystemFiles.Value == 1;
     blnOKToPurgeSensitiveFiles = f.chkOKToPurgeSensitiveFiles.Value == 1;
     blnFolderNamesOnly = f.chkFolderNamesOnly.Value == 1;
-    // The box is disabled, but keeps its check, while slack-only is on.
+    blnVerifyPurge = f.chkVerifyPurge.Value == 1;
+    // These boxes are disabled, but keep their checks, while slack-only is on.
     blnDeleteEmptyFolders = f.chkDeleteEmptyFolders.Value == 1 && !blnPurgeSlackOnly;
+    blnOverwriteNames = f.chkOverwriteNames.Value == 1 && !blnPurgeSlackOnly;
 
     if (f.cboClusterSize.ListIndex >= 0)
         ChooseClusterSize(
@@ -133,7 +136,7 @@ void LayOut() {
     f.Name = "frmPurgeConfirmation";
     f.Caption = "Purge options";
     f.Width = 7260;
-    f.Height = 5250;
+    f.Height = 5940;
     ui::PutInto(f.fraClusterSize, {&f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem});
     constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
     ui::Bind(
@@ -141,25 +144,29 @@ void LayOut() {
             {&f.chkPurgeSlackOnly, "chkPurgeSlackOnly", intLeft, 1050, intWidth, intHeight},
             {&f.chkDoNotDeletePurgedFiles, "chkDoNotDeletePurgedFiles", intLeft, 1395, intWidth,
              intHeight},
-            {&f.chkOKToPurgeReadOnlyFiles, "chkOKToPurgeReadOnlyFiles", intLeft, 1740, intWidth,
+            {&f.chkOverwriteNames, "chkOverwriteNames", intLeft, 1740, intWidth, intHeight},
+            {&f.chkVerifyPurge, "chkVerifyPurge", intLeft, 2085, intWidth, intHeight},
+            {&f.chkOKToPurgeReadOnlyFiles, "chkOKToPurgeReadOnlyFiles", intLeft, 2430, intWidth,
              intHeight},
-            {&f.chkOKToPurgeSystemFiles, "chkOKToPurgeSystemFiles", intLeft, 2085, intWidth,
+            {&f.chkOKToPurgeSystemFiles, "chkOKToPurgeSystemFiles", intLeft, 2775, intWidth,
              intHeight},
-            {&f.chkOKToPurgeSensitiveFiles, "chkOKToPurgeSensitiveFiles", intLeft, 2430, intWidth,
+            {&f.chkOKToPurgeSensitiveFiles, "chkOKToPurgeSensitiveFiles", intLeft, 3120, intWidth,
              intHeight},
-            {&f.chkFolderNamesOnly, "chkFolderNamesOnly", intLeft, 2775, intWidth, intHeight},
-            {&f.chkDeleteEmptyFolders, "chkDeleteEmptyFolders", intLeft, 3120, intWidth, intHeight},
-            {&f.fraClusterSize, "fraClusterSize", intLeft, 3570, intWidth, 840},
+            {&f.chkFolderNamesOnly, "chkFolderNamesOnly", intLeft, 3465, intWidth, intHeight},
+            {&f.chkDeleteEmptyFolders, "chkDeleteEmptyFolders", intLeft, 3810, intWidth, intHeight},
+            {&f.fraClusterSize, "fraClusterSize", intLeft, 4260, intWidth, 840},
             {&f.lblClusterSize, "lblClusterSize", 180, 390, 1380, 270},
             {&f.cboClusterSize, "cboClusterSize", 1620, 330, 1440, 345},
             {&f.lblFileSystem, "lblFileSystem", 3300, 390, 3300, 270},
-            {&f.cmdDoPurge, "cmdDoPurge", 3000, 4605, 2400, 405},
-            {&f.cmdCancel, "cmdCancel", 5520, 4605, 1500, 405}});
+            {&f.cmdDoPurge, "cmdDoPurge", 3000, 5295, 2400, 405},
+            {&f.cmdCancel, "cmdCancel", 5520, 5295, 1500, 405}});
 
     ui::PutWords({
         {&f.chkPurgeSlackOnly, "Purge only the slack area behind the end of the files", 's',
          chkPurgeSlackOnly_Click},
         {&f.chkDoNotDeletePurgedFiles, "Do not delete the purged files", 'n', GiveFocusToCancel},
+        {&f.chkOverwriteNames, "Overwrite file names and dates", 'O', GiveFocusToCancel},
+        {&f.chkVerifyPurge, "Verify by reading back", 'b', GiveFocusToCancel},
         {&f.chkOKToPurgeReadOnlyFiles, "OK to purge read-only files", 'r', GiveFocusToCancel},
         {&f.chkOKToPurgeSystemFiles, "OK to purge system files", 'm', GiveFocusToCancel},
         {&f.chkOKToPurgeSensitiveFiles, "OK to purge sensitive files (programs and their parts)",
@@ -190,8 +197,11 @@ void InitializePurgeOptions() {
         box->Value = 0;
         box->Enabled = true;
     }
+    for (const FurtherOption& option : FurtherOptions())
+        option.Box->Value = 0;
     f.intDoNotDeleteBefore = 0;
     f.blnAccepted = false;
+    blnVerifyPurge = blnOverwriteNames = false;
     blnPurgeSlackOnly = blnDoNotDeletePurgedFiles = blnOKToPurgeReadOnlyFiles = false;
     blnOKToPurgeSystemFiles = blnOKToPurgeSensitiveFiles = false;
     blnFolderNamesOnly = blnDeleteEmptyFolders = false;
@@ -206,6 +216,11 @@ std::array<ui::CheckBox*, 7> PurgeOptionBoxes() {
     return {&f.chkPurgeSlackOnly,       &f.chkDoNotDeletePurgedFiles,  &f.chkOKToPurgeReadOnlyFiles,
             &f.chkOKToPurgeSystemFiles, &f.chkOKToPurgeSensitiveFiles, &f.chkFolderNamesOnly,
             &f.chkDeleteEmptyFolders};
+}
+
+std::array<FurtherOption, 2> FurtherOptions() {
+    return {{{"verify", &frmPurgeConfirmation.chkVerifyPurge},
+             {"names", &frmPurgeConfirmation.chkOverwriteNames}}};
 }
 
 bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders) {

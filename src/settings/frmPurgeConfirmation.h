@@ -11,7 +11,7 @@
 struct FrmPurgeConfirmation : ui::Form {
     ui::CheckBox chkPurgeSlackOnly, chkDoNotDeletePurgedFiles, chkOKToPurgeReadOnlyFiles,
         chkOKToPurgeSystemFiles, chkOKToPurgeSensitiveFiles, chkFolderNamesOnly,
-        chkDeleteEmptyFolders;
+        chkDeleteEmptyFolders, chkVerifyPurge, chkOverwriteNames;
     ui::Frame fraClusterSize;
     ui::ComboBox cboClusterSize;
     ui::Label lblClusterSize, lblFileSystem, lblMessage;
@@ -32,9 +32,18 @@ inline bool blnOKToPurgeSystemFiles = false;
 inline bool blnOKToPurgeSensitiveFiles = false;
 inline bool blnFolderNamesOnly = false;
 inline bool blnDeleteEmptyFolders = false;
+inline bool blnVerifyPurge = false;
+inline bool blnOverwriteNames = false;
 
 /// The seven check boxes in the order of the flags above, which is that of a setup file.
 std::array<ui::CheckBox*, 7> PurgeOptionBoxes();
+/// A box that came later, and its name in a setup file, which has a line for it only while it is
+/// on.
+struct FurtherOption {
+    const char* strName;
+    ui::CheckBox* Box;
+};
+std::array<FurtherOption, 2> FurtherOptions();
 /// Boxes, flags and the cluster-size cache as at start-up.
 void InitializePurgeOptions();
 /// Shows the dialog for a folder's drive; true when the user goes on. With a single file the

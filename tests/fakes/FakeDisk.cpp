@@ -14,6 +14,9 @@ std::map<char, Drive> drives;
 std::vector<Event> journal;
 
 namespace {
+std::int64_t writesUntilSpoilt = 0;
+Spoil spoil{};
+
 /// Joins a run to the one before it when that needs no more memory than both; else false.
 bool Join(Run& run, const Run& next) {
     const std::uint64_t period = run.Pattern.size(), count = std::min(next.Length, period);
@@ -135,6 +138,27 @@ void Content::Write(std::uint64_t offset, const Run& run) {
     Append(*this, run);
     for (const Run& rest : behind.Runs)
         Append(*this, rest);
+}
+
+void SpoilNth(std::int64_t n, Spoil how) {
+    writesUntilSpoilt = n;
+    spoil = how;
+}
+
+void PutOnDisk(Node& node, std::uint64_t offset, const Run& run) {
+    std::erase_if(node.OnDisk, [&](const auto& old) {
+        return old.first >= offset && old.first + old.second.size() <= offset + run.Length;
+    });
+    if (writesUntilSpoilt == 0 || --writesUntilSpoilt > 0)
+        return;
+    const std::uint64_t right = spoil == Spoil::Drop   ? 0
+                                : spoil == Spoil::Tear ? run.Length / 2
+                                                       : run.Length - 1;
+    std::string bytes = node.Data.Read(offset + right, run.Length - right);
+    bytes.resize(run.Length - right);
+    if (spoil == Spoil::Flip)
+        bytes[0] = static_cast<char>(run.Bytes(right, 1)[0] ^ 1);
+    node.OnDisk[offset + right] = bytes;
 }
 
 std::uint64_t Drive::InClusters(std::uint64_t length) const {

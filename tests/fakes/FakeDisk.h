@@ -20,6 +20,8 @@ Place Find(const std::string& path, bool followLast);
 Run MakeRun(const void* data, std::size_t size);
 void Journal(const std::string& what, const std::string& path, std::uint64_t offset = 0,
              const Run& run = {});
+/// A write as it is on the disk, which may have been ordered to be spoilt.
+void PutOnDisk(Node& node, std::uint64_t offset, const Run& run);
 /// What a file takes on its drive, without its streams.
 std::uint64_t SpaceOfFile(const Drive& drive, const Node& file);
 /// A new file's record, room for its name, and what becomes of both when it is removed.

@@ -170,6 +170,39 @@ Fault FlushRecords(const std::string& folder) {
     return fault;
 }
 
+Fault FlushFolder(const std::string& path) {
+    const Fault fault = Begin(__func__, path);
+    if (!Failed(fault))
+        Journal("flush folder", path);
+    return fault;
+}
+
+Fault RenameNew(const std::string& from, const std::string& to) {
+    return OnItem(__func__, from, false, [&](const Place& source) {
+        const Place target = Find(to, false);
+        const Node& node = *source.Item;
+        const Fault fault = Failed(target.Trouble)            ? target.Trouble
+                            : target.Item                     ? Fault::AlreadyExists
+                            : node.Locked || node.Handles > 0 ? Fault::SharingViolation
+                                                              : MayWrite(*source.Disk, node);
+        if (Failed(fault))
+            return fault;
+        Drop(*source.Folder, node);
+        source.Item->Name = target.Name;
+        Add(*target.Folder, source.Item);
+        Journal("rename " + target.Path, source.Path);
+        return fault;
+    });
+}
+
+Fault WriteDates(const std::string& path, std::int64_t seconds) {
+    return OnItem(__func__, path, false, [&](const Place& place) {
+        place.Item->Dates = seconds;
+        Journal("dates", place.Path);
+        return MayWrite(*place.Disk, *place.Item);
+    });
+}
+
 Fault ChangeCurrentFolder(const std::string& folder) {
     if (const Fault fault = Begin(__func__, folder); Failed(fault))
         return fault;

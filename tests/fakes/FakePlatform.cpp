@@ -21,6 +21,10 @@ struct Handle {
 std::map<std::uintptr_t, Handle> handles; ///< folders that are held among them
 std::uintptr_t nextHandle = 1;
 
+bool Reads(platform::Access access) {
+    return access == platform::Access::Read || access == platform::Access::ReadPastCache;
+}
+
 } // namespace
 
 std::uint32_t AttributesOf(const Node& node) {
@@ -94,6 +98,7 @@ void Reset() {
     ResetMachine();
     drives.clear();
     handles.clear();
+    SpoilNth(0, {});
     journal.clear();
     auxiliaryLibrary = Fault::None;
     AddDrive('C', 64ULL << 30);
@@ -116,7 +121,7 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
     Place place = Find(path, access != Access::ChangeItself);
     if (Failed(place.Trouble))
         return place.Trouble;
-    const bool changes = access != Access::Read, creates = access == Access::CreateNew;
+    const bool changes = !Reads(access), creates = access == Access::CreateNew;
     Fault fault = Fault::None;
     if (place.Item && creates)
         fault = Fault::AlreadyExists;
@@ -151,7 +156,11 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
 
 Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
     return OnOpen(__func__, file, [&](Handle& handle) {
-        const std::string bytes = handle.Item->Data.Read(handle.Position, size);
+        std::string bytes = handle.Item->Data.Read(handle.Position, size);
+        for (const auto& [offset, other] : handle.Item->OnDisk)
+            for (std::size_t i = 0; i < other.size() && handle.Mode == Access::ReadPastCache; ++i)
+                if (offset + i >= handle.Position && offset + i < handle.Position + bytes.size())
+                    bytes[offset + i - handle.Position] = other[i];
         std::memcpy(data, bytes.data(), bytes.size());
         read = bytes.size();
         handle.Position += read;
@@ -161,7 +170,7 @@ Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
 Fault WriteBytes(File file, const void* data, std::size_t size) {
     Handle& handle = handles.at(file.Handle);
     Fault fault = BeginOn(__func__, handle);
-    if (fault == Fault::NotReady || handle.Mode == Access::Read)
+    if (fault == Fault::NotReady || Reads(handle.Mode))
         return Failed(fault) ? fault : Fault::AccessDenied;
     std::uint64_t count = Failed(fault) ? size / 2 : size;
     const Drive& drive = drives.at(handle.Path[0]);
@@ -182,6 +191,7 @@ Fault WriteBytes(File file, const void* data, std::size_t size) {
             node.LeftInRecord = LeftBy(node);
             node.InRecord = false;
         }
+        PutOnDisk(node, handle.Position, run);
         handle.Item->Data.Write(handle.Position, run);
         handle.Position += count;
         if (drive.BytesPerSecond > 0)
@@ -229,8 +239,8 @@ Fault ListAllocatedRanges(File file, std::uint64_t length, std::vector<Range>& r
 Fault ChangeLength(File file, std::uint64_t length) {
     Fault outcome = Fault::None;
     const Fault fault = OnOpen(__func__, file, [&](Handle& handle) {
-        outcome = handle.Mode == Access::Read ? Fault::AccessDenied
-                                              : SetLength(Find(handle.Path, true), length);
+        outcome =
+            Reads(handle.Mode) ? Fault::AccessDenied : SetLength(Find(handle.Path, true), length);
     });
     return Failed(fault) ? fault : outcome;
 }
@@ -241,7 +251,7 @@ Fault FlushBytes(File file) {
 
 Fault CloseFile(File& file) {
     const Handle handle = handles.at(file.Handle);
-    handle.Item->Open = handle.Item->Open && handle.Mode == Access::Read;
+    handle.Item->Open = handle.Item->Open && Reads(handle.Mode);
     --handle.Item->Handles;
     handles.erase(file.Handle);
     file.Handle = 0;

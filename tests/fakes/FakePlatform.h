@@ -56,6 +56,9 @@ struct Node {
     std::uint64_t Record = 0; ///< number of its record, where the drive has a table of them
     std::uint64_t IndexRoom = 0; ///< bytes that a folder's names may take before it grows
     std::vector<platform::Range> Allocated; ///< of a sparse file what takes room
+    std::int64_t Dates = 0;                 ///< as WriteDates set them
+    /// By offset: bytes of writes that went wrong. Only who reads past the cache finds them.
+    std::map<std::uint64_t, std::string> OnDisk;
     std::string LinkTarget; ///< path of the target when this is a link (junction, symbolic link)
     bool Locked = false;    ///< another program holds it: SharingViolation
     bool Denied = false;    ///< no permission: AccessDenied
@@ -156,6 +159,11 @@ void ResetOrders();
 void FailNth(std::int64_t n, platform::Fault fault, const std::string& call = "");
 /// The call that failed by order of FailNth, "" if none has.
 std::string FailedCall();
+/// The n-th write from now on is said to have gone well, and is in the system's memory; on the disk
+/// is what was there before, or of the second half of the write, or all but one bit of its last
+/// byte is right.
+enum class Spoil { Drop, Tear, Flip };
+void SpoilNth(std::int64_t n, Spoil how);
 /// Withdraws the order of FailNth; true when it was carried out.
 bool HasFailed();
 /// Calls made since Reset.

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <optional>
 #include <sys/file.h>
@@ -38,10 +39,11 @@ bool IsReadOnly(const struct stat& known) {
 }
 
 int FlagsOf(Access access) {
-    return access == Access::Read        ? O_RDONLY
-           : access == Access::Change    ? O_RDWR
-           : access == Access::CreateNew ? O_RDWR | O_CREAT | O_EXCL
-                                         : O_RDWR | O_CREAT;
+    return access == Access::Read            ? O_RDONLY
+           : access == Access::ReadPastCache ? O_RDONLY | O_DIRECT
+           : access == Access::Change        ? O_RDWR
+           : access == Access::CreateNew     ? O_RDWR | O_CREAT | O_EXCL
+                                             : O_RDWR | O_CREAT;
 }
 
 Fault OpenAt(int folder, const char* name, Access access, File& file) {
@@ -51,7 +53,7 @@ Fault OpenAt(int folder, const char* name, Access access, File& file) {
     if (descriptor < 0)
         return LastFault();
     struct stat known;
-    const bool writes = access != Access::Read;
+    const bool writes = access != Access::Read && access != Access::ReadPastCache;
     Fault fault = fstat(descriptor, &known) != 0 ? LastFault() : Fault::None;
     if (!Failed(fault) && (!S_ISREG(known.st_mode) || (writes && IsReadOnly(known))))
         fault = Fault::AccessDenied;
@@ -127,7 +129,9 @@ Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
     if (const Fault fault = Start(__func__, ""); Failed(fault))
         return fault;
     std::size_t total = 0;
-    for (ssize_t count = 1; total < size && count > 0; total += static_cast<std::size_t>(count))
+    // Past the cache a short count is the end, and nothing could be read from there on.
+    for (ssize_t count = 1; total < size && count > 0 && total % unbufferedUnit == 0;
+         total += static_cast<std::size_t>(count))
         if (count = ::read(Descriptor(file), static_cast<char*>(data) + total, size - total);
             count < 0)
             return errno == EIO ? Fault::ReadFault : LastFault();
@@ -295,6 +299,29 @@ Fault RenameReplacing(const std::string& from, const std::string& to) {
                 return fault;
             return renameat(folder, name, newFolder, newName) != 0 ? LastFault() : Fault::None;
         });
+    });
+}
+
+Fault RenameNew(const std::string& from, const std::string& to) {
+    return OnStat(__func__, from, [&](const struct stat& known, int folder, const char* name) {
+        const bool isFolder = S_ISDIR(known.st_mode);
+        const Fault fault = IsHeld(known) ? Fault::SharingViolation
+                            : S_ISLNK(known.st_mode)
+                                ? Fault::None
+                                : Exclusively(folder, name, isFolder ? O_DIRECTORY : 0);
+        if (Failed(fault))
+            return fault;
+        return At(nullptr, to, [&](int newFolder, const char* newName) {
+            return renameat2(folder, name, newFolder, newName, RENAME_NOREPLACE) != 0 ? LastFault()
+                                                                                      : Fault::None;
+        });
+    });
+}
+
+Fault WriteDates(const std::string& path, std::int64_t seconds) {
+    return OnStat(__func__, path, [&](const struct stat&, int folder, const char* name) {
+        const timespec dates[] = {{seconds, 0}, {seconds, 0}};
+        return utimensat(folder, name, dates, AT_SYMLINK_NOFOLLOW) != 0 ? LastFault() : Fault::None;
     });
 }
 

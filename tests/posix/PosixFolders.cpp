@@ -69,6 +69,17 @@ bool FolderExists(const std::string& path) {
     return folder >= 0 && close(folder) == 0;
 }
 
+Fault FlushFolder(const std::string& path) {
+    if (const Fault fault = Start(__func__, path); Failed(fault))
+        return fault;
+    const int opened = OpenFolder(path, O_RDONLY);
+    if (opened < 0)
+        return LastFault();
+    const Fault fault = fsync(opened) != 0 ? LastFault() : Fault::None;
+    close(opened);
+    return fault;
+}
+
 Fault ChangeCurrentFolder(const std::string& folder) {
     return Start(__func__, folder); // bare names mean nothing here
 }

@@ -63,14 +63,15 @@ Fault Start(const char* call, const std::string& path) {
 
 Fault LastFault() {
     static constexpr std::pair<int, Fault> faults[] = {
-        {ENOENT, Fault::NotFound},          {ENOTDIR, Fault::NotFound},
-        {EACCES, Fault::AccessDenied},      {EPERM, Fault::AccessDenied},
-        {EISDIR, Fault::AccessDenied},      {ELOOP, Fault::AccessDenied},
+        {ENOENT, Fault::NotFound},         {ENOTDIR, Fault::NotFound},
+        {EACCES, Fault::AccessDenied},     {EPERM, Fault::AccessDenied},
+        {EISDIR, Fault::AccessDenied},     {ELOOP, Fault::AccessDenied},
         {EXDEV, Fault::AccessDenied}, // a link that leads out of the root folder
-        {EAGAIN, Fault::SharingViolation},  {EBUSY, Fault::SharingViolation},
-        {ENOSPC, Fault::DiskFull},          {EIO, Fault::WriteFault},
-        {EEXIST, Fault::AlreadyExists},     {ENOTEMPTY, Fault::NotEmpty},
-        {ENAMETOOLONG, Fault::InvalidName}, {EILSEQ, Fault::InvalidName}};
+        {EAGAIN, Fault::SharingViolation}, {EBUSY, Fault::SharingViolation},
+        {ENOSPC, Fault::DiskFull},         {EIO, Fault::WriteFault},
+        {EINVAL, Fault::NotSupported},     {EEXIST, Fault::AlreadyExists},
+        {ENOTEMPTY, Fault::NotEmpty},      {ENAMETOOLONG, Fault::InvalidName},
+        {EILSEQ, Fault::InvalidName}};
     for (const auto& [error, fault] : faults)
         if (error == errno)
             return fault;

@@ -1,5 +1,6 @@
 // Drives on Windows: letters, types, clusters, space, volumes, and the flushing of their records.
 #include "platform/Drives.h"
+#include "platform/Folders.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"
 
@@ -160,11 +161,15 @@ Fault ReadRecordCount(const std::string& root, std::uint64_t& records) {
     return fault;
 }
 
+Fault FlushFolder(const std::string& path) {
+    return FlushOpened(WidePath(path));
+}
+
 Fault FlushRecords(const std::string& folder) {
     const std::wstring root = RootOf(folder);
     if (root.empty())
         return Fault::InvalidName;
-    const Fault fault = FlushOpened(WidePath(folder));
+    const Fault fault = FlushFolder(folder);
     // Only an administrator may open the drive itself; nothing is written through the handle.
     const bool blnDrive = !Failed(FlushOpened(L"\\\\.\\" + root.substr(0, 2)));
     return blnDrive ? Fault::None : fault;

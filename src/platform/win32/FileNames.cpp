@@ -230,6 +230,30 @@ Fault RenameReplacing(const std::string& from, const std::string& to) {
                : LastFault();
 }
 
+Fault RenameNew(const std::string& from, const std::string& to) {
+    return MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(), MOVEFILE_WRITE_THROUGH)
+               ? Fault::None
+               : LastFault();
+}
+
+Fault WriteDates(const std::string& path, std::int64_t seconds) {
+    HANDLE handle =
+        CreateFileW(WidePath(path).c_str(), FILE_WRITE_ATTRIBUTES,
+                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                    FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return LastFault();
+    constexpr LONGLONG from1601To1970 = 11'644'473'600, unitsPerSecond = 10'000'000;
+    FILE_BASIC_INFO dates = {}; // no attributes: those stay
+    dates.CreationTime.QuadPart = (from1601To1970 + seconds) * unitsPerSecond;
+    dates.LastAccessTime = dates.LastWriteTime = dates.ChangeTime = dates.CreationTime;
+    const Fault fault = SetFileInformationByHandle(handle, FileBasicInfo, &dates, sizeof dates)
+                            ? Fault::None
+                            : LastFault();
+    CloseHandle(handle);
+    return fault;
+}
+
 bool FileExists(const std::string& path) {
     std::uint32_t attributes = 0;
     return !Failed(ReadAttributes(path, attributes)) &&

@@ -16,6 +16,12 @@ HANDLE HandleOf(File file) {
     return reinterpret_cast<HANDLE>(file.Handle); // NOLINT: that is what the seam carries
 }
 
+/// Of reading past the cache: a parameter that the system does not take means that it cannot.
+Fault FaultOfRead() {
+    const DWORD error = GetLastError();
+    return error == ERROR_INVALID_PARAMETER ? Fault{Fault::NotSupported.Kind, error} : LastFault();
+}
+
 } // namespace
 
 Fault OpenFile(const std::string& path, Access access, File& file) {
@@ -30,6 +36,11 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
         rights = GENERIC_READ;
         sharing = FILE_SHARE_READ | FILE_SHARE_WRITE;
         flags = FILE_ATTRIBUTE_NORMAL;
+        break;
+    case Access::ReadPastCache:
+        rights = GENERIC_READ;
+        sharing = FILE_SHARE_READ | FILE_SHARE_WRITE;
+        flags = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_NO_BUFFERING;
         break;
     case Access::Change:
         break;
@@ -47,7 +58,7 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
     HANDLE handle =
         CreateFileW(WidePath(path).c_str(), rights, sharing, nullptr, disposition, flags, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
-        return LastFault();
+        return access == Access::ReadPastCache ? FaultOfRead() : LastFault();
     if (access == Access::Replace && !SetEndOfFile(handle)) {
         const Fault fault = LastFault();
         CloseHandle(handle);
@@ -66,11 +77,11 @@ Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read) {
         if (!ReadFile(HandleOf(file), bytes + total, wanted, &count, nullptr)) {
             if (GetLastError() == ERROR_HANDLE_EOF)
                 break;
-            return LastFault();
+            return FaultOfRead();
         }
-        if (count == 0)
-            break;
         total += count;
+        if (count < wanted) // the end; past the cache nothing could be read from there on
+            break;
     }
     read = total;
     return Fault::None;

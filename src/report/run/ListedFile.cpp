@@ -92,9 +92,10 @@ void PurgeAndTell(const std::string& path, std::int64_t length) {
     NoteFileBegun(length);
     DrivePasses(job, line);
     // Of a file that no pass has touched, the length that is listed says more than none.
-    EndFile({path, FileFate::Begun, job.Targets.empty() ? length : job.Length, job.Result,
-             job.PassesDone, job.Reach, job.Trouble},
-            &line);
+    FileRecord record = RecordOfJob(job);
+    if (job.Targets.empty())
+        record.Bytes = length;
+    EndFile(record, &line);
 }
 
 void CancelRun(const std::string& path) {

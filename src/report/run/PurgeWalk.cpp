@@ -1,10 +1,12 @@
 // The walk of a purge run: what it does with the files, links and folders that it meets.
 #include "report/run/PurgeWalk.h"
 
+#include "engine/OverwriteName.h"
 #include "engine/PurgeJob.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "report/run/ListedFile.h"
+#include "report/run/ResultTexts.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunEvents.h"
 #include "report/run/RunRecords.h"
@@ -68,12 +70,29 @@ platform::Fault RemoveEvenReadOnly(const std::string& folder) {
     return second;
 }
 
+bool IsEmpty(const std::string& folder) {
+    bool found = false;
+    const platform::Fault fault = platform::EnumerateFolder(
+        folder, [&](const platform::FolderEntry&) { return !(found = true); });
+    return !platform::Failed(fault) && !found;
+}
+
 void RemoveIfEmpty(const std::string& folder) {
+    std::string path = FolderWithoutBackslash(folder);
+    std::uint32_t reach = 0;
+    // Who stays keeps its name.
+    if (currentRun.Request.How.blnOverwriteNames) {
+        if (!IsEmpty(folder))
+            return;
+        reach = OverwriteName(path, true) ? 0u : ReachName;
+    }
     // Fails, as it should, when the folder still holds anything.
-    if (platform::Failed(RemoveEvenReadOnly(FolderWithoutBackslash(folder))))
-        return;
-    ++currentRun.Counts.lngNumFoldersRemoved;
-    WriteReportLine("Folder " + folder + " removed.");
+    const bool removed = !platform::Failed(RemoveEvenReadOnly(path));
+    currentRun.Counts.lngNumFoldersRemoved += removed ? 1 : 0;
+    if (removed)
+        WriteReportLine("Folder " + folder + " removed" + OutOfReachText(reach) + ".");
+    else if (path != FolderWithoutBackslash(folder))
+        WriteReportLine("Folder " + folder + " not removed, left as " + path + "\\.");
 }
 
 } // namespace

@@ -38,6 +38,9 @@ std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std:
     case PurgeNotLocal:
         return blnSlackOnly ? ": not on this drive (cloud or archive), slack area not purged."
                             : ": not on this drive (cloud or archive), not purged.";
+    case PurgeNotVerified:
+        return blnSlackOnly ? ": verification failed, slack area not purged."
+                            : ": verification failed, not purged.";
     case PurgeFlushFailed:
         return ": error when flushing file.";
     case PurgeNotDeleted:
@@ -74,7 +77,8 @@ std::string OutOfReachText(std::uint32_t lngReach) {
         {ReachSparse, "sparse: parts of it were not on the disk"},
         {ReachCloudPlaceholder, "cloud file: the copy in the cloud remains"},
         {ReachHardLinks, "has other names, under which the file remains"},
-        {ReachOlderCopies, "its file system may keep older copies of its data"}};
+        {ReachOlderCopies, "its file system may keep older copies of its data"},
+        {ReachName, "its name or dates may remain on the disk"}};
     std::string text;
     for (const Reason& reason : reasons) {
         if (lngReach & reason.lngBit)

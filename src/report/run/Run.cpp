@@ -19,7 +19,9 @@ PurgeHow PurgeHowInForce() {
             blnOKToPurgeReadOnlyFiles,
             blnOKToPurgeSystemFiles,
             blnOKToPurgeSensitiveFiles,
-            blnDeleteEmptyFolders};
+            blnDeleteEmptyFolders,
+            blnVerifyPurge,
+            blnOverwriteNames};
 }
 
 std::vector<RunItem> ItemsOf(const RunRequest& request) {

@@ -17,6 +17,8 @@ struct PurgeHow {
     bool blnOKToPurgeSystemFiles = false;
     bool blnOKToPurgeSensitiveFiles = false;
     bool blnDeleteEmptyFolders = false;
+    bool blnVerifyPurge = false;
+    bool blnOverwriteNames = false;
 };
 /// How files are purged by the settings in force.
 PurgeHow PurgeHowInForce();

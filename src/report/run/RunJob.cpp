@@ -2,8 +2,23 @@
 #include "report/run/RunJob.h"
 
 #include "engine/FileProc.h"
-#include "report/run/RunRecords.h"
 #include "support/Check.h"
+#include "support/Numbers.h"
+
+namespace {
+
+/// Where a verification failed, and where the file is left under another name.
+std::string RemarkOf(const PurgeJob& job) {
+    std::string text;
+    if (job.Result == PurgeNotVerified) {
+        text = " at byte " + GroupedDigits(job.DifferentAt);
+        if (const std::size_t colon = job.DifferentPath.find(':', 2); colon != std::string::npos)
+            text += " of its stream " + job.DifferentPath.substr(colon + 1);
+    }
+    return job.LeftAs.empty() ? text : text + ", left as " + job.LeftAs;
+}
+
+} // namespace
 
 PurgeJob JobOfRun(const std::string& strPath) {
     Check(currentRun.IsUnderWay(), "files are purged by a run only");
@@ -17,12 +32,14 @@ PurgeJob JobOfRun(const std::string& strPath) {
     job.OKSystem = how.blnOKToPurgeSystemFiles;
     job.SlackOnly = how.blnPurgeSlackOnly;
     job.RefuseSeveralNames = true;
+    job.Verify = how.blnVerifyPurge;
+    job.OverwriteNames = how.blnOverwriteNames;
     return job;
 }
 
 void RunJobOfRun(PurgeJob& job, RunCounts& counts) {
     RunPurgeJob(job);
-    if (job.Result == PurgeCannotOpen && IsGone(job.Path))
+    if (job.Result == PurgeCannotOpen && IsGone(job.LeftAs.empty() ? job.Path : job.LeftAs))
         job.Result = PurgeVanished;
     if (job.Result == PurgeDone && job.SlackOnly && !job.HasWritten)
         job.Result = PurgeNoSlack; // its length has changed since it was looked at
@@ -33,7 +50,14 @@ void RunJobOfRun(PurgeJob& job, RunCounts& counts) {
     }
 }
 
+FileRecord RecordOfJob(const PurgeJob& job) {
+    FileRecord record{job.Path,       FileFate::Begun, job.Length, job.Result,
+                      job.PassesDone, job.Reach,       job.Trouble};
+    record.HasReadBack = job.HasReadBack;
+    record.Remark = RemarkOf(job);
+    return record;
+}
+
 void NoteJob(const PurgeJob& job) {
-    NoteRecord({job.Path, FileFate::Begun, job.Length, job.Result, job.PassesDone, job.Reach,
-                job.Trouble});
+    NoteRecord(RecordOfJob(job));
 }

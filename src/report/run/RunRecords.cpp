@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -24,7 +25,9 @@ struct Stored {
     FileFate Fate{};
     std::uint8_t TroubleKind = 0;
     std::int16_t Result = 0, PassesDone = 0;
-    std::uint32_t Reach = 0, TroubleError = 0, Time = 0;
+    std::uint8_t Reach = 0; ///< these bits are few
+    ReadBack HasReadBack{};
+    std::uint32_t TroubleError = 0, Time = 0;
     std::int64_t Bytes = 0;
 };
 
@@ -34,7 +37,8 @@ constexpr std::size_t lngMostHoldersAsked = 20;
 
 std::deque<Stored> records;
 std::vector<std::string> folders;
-std::deque<std::string> names; ///< many of them in each string
+std::deque<std::string> names;              ///< many of them in each string
+std::map<std::size_t, std::string> remarks; ///< by the record's index; hardly any has one
 
 std::string HoldersOf(const FileRecord& record) {
     if (record.Trouble != platform::Fault::SharingViolation ||
@@ -54,24 +58,49 @@ std::string HoldersOf(const FileRecord& record) {
     return text;
 }
 
+// ": verification failed at byte 4,096, not purged."
+std::string OutcomeText(const FileRecord& record) {
+    std::string text =
+        ResultText(record.Result, currentRun.Request.How.blnPurgeSlackOnly, record.Path);
+    if (!record.Remark.empty())
+        text.insert(std::min(text.find_first_of(",."), text.size()), record.Remark);
+    return text;
+}
+
+// A slack-only purge leaves its line at "purging" where nothing more is known.
+const char* DoneText(ReadBack readBack, bool slackOnly) {
+    switch (readBack) {
+    case ReadBack::PastCache:
+        return slackOnly ? " slack area purged and verified" : " purged and verified";
+    case ReadBack::Cached:
+        return slackOnly ? " slack area purged, verified in memory only"
+                         : " purged, verified in memory only";
+    case ReadBack::None:
+        break;
+    }
+    return slackOnly ? " purging" : " purged";
+}
+
 } // namespace
 
 void NoteRecord(FileRecord record) {
     if (IsFailure(record))
         currentRun.Failures.push_back({records.size(), HoldersOf(record)});
+    if (!record.Remark.empty())
+        remarks[records.size()] = record.Remark;
     const std::string folder = FolderPartOf(record.Path);
     if (folders.empty() || folders.back() != folder)
         folders.push_back(folder);
     const std::string name = record.Path.substr(folder.size());
     if (names.empty() || names.back().size() + name.size() > lngChunk)
         names.emplace_back().reserve(lngChunk);
-    records.push_back({static_cast<std::uint32_t>(folders.size() - 1),
-                       static_cast<std::uint32_t>(names.size() - 1),
-                       static_cast<std::uint32_t>(names.back().size()),
-                       static_cast<std::uint16_t>(name.size()), record.Fate,
-                       static_cast<std::uint8_t>(record.Trouble.Kind), record.Result,
-                       record.PassesDone, record.Reach, record.Trouble.Error,
-                       static_cast<std::uint32_t>(ClockElapsed()), record.Bytes});
+    records.push_back(
+        {static_cast<std::uint32_t>(folders.size() - 1),
+         static_cast<std::uint32_t>(names.size() - 1),
+         static_cast<std::uint32_t>(names.back().size()), static_cast<std::uint16_t>(name.size()),
+         record.Fate, static_cast<std::uint8_t>(record.Trouble.Kind), record.Result,
+         record.PassesDone, static_cast<std::uint8_t>(record.Reach), record.HasReadBack,
+         record.Trouble.Error, static_cast<std::uint32_t>(ClockElapsed()), record.Bytes});
     names.back() += name;
 }
 
@@ -91,6 +120,9 @@ FileRecord RecordAt(std::size_t index) {
     record.Reach = stored.Reach;
     record.Trouble = {stored.TroubleKind, stored.TroubleError};
     record.Time = stored.Time;
+    record.HasReadBack = stored.HasReadBack;
+    if (const auto remark = remarks.find(index); remark != remarks.end())
+        record.Remark = remark->second;
     return record;
 }
 
@@ -98,6 +130,7 @@ void ForgetRecords() {
     records.clear();
     folders.clear();
     names.clear();
+    remarks.clear();
 }
 
 // No failure: nothing was to be done, nobody could have done it, or the user did not want it. To
@@ -113,7 +146,7 @@ bool IsFailure(const FileRecord& record) {
 std::string RecordTail(const FileRecord& record) {
     const PurgeHow& how = currentRun.Request.How;
     const std::string size = " (" + GroupedDigits(record.Bytes) + " bytes)";
-    const std::string result = ResultText(record.Result, how.blnPurgeSlackOnly, record.Path);
+    const std::string result = OutcomeText(record);
     const std::string passes = "pass " + GroupedDigits(record.PassesDone) + " of " +
                                GroupedDigits(how.intNumberOfPasses) + ", not purged.";
     switch (record.Fate) {
@@ -136,8 +169,8 @@ std::string RecordTail(const FileRecord& record) {
     case PurgeNoPasses: // overwritten, but not as often as was asked, and still there
         return record.PassesDone > 0 ? size + " purging stopped after " + passes
                                      : " -- not purged.";
-    case PurgeDone: // a slack-only purge leaves its line at "purging"
-        return size + (slackOnly ? " purging" : " purged") + OutOfReachText(record.Reach);
+    case PurgeDone:
+        return size + DoneText(record.HasReadBack, slackOnly) + OutOfReachText(record.Reach);
     case PurgeVanished:
         if (record.PassesDone > 0)
             return size + " purging: no longer there after " + passes;
@@ -148,8 +181,7 @@ std::string RecordTail(const FileRecord& record) {
 }
 
 std::string ReasonText(const FileRecord& record, const std::string& strHolders) {
-    std::string text =
-        ResultText(record.Result, currentRun.Request.How.blnPurgeSlackOnly, record.Path);
+    std::string text = OutcomeText(record);
     text.erase(0, text.find_first_not_of(": "));
     text = text.substr(0, text.find("\r\n"));
     if (text.ends_with('.'))

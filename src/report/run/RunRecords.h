@@ -2,6 +2,7 @@
 // failures and for the saved report.
 #pragma once
 
+#include "engine/PurgeJob.h"
 #include "platform/Fault.h"
 
 #include <cstddef>
@@ -25,6 +26,8 @@ struct FileRecord {
     std::uint32_t Reach = 0;   ///< OutOfReach bits
     platform::Fault Trouble{}; ///< what the system said
     std::int64_t Time = 0;     ///< milliseconds since the run began; set by NoteRecord
+    ReadBack HasReadBack{};
+    std::string Remark{}; ///< belongs to what the result says: " at byte 4,096", ", left as ..."
 };
 
 /// Keeps a record of the current run. One that is a failure goes on the run's list, with the

@@ -103,7 +103,8 @@ std::string JsonOfRecord(const FileRecord& record) {
                   static_cast<long long>(record.Time % 1000));
     return line + "," + Member("passes", record.PassesDone) + "," +
            Member("error", std::int64_t{record.Trouble.Error}) + "," +
-           Member("time", std::string(time)) + "}";
+           Member("time", std::string(time)) +
+           (record.HasReadBack == ReadBack::PastCache ? "," + Flag("verified", true) : "") + "}";
 }
 
 std::string JsonOfRun() {

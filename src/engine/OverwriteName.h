@@ -1,0 +1,10 @@
+// Overwriting the name and the dates of a file or a folder that is about to go.
+#pragma once
+
+#include <string>
+
+/// Sets the dates of a file or an empty folder to a fixed one (blnDates), then renames it several
+/// times, to names as long as its own that mean nothing and that nothing else has. `path`, without
+/// a trailing backslash, is what it is called in the end, whatever has failed. False: something did
+/// not succeed, and name or dates may remain on the disk.
+bool OverwriteName(std::string& path, bool blnDates);
