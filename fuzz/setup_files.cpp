@@ -33,6 +33,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const bool blnRead = ReadSetupFile("C:\\a.nws");
     for (const ui::CheckBox* box : PurgeOptionBoxes())
         Require(box->Value == 0 || box->Value == 1);
+    for (const FurtherOption& option : FurtherOptions())
+        Require(option.Box->Value == 0 || option.Box->Value == 1);
     Require(GetNumberOfPasses() >= 1 && GetNumOverwrites() >= 1 && GetNumOverwrites() <= 32);
     Require(strDirPath.empty() || (DriveIndexOf(strDirPath) >= 0 && strDirPath.ends_with('\\')));
 

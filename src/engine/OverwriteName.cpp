@@ -5,6 +5,7 @@
 #include "engine/HeldFiles.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
+#include "platform/System.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 
@@ -56,13 +57,15 @@ platform::Fault OnDrive(const std::string& path, Work work) {
     });
 }
 
-platform::Fault Rename(std::string& path, std::size_t length, bool random) {
+platform::Fault Rename(std::string& path, const std::string& first, std::size_t& length,
+                       bool random) {
     auto fault = platform::Fault::AlreadyExists;
     for (int i = 0; i < intMostTries && fault == platform::Fault::AlreadyExists; ++i) {
         if (i == intMostTries / 2)
             length = std::min(length + lngLonger, lngLongestName);
-        const std::string to = FolderPartOf(path) + MeaninglessName(length, random);
-        if (to == path)
+        const std::string name = MeaninglessName(length, random);
+        const std::string to = FolderPartOf(path) + name;
+        if (to == path || name == first)
             continue;
         fault = OnDrive(path, [&] { return platform::RenameNew(path, to); });
         if (!Failed(fault))
@@ -82,12 +85,13 @@ bool Flush(const std::string& folder) {
 } // namespace
 
 bool OverwriteName(std::string& path, bool blnDates) {
-    const std::size_t length = UnitsIn(FileNameOf(path));
+    const std::string first = platform::LowerCase(FileNameOf(path));
+    std::size_t length = UnitsIn(FileNameOf(path));
     // Before the names: with each of them NTFS keeps the dates once more.
     bool blnAll = !blnDates ||
                   !Failed(OnDrive(path, [&] { return platform::WriteDates(path, lngFixedDate); }));
     for (int i = 0; i < intNames; ++i) {
-        if (Failed(Rename(path, length, i > 0)))
+        if (Failed(Rename(path, first, length, i > 0)))
             return false;
         blnAll = Flush(FolderPartOf(path)) && blnAll;
     }

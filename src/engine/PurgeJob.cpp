@@ -82,6 +82,8 @@ void OverwriteNameOf(PurgeJob& job) {
     std::uint64_t length = 0;
     auto fault = platform::Fault::None;
     WorkOnDrive(file.Path, [&] { fault = platform::ReadFileLength(file.Path, length); });
+    if (Failed(fault))
+        job.Reach |= ReachName;
     if (Failed(fault) || length != static_cast<std::uint64_t>(file.Left) || file.Path != job.Path)
         return;
     std::string path = file.Path;

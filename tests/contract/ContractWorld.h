@@ -30,6 +30,8 @@ void LetGoOfFile();
 bool MakeFolderLink(const std::string& path, const std::string& target);
 /// A second name for a file.
 bool MakeHardLink(const std::string& path, const std::string& other);
+/// When a file or folder was last written to: seconds since the beginning of 1970.
+std::int64_t LastWritten(const std::string& path);
 /// Whether the drive of the scratch folder keeps alternate data streams.
 bool KeepsStreams();
 

@@ -43,6 +43,10 @@ bool MakeHardLink(const std::string& path, const std::string& other) {
     return true;
 }
 
+std::int64_t LastWritten(const std::string& path) {
+    return fake::At(path)->Dates;
+}
+
 bool KeepsStreams() {
     return true;
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 using namespace platform;
 using namespace contract;
@@ -92,6 +93,57 @@ TEST_F(Contract, CreatingReplacingAndRenaming) {
     EXPECT_FALSE(FileExists(In("a")));
     EXPECT_EQ(RenameReplacing(In("b"), In("no\\c")), Fault::NotFound);
     EXPECT_EQ(Content(In("b")), "new");
+}
+
+TEST_F(Contract, NamesAndDatesOfWhatIsAboutToGo) {
+    ASSERT_EQ(Put(In("a"), "one"), Fault::None);
+    ASSERT_EQ(Put(In("b"), "two"), Fault::None);
+    ASSERT_EQ(MakeFolder(In("c")), Fault::None);
+    EXPECT_EQ(RenameNew(In("no"), In("x")), Fault::NotFound);
+    EXPECT_EQ(WriteDates(In("no"), 0), Fault::NotFound);
+    for (const char* taken : {"b", "c"})
+        EXPECT_EQ(RenameNew(In("a"), In(taken)), Fault::AlreadyExists);
+    EXPECT_EQ(RenameNew(In("c"), In("a")), Fault::AlreadyExists);
+    for (const char* name : {"a", "c"}) {
+        const std::string other = In(name) + "2";
+        EXPECT_EQ(WriteDates(In(name), 946'684'800), Fault::None);
+        EXPECT_EQ(RenameNew(In(name), other), Fault::None);
+        const Fault flushed = FlushFolder(folder);
+        EXPECT_TRUE(!Failed(flushed) || flushed == Fault::AccessDenied);
+        EXPECT_EQ(LastWritten(other), 946'684'800);
+    }
+    EXPECT_EQ(Entries(folder).size(), 3u);
+    EXPECT_EQ(Content(In("a2")) + Content(In("b")), "onetwo");
+    HoldFile(In("b"));
+    EXPECT_EQ(RenameNew(In("b"), In("x")), Fault::SharingViolation);
+    LetGoOfFile();
+}
+
+TEST_F(Contract, ReadingPastTheCache) {
+    ASSERT_EQ(Put(In("a"), std::string(unbufferedUnit + 300, 'x') + "y"), Fault::None);
+    File change, file;
+    ASSERT_EQ(OpenFile(In("a"), Access::Change, change), Fault::None);
+    std::vector<char> room(3 * unbufferedUnit);
+    void* bytes = room.data();
+    std::size_t size = room.size(), read = 0;
+    std::align(unbufferedUnit, 2 * unbufferedUnit, bytes, size);
+    const Fault fault = OpenFile(In("a"), Access::ReadPastCache, file);
+    if (fault == Fault::NotSupported) {
+        EXPECT_EQ(CloseFile(change), Fault::None);
+        GTEST_SKIP() << "not on this file system";
+    }
+    ASSERT_EQ(fault, Fault::None);
+    EXPECT_EQ(WriteBytes(change, "z", 1), Fault::None); // is seen
+    EXPECT_EQ(FlushBytes(change), Fault::None);
+    EXPECT_EQ(ReadBytes(file, bytes, 2 * unbufferedUnit, read), Fault::None);
+    const std::string all(static_cast<char*>(bytes), read);
+    EXPECT_EQ(read, unbufferedUnit + 301);
+    EXPECT_TRUE(all.starts_with("zx") && all.ends_with("xy"));
+    EXPECT_EQ(SeekTo(file, unbufferedUnit), Fault::None);
+    EXPECT_EQ(ReadBytes(file, bytes, unbufferedUnit, read), Fault::None);
+    EXPECT_EQ(read, 301u);
+    EXPECT_EQ(CloseFile(file), Fault::None);
+    EXPECT_EQ(CloseFile(change), Fault::None);
 }
 
 TEST_F(Contract, AHeldFileIsASharingViolation) {

@@ -7,6 +7,7 @@
 #include "platform/Folders.h"
 #include "report/frmReport.h"
 #include "report/run/Run.h"
+#include "settings/frmPurgeConfirmation.h"
 
 #include <filesystem>
 #include <fstream>
@@ -48,7 +49,9 @@ struct PosixRun : testing::Test {
 TEST_F(PosixRun, WhatIsPurgedIsOverwrittenOnTheDisk) {
     PutThree();
     std::ifstream brief(Host("C/d/a")), large(Host("C/d/long")); // outlast the names
+    blnVerifyPurge = blnOverwriteNames = true;
     const std::string report = posix::PurgeFolder("C:\\d");
+    EXPECT_NE(report.find("long (600,000 bytes) purged and verified\r"), report.npos) << report;
     EXPECT_EQ(FilesLeft(), 0) << report;
     EXPECT_EQ(currentRun.Counts.lngNumFilesPurged, 3) << report;
     for (std::ifstream* file : {&brief, &large}) {
@@ -62,16 +65,18 @@ TEST_F(PosixRun, WhicheverCallFailsTheCountTellsWhatIsGone) {
     // A fault may come from the I/O thread too.
     fake::user.AnswerOthers = [](const fake::BoxSeen&) { return ui::AnswerYes; };
     bool blnFailed = true;
-    for (int n = 1; blnFailed && n < 1000; ++n) {
-        SCOPED_TRACE(n);
-        PutThree();
-        const int before = FilesLeft();
-        fake::FailNth(n, Fault::WriteFault);
-        const std::string report = posix::PurgeFolder("C:\\d");
-        blnFailed = fake::HasFailed();
-        ASSERT_EQ(before - FilesLeft(), currentRun.Counts.lngNumFilesPurged) << report;
-        ASSERT_EQ(posix::openHandles, 0) << fake::FailedCall();
-    }
+    for (const bool options : {false, true})
+        for (int n = blnFailed = 1; blnFailed && n < 2000; ++n) {
+            SCOPED_TRACE(n);
+            PutThree();
+            const int before = FilesLeft();
+            blnVerifyPurge = blnOverwriteNames = options;
+            fake::FailNth(n, Fault::WriteFault);
+            const std::string report = posix::PurgeFolder("C:\\d");
+            blnFailed = fake::HasFailed();
+            ASSERT_EQ(before - FilesLeft(), currentRun.Counts.lngNumFilesPurged) << report;
+            ASSERT_EQ(posix::openHandles, 0) << fake::FailedCall();
+        }
     EXPECT_FALSE(blnFailed);
     EXPECT_EQ(FilesLeft(), 0);
 }

@@ -53,6 +53,11 @@ bool MakeHardLink(const std::string& path, const std::string& other) {
     return !error;
 }
 
+std::int64_t LastWritten(const std::string& path) {
+    struct stat known;
+    return stat(HostPath(path).c_str(), &known) == 0 ? known.st_mtime : -1;
+}
+
 bool KeepsStreams() {
     return false;
 }

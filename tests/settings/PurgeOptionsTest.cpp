@@ -45,6 +45,7 @@ TEST_F(PurgeOptions, BoxesBecomeFlagsOnAcceptanceOnly) {
         fake::Click(f.cmdDoPurge);
     }));
     EXPECT_EQ("0110111", Flags());
+    EXPECT_FALSE(blnVerifyPurge || blnOverwriteNames);
     // The boxes are found as they were left; what is changed and cancelled does not count.
     EXPECT_FALSE(Ask(
         [&] {
@@ -63,6 +64,7 @@ TEST_F(PurgeOptions, SlackOnlyForcesDoNotDeleteAndGivesItBack) {
         f.chkDoNotDeletePurgedFiles.Value = intBefore;
         f.chkDeleteEmptyFolders.Value = 1;
         f.chkPurgeSlackOnly.Value = 1; // as a setup file would leave it
+        f.chkVerifyPurge.Value = f.chkOverwriteNames.Value = 1;
         EXPECT_TRUE(Ask([&] {
             EXPECT_EQ(0, f.chkPurgeSlackOnly.Value);
             EXPECT_EQ(intBefore, f.chkDoNotDeletePurgedFiles.Value);
@@ -78,8 +80,10 @@ TEST_F(PurgeOptions, SlackOnlyForcesDoNotDeleteAndGivesItBack) {
             fake::Click(f.cmdDoPurge);
         }));
         EXPECT_EQ("1100000", Flags()) << "slack only: nothing is deleted, no folder either";
+        EXPECT_TRUE(blnVerifyPurge && !blnOverwriteNames);
         EXPECT_TRUE(Ask([&] { fake::Click(f.cmdDoPurge); }));
         EXPECT_EQ(intBefore ? "0100001" : "0000001", Flags());
+        EXPECT_TRUE(blnVerifyPurge && blnOverwriteNames);
     }
 }
 

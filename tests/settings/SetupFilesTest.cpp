@@ -50,6 +50,23 @@ TEST_F(SetupFiles, WritesFourteenLines) {
         }
 }
 
+TEST_F(SetupFiles, LaterOptionsFollowTheFourteenLines) {
+    const std::string strHead = Join(lines);
+    for (const char* more : {"verify=1\r\n", "names=1\r\n", "verify=1\r\nnames=1\r\n"}) {
+        ASSERT_TRUE(ApplySetupText(strHead + more));
+        EXPECT_EQ(strHead + more, SetupText());
+    }
+    for (const char* more :
+         {"", "verify=0", "verify", "verify=1x", "xverify=1", "1\r\n1", "\"verify=1", "names = 1",
+          "verify=\r\n1"}) { // off, also what was on before
+        ASSERT_TRUE(ApplySetupText(strHead + "names=1\r\nverify=1\r\n"));
+        EXPECT_TRUE(ApplySetupText(strHead + more));
+        EXPECT_EQ(strHead, SetupText()) << more;
+    }
+    EXPECT_TRUE(ApplySetupText(strHead + "new=1\r\n,,\nverify=1")); // one of later still
+    EXPECT_EQ(strHead + "verify=1\r\n", SetupText());
+}
+
 TEST_F(SetupFiles, ReadsWhatOtherHandsMayHaveWritten) {
     const std::string strExpected = Join(lines);
     for (const std::string& text :

@@ -119,6 +119,16 @@ bool MakeHardLink(const std::string& path, const std::string& other) {
                            nullptr) != 0;
 }
 
+std::int64_t LastWritten(const std::string& path) {
+    WIN32_FILE_ATTRIBUTE_DATA known = {};
+    GetFileAttributesExW(platform::WidePath(path).c_str(), GetFileExInfoStandard, &known);
+    const FILETIME& time = known.ftLastWriteTime;
+    return static_cast<std::int64_t>(std::uint64_t{time.dwHighDateTime} << 32 |
+                                     time.dwLowDateTime) /
+               10'000'000 -
+           11'644'473'600;
+}
+
 bool KeepsStreams() {
     DWORD flags = 0;
     return GetVolumeInformationW(platform::Widen(scratch.substr(0, 3)).c_str(), nullptr, 0, nullptr,

@@ -1,0 +1,183 @@
+// Reading back what was written, and overwriting names: over a disk that loses writes, and with
+// every call failing in turn.
+#include "engine/FilePurgeTest.h"
+#include "platform/System.h"
+
+namespace {
+
+struct VerifyAndNames : FilePurgeTest {
+    int Run(bool deleteAfter, bool slackOnly = false, int type = 1) {
+        job = {path, static_cast<std::int16_t>(type), 1, deleteAfter, true, true, slackOnly};
+        job.Verify = job.OverwriteNames = true;
+        RunPurgeJob(job);
+        EXPECT_EQ(0, fake::OpenHandles());
+        return job.Result;
+    }
+    void PutFiles(std::uint64_t length) {
+        SetUp();
+        fake::PutBigFile(path, length, 'M');
+        fake::PutFile(stream, std::string(10, 'S'));
+    }
+};
+
+TEST_F(VerifyAndNames, EveryWriteThatTheDiskLostIsFound) {
+    int found = 0, passed = 0;
+    for (const std::uint64_t length : {0u, 100u, 5000u, (2u << 20) + 7, 300000u})
+        for (const bool slackOnly : {false, true})
+            for (const fake::Spoil spoil :
+                 {fake::Spoil::Drop, fake::Spoil::Tear, fake::Spoil::Flip}) {
+                std::int64_t writes = 0;
+                for (int n = 0; n <= writes; ++n) {
+                    SCOPED_TRACE(std::to_string(length) + " " + std::to_string(slackOnly) + " " +
+                                 std::to_string(static_cast<int>(spoil)) + " " + std::to_string(n));
+                    const auto run = [&](bool deleteAfter) {
+                        PutFiles(length);
+                        if (length == 300000) { // nothing between the two ranges
+                            fake::At(path)->Attributes |= platform::AttributeSparse;
+                            fake::At(path)->Allocated = {{0, 65536}, {262144, 300000}};
+                        }
+                        fake::drives['C'].FileSystem = "FAT32"; // no records: all have slack
+                        fake::SpoilNth(n, spoil);
+                        return Run(deleteAfter, slackOnly, slackOnly ? 1 : 2);
+                    };
+                    const int code = run(false);
+                    writes = n == 0 ? fake::CallsMade("WriteBytes") : writes;
+                    const fake::Node& file = *fake::At(path);
+                    EXPECT_EQ(length, file.Data.Length());
+                    // What no later write has put right.
+                    const auto& wrong =
+                        file.OnDisk.empty() ? file.Children[0]->OnDisk : file.OnDisk;
+                    ASSERT_EQ(wrong.empty() ? 0 : -19, code);
+                    (code == 0 ? passed : found) += 1;
+                    EXPECT_TRUE(code != 0 || job.HasReadBack == ReadBack::PastCache);
+                    if (spoil == fake::Spoil::Flip && code != 0) {
+                        EXPECT_EQ(wrong.begin()->first, job.DifferentAt);
+                        EXPECT_EQ(file.OnDisk.empty() ? stream : path, job.DifferentPath);
+                    }
+                    ASSERT_EQ(code, run(true));
+                    EXPECT_EQ(code == 0 && !slackOnly, fake::At(path) == nullptr);
+                    EXPECT_EQ("", job.LeftAs);
+                }
+            }
+    EXPECT_TRUE(found > 50 && passed > 100) << found << " " << passed;
+}
+
+TEST_F(VerifyAndNames, WhatIsReadAndHow) {
+    // On a full disk what had room; where nothing reads past the cache, an ordinary read.
+    PutFiles(5000);
+    fake::FailNth(8, Fault::DiskFull, "WriteBytes");
+    EXPECT_EQ(0, Run(true));
+    EXPECT_EQ("WriteBytes", fake::FailedCall());
+    EXPECT_EQ(ReadBack::PastCache, job.HasReadBack);
+    PutFiles(5000); // random digits, which reach past the cluster
+    EXPECT_EQ(0, Run(true, true, 0));
+    EXPECT_EQ(ReadBack::PastCache, job.HasReadBack);
+    for (const char* call : {"OpenFile", "ReadBytes"}) {
+        PutFiles(3 << 20);
+        fake::drives['C'].BytesPerSecond = 1 << 20;
+        bool read = false;
+        fake::OnCall(call, [&](const std::string& file) {
+            const bool reads = file == path && fake::At(path)->Open && !read;
+            read = read || reads;
+            return reads ? Fault::NotSupported : Fault::None;
+        });
+        double share = 0;
+        fake::Watch("ReadBytes", [&](const std::string&) { share = PurgeShareDone(); });
+        EXPECT_EQ(0, Run(true));
+        EXPECT_EQ(ReadBack::Cached, job.HasReadBack);
+        EXPECT_TRUE(share > 0.8 && share < 1) << share << ": four overwrites, one reading";
+    }
+    PutFiles(1); // what the cache would have hidden
+    fake::FailNth(2, Fault::ReadFault, "ReadBytes");
+    EXPECT_EQ(-19, Run(true));
+    EXPECT_TRUE(job.DifferentAt == 0 && job.DifferentPath == stream &&
+                job.Trouble == Fault::ReadFault);
+}
+
+TEST_F(VerifyAndNames, NamesMeanNothingAndTakeNobodysPlace) {
+    for (const std::string name : {"letter to Ω日😀.txt", "x", ".a"}) {
+        SCOPED_TRACE(name);
+        SetUp();
+        const std::string file = "C:\\f\\" + name;
+        fake::PutFile(file, "M");
+        fake::PutFile(file + ":s", "S");
+        std::string neighbours;
+        for (const char c : std::string("abcdefghijklmqrstvwyz0123456789"))
+            fake::PutFile(neighbours = std::string("C:\\f\\") + c, "kept");
+        const auto before = fake::FilesBelow("C:\\f");
+        job = {file, 0, 1, true};
+        job.OverwriteNames = true;
+        fake::FailNth(1, Fault::AccessDenied, "FlushFolder"); // as Windows may
+        RunPurgeJob(job);
+        EXPECT_TRUE(job.Result == 0 && job.Reach == 0 && job.LeftAs.empty());
+        std::vector<std::string> names{file};
+        std::string done;
+        for (const fake::Event& event : fake::journal) {
+            if (event.What.starts_with("rename "))
+                names.push_back(event.What.substr(7));
+            if (event.What != "write" &&
+                event.Path == names[std::max<std::size_t>(names.size(), 2) - 2])
+                done += event.What.substr(0, event.What.find(' ')) + " ";
+        }
+        EXPECT_TRUE(done.ends_with("dates rename rename rename ")) << done;
+        ASSERT_EQ(4u, names.size());
+        for (std::size_t i = 1; i < 4; ++i) {
+            const std::string made = names[i].substr(5);
+            EXPECT_EQ(name[0] == 'x' ? 9u : name[0] == '.' ? 2u : 18u, made.size());
+            EXPECT_EQ(std::string::npos, made.find('.'));
+            EXPECT_EQ(i == 1, made.find_first_not_of(made[0]) == made.npos) << made;
+        }
+        auto after = before;
+        std::erase(after, file);
+        EXPECT_EQ(after, fake::FilesBelow("C:\\f"));
+        EXPECT_EQ("kept", fake::ContentOf(neighbours));
+    }
+    // The other names of the data keep their dates, and a file that is kept all of it.
+    fake::PutFile(path, "M");
+    fake::PutName("C:\\g\\other", path);
+    EXPECT_EQ(0, Run(false));
+    EXPECT_EQ(0, Run(true));
+    EXPECT_EQ(0, fake::At("C:\\g\\other")->Dates);
+    EXPECT_EQ(nullptr, fake::At(path));
+}
+
+TEST_F(VerifyAndNames, AnyCallMayFail) {
+    for (const bool slackOnly : {true, false}) {
+        int n = 0;
+        do {
+            PutFiles(9000);
+            fake::PutFile("C:\\f\\neighbour", "kept");
+            fake::FailNth(n, Fault::WriteFault);
+            const int code = Run(true, slackOnly);
+            const std::string call = fake::FailedCall();
+            SCOPED_TRACE(call + " as call " + std::to_string(n));
+            EXPECT_EQ("kept", fake::ContentOf("C:\\f\\neighbour"));
+            auto files = fake::FilesBelow("C:\\f");
+            std::erase(files, "C:\\f\\neighbour");
+            if (code >= 0 && !slackOnly) {
+                EXPECT_TRUE(files.empty() && job.HasReadBack == ReadBack::PastCache);
+                const bool name = call == "RenameNew" || call == "WriteDates" ||
+                                  call == "FlushFolder" || call == "ReadFileLength";
+                EXPECT_EQ(name, (job.Reach & ReachName) != 0);
+                continue;
+            }
+            ASSERT_EQ(std::vector<std::string>{job.LeftAs.empty() ? path : job.LeftAs}, files);
+            EXPECT_EQ(job.LeftAs.empty(), call != "RemoveFile") << job.LeftAs;
+            EXPECT_EQ(9000u, fake::At(files[0])->Data.Length());
+            EXPECT_TRUE(call != "ReadBytes" || code == -19);
+        } while (n++ == 0 || fake::HasFailed());
+        EXPECT_GT(n, slackOnly ? 40 : 60);
+    }
+    // Somebody adds to the file after it got its new name.
+    PutFiles(10);
+    int added = 0;
+    fake::OnCall("RemoveFile", [&](const std::string& file) {
+        if (added++ == 0)
+            fake::At(file)->Data.Resize(5000);
+        return added == 1 ? Fault::SharingViolation : Fault::None;
+    });
+    EXPECT_EQ(0, Run(true));
+    EXPECT_TRUE(added == 2 && fake::FilesBelow("C:\\f").empty()) << added;
+}
+
+} // namespace
