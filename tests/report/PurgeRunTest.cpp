@@ -1,7 +1,5 @@
 // Purge runs over a fake tree: the whole report, and what is left on the disk.
 #include "report/frmConfirmFiles.h"
-#include "report/run/RunRecords.h"
-#include "report/run/RunReport.h"
 #include "report/RunTest.h"
 #include "support/StrProc.h"
 
@@ -66,63 +64,6 @@ Folders that could not be read: 2
     EXPECT_GT(attempts, 0);
     ASSERT_LT(attempts, 1000);
     EXPECT_TRUE(fake::At("C:\\d\\sub2")->Attributes & platform::AttributeReadOnly);
-}
-
-TEST_F(RunTest, VerifiedAndRenamedFilesAreToldSo) {
-    const auto begin = [&](bool slackOnly) {
-        Begin(1);
-        blnSubdirectories = blnDeleteEmptyFolders = blnVerifyPurge = blnOverwriteNames = true;
-        blnPurgeSlackOnly = slackOnly;
-        for (const char* name : {"cached", "fine", "lost", "stuck"})
-            fake::PutBigFile(std::string("C:\\d\\") + name, 5000);
-        fake::PutFolder("C:\\d\\gone").Attributes |= platform::AttributeReadOnly;
-        fake::PutFolder("C:\\d\\kept\\link").LinkTarget = "C:\\out";
-        fake::FailNth(1, Fault::NotSupported, "ReadBytes");
-        fake::SpoilNth(3, fake::Spoil::Flip);
-        fake::OnCall("RemoveFile", [](const std::string&) {
-            return fake::FilesBelow("C:\\d").size() == 2 ? Fault{Fault::AccessDenied.Kind, 5}
-                                                         : Fault::None;
-        });
-    };
-    begin(false);
-    std::string report = Purge();
-    const std::string left = fake::FilesBelow("C:\\d").back();
-    EXPECT_EQ(left.size(), std::string("C:\\d\\stuck").size()) << left;
-    const std::string files = R"(
-C:\d\
-
-C:\d\cached (5,000 bytes) purged, verified in memory only
-C:\d\fine (5,000 bytes) purged and verified
-C:\d\lost (5,000 bytes) purging: verification failed at byte 8,191, not purged.
-C:\d\stuck (5,000 bytes) purging: file overwritten but not deleted, left as )" +
-                              left + R"(. (error 5)
-Folder C:\d\gone\ removed.
-C:\d\kept\link\: a link, not purged.
-)";
-    EXPECT_NE(report.find(files), report.npos) << report << files;
-    EXPECT_EQ(ReasonText(RecordAt(2), ""), "verification failed at byte 8,191, not purged");
-    EXPECT_TRUE(fake::At("C:\\d\\kept") && !fake::At("C:\\d\\gone"));
-    EXPECT_NE(JsonOfRecord(RecordAt(1)).find("\"verified\":true"), std::string::npos);
-
-    begin(true);
-    report = Purge();
-    for (const char* line : {"cached (5,000 bytes) slack area purged, verified in memory only\n",
-                             "fine (5,000 bytes) slack area purged and verified\n",
-                             "not purged.\nC:\\d\\stuck (5,000 bytes) slack area purged and ver"})
-        EXPECT_NE(report.find(line), report.npos) << report;
-    EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 4u);
-
-    // A folder that cannot be removed after all.
-    Begin(1);
-    blnSubdirectories = blnDeleteEmptyFolders = blnOverwriteNames = true;
-    fake::PutFolder("C:\\d\\stays");
-    fake::FailAlways("RemoveFolder", "", Fault::SharingViolation);
-    report = Purge();
-    const std::string folder = fake::At("C:\\d")->Children[0]->Name;
-    EXPECT_NE(folder, "stays");
-    EXPECT_NE(report.find("Folder C:\\d\\stays\\ not removed, left as C:\\d\\" + folder + "\\.\n"),
-              report.npos)
-        << report;
 }
 
 TEST_F(RunTest, OneFileHasNoCountAndKeptFilesAreSaid) {
