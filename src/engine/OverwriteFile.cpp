@@ -66,17 +66,17 @@ std::int16_t RunOverwrite(Overwrite& work) {
         work.Job.BytesOverwritten =
             dblBefore + static_cast<double>(work.BlocksDone * work.BlockSize + work.BytesRead);
     };
-    // After the last byte a stop changes nothing any more: what is left to do is the flush.
+    // After the last byte a stop changes nothing any more: what is left to do is the flush. A
+    // program that is ending has no time for the rest of a pass.
     const auto isStopped = [&] {
-        return blnPurgingFreeSpace && blnStop && work.BlocksDone < work.Blocks;
+        return (blnPurgingFreeSpace || ui::Ending()) && blnStop && work.BlocksDone < work.Blocks;
     };
     RunStepsOf(work, [&] {
         tellBytes();
-        if (!blnPurgingFreeSpace)
-            return true;
         if (isStopped())
             return false;
-        ShowPurgeFigure(work, lngShown);
+        if (blnPurgingFreeSpace)
+            ShowPurgeFigure(work, lngShown);
         return true;
     });
     tellBytes();
@@ -135,7 +135,7 @@ std::int16_t OverwriteSlack(PurgeJob& job, PurgeTarget& target, std::int16_t val
 std::int16_t OverwriteFileOnce(PurgeJob& job, PurgeTarget& target, std::int16_t value) {
     if (job.SlackOnly)
         return target.NoSlack ? std::int16_t{PurgeDone} : OverwriteSlack(job, target, value);
-    if (blnPurgingFreeSpace && blnStop) // before the first byte
+    if ((blnPurgingFreeSpace || ui::Ending()) && blnStop) // before the first byte
         return PurgeStopped;
 
     const std::string& strBlock = BlockOfValue(value);

@@ -80,7 +80,7 @@ void AppendReport(const std::string& strText, bool blnFlush) {
         // milliseconds.
         ui::DoEvents();
     }
-    if (lngUnits > lngMaxReportText)
+    if (lngUnits > lngReportLimit)
         ReportBufferFull();
 }
 
@@ -99,7 +99,7 @@ bool ReportIsFull() {
 }
 
 bool ReportIsNearlyFull(std::size_t lngMore) {
-    return ReportEnd() + lngMore > lngMaxReportText;
+    return ReportEnd() + lngMore > lngReportLimit;
 }
 
 void EndReportLine() {

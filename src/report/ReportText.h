@@ -5,6 +5,8 @@
 
 /// Characters (UTF-16 units, as the text box counts) that the report may hold.
 constexpr std::size_t lngMaxReportText = 61440;
+/// The limit in force: a program that shows the report in no box may raise it.
+inline std::size_t lngReportLimit = lngMaxReportText;
 
 /// Empties the report for a new run.
 void ClearReportText();

@@ -89,9 +89,7 @@ void ResetSession() {
     ForgetFileSystems();
 }
 
-void StartUp() {
-    blnStartupCompleted = false;
-    const std::vector<std::string> commandLineFiles = CommandLineFiles();
+void PrepareProgram() {
     ui::OnKeyReleased(KeyReleased);
     LoadMainForm();
     LoadReportForm();
@@ -99,6 +97,12 @@ void StartUp() {
     LoadTexts();
     ReadDriveInformation();
     SetDefaults();
+}
+
+void StartUp() {
+    blnStartupCompleted = false;
+    const std::vector<std::string> commandLineFiles = CommandLineFiles();
+    PrepareProgram();
     ColourMessageLabels();
     RestoreWindowPosition();
     LoadNextRunSetup();

@@ -1,0 +1,7 @@
+// The help, made of the tables of commands, options and questions.
+#pragma once
+
+#include <string>
+
+/// Of a command, of "questions", or of the whole for "".
+std::string HelpText(const std::string& strOf);

@@ -1,0 +1,168 @@
+// What a command came to: its words on the streams, its report file, its exit code.
+#include "cli/Outcome.h"
+
+#include "cli/Questions.h"
+#include "disk/FillDisk.h"
+#include "report/frmReport.h"
+#include "report/run/Run.h"
+#include "report/run/RunClock.h"
+#include "session/Session.h"
+#include "settings/TextFiles.h"
+#include "shell/frmMain.h"
+#include "support/Numbers.h"
+#include "support/SizeText.h"
+
+#include <algorithm>
+
+namespace {
+
+/// What a command on a drive tells, and what it means. Of several the worst counts.
+constexpr struct {
+    const char* strPart;
+    ExitCode code;
+} endings[] = {{"There are no files", ExitDone},
+               {"There are no other files", ExitDone},
+               {"There are no non-excluded files", ExitDone},
+               {"The disk has been purged", ExitDone},
+               {"The free space has been purged.", ExitDone},
+               {"The purge speed is approximately", ExitDone},
+               {"is required for this test", ExitFailed}, // before the next one
+               {"There is no free space on the disk", ExitDone},
+               {"could not be filled", ExitLeft},
+               {"not purged to the end", ExitLeft},
+               {"not be purged.", ExitLeft},
+               {"not be read completely.", ExitLeft},
+               {"not purged, as ", ExitLeft},
+               {"is a network drive", ExitRefused},
+               {"is read-only.", ExitRefused},
+               {"cancelled.", ExitStopped},
+               {"was stopped.", ExitStopped},
+               {"the free space was not purged", ExitFailed},
+               {"The free space was not purged", ExitFailed},
+               {"nwaux6.dll", ExitFailed}};
+constexpr ExitCode codeUnknown{-1};
+
+struct {
+    std::string strTranscript; ///< for the report file
+    bool blnQuiet = false, blnJson = false, blnUnattended = false;
+    bool blnComplained = false;
+    ExitCode code = codeUnknown;
+} told;
+
+/// The codes of all that a text says.
+ExitCode CodeOf(const std::string& strText) {
+    ExitCode code = codeUnknown;
+    for (const auto& ending : endings)
+        if (strText.find(ending.strPart) != std::string::npos) {
+            code = std::max(code, ending.code);
+            if (ending.code == ExitFailed)
+                break;
+        }
+    return code;
+}
+
+void TellBox(const std::string& /*title*/, const std::string& strText, ui::Icon icon) {
+    const ExitCode code = CodeOf(strText);
+    told.code = std::max(told.code, code);
+    if (icon != ui::Icon::Exclamation)
+        Tell(strText);
+    else if (code == ExitDone)
+        ui::console::PrintError(strText + "\r\n");
+    else
+        TellError(strText);
+}
+
+std::string SpeedOfRun() {
+    const double seconds = static_cast<double>(ClockElapsed()) / 1000;
+    const double bytes = std::max(ClockShare(), 0.0) * currentRun.Request.dblBytesExpected;
+    return seconds < 1 || bytes <= 0 ? "" : ByteSizeText(bytes / seconds, 1) + "/s.  ";
+}
+
+std::string ProgressText() {
+    if (!frmMain.lblStatus.Caption.empty())
+        return frmMain.lblStatus.Caption + "  " + frmMain.lblEstimatedTime.Caption;
+    if (!ClockRuns())
+        return {};
+    const double share = ClockShare();
+    return (share < 0 ? "" : FormatNumber(share * 100, 0) + " %  ") + GroupedDigits(FilesDone()) +
+           " files.  " + SpeedOfRun() + ElapsedText() + "  " + RemainingText();
+}
+
+ExitCode CodeOfFiles() {
+    const RunCounts& counts = currentRun.Counts;
+    return !currentRun.Failures.empty() || counts.lngNumFoldersUnread > 0 ||
+                   (currentRun.Request.blnPurgeFiles && currentRun.Request.blnInReport &&
+                    counts.lngNumFilesPurged < counts.lngNumFilesProcessed)
+               ? ExitLeft
+               : ExitDone;
+}
+
+ExitCode CodeWithoutEnd() {
+    return told.blnComplained || told.blnUnattended ? ExitRefused : ExitStopped;
+}
+
+int WriteReport(const CommandLine& line, int code) {
+    ui::console::PrintRest();
+    if (line.strReport.empty() || WriteTextFile(line.strReport, told.strTranscript))
+        return code;
+    TellError("The report cannot be written to " + line.strReport + ".");
+    return ExitFailed;
+}
+
+} // namespace
+
+std::string ExitCodesText() {
+    return "  0  all was done\r\n  1  something was not purged\r\n"
+           "  2  wrong usage, or refused: nothing was touched\r\n"
+           "  3  stopped: by Ctrl+C, by an answer, or as nobody took the output\r\n"
+           "  4  a drive or the program failed\r\n";
+}
+
+void BeginTelling(const CommandLine& line, bool blnAttended) {
+    told = {};
+    told.blnQuiet = line.blnQuiet;
+    told.blnJson = line.blnJson;
+    told.blnUnattended = !blnAttended;
+    ui::console::wiring.Attended = blnAttended;
+    ui::console::wiring.Answer = [&line, blnAttended](const ui::console::Asked& asked) {
+        return AnswerOf(asked, line, blnAttended);
+    };
+    ui::console::wiring.Tell = TellBox;
+    ui::console::wiring.Report = &frmReport.txbText;
+    ui::console::wiring.Lines = [](const std::string& lines) {
+        told.strTranscript += lines;
+        if (!told.blnQuiet && !told.blnJson)
+            ui::console::Print(lines);
+    };
+    if (!line.blnQuiet)
+        ui::console::wiring.Progress = ProgressText;
+}
+
+void Tell(const std::string& strLine) {
+    ui::console::wiring.Lines(strLine + "\r\n");
+}
+
+void TellError(const std::string& strLine) {
+    told.blnComplained = true;
+    ui::console::PrintError("nullwright-cli: " + strLine + "\r\n");
+}
+
+bool HasComplained() {
+    return told.blnComplained;
+}
+
+int EndRun(const CommandLine& line) {
+    if (currentRun.State == RunState::Idle) // it did not begin
+        return WriteReport(line, told.code != codeUnknown ? told.code : CodeWithoutEnd());
+    return WriteReport(line, currentRun.State == RunState::Stopped ? ExitStopped : CodeOfFiles());
+}
+
+int EndDriveCommand(const CommandLine& line) {
+    const std::string& strLast = frmMain.lblLargePurgeMessage.Caption;
+    if (!strLast.empty())
+        Tell(strLast);
+    told.code = std::max(told.code, CodeOf(strLast));
+    if (told.code == codeUnknown)
+        return WriteReport(line, told.blnComplained ? ExitFailed : CodeWithoutEnd());
+    return WriteReport(line, std::max(told.code, CodeOfFiles()));
+}

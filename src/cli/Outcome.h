@@ -1,0 +1,29 @@
+// What a command came to: what it told, and the exit code.
+#pragma once
+
+#include "cli/CommandLine.h"
+
+#include <string>
+
+enum ExitCode : int {
+    ExitDone = 0,
+    ExitLeft = 1,    ///< something was not purged
+    ExitRefused = 2, ///< wrong usage, or refused: nothing was touched
+    ExitStopped = 3, ///< by Ctrl+C, by an answer, or as nobody took the output any more
+    ExitFailed = 4   ///< a drive or the program failed
+};
+/// Each code with its words, a line each, for the help.
+std::string ExitCodesText();
+
+/// Wires the console: what answers questions, where report and messages go.
+void BeginTelling(const CommandLine& line, bool blnAttended);
+/// A line for standard output, and for the report file.
+void Tell(const std::string& strLine);
+/// A line that says what is wrong.
+void TellError(const std::string& strLine);
+/// Something was refused or went wrong before the command began.
+bool HasComplained();
+/// Ends the telling, and writes the report file. The exit code of a purge or a list.
+int EndRun(const CommandLine& line);
+/// The same of a command on a drive, by what it has told.
+int EndDriveCommand(const CommandLine& line);

@@ -1,0 +1,141 @@
+// The table of questions and their unattended answers: of two answers the one that destroys less,
+// unless the command itself or an option says otherwise.
+#include "cli/Questions.h"
+
+#include "platform/System.h"
+#include "selection/frmDrives.h"
+#include "selection/frmSubfolders.h"
+#include "settings/frmPurgeConfirmation.h"
+
+#include <algorithm>
+
+namespace {
+
+void Check(ui::CheckBox& box, bool blnChecked) {
+    if (blnChecked)
+        box.Value = 1; // what a setup has checked stays so
+}
+
+bool FillPurgeOptions(const CommandLine& line) {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    Check(f.chkDoNotDeletePurgedFiles, line.blnKeep);
+    Check(f.chkOKToPurgeReadOnlyFiles, line.blnReadOnly);
+    Check(f.chkOKToPurgeSystemFiles, line.blnSystem);
+    Check(f.chkOKToPurgeSensitiveFiles, line.blnSensitive);
+    Check(f.chkDeleteEmptyFolders, line.blnRemoveEmpty && f.chkDeleteEmptyFolders.Visible);
+    Check(f.chkPurgeSlackOnly, line.blnSlackOnly);
+    f.chkPurgeSlackOnly.Click();
+    return true;
+}
+
+bool FillDrive(const CommandLine& line) {
+    ui::ListBox& list = frmDrives.lstDrives;
+    const auto found = std::find_if(list.Items.begin(), list.Items.end(),
+                                    [&](const auto& item) { return item.Data == line.chrDrive; });
+    if (found == list.Items.end())
+        return false;
+    list.ListIndex = static_cast<int>(found - list.Items.begin());
+    list.Click();
+    return true;
+}
+
+bool FillExcluded(const CommandLine& line) {
+    std::size_t lngFound = 0;
+    for (std::size_t i = 0; i < frmSubfolders.strNames.size(); ++i) {
+        const std::string strName = platform::UpperCase(frmSubfolders.strNames[i]);
+        frmSubfolders.lstSubfolders.Items[i].Selected =
+            std::any_of(line.excluded.begin(), line.excluded.end(), [&](const std::string& kept) {
+                return platform::UpperCase(kept) == strName;
+            });
+        lngFound += frmSubfolders.lstSubfolders.Items[i].Selected;
+    }
+    return lngFound == line.excluded.size(); // what is not there cannot be kept
+}
+
+constexpr Question questions[] = {
+    {"List files", "Display folder names?", "purge estimate, or list of the files", "Yes",
+     "the files are listed", nullptr, "", "", [](const CommandLine&) { return true; }},
+    {"frmPurgeConfirmation", "", "the purge options", "cmdDoPurge", "those of the command line",
+     nullptr, "", "", FillPurgeOptions},
+    {"", "Are you sure that you want to purge", "the last question before files are purged", "Yes",
+     "they are purged"},
+    {"frmAntiVirusQuery", "", "whether anti-virus software is active", "cmdNo",
+     "no advice is given"},
+    {"", "anti-virus software will probably interrupt", "whether to go on in spite of it", "Cancel",
+     "no"},
+    {"frmPurgeWarning", "", "advice before a file that is likely to be watched", "cmdStopPurge",
+     "nothing more is purged"},
+    {"frmConfirmFiles", "", "each file, where a setup says so", "cmdNo", "the file stays"},
+    {"Purge query", "extension to be purged?", "programs and their parts", "No",
+     "they stay; with --sensitive they are purged unasked"},
+    {"Purge query", "The data of this file also belong to", "files that have other names, too",
+     "No", "they stay"},
+    {"frmDrives", "", "the drive", "cmdOK", "that of the command line", nullptr, "", "", FillDrive},
+    {"Dummy files found", "Do you wish to delete them now?",
+     "dummy files that a broken-off run has left", "Yes",
+     "they are deleted: they hold nothing but what Nullwright wrote"},
+    {"", "Windows runs from Drive", "the free space of the drive of Windows", "Cancel", "it stays",
+     &CommandLine::blnSystem, "OK", "it is purged"},
+    {"Purge free space", "will now be written to fill this space",
+     "the start of a purge of free space", "OK", "it begins"},
+    {"", "Do you wish to continue with the purge?", "null bytes fill the free space: to go on",
+     "OK", "it is purged"},
+    {"Purge disk", "will now be written to fill this space", "the free space of a disk", "OK",
+     "it is purged"},
+    {"", "Do you wish to continue with this operation?", "a dummy file could not be purged", "Yes",
+     "the others are; exit code 1"},
+    {"Cancel?", "Do you wish to cancel this operation?", "Ctrl+C while free space is filled", "Yes",
+     "it ends, and the dummy files are deleted"},
+    {"", "to continue with the next file\r\nor click 'Cancel'",
+     "Ctrl+C while dummy files are purged", "Cancel", "it ends, and they are deleted"},
+    {"", "to continue with the files of the disk", "Ctrl+C before the files of a disk", "Cancel",
+     "they stay"},
+    {"Test purge speed", "Do you wish to proceed with this test?", "the start of a speed test",
+     "Yes", "it begins"},
+    {"Purge disk", "will now be tested", "a speed test before a disk is purged", "OK",
+     "it is done"},
+    {"Purge disk", "Estimated time to purge", "the time that a disk will take", "OK", "go on"},
+    {"Purge disk", "not possible to obtain sufficient information", "the time is not known", "OK",
+     "go on"},
+    {"Purge disk", "-step process", "the steps of a disk purge", "OK", "go on"},
+    {"Purge disk", "Do you wish to EXCLUDE the", "to keep the files at the top of the disk", "No",
+     "they are purged", &CommandLine::blnKeepsTopFiles, "Yes", "they stay"},
+    {"Purge disk", "Do you wish to EXCLUDE files in selected", "to keep folders of the disk", "No",
+     "all are purged", &CommandLine::blnExcludes, "Yes", "those that it names stay"},
+    {"frmSubfolders", "", "the folders to be kept", "cmdOK", "those of the command line", nullptr,
+     "", "", FillExcluded},
+    {"Purge disk", "You have not excluded the", "WINDOWS and Program Files", "Cancel",
+     "the command ends", &CommandLine::blnSystem, "Yes", "they are purged"},
+    {"Purge disk", "without further interruption from dialog boxes", "no more questions", "Yes",
+     "none are asked"},
+    {"Purge disk", "Now all files", "after the free space, the files of the disk", "Cancel",
+     "they stay"},
+    {"", "Click 'OK' to continue, or 'Cancel' to terminate this operation.",
+     "Ctrl+C while the files of a disk are purged", "Cancel", "it ends"}};
+
+} // namespace
+
+std::span<const Question> Questions() {
+    return questions;
+}
+
+const Question* QuestionOf(const ui::console::Asked& asked) {
+    const auto found = std::find_if(std::begin(questions), std::end(questions), [&](auto& row) {
+        return asked.Text.empty()
+                   ? row.strWhere == asked.Where
+                   : *row.strPart != '\0' && asked.Text.find(row.strPart) != std::string::npos &&
+                         (*row.strWhere == '\0' || row.strWhere == asked.Where);
+    });
+    return found == std::end(questions) ? nullptr : found;
+}
+
+std::string AnswerOf(const ui::console::Asked& asked, const CommandLine& line, bool blnAttended) {
+    const Question* row = QuestionOf(asked);
+    if (row == nullptr)
+        return {};
+    if (row->fill != nullptr)
+        return row->fill(line) ? row->strAnswer : "none";
+    if (row->blnOption != nullptr && line.*row->blnOption)
+        return row->strOptionAnswer;
+    return blnAttended ? "" : row->strAnswer;
+}

@@ -1,0 +1,170 @@
+// Boxes and modal forms on the console: answered beforehand, asked at the terminal, or answered by
+// what changes nothing.
+#include "ui/console/Console.h"
+#include "ui/console/Terminal.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace ui {
+
+using namespace console;
+
+namespace {
+
+struct Choice {
+    std::string Word; ///< as the person reads it
+    std::string Name; ///< as the program answers it
+    int Answer = 0;   ///< of a box
+    Button* Press = nullptr;
+};
+
+std::vector<Choice> ChoicesOf(Buttons buttons) {
+    std::vector<Choice> choices;
+    if (buttons == Buttons::OK || buttons == Buttons::OKCancel)
+        choices.push_back({"OK", "OK", AnswerOK});
+    else
+        choices = {{"Yes", "Yes", AnswerYes}, {"No", "No", AnswerNo}};
+    if (buttons == Buttons::OKCancel || buttons == Buttons::YesNoCancel)
+        choices.push_back({"Cancel", "Cancel", AnswerCancel});
+    return choices;
+}
+
+bool IsUsable(const Control& control) {
+    return control.Visible && control.Enabled &&
+           (!control.Container || IsUsable(*control.Container));
+}
+
+std::vector<Choice> ChoicesOf(Form& form) {
+    std::vector<Choice> choices;
+    for (Control* control : form.Controls)
+        if (control->Kind == ControlKind::Button && IsUsable(*control))
+            choices.push_back({control->Caption, control->Name, 0, static_cast<Button*>(control)});
+    return choices;
+}
+
+/// "[Y]es, [N]o (Enter: No): ". Words that begin alike go by their numbers.
+std::string PromptOf(const std::vector<Choice>& choices, std::size_t first) {
+    std::string prompt;
+    for (std::size_t i = 0; i < choices.size(); ++i)
+        prompt += (i == 0 ? "" : ", ") + std::to_string(i + 1) + " " + choices[i].Word;
+    return prompt + (first < choices.size() ? " (Enter: " + choices[first].Word + "): " : ": ");
+}
+
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
+        return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    });
+    return text;
+}
+
+/// The choice that was typed, by its number or by as many letters as tell it from the others.
+const Choice* Typed(const std::vector<Choice>& choices, const std::string& line) {
+    const Choice* found = nullptr;
+    for (std::size_t i = 0; i < choices.size(); ++i) {
+        if (line == std::to_string(i + 1) || Lower(line) == Lower(choices[i].Word))
+            return &choices[i];
+        if (Lower(choices[i].Word).starts_with(Lower(line))) {
+            if (found)
+                return nullptr;
+            found = &choices[i];
+        }
+    }
+    return found;
+}
+
+/// Nothing when there is no answer: the input has ended, or Ctrl+C was pressed.
+const Choice* AskPerson(const std::string& text, const std::vector<Choice>& choices,
+                        std::size_t first) {
+    PrintRest();
+    PrintError("\r\n" + text + "\r\n");
+    std::string line;
+    while (true) {
+        PrintError(PromptOf(choices, first));
+        const int interrupts = Interrupts();
+        if (!ReadLine(line) || Interrupts() > interrupts)
+            return nullptr;
+        if (line.empty() && first < choices.size())
+            return &choices[first];
+        if (const Choice* typed = line.empty() ? nullptr : Typed(choices, line))
+            return typed;
+    }
+}
+
+/// The name of the button that answers unasked.
+std::string Beforehand(const Asked& asked) {
+    return Ending() || !wiring.Answer ? "" : wiring.Answer(asked);
+}
+
+/// Nothing: the answer that changes nothing.
+const Choice* AnswerTo(const std::string& beforehand, const std::string& text,
+                       const std::vector<Choice>& choices, std::size_t first) {
+    for (const Choice& choice : choices)
+        if (choice.Name == beforehand)
+            return &choice;
+    return wiring.Attended && beforehand.empty() && !Ending() ? AskPerson(text, choices, first)
+                                                              : nullptr;
+}
+
+std::string TextOf(const Form& form) {
+    std::string text = form.Caption;
+    for (const Control* control : form.Controls)
+        if (control->Kind == ControlKind::Label && IsUsable(*control) && !control->Caption.empty())
+            text += "\r\n" + control->Caption;
+    return text;
+}
+
+} // namespace
+
+int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title,
+           int defaultButton) {
+    if (buttons == Buttons::OK) {
+        PrintRest();
+        if (wiring.Tell)
+            wiring.Tell(title, text, icon);
+        return AnswerOK;
+    }
+    const std::vector<Choice> choices = ChoicesOf(buttons);
+    const Choice* answer = AnswerTo(Beforehand({title, text}), text, choices,
+                                    static_cast<std::size_t>(defaultButton - 1));
+    return answer ? answer->Answer : buttons == Buttons::YesNo ? AnswerNo : AnswerCancel;
+}
+
+void ShowModal(Form& form) {
+    if (form.Visible)
+        return;
+    if (!Ending())
+        Show(form);
+    const std::string beforehand = Beforehand({form.Name, ""});
+    const std::vector<Choice> choices = ChoicesOf(form);
+    const auto byEnter = std::find_if(choices.begin(), choices.end(),
+                                      [](const Choice& choice) { return choice.Press->Default; });
+    const Choice* answer = AnswerTo(beforehand, TextOf(form), choices,
+                                    static_cast<std::size_t>(byEnter - choices.begin()));
+    if (answer && answer->Press->Click)
+        answer->Press->Click();
+    else if (form.Close)
+        form.Close(); // what its fields say must not pass for an answer
+    form.Visible = false;
+}
+
+bool OpenFileDialog(const std::string&, const std::string&, const std::string&, const std::string&,
+                    std::string&) {
+    return false; // paths stand on the command line
+}
+
+bool SaveFileDialog(const std::string&, const std::string&, const std::string&, const std::string&,
+                    std::string&) {
+    return false;
+}
+
+std::string BrowseFolderDialog(const std::string&, const std::string&) {
+    return {};
+}
+
+void PutOnClipboard(const std::string&) {}
+
+void Beep() {}
+
+} // namespace ui

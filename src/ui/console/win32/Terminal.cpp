@@ -1,0 +1,130 @@
+// The console of Windows: its streams, and the signals that ask the program to stop.
+#include "ui/console/Terminal.h"
+
+#include "win32/Wide.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <atomic>
+
+namespace ui::console {
+
+namespace {
+
+/// The longest that the system is kept waiting when it ends the program.
+constexpr DWORD lngLongestWait = 10'000;
+constexpr DWORD lngPiece = 16384; ///< a console takes no long texts at once
+
+std::atomic<int> interrupts{0};
+HANDLE over = nullptr;
+
+/// On a thread of the system's. It ends the program as soon as this returns, but for Ctrl+C.
+BOOL WINAPI OnSignal(DWORD signal) {
+    if (signal == CTRL_C_EVENT || signal == CTRL_BREAK_EVENT) {
+        ++interrupts;
+        return TRUE;
+    }
+    interrupts += 2;
+    WaitForSingleObject(over, lngLongestWait);
+    return TRUE;
+}
+
+HANDLE HandleOf(Stream stream) {
+    return GetStdHandle(stream == Stream::In    ? STD_INPUT_HANDLE
+                        : stream == Stream::Out ? STD_OUTPUT_HANDLE
+                                                : STD_ERROR_HANDLE);
+}
+
+} // namespace
+
+void OpenTerminal() {
+    // Whatever is loaded from here on comes from the system's folder, not from beside the program.
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    // Nobody may be there to answer the system's own boxes.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    over = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    SetConsoleCtrlHandler(nullptr, FALSE); // it may have been started with Ctrl+C switched off
+    SetConsoleCtrlHandler(OnSignal, TRUE);
+}
+
+void CloseTerminal() {
+    SetEvent(over);
+}
+
+int Interrupts() {
+    return interrupts;
+}
+
+bool IsTerminal(Stream stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(HandleOf(stream), &mode) != FALSE;
+}
+
+bool Write(Stream stream, const std::string& text) {
+    const HANDLE handle = HandleOf(stream);
+    DWORD done = 0;
+    if (IsTerminal(stream)) {
+        const std::wstring wide = platform::Widen(text);
+        for (std::size_t from = 0; from < wide.size(); from += done)
+            if (!WriteConsoleW(
+                    handle, wide.data() + from,
+                    static_cast<DWORD>(std::min<std::size_t>(wide.size() - from, lngPiece)), &done,
+                    nullptr) ||
+                done == 0)
+                return false;
+        return true;
+    }
+    for (std::size_t from = 0; from < text.size(); from += done)
+        if (!WriteFile(handle, text.data() + from, static_cast<DWORD>(text.size() - from), &done,
+                       nullptr) ||
+            done == 0)
+            return false;
+    return true;
+}
+
+bool ReadLine(std::string& line) {
+    std::wstring wide;
+    wchar_t unit = 0;
+    DWORD read = 0;
+    while (ReadConsoleW(HandleOf(Stream::In), &unit, 1, &read, nullptr) && read == 1 &&
+           unit != L'\x1A') {
+        if (unit == L'\n') {
+            line = platform::Narrow(wide);
+            return true;
+        }
+        if (unit != L'\r')
+            wide += unit;
+    }
+    return false;
+}
+
+bool ReadInput(std::string& text) {
+    char piece[4096];
+    DWORD read = 0;
+    text.clear();
+    while (ReadFile(HandleOf(Stream::In), piece, sizeof piece, &read, nullptr)) {
+        if (read == 0)
+            return true;
+        text.append(piece, read);
+    }
+    return GetLastError() == ERROR_BROKEN_PIPE; // the end of a pipe
+}
+
+std::uint64_t Clock() {
+    return GetTickCount64();
+}
+
+void Sleep(int milliseconds) {
+    ::Sleep(static_cast<DWORD>(milliseconds));
+}
+
+bool UsesThreads() {
+    return true;
+}
+
+void StayAwake() {
+    SetThreadExecutionState(ES_SYSTEM_REQUIRED);
+}
+
+} // namespace ui::console
