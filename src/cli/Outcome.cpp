@@ -98,11 +98,15 @@ ExitCode CodeOfFiles() {
 }
 
 ExitCode CodeWithoutEnd() {
-    return told.blnComplained || told.blnUnattended ? ExitRefused : ExitStopped;
+    return ui::console::StopWanted()                  ? ExitStopped
+           : told.blnComplained || told.blnUnattended ? ExitRefused
+                                                      : ExitStopped;
 }
 
 int WriteReport(const CommandLine& line, int code) {
     ui::console::PrintRest();
+    if (!told.strTranscript.empty() && told.strTranscript.back() != '\n')
+        ui::console::wiring.Lines("\r\n");
     if (line.strReport.empty() || WriteTextFile(line.strReport, told.strTranscript))
         return code;
     TellError("The report cannot be written to " + line.strReport + ".");

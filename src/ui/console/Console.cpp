@@ -146,6 +146,10 @@ void PrintRest() {
     ShowProgressLine("");
 }
 
+bool StopWanted() {
+    return Interrupts() > 0 || state.OutputGone;
+}
+
 void Reset() {
     wiring = {};
     state = {};

@@ -39,6 +39,8 @@ void Print(const std::string& text);
 void PrintError(const std::string& text);
 /// The rest of the report, whether it is final or not; the progress line goes.
 void PrintRest();
+/// Ctrl+C was pressed, the session ends, or nobody takes the output any more.
+bool StopWanted();
 /// Puts everything back as it was at the start.
 void Reset();
 
