@@ -2,17 +2,19 @@
 #include "cli/Outcome.h"
 
 #include "cli/Questions.h"
-#include "disk/FillDisk.h"
+#include "engine/PurgeJob.h"
 #include "report/frmReport.h"
 #include "report/run/Run.h"
 #include "report/run/RunClock.h"
-#include "session/Session.h"
+#include "report/run/RunReport.h"
+#include "report/run/RunSummary.h"
 #include "settings/TextFiles.h"
 #include "shell/frmMain.h"
 #include "support/Numbers.h"
 #include "support/SizeText.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -44,6 +46,7 @@ constexpr ExitCode codeUnknown{-1};
 
 struct {
     std::string strTranscript; ///< for the report file
+    std::size_t lngRecordsPrinted = 0;
     bool blnQuiet = false, blnJson = false, blnUnattended = false;
     bool blnComplained = false;
     ExitCode code = codeUnknown;
@@ -88,13 +91,23 @@ std::string ProgressText() {
            " files.  " + SpeedOfRun() + ElapsedText() + "  " + RemainingText();
 }
 
+bool IsLeft(const FileRecord& record) {
+    return IsFailure(record) || record.Fate == FileFate::Declined ||
+           (record.Fate == FileFate::Refused && record.Result != PurgeVanished &&
+            record.Result != PurgeNoSlack);
+}
+
 ExitCode CodeOfFiles() {
-    const RunCounts& counts = currentRun.Counts;
-    return !currentRun.Failures.empty() || counts.lngNumFoldersUnread > 0 ||
-                   (currentRun.Request.blnPurgeFiles && currentRun.Request.blnInReport &&
-                    counts.lngNumFilesPurged < counts.lngNumFilesProcessed)
-               ? ExitLeft
-               : ExitDone;
+    bool blnLeft = currentRun.Counts.lngNumFoldersUnread > 0;
+    for (std::size_t i = 0; i < NumRecords() && !blnLeft; ++i)
+        blnLeft = IsLeft(RecordAt(i));
+    return blnLeft ? ExitLeft : ExitDone;
+}
+
+/// The records that are new since the last time.
+void PrintRecords() {
+    for (; told.lngRecordsPrinted < NumRecords(); ++told.lngRecordsPrinted)
+        ui::console::Print(JsonOfRecord(RecordAt(told.lngRecordsPrinted)) + "\n");
 }
 
 ExitCode CodeWithoutEnd() {
@@ -103,11 +116,25 @@ ExitCode CodeWithoutEnd() {
                                                       : ExitStopped;
 }
 
-int WriteReport(const CommandLine& line, int code) {
+/// What every command ends with: the records, the failures by name, the report file.
+int End(const CommandLine& line, int code) {
     ui::console::PrintRest();
     if (!told.strTranscript.empty() && told.strTranscript.back() != '\n')
         ui::console::wiring.Lines("\r\n");
-    if (line.strReport.empty() || WriteTextFile(line.strReport, told.strTranscript))
+    if (currentRun.Request.strTitle.empty()) {
+        currentRun.Request.strTitle = line.strCommand;
+        currentRun.Request.strDirPath = std::string(1, line.chrDrive) + ":\\";
+    }
+    if (line.blnJson && currentRun.State != RunState::Idle) {
+        PrintRecords();
+        ui::console::Print(JsonOfRun() + "\n");
+    } else if (line.blnQuiet || line.chrDrive != 0) {
+        ui::console::PrintError(FailuresText(std::numeric_limits<std::size_t>::max()));
+    }
+    const auto write = [&](const PutText& put) {
+        return line.strReport.ends_with(".json") ? WriteReportAsJson(put) : put(told.strTranscript);
+    };
+    if (line.strReport.empty() || !Failed(WriteLongTextFile(line.strReport, write)))
         return code;
     TellError("The report cannot be written to " + line.strReport + ".");
     return ExitFailed;
@@ -138,6 +165,8 @@ void BeginTelling(const CommandLine& line, bool blnAttended) {
         if (!told.blnQuiet && !told.blnJson)
             ui::console::Print(lines);
     };
+    if (line.blnJson)
+        ui::console::wiring.Sync = PrintRecords;
     if (!line.blnQuiet)
         ui::console::wiring.Progress = ProgressText;
 }
@@ -157,8 +186,8 @@ bool HasComplained() {
 
 int EndRun(const CommandLine& line) {
     if (currentRun.State == RunState::Idle) // it did not begin
-        return WriteReport(line, told.code != codeUnknown ? told.code : CodeWithoutEnd());
-    return WriteReport(line, currentRun.State == RunState::Stopped ? ExitStopped : CodeOfFiles());
+        return End(line, told.code != codeUnknown ? told.code : CodeWithoutEnd());
+    return End(line, currentRun.State == RunState::Stopped ? ExitStopped : CodeOfFiles());
 }
 
 int EndDriveCommand(const CommandLine& line) {
@@ -167,6 +196,6 @@ int EndDriveCommand(const CommandLine& line) {
         Tell(strLast);
     told.code = std::max(told.code, CodeOf(strLast));
     if (told.code == codeUnknown)
-        return WriteReport(line, told.blnComplained ? ExitFailed : CodeWithoutEnd());
-    return WriteReport(line, std::max(told.code, CodeOfFiles()));
+        return End(line, told.blnComplained ? ExitFailed : CodeWithoutEnd());
+    return End(line, std::max(told.code, CodeOfFiles()));
 }

@@ -107,6 +107,7 @@ void PurgeItems(RunRequest& request) {
 
 void RunFiles(const CommandLine& line, bool blnPurge) {
     RunRequest request;
+    request.strTitle = blnPurge ? "Purge files" : "List files";
     request.blnPurgeFiles = blnPurge;
     request.blnDisplayFolderNames = request.blnDisplayFileNames = true;
     blnSubdirectories = line.blnSubfolders;
