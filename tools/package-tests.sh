@@ -15,8 +15,6 @@ complain() { echo "FAILED: $*"; failures=$((failures + 1)); }
 # ---- Packing -----------------------------------------------------------------------------------
 
 cp build/windows/product/*.* "$work/product/"
-# Until there is a console program, something stands in for it: PATH is to be tested.
-[ -f "$work/product/nullwright-cli.exe" ] || cp "$work/product/nwaux6.dll" "$work/product/nullwright-cli.exe"
 export NW_PRODUCT=$work/product
 NW_DIST=$work/dist1 ./package > "$work/package.log" 2>&1 || { cat "$work/package.log"; die "./package failed."; }
 NW_DIST=$work/dist2 ./package > "$work/package.log" 2>&1
@@ -24,7 +22,7 @@ cmp "$work/dist1/SHA256SUMS" "$work/dist2/SHA256SUMS" || complain "Packed twice,
 setup=$(ls "$work"/dist1/*-setup.exe)
 version=${setup##*nullwright-} version=${version%-setup.exe}
 wide=${version//./\\x00.\\x00}
-for file in nullwright.exe nwaux6.dll; do
+for file in nullwright.exe nullwright-cli.exe nwaux6.dll; do
     grep -qaP "P\x00r\x00o\x00d\x00u\x00c\x00t\x00V\x00e\x00r\x00s\x00i\x00o\x00n(\x00)+$wide" "$work/product/$file" ||
         complain "$file does not say that it is version $version."
 done

@@ -40,4 +40,5 @@ gtest small-screen wine 'C:\tests\nullwright_window_tests.exe' --gtest_filter='L
 export DISPLAY=$large_display
 resolution 96
 
+step "console program" bash tools/cli-tests.sh
 step "wiped image" bash tools/wiped-image.sh

@@ -106,8 +106,11 @@ ExitCode CodeOfFiles() {
 
 /// The records that are new since the last time.
 void PrintRecords() {
+    std::string lines;
     for (; told.lngRecordsPrinted < NumRecords(); ++told.lngRecordsPrinted)
-        ui::console::Print(JsonOfRecord(RecordAt(told.lngRecordsPrinted)) + "\n");
+        lines += JsonOfRecord(RecordAt(told.lngRecordsPrinted)) + "\n";
+    if (!lines.empty())
+        ui::console::Print(lines);
 }
 
 ExitCode CodeWithoutEnd() {

@@ -18,13 +18,15 @@ void Check(ui::CheckBox& box, bool blnChecked) {
 
 bool FillPurgeOptions(const CommandLine& line) {
     FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    if (line.blnSlackOnly) {
+        f.chkPurgeSlackOnly.Value = 1;
+        f.chkPurgeSlackOnly.Click(); // files are kept then; without it the click would undo --keep
+    }
     Check(f.chkDoNotDeletePurgedFiles, line.blnKeep);
     Check(f.chkOKToPurgeReadOnlyFiles, line.blnReadOnly);
     Check(f.chkOKToPurgeSystemFiles, line.blnSystem);
     Check(f.chkOKToPurgeSensitiveFiles, line.blnSensitive);
     Check(f.chkDeleteEmptyFolders, line.blnRemoveEmpty && f.chkDeleteEmptyFolders.Visible);
-    Check(f.chkPurgeSlackOnly, line.blnSlackOnly);
-    f.chkPurgeSlackOnly.Click();
     return true;
 }
 

@@ -157,6 +157,11 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     EXPECT_TRUE(Told("C:\\d\\lib.dll: dll files are not purged.")) << terminal.Out;
     EXPECT_TRUE(terminal.Out.ends_with("\r\n") && terminal.Error.empty()) << terminal.Error;
 
+    Begin();
+    EXPECT_EQ(0, Run({"purge", "C:\\d\\a.txt", "-y", "--keep"}));
+    EXPECT_EQ("a.txt b.txt lib.dll sub\\c.txt ", Left());
+    EXPECT_NE("secret", fake::ContentOf("C:\\d\\a.txt"));
+
     Begin(); // several items, from the command line and from a file; each file once
     terminal.Input = "\xEF\xBB\xBF"
                      "C:\\d\\a.txt\r\nC:\\d\\sub\r\n";

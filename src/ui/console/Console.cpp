@@ -106,25 +106,48 @@ void KeepAwake() {
     StayAwake();
 }
 
-void RunOnThread(const std::function<bool()>& step, const std::function<bool()>& poll) {
-    std::mutex mutex;
-    std::condition_variable changed;
-    bool done = false;
-    std::atomic<bool> cancelled = false;
-    const std::jthread worker([&] {
-        while (!cancelled && step()) {
+/// The one thread for work that may block. It is never joined: the end of the program ends it.
+struct Worker {
+    std::mutex Mutex;
+    std::condition_variable Changed;
+    const std::function<bool()>* Step = nullptr; ///< nullptr: at rest
+    std::atomic<bool> Cancelled{false};
+
+    void Work() {
+        std::unique_lock lock(Mutex);
+        while (true) {
+            Changed.wait(lock, [&] { return Step != nullptr; });
+            lock.unlock();
+            while (!Cancelled && (*Step)()) {
+            }
+            lock.lock();
+            Step = nullptr;
+            Changed.notify_all();
         }
-        const std::scoped_lock lock(mutex);
-        done = true;
-        changed.notify_one();
-    });
-    std::unique_lock lock(mutex);
-    while (!changed.wait_for(lock, pollInterval, [&] { return done; })) {
+    }
+};
+
+Worker& TheWorker() {
+    static Worker* const worker = [] {
+        auto* const made = new Worker;
+        std::thread([made] { made->Work(); }).detach();
+        return made;
+    }();
+    return *worker;
+}
+
+void RunOnThread(const std::function<bool()>& step, const std::function<bool()>& poll) {
+    Worker& worker = TheWorker();
+    std::unique_lock lock(worker.Mutex);
+    worker.Cancelled = false;
+    worker.Step = &step;
+    worker.Changed.notify_all();
+    while (!worker.Changed.wait_for(lock, pollInterval, [&] { return worker.Step == nullptr; })) {
         lock.unlock();
         KeepAwake();
         Pump();
-        if (!cancelled && poll && !poll())
-            cancelled = true;
+        if (!worker.Cancelled && poll && !poll())
+            worker.Cancelled = true;
         lock.lock();
     }
 }
