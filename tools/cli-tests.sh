@@ -75,9 +75,9 @@ left 3
 (cd "$folder" && expect 0 purge sub -y --type both --passes 1 < /dev/null)
 left 2
 printf 'C:\\cli-tests\\%s\\y*.txt\0' "$(realpath --relative-to="$folder" "$long" | tr / '\\')" > "$top/build/cli-tests.in"
-expect 0 purge -y -n1 --from - < "$top/build/cli-tests.in"
+expect 0 purge -y -n 1 --from - < "$top/build/cli-tests.in"
 left 1
-expect 0 purge 'C:\cli-tests' -yq --keep -o 'C:\cli-tests\report.txt' < /dev/null
+expect 0 purge 'C:\cli-tests' -y -q --keep -o 'C:\cli-tests\report.txt' < /dev/null
 [ -s "$log" ] && complain "--quiet told something."
 grep -q 'Purged files not deleted' "$folder/report.txt" || complain "The report file is not right."
 rm -f "$folder/report.txt"

@@ -42,10 +42,11 @@ struct Option {
     const char* strName;
     char chrShort;             ///< 0 for none
     const char* strValue;      ///< as the help writes it, "" for a switch
-    const char* strOfCommands; ///< blank before and after each
+    const char* strOfCommands; ///< their first letters
     bool CommandLine::*blnSwitch;
     std::string CommandLine::*strText;
     const char* strHelp;
+    bool BelongsTo(const std::string& strCommand) const;
 };
 std::span<const Option> Options();
 

@@ -6,7 +6,7 @@
 #include "platform/Folders.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
-#include "session/Session.h"
+#include "settings/TextFiles.h"
 #include "support/FolderSearch.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -20,27 +20,10 @@ namespace {
 
 const char* const strTitle = "Files";
 
-bool ReadWhole(const std::string& path, std::string& text) {
-    if (path == "-")
-        return ui::console::ReadInput(text);
-    platform::File file;
-    if (Failed(platform::OpenFile(platform::FullPath(path), platform::Access::Read, file)))
-        return false;
-    std::string piece(65536, '\0');
-    std::size_t read = 0;
-    platform::Fault fault;
-    do {
-        fault = platform::ReadBytes(file, piece.data(), piece.size(), read);
-        text.append(piece, 0, Failed(fault) ? 0 : read);
-    } while (!Failed(fault) && read > 0);
-    (void)platform::CloseFile(file);
-    return !Failed(fault);
-}
-
 /// Paths that NUL ends, or lines.
 void SplitPaths(std::string text, std::vector<std::string>& paths) {
     if (text.starts_with("\xEF\xBB\xBF"))
-        text.erase(0, 3);
+        text.erase(0, 3); // the mark of UTF-8
     const char end = text.find('\0') == std::string::npos ? '\n' : '\0';
     for (std::size_t from = 0; from < text.size();) {
         const std::size_t to = std::min(text.find(end, from), text.size());
@@ -79,41 +62,17 @@ bool TakeItem(const CommandLine& line, std::string path, RunItem& item) {
     return blnFile || blnFolder;
 }
 
-bool Holds(const RunItem& folder, const RunItem& item) {
-    return folder.names.empty() &&
-           (IsSamePath(item.strFolder, folder.strFolder) ||
-            (blnSubdirectories && IsBelow(item.strFolder, folder.strFolder)));
-}
-
-/// What another item holds is met once. Patterns that overlap meet nothing twice: what the first
-/// has purged is gone.
+/// The files of a folder together; what is named twice, once. Items may overlap all the same: what
+/// the first has purged the second does not meet.
 void AddItem(std::vector<RunItem>& items, const RunItem& item) {
-    const auto holds = [&](const RunItem& other) {
-        return Holds(other, item) &&
-               (item.names.empty()
-                    ? other.strFilespec == item.strFilespec || other.strFilespec == "*.*"
-                    : MatchesFilespec(item.names.front(), other.strFilespec));
-    };
-    if (std::any_of(items.begin(), items.end(), holds))
-        return;
-    std::erase_if(items, [&](RunItem& other) {
-        if (!Holds(item, other))
-            return false;
-        if (other.names.empty())
-            return item.strFilespec == other.strFilespec || item.strFilespec == "*.*";
-        std::erase_if(other.names, [&](const std::string& name) {
-            return MatchesFilespec(name, item.strFilespec);
-        });
-        return other.names.empty();
-    });
     const auto beside = std::find_if(items.begin(), items.end(), [&](const RunItem& other) {
-        return !item.names.empty() && !other.names.empty() &&
-               IsSamePath(other.strFolder, item.strFolder);
+        return item.names.empty() == other.names.empty() && item.strFolder == other.strFolder &&
+               item.strFilespec == other.strFilespec;
     });
     if (beside == items.end())
         items.push_back(item);
-    else if (std::find(beside->names.begin(), beside->names.end(), item.names.front()) ==
-             beside->names.end())
+    else if (!item.names.empty() && std::find(beside->names.begin(), beside->names.end(),
+                                              item.names.front()) == beside->names.end())
         beside->names.push_back(item.names.front());
 }
 
@@ -137,13 +96,15 @@ std::string ItemsText(const std::vector<RunItem>& items) {
 std::string CompletePaths(CommandLine& line) {
     if (!line.strFrom.empty()) {
         std::string text;
-        if (!ReadWhole(line.strFrom, text))
-            return "--from " + line.strFrom + " cannot be read.";
+        const std::string strFrom = "--from " + line.strFrom;
+        if (line.strFrom == "-" ? !ui::console::ReadInput(text)
+                                : !ReadTextFile(platform::FullPath(line.strFrom), text))
+            return strFrom + " cannot be read, or is longer than 1 MB: then by standard input.";
         if (!IsUtf8(text, true))
-            return "--from " + line.strFrom + " is not UTF-8 text.";
+            return strFrom + " is not UTF-8 text.";
         SplitPaths(std::move(text), line.arguments);
         if (line.arguments.empty())
-            return "--from " + line.strFrom + " names no path.";
+            return strFrom + " names no path.";
     }
     for (std::string& path : line.arguments) {
         if (path.empty())
@@ -156,7 +117,6 @@ std::string CompletePaths(CommandLine& line) {
 }
 
 bool TakeItems(const CommandLine& line, RunRequest& request) {
-    request.Items.clear();
     for (const std::string& path : line.arguments) {
         RunItem item;
         if (!TakeItem(line, path, item))

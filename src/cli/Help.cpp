@@ -47,7 +47,7 @@ std::string HelpText(const std::string& strOf) {
         std::string text = std::string("nullwright-cli ") + command->strName + " " +
                            command->strArguments + "\r\n" + command->strHelp + "\r\n\r\n";
         for (const Option& option : Options())
-            if (std::string(option.strOfCommands).find(" " + strOf + " ") != std::string::npos)
+            if (option.BelongsTo(strOf))
                 text += OptionLine(option);
         return text + "  --                          ends the options\r\n";
     }

@@ -165,8 +165,8 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     Begin(); // several items, from the command line and from a file; each file once
     terminal.Input = "\xEF\xBB\xBF"
                      "C:\\d\\a.txt\r\nC:\\d\\sub\r\n";
-    EXPECT_EQ(0, Run({"purge", "-yn1", "C:\\d\\a.txt", "C:\\d\\*.dll", "--from=-", "--sensitive",
-                      "-o", "C:\\report.txt"}));
+    EXPECT_EQ(0, Run({"purge", "-y", "-n", "1", "C:\\d\\a.txt", "C:\\d\\*.dll", "--from=-",
+                      "--sensitive", "-o", "C:\\report.txt"}));
     EXPECT_EQ("b.txt ", Left());
     EXPECT_TRUE(Told("Purging 3 chosen items (1 file, 2 folders)")) << terminal.Out;
     EXPECT_EQ(terminal.Out, fake::ContentOf("C:\\report.txt"));

@@ -4,7 +4,6 @@
 #include "ui/console/Terminal.h"
 
 #include <algorithm>
-#include <string_view>
 #include <vector>
 
 namespace ui {
@@ -44,7 +43,7 @@ std::vector<Choice> ChoicesOf(Form& form) {
     return choices;
 }
 
-/// "[Y]es, [N]o (Enter: No): ". Words that begin alike go by their numbers.
+/// "1 Yes, 2 No (Enter: No): ".
 std::string PromptOf(const std::vector<Choice>& choices, std::size_t first) {
     std::string prompt;
     for (std::size_t i = 0; i < choices.size(); ++i)
@@ -52,26 +51,17 @@ std::string PromptOf(const std::vector<Choice>& choices, std::size_t first) {
     return prompt + (first < choices.size() ? " (Enter: " + choices[first].Word + "): " : ": ");
 }
 
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
-        return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    });
-    return text;
-}
-
-/// The choice that was typed, by its number or by as many letters as tell it from the others.
+/// The choice that was typed, by its number or by its first letters, in either case.
 const Choice* Typed(const std::vector<Choice>& choices, const std::string& line) {
-    const Choice* found = nullptr;
     for (std::size_t i = 0; i < choices.size(); ++i) {
-        if (line == std::to_string(i + 1) || Lower(line) == Lower(choices[i].Word))
+        const std::string& word = choices[i].Word;
+        if (line == std::to_string(i + 1) ||
+            (!line.empty() && line.size() <= word.size() &&
+             std::equal(line.begin(), line.end(), word.begin(),
+                        [](char a, char b) { return (a | 0x20) == (b | 0x20); })))
             return &choices[i];
-        if (Lower(choices[i].Word).starts_with(Lower(line))) {
-            if (found)
-                return nullptr;
-            found = &choices[i];
-        }
     }
-    return found;
+    return nullptr;
 }
 
 /// Nothing when there is no answer: the input has ended, or Ctrl+C was pressed.
@@ -87,7 +77,7 @@ const Choice* AskPerson(const std::string& text, const std::vector<Choice>& choi
             return nullptr;
         if (line.empty() && first < choices.size())
             return &choices[first];
-        if (const Choice* typed = line.empty() ? nullptr : Typed(choices, line))
+        if (const Choice* typed = Typed(choices, line))
             return typed;
     }
 }
