@@ -64,11 +64,17 @@ ExitCode CodeOf(const std::string& strText) {
     return code;
 }
 
+/// What the report says already is not told again.
+void TellOnce(const std::string& strText) {
+    if (!strText.empty() && frmReport.txbText.Text.find(strText) == std::string::npos)
+        Tell(strText);
+}
+
 void TellBox(const std::string& /*title*/, const std::string& strText, ui::Icon icon) {
     const ExitCode code = CodeOf(strText);
     told.code = std::max(told.code, code);
     if (icon != ui::Icon::Exclamation)
-        Tell(strText);
+        TellOnce(strText);
     else if (code == ExitDone)
         ui::console::PrintError(strText + "\r\n");
     else
@@ -92,8 +98,9 @@ std::string ProgressText() {
 }
 
 bool IsLeft(const FileRecord& record) {
-    return IsFailure(record) || record.Fate == FileFate::Declined ||
-           (record.Fate == FileFate::Refused && record.Result != PurgeVanished &&
+    return record.Fate == FileFate::Declined ||
+           ((record.Fate == FileFate::Refused || record.Fate == FileFate::Begun) &&
+            record.Result != PurgeDone && record.Result != PurgeVanished &&
             record.Result != PurgeNoSlack);
 }
 
@@ -124,14 +131,10 @@ int End(const CommandLine& line, int code) {
     ui::console::PrintRest();
     if (!told.strTranscript.empty() && told.strTranscript.back() != '\n')
         ui::console::wiring.Lines("\r\n");
-    if (currentRun.Request.strTitle.empty()) {
-        currentRun.Request.strTitle = line.strCommand;
-        currentRun.Request.strDirPath = std::string(1, line.chrDrive) + ":\\";
-    }
-    if (line.blnJson && currentRun.State != RunState::Idle) {
+    if (line.blnJson && !currentRun.Request.strTitle.empty()) {
         PrintRecords();
         ui::console::Print(JsonOfRun() + "\n");
-    } else if (line.blnQuiet || line.chrDrive != 0) {
+    } else if (line.blnQuiet) {
         ui::console::PrintError(FailuresText(std::numeric_limits<std::size_t>::max()));
     }
     const auto write = [&](const PutText& put) {
@@ -195,8 +198,7 @@ int EndRun(const CommandLine& line) {
 
 int EndDriveCommand(const CommandLine& line) {
     const std::string& strLast = frmMain.lblLargePurgeMessage.Caption;
-    if (!strLast.empty())
-        Tell(strLast);
+    TellOnce(strLast);
     told.code = std::max(told.code, CodeOf(strLast));
     if (told.code == codeUnknown)
         return End(line, told.blnComplained ? ExitFailed : CodeWithoutEnd());

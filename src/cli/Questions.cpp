@@ -106,6 +106,7 @@ constexpr Question questions[] = {
      "none"},
     {"Purge disk", "Now all files", "the files of a disk, after its free space", "Cancel",
      "they stay"},
+    {"", "Do you wish to see the report?", "the report of a disk", "No", "it was told as it grew"},
     {"", "Click 'OK' to continue, or 'Cancel' to terminate this operation.",
      "Ctrl+C while the files of a disk are purged", "Cancel", "it ends"}};
 

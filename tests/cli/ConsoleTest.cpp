@@ -244,6 +244,7 @@ TEST_F(ConsoleTest, Drives) {
     EXPECT_TRUE(Told("The purge speed is approximately")) << terminal.Out;
     EXPECT_EQ(0, Run({"free-space", "D:", "-y", "-n", "1"})) << terminal.Error;
     EXPECT_TRUE(Told("The free space has been purged.")) << terminal.Out;
+    EXPECT_EQ(terminal.Out.find("has been purged"), terminal.Out.rfind("has been purged"));
     EXPECT_EQ("docs\\letter.txt top.txt ", Left("D:"));
     EXPECT_EQ(0, Run({"disk", "D:", "-y", "-n", "1", "-x", "DOCS"})) << terminal.Error;
     EXPECT_EQ("docs\\letter.txt ", Left("D:"));
