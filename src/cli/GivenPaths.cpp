@@ -107,8 +107,8 @@ std::string CompletePaths(CommandLine& line) {
             return strFrom + " names no path.";
     }
     for (std::string& path : line.arguments) {
-        if (path.empty())
-            return "An empty path.";
+        if (path.empty() || (path.size() == 2 && path[1] == ':'))
+            return "\"" + path + "\" is no path: D:\\ is a drive, D:. its current folder.";
         path = platform::FullPath(path);
     }
     if (!line.strReport.empty())

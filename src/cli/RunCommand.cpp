@@ -114,6 +114,7 @@ void RunFiles(const CommandLine& line, bool blnPurge) {
     if (!TakeItems(line, request))
         return;
     const RunItem& first = request.Items.front();
+    request.strDirPath = first.strFolder; // by its drive the time is estimated
     if (request.Items.size() > 1 || first.names.size() > 1) {
         if (blnPurge) {
             PurgeItems(request);

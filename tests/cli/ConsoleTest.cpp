@@ -126,6 +126,7 @@ TEST_F(ConsoleTest, WrongUsageTouchesNothing) {
         {{"purge", "\\\\server\\share", "-y"}, "not on a drive with a letter"},
         {{"purge", "-y", "--from", "C:\\none"}, "cannot be read"},
         {{"purge", "-y", "--from", "-"}, "not UTF-8"},
+        {{"purge", "D:", "-y"}, "\"D:\" is no path"}, // it would be some current folder
         {{"run", "C:\\none.nws", "-y", "--files", "*.*"}, "not found"},
         {{"run", "C:\\d\\a.txt", "-y"}, "--files"},
         {{"run", "C:\\d\\a.txt", "-y", "-f", "*.*"}, "Error when attempting to load setup"},
@@ -157,6 +158,11 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     EXPECT_TRUE(Told("C:\\d\\lib.dll: dll files are not purged.")) << terminal.Out;
     EXPECT_TRUE(terminal.Out.ends_with("\r\n") && terminal.Error.empty()) << terminal.Error;
 
+    Begin(); // a line that changes while the file is at work is told when it is final
+    fake::PutBigFile("C:\\d\\big", 65 * MiB);
+    EXPECT_EQ(0, Run({"purge", "C:\\d\\big", "-y", "-n", "2"}));
+    EXPECT_TRUE(Told("\\big (68,157,440 bytes) purged\r\n") && !Told("purging")) << terminal.Out;
+
     Begin();
     EXPECT_EQ(0, Run({"purge", "C:\\d\\a.txt", "-y", "--keep"}));
     EXPECT_EQ("a.txt b.txt lib.dll sub\\c.txt ", Left());
@@ -170,8 +176,13 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     EXPECT_EQ("b.txt ", Left());
     EXPECT_TRUE(Told("Purging 3 chosen items (1 file, 2 folders)")) << terminal.Out;
     EXPECT_EQ(terminal.Out, fake::ContentOf("C:\\report.txt"));
-    EXPECT_EQ(0, Run({"purge", "-y", "C:\\d", "-q"}));
-    EXPECT_TRUE(terminal.Out.empty());
+    fake::FailAlways("OpenFile", "b.txt", Fault::AccessDenied);
+    EXPECT_EQ(1, Run({"purge", "-y", "C:\\d", "-q"}));
+    EXPECT_TRUE(terminal.Out.empty() && Told("C:\\d\\b.txt: unable to open")) << terminal.Error;
+    EXPECT_EQ(1, Run({"purge", "-y", "C:\\d", "--json", "-o", "C:\\r.json"}));
+    EXPECT_TRUE(terminal.Out.starts_with(R"({"path":"C:\\d\\b.txt","bytes":6,"result":"failed")"));
+    EXPECT_EQ(2, std::count(terminal.Out.begin(), terminal.Out.end(), '\n')) << terminal.Out;
+    EXPECT_EQ(terminal.Out, fake::ContentOf("C:\\r.json"));
 }
 
 // What the guards leave, an option sets free; other names and links stay whatever is said.

@@ -64,6 +64,8 @@ bool IsTerminal(Stream stream) {
 bool Write(Stream stream, const std::string& text) {
     const HANDLE handle = HandleOf(stream);
     DWORD done = 0;
+    if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
+        return true; // it was started without: nobody ever wanted it
     if (IsTerminal(stream)) {
         const std::wstring wide = platform::Widen(text);
         for (std::size_t from = 0; from < wide.size(); from += done)
