@@ -1,24 +1,22 @@
-// The paths of a command: read, made full, settled, grouped by folder, without those that others
-// hold.
+// The paths of a command: read from files, made full, specified as in the main window.
 #include "cli/GivenPaths.h"
 
+#include "cli/Outcome.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
+#include "session/Session.h"
 #include "settings/TextFiles.h"
+#include "shell/ChosenItems.h"
 #include "support/FolderSearch.h"
-#include "support/Numbers.h"
 #include "support/Paths.h"
 #include "support/Utf8.h"
 #include "ui/console/Terminal.h"
-#include "ui/Interface.h"
 
 #include <algorithm>
 
 namespace {
-
-const char* const strTitle = "Files";
 
 /// Paths that NUL ends, or lines.
 void SplitPaths(std::string text, std::vector<std::string>& paths) {
@@ -34,61 +32,6 @@ void SplitPaths(std::string text, std::vector<std::string>& paths) {
             paths.push_back(path);
         from = to + 1;
     }
-}
-
-/// One path as an item of its own; a name in the last place may be a pattern.
-bool TakeItem(const CommandLine& line, std::string path, RunItem& item) {
-    const std::string pattern = FileNameOf(path);
-    if (IsWildcard(pattern)) {
-        path = FolderPartOf(path);
-        item.strFilespec = pattern;
-    } else if (!line.strFiles.empty()) {
-        item.strFilespec = line.strFiles;
-    }
-    if (!TakePath(path, strTitle))
-        return false;
-    bool blnFolder = false, blnFile = false;
-    AskOnDrive(path, [&] {
-        blnFolder = platform::FolderExists(path);
-        blnFile = !blnFolder && !IsWildcard(pattern) && platform::FileExists(path);
-    });
-    if (blnFile) {
-        item = {FolderPartOf(path), "*.*", {FileNameOf(path)}};
-    } else if (blnFolder) {
-        item.strFolder = FolderWithBackslash(path);
-    } else {
-        ui::Complain(path + " not found.", strTitle);
-    }
-    return blnFile || blnFolder;
-}
-
-/// The files of a folder together; what is named twice, once. Items may overlap all the same: what
-/// the first has purged the second does not meet.
-void AddItem(std::vector<RunItem>& items, const RunItem& item) {
-    const auto beside = std::find_if(items.begin(), items.end(), [&](const RunItem& other) {
-        return item.names.empty() == other.names.empty() && item.strFolder == other.strFolder &&
-               item.strFilespec == other.strFilespec;
-    });
-    if (beside == items.end())
-        items.push_back(item);
-    else if (!item.names.empty() && std::find(beside->names.begin(), beside->names.end(),
-                                              item.names.front()) == beside->names.end())
-        beside->names.push_back(item.names.front());
-}
-
-std::string Counted(std::int64_t count, const char* one) {
-    return GroupedDigits(count) + " " + one + (count == 1 ? "" : "s");
-}
-
-std::string ItemsText(const std::vector<RunItem>& items) {
-    std::int64_t files = 0, folders = 0;
-    for (const RunItem& item : items) {
-        files += std::ssize(item.names);
-        folders += item.names.empty();
-    }
-    return Counted(files + folders, "chosen item") + " (" +
-           (files > 0 ? Counted(files, "file") : "") + (files > 0 && folders > 0 ? ", " : "") +
-           (folders > 0 ? Counted(folders, "folder") : "") + ")";
 }
 
 } // namespace
@@ -116,13 +59,24 @@ std::string CompletePaths(CommandLine& line) {
     return {};
 }
 
-bool TakeItems(const CommandLine& line, RunRequest& request) {
-    for (const std::string& path : line.arguments) {
-        RunItem item;
-        if (!TakeItem(line, path, item))
-            return false;
-        AddItem(request.Items, item);
-    }
-    request.strItems = ItemsText(request.Items);
-    return true;
+bool TakePaths(const CommandLine& line) {
+    const std::string strFiles = line.strFiles.empty() ? "*.*" : line.strFiles;
+    if (line.arguments.size() > 1)
+        return ChooseItems(line.arguments, strFiles) && !HasComplained(); // all of them, or none
+    ForgetChosenItems();
+    std::string path = line.arguments.front();
+    const std::string name = FileNameOf(path);
+    if (IsWildcard(name))
+        path = FolderPartOf(path);
+    if (!TakePath(path, "Files"))
+        return false;
+    AskOnDrive(path, [&] {
+        blnMultipleFiles = platform::FolderExists(path);
+        if (!blnMultipleFiles && !platform::FileExists(path))
+            TellError(path + " not found.");
+    });
+    strDirPath = blnMultipleFiles ? FolderWithBackslash(path) : FolderPartOf(path);
+    strFilespec = IsWildcard(name) ? name : blnMultipleFiles ? strFiles : FileNameOf(path);
+    RememberFolder();
+    return !HasComplained();
 }

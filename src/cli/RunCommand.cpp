@@ -8,26 +8,16 @@
 #include "disk/DiskPurge.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/SpeedTest.h"
-#include "engine/FilePurge.h"
 #include "platform/Drives.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
-#include "report/BatchDriver.h"
-#include "report/frmAntiVirusQuery.h"
-#include "report/frmReport.h"
 #include "report/ReportText.h"
-#include "report/run/ListWalk.h"
-#include "report/run/Run.h"
-#include "selection/Selection.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
-#include "shell/frmMain.h"
 #include "shell/ProcessCommands.h"
 #include "shell/SetupCommands.h"
 #include "shell/Startup.h"
-#include "support/Numbers.h"
-#include "support/Paths.h"
 #include "ui/console/Console.h"
 #include "ui/console/Terminal.h"
 
@@ -77,61 +67,6 @@ bool CheckDrive(const CommandLine& line) {
     return true;
 }
 
-/// Several items: what the main window asks before a purge, and the run.
-void PurgeItems(RunRequest& request) {
-    if (!PurgeLibraryReady())
-        return;
-    const FilesToPurge found = CountItems(request.Items, blnSubdirectories);
-    if (blnStop)
-        return;
-    if (found.lngFiles == 0) {
-        ui::Complain("There are no files in " + request.strItems + ".");
-        return;
-    }
-    if (!AskPurgeOptions(request.Items.front().strFolder, found.lngFiles == 1, blnSubdirectories) ||
-        ui::MsgBox(
-            "Are you sure that you want to purge " + request.strItems +
-                (blnSubdirectories ? "\r\nand all files in all subfolders?" : " ?") +
-                "\r\nThis will permanently destroy all data in " +
-                (found.lngFiles == 1 ? "one file." : GroupedDigits(found.lngFiles) + " files."),
-            ui::Buttons::YesNo, ui::Icon::Question, "Purge files") != ui::AnswerYes)
-        return;
-    if (found.blnWatched && blnShowPurgeWarning &&
-        AntiVirusAdvice(request.Items.front().strFolder.substr(0, 1), frmMain) == ui::AnswerCancel)
-        return;
-    request.lngNumFilesExpected = found.lngFiles;
-    request.dblBytesExpected = found.dblBytes;
-    currentRun.Request = request;
-    ProcessFiles();
-}
-
-void RunFiles(const CommandLine& line, bool blnPurge) {
-    RunRequest request;
-    request.strTitle = blnPurge ? "Purge files" : "List files";
-    request.blnPurgeFiles = blnPurge;
-    request.blnDisplayFolderNames = request.blnDisplayFileNames = true;
-    blnSubdirectories = line.blnSubfolders;
-    if (!TakeItems(line, request))
-        return;
-    const RunItem& first = request.Items.front();
-    request.strDirPath = first.strFolder; // by its drive the time is estimated
-    if (request.Items.size() > 1 || first.names.size() > 1) {
-        if (blnPurge) {
-            PurgeItems(request);
-            return;
-        }
-        currentRun.Request = request;
-        ProcessFiles();
-        return;
-    }
-    // One folder or file is what the main window works on.
-    strDirPath = first.strFolder;
-    strFilespec = first.names.empty() ? first.strFilespec : first.names.front();
-    blnMultipleFiles = first.names.empty();
-    RememberFolder();
-    cmdProcessFiles_Click(blnPurge ? 1 : 0);
-}
-
 void RunSetup(CommandLine& line) {
     LoadSetupFromFile(line.arguments.front());
     if (HasComplained())
@@ -173,7 +108,10 @@ int Perform(CommandLine& line, bool blnAttended) {
         return ExitRefused;
     if (line.chrDrive != 0)
         return RunOnDrive(line);
-    RunFiles(line, line.strCommand == "purge");
+    if (TakePaths(line)) {
+        blnSubdirectories = line.blnSubfolders;
+        cmdProcessFiles_Click(line.strCommand == "purge" ? 1 : 0);
+    }
     return EndRun(line);
 }
 

@@ -21,6 +21,7 @@ struct ChosenItem {
     bool blnFolder = false;
 };
 std::vector<ChosenItem> chosenItems;
+std::string strFilesOfFolders; ///< the file specification of the folders among them
 
 constexpr std::size_t intMostRefusalsTold = 10;
 
@@ -71,7 +72,7 @@ bool ItemsAreChosen() {
     return !chosenItems.empty();
 }
 
-bool ChooseItems(const std::vector<std::string>& paths) {
+bool ChooseItems(const std::vector<std::string>& paths, const std::string& strFiles) {
     std::vector<ChosenItem> taken;
     std::vector<std::string> refused;
     std::set<std::string> keys;
@@ -91,6 +92,7 @@ bool ChooseItems(const std::vector<std::string>& paths) {
     if (taken.empty())
         return false;
     chosenItems = std::move(taken);
+    strFilesOfFolders = strFiles;
     return true;
 }
 
@@ -139,13 +141,13 @@ std::vector<RunItem> ChosenRunItems(bool blnSubfolders) {
     for (const ChosenItem& chosen : chosenItems) {
         if (chosen.blnFolder) {
             if (!isBrought(chosen.strPath, true))
-                items.push_back({chosen.strPath, "*.*", {}});
+                items.push_back({chosen.strPath, strFilesOfFolders, {}});
             continue;
         }
         const std::string strFolder = FolderPartOf(chosen.strPath);
         const auto [known, first] = brought.emplace(strFolder, false);
         if (first)
-            known->second = isBrought(strFolder, false);
+            known->second = strFilesOfFolders == "*.*" && isBrought(strFolder, false);
         if (known->second)
             continue;
         const auto place = placeOfFolder.emplace(strFolder, items.size());

@@ -121,8 +121,8 @@ TEST_F(ConsoleTest, WrongUsageTouchesNothing) {
         {{"purge", "C:\\d", "-y", "--files", "x\\*.*"}, "without a folder"},
         {{"purge", "C:\\d", "-y", "--verify"}, "not available in this version"},
         {{"purge", "C:\\d", "-y", "--names"}, "not available in this version"},
-        {{"purge", "C:\\d", "C:\\none", "-y"}, "C:\\none not found"},
-        {{"purge", "C:\\d", "-y", "--", "--keep"}, "--keep not found"},
+        {{"purge", "C:\\d", "C:\\none", "-y"}, "C:\\none was not found"},
+        {{"purge", "C:\\d", "-y", "--", "--keep"}, "--keep was not found"},
         {{"purge", "\\\\server\\share", "-y"}, "not on a drive with a letter"},
         {{"purge", "-y", "--from", "C:\\none"}, "cannot be read"},
         {{"purge", "-y", "--from", "-"}, "not UTF-8"},
@@ -171,10 +171,10 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     Begin(); // several items, from the command line and from a file; each file once
     terminal.Input = "\xEF\xBB\xBF"
                      "C:\\d\\a.txt\r\nC:\\d\\sub\r\n";
-    EXPECT_EQ(0, Run({"purge", "-y", "-n", "1", "C:\\d\\a.txt", "C:\\d\\*.dll", "--from=-",
+    EXPECT_EQ(0, Run({"purge", "-y", "-n", "1", "C:\\d\\a.txt", "C:\\d\\lib.dll", "--from=-",
                       "--sensitive", "-o", "C:\\report.txt"}));
     EXPECT_EQ("b.txt ", Left());
-    EXPECT_TRUE(Told("Purging 3 chosen items (1 file, 2 folders)")) << terminal.Out;
+    EXPECT_TRUE(Told("Purging 3 chosen items (2 files, 1 folder)")) << terminal.Out;
     EXPECT_EQ(terminal.Out, fake::ContentOf("C:\\report.txt"));
     fake::FailAlways("OpenFile", "b.txt", Fault::AccessDenied);
     EXPECT_EQ(1, Run({"purge", "-y", "C:\\d", "-q"}));

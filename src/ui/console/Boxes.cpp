@@ -144,6 +144,11 @@ bool OpenFileDialog(const std::string&, const std::string&, const std::string&, 
     return false; // paths stand on the command line
 }
 
+bool OpenFilesDialog(const std::string&, const std::string&, const std::string&, const std::string&,
+                     std::vector<std::string>&) {
+    return false;
+}
+
 bool SaveFileDialog(const std::string&, const std::string&, const std::string&, const std::string&,
                     std::string&) {
     return false;
