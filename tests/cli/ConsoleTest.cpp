@@ -168,6 +168,16 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     EXPECT_EQ("a.txt b.txt lib.dll sub\\c.txt ", Left());
     EXPECT_NE("secret", fake::ContentOf("C:\\d\\a.txt"));
 
+    Begin(); // the files of a specification, beside a chosen one; more than the window's report
+             // holds
+    for (int i = 0; i < 600; ++i)
+        fake::PutFile("C:\\d\\" + std::string(100, 'x') + std::to_string(i) + ".txt");
+    EXPECT_EQ(0, Run({"purge", "C:\\d", "C:\\d\\lib.dll", "-y", "-n", "1", "-f", "*.txt",
+                      "--sensitive"}));
+    EXPECT_EQ("sub\\c.txt ", Left());
+    EXPECT_TRUE(Told("x599.txt (1 bytes) purged"))
+        << terminal.Out.substr(terminal.Out.size() - 500);
+
     Begin(); // several items, from the command line and from a file; each file once
     terminal.Input = "\xEF\xBB\xBF"
                      "C:\\d\\a.txt\r\nC:\\d\\sub\r\n";
@@ -246,6 +256,7 @@ TEST_F(ConsoleTest, SetupsAndStops) {
         return Fault::None;
     });
     EXPECT_EQ(3, Run({"purge", "D:\\big", "-y", "-n", "1"}));
+    ASSERT_NE(nullptr, fake::At("D:\\big"));
     EXPECT_EQ(40 * MiB, fake::At("D:\\big")->Data.Length());
     EXPECT_EQ("x", fake::At("D:\\big")->Data.Read(39 * MiB, 1));
 }
