@@ -135,12 +135,14 @@ void LayOut() {
     FrmPurgeConfirmation& f = frmPurgeConfirmation;
     f.Name = "frmPurgeConfirmation";
     f.Caption = "Purge options";
+    f.lblWhat.Bold = f.lblWhat.Ellipsis = true;
     f.Width = 7260;
     f.Height = 5940;
     ui::PutInto(f.fraClusterSize, {&f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem});
     constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
     ui::Bind(
-        f, {{&f.lblMessage, "lblMessage", intLeft, 180, intWidth, 720},
+        f, {{&f.lblWhat, "lblWhat", intLeft, 165, intWidth, 270},
+            {&f.lblMessage, "lblMessage", intLeft, 465, intWidth, 525},
             {&f.chkPurgeSlackOnly, "chkPurgeSlackOnly", intLeft, 1050, intWidth, intHeight},
             {&f.chkDoNotDeletePurgedFiles, "chkDoNotDeletePurgedFiles", intLeft, 1395, intWidth,
              intHeight},
@@ -223,7 +225,9 @@ std::array<FurtherOption, 2> FurtherOptions() {
              {"names", &frmPurgeConfirmation.chkOverwriteNames}}};
 }
 
-bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders) {
+bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders,
+                     const std::string& strWhat) {
+    frmPurgeConfirmation.lblWhat.Caption = strWhat;
     strFolderShown = folder;
     blnSingleFileShown = blnSingleFile;
     blnFoldersShown = blnFolders;

@@ -14,7 +14,7 @@ struct FrmPurgeConfirmation : ui::Form {
         chkDeleteEmptyFolders, chkVerifyPurge, chkOverwriteNames;
     ui::Frame fraClusterSize;
     ui::ComboBox cboClusterSize;
-    ui::Label lblClusterSize, lblFileSystem, lblMessage;
+    ui::Label lblClusterSize, lblFileSystem, lblWhat, lblMessage;
     ui::Button cmdDoPurge, cmdCancel;
 
     /// chkDoNotDeletePurgedFiles as it was before slack-only forced it.
@@ -46,6 +46,8 @@ struct FurtherOption {
 std::array<FurtherOption, 2> FurtherOptions();
 /// Boxes, flags and the cluster-size cache as at start-up.
 void InitializePurgeOptions();
-/// Shows the dialog for a folder's drive; true when the user goes on. With a single file the
+/// Shows the dialog for a folder's drive, with what will be purged ("5 files in C:\docs\, 1.20
+/// MB"); true when the user goes on. With a single file the
 /// accept caption is in the singular; without folders the empty-folder box is hidden and cleared.
-bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders);
+bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFolders,
+                     const std::string& strWhat = "");

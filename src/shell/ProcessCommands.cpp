@@ -21,6 +21,7 @@
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
+#include "support/SizeText.h"
 #include "support/StrProc.h"
 #include "ui/Interface.h"
 
@@ -189,9 +190,21 @@ std::string PurgeQuestion(std::int64_t lngCount) {
     return text;
 }
 
+/// "5 files in C:\docs\, 1.20 MB", as the options dialog repeats it.
+std::string WhatIsPurged(const FilesToPurge& found) {
+    const std::string strWhere = ItemsAreChosen()       ? ChosenItemsText()
+                                 : strFilespec == "*.*" ? strDirPath
+                                                        : strDirPath + strFilespec;
+    if (found.lngFiles < 0)
+        return "More than 1,000 files in " + strWhere;
+    return GroupedDigits(found.lngFiles) + (found.lngFiles == 1 ? " file in " : " files in ") +
+           strWhere + ", " + ByteSizeText(found.dblBytes, 2);
+}
+
 /// Everything that is asked before a purge, in its order; true when the user wants it.
 bool PurgeIsWanted(FilesToPurge& found, const std::string& title) {
-    if (!AskPurgeOptions(FolderOfQuestions(), found.lngFiles == 1, blnSubdirectories))
+    if (!AskPurgeOptions(FolderOfQuestions(), found.lngFiles == 1, blnSubdirectories,
+                         WhatIsPurged(found)))
         return false;
     if (ui::MsgBox(PurgeQuestion(found.lngFiles), ui::Buttons::YesNo, ui::Icon::Question, title) !=
         ui::AnswerYes)

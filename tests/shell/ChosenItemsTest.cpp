@@ -30,7 +30,11 @@ TEST_F(ChosenItems, FromTwoDrivesWithOverlapsArePurgedOnce) {
               f.lblDirectory.ToolTip);
     fake::Click(f.cmdSubdirectories);
     EXPECT_EQ("Yes", f.lblSubdirectories.Caption);
-    user.Modal(frmPurgeConfirmation, [] { fake::Click(frmPurgeConfirmation.cmdDoPurge); });
+    user.Modal(frmPurgeConfirmation, [] {
+        EXPECT_EQ("7 files in 9 chosen items (6 files, 3 folders), 28 bytes",
+                  frmPurgeConfirmation.lblWhat.Caption);
+        fake::Click(frmPurgeConfirmation.cmdDoPurge);
+    });
     user.BoxLike(
         "Purge files",
         "want to purge all 7 files in 9 chosen items (6 files, 3 folders)\r\nand all files",
