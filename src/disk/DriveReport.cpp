@@ -30,14 +30,16 @@ std::string AsLine(std::string strText) {
 } // namespace
 
 void BeginDriveReport(const std::string& strTitle, const std::string& strWhat) {
+    RunRequest& request = currentRun.Request;
+    // A disk purge may have begun with a test of the speed.
+    if (!blnBegun || request.strTitle != strTitle)
+        request.strItems = strWhat;
+    request.strTitle = frmReport.Caption = strTitle;
     if (blnBegun) {
         TellInReport(strWhat);
         return;
     }
     blnBegun = true;
-    RunRequest& request = currentRun.Request;
-    request.strTitle = frmReport.Caption = strTitle;
-    request.strItems = strWhat;
     ResetReportWindow();
     frmReport.cmdPauseContinue.Enabled = false;
     TellInReport(DateAndTime() + AsLine(strWhat) + "using " +

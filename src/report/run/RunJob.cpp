@@ -55,6 +55,9 @@ FileRecord RecordOfJob(const PurgeJob& job) {
                       job.PassesDone, job.Reach,       job.Trouble};
     record.HasReadBack = job.HasReadBack;
     record.Remark = RemarkOf(job);
+    // The program was ended: the file is still there, and its data are destroyed in part.
+    if (job.Result == PurgeStopped && job.PassesDone == 0 && job.HasWritten)
+        record.Remark = " during pass 1";
     return record;
 }
 

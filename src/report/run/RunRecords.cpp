@@ -167,8 +167,12 @@ std::string RecordTail(const FileRecord& record) {
         return result;
     case PurgeStopped:
     case PurgeNoPasses: // overwritten, but not as often as was asked, and still there
-        return record.PassesDone > 0 ? size + " purging stopped after " + passes
-                                     : " -- not purged.";
+        if (record.PassesDone == 0 && record.Remark.empty())
+            return " -- not purged.";
+        return size + " purging stopped" +
+               (record.PassesDone > 0 ? " after " + passes
+                                      : record.Remark + " of " +
+                                            GroupedDigits(how.intNumberOfPasses) + ", not purged.");
     case PurgeDone:
         return size + DoneText(record.HasReadBack, slackOnly) + OutOfReachText(record.Reach);
     case PurgeVanished:

@@ -17,15 +17,22 @@ constexpr std::size_t lngPiece = 65536; // so much goes to `put` at a time
 
 std::string Quoted(const std::string& text) {
     std::string quoted = "\"";
-    for (const char c : text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         const auto byte = static_cast<unsigned char>(c);
+        // A name may hold half a surrogate pair, which is no UTF-8.
+        const bool half = byte == 0xED && i + 2 < text.size() && (text[i + 1] & 0x20) != 0;
         if (c == '"' || c == '\\') {
             quoted += '\\';
             quoted += c;
-        } else if (byte < 0x20) {
+        } else if (byte < 0x20 || half) {
             char code[8];
-            std::snprintf(code, sizeof code, "\\u%04x", unsigned{byte});
+            const unsigned unit =
+                half ? 0xD000U | ((text[i + 1] & 0x3FU) << 6) | (text[i + 2] & 0x3FU)
+                     : unsigned{byte};
+            std::snprintf(code, sizeof code, "\\u%04x", unit & 0xFFFFU);
             quoted += code;
+            i += half ? 2 : 0;
         } else {
             quoted += c;
         }
