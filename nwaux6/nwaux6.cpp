@@ -1,8 +1,8 @@
 // The auxiliary library: sets a file's length and forces its data to the disk, by the file's path
 // as a string in the process's ANSI code page (UTF-8 in Nullwright, by its manifest).
 //
-// Every function returns 0 when it is done and a negative number when it is not; none of them ever
-// makes a file.
+// Every function returns 0 on success and a negative number on failure. None of them creates a
+// file.
 #include "win32/Wide.h"
 
 #include <cstdint>
@@ -16,7 +16,7 @@ constexpr std::int32_t resultCannotOpen = -2;
 constexpr std::int32_t resultNotDone = -3;
 constexpr std::int32_t resultHeld = -4; // another program holds the file
 
-/// What the call that has just failed comes to, when it is none of the others.
+/// Tells a file held by another program from any other failure of the last call, which is `result`.
 std::int32_t FailureOr(std::int32_t result) {
     switch (GetLastError()) {
     case ERROR_SHARING_VIOLATION:
@@ -29,12 +29,12 @@ std::int32_t FailureOr(std::int32_t result) {
     }
 }
 
-/// Room from the process's heap: this library needs no more of a runtime than that.
+/// Memory from the process heap, so that this library needs no C++ runtime.
 wchar_t* Room(std::size_t units) {
     return static_cast<wchar_t*>(HeapAlloc(GetProcessHeap(), 0, units * sizeof(wchar_t)));
 }
 
-/// The path's UTF-16 units; the room is the caller's to give back. nullptr when there are none.
+/// The path's UTF-16 units, or nullptr when there are none. The caller frees them.
 wchar_t* WideFromAnsi(const char* path, std::size_t& length) {
     std::size_t bytes = 0;
     while (path[bytes] != '\0')
@@ -44,7 +44,7 @@ wchar_t* WideFromAnsi(const char* path, std::size_t& length) {
     if (units == nullptr)
         return nullptr;
     if (GetACP() == CP_UTF8) {
-        // Not by the system's conversion, which has no place for half a surrogate pair.
+        // The system's conversion cannot carry half a surrogate pair.
         length = platform::WidenUnits(path, bytes, units);
     } else {
         const int count = static_cast<int>(bytes);
@@ -58,7 +58,7 @@ wchar_t* WideFromAnsi(const char* path, std::size_t& length) {
     return units;
 }
 
-/// Sets the last error also when it fails before the system was asked.
+/// Sets the last error also when it fails before it calls the system.
 HANDLE OpenExisting(const char* path, DWORD rights, DWORD sharing) {
     std::size_t length = 0;
     wchar_t* units = WideFromAnsi(path, length);
@@ -79,8 +79,9 @@ HANDLE OpenExisting(const char* path, DWORD rights, DWORD sharing) {
 
 } // namespace
 
-/// Sets a file's length in bytes. A length of −1 changes nothing; 0 then tells that the file can be
-/// opened for change: it exists, may be written, and no other program has it open for writing.
+/// Sets a file's length in bytes. A length of −1 changes nothing; the result is then 0 when the
+/// file can be opened for change: it exists, is writable, and no other program has it open for
+/// writing.
 extern "C" std::int32_t _change_filesize64(const char* path, std::int64_t newLength) {
     if (path == nullptr || newLength < -1)
         return resultBadArgument;
@@ -104,11 +105,11 @@ extern "C" std::int32_t _change_filesize(const char* path, std::int32_t newLengt
     return _change_filesize64(path, newLength);
 }
 
-/// Returns when the file's data have been forced to the disk.
+/// Returns after the file's data have been forced to the disk.
 extern "C" std::int32_t _flush_file(const char* path) {
     if (path == nullptr)
         return resultBadArgument;
-    // Nobody needs to be kept away for a flush.
+    // A flush needs no exclusive access, so allow all sharing.
     HANDLE file =
         OpenExisting(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
     if (file == INVALID_HANDLE_VALUE)

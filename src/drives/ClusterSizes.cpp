@@ -1,4 +1,4 @@
-// The cluster sizes of the drives: as they have them, and as the user chose them for the purge.
+// The cluster sizes of the drives: the real ones, and the ones that the user chose for the purge.
 #include "drives/ClusterSizes.h"
 
 #include "drives/DiskProc.h"
@@ -12,22 +12,22 @@
 
 namespace {
 
-constexpr std::int32_t lngLeastClusterSize = 512; ///< less in the cache means: unknown
+constexpr std::int32_t lngLeastClusterSize = 512; ///< a smaller value in the cache means: unknown
 constexpr std::int32_t lngMaxClusterSize = 65536;
 constexpr std::int32_t lngClusterSizeUnknownFloppy = 512; ///< drives A and B
-constexpr std::int32_t lngClusterSizeUnknown = 4096;      ///< what most file systems take
+constexpr std::int32_t lngClusterSizeUnknown = 4096;      ///< the usual size in most file systems
 
-/// Root of the volume of the folder settled last, where that is mounted in a folder and has no
-/// letter; "": it has one.
+/// Root of the volume on which the folder settled last lies, if that volume is mounted in a folder
+/// and has no letter; else "".
 std::string strMountedRoot;
-constexpr std::size_t intMounted = 26; ///< its place in the tables, behind the letters
+constexpr std::size_t intMounted = 26; ///< its index in the tables, after the letters
 
 /// Per drive letter; below 512: unknown.
 std::array<std::int32_t, 27> lngClusterSizes{};
-/// The same as the drives have them, above 64 KiB too; the user's choice does not touch them.
+/// The real cluster sizes, also those above 64 KiB; the user's choice does not change them.
 std::array<std::int32_t, 27> lngRealClusterSizes{};
 
-/// The place in the tables for a drive letter or a path; one past the end when there is none.
+/// The index in the tables for a drive letter or a path; one past the end when there is none.
 std::size_t PlaceOf(const std::string& strDriveLetter) {
     if (!strMountedRoot.empty() && strDriveLetter.starts_with(strMountedRoot))
         return intMounted;
@@ -39,7 +39,7 @@ std::size_t PlaceOf(const std::string& strDriveLetter) {
 
 std::int32_t GetRealClusterSize(const std::string& strDriveLetter) {
     const std::size_t intPlace = PlaceOf(strDriveLetter);
-    // No drive has such a letter: a mistake of the caller. The usual size does no harm.
+    // Only a mistake of the caller leads here. The usual size does no harm.
     if (intPlace > intMounted)
         return lngClusterSizeUnknown;
     std::int32_t& lngCached = lngRealClusterSizes[intPlace];

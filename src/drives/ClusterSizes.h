@@ -1,26 +1,25 @@
-// The cluster sizes of the drives: as they have them, and as the user chose them for the purge.
+// The cluster sizes of the drives: the real ones, and the ones that the user chose for the purge.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
-/// The cluster size of the drive in bytes: the user's choice, or what the cache or the operating
-/// system says, 65536 at most. A path may stand in the letter's place, see SettleVolume.
+/// The cluster size for the purge in bytes: the user's choice, else the size from the cache or the
+/// operating system, at most 65536. The argument may also be a path, see SettleVolume.
 std::int32_t GetClusterSize(const std::string& strDriveLetter);
-/// The cluster size in bytes that the drive has, above 64 KiB too; the user's choice does not
-/// count.
+/// The real cluster size of the drive in bytes, also above 64 KiB; ignores the user's choice.
 std::int32_t GetRealClusterSize(const std::string& strDriveLetter);
-/// Overwrites end at a multiple of this: GetClusterSize, or the real size where it is larger than
-/// the list of sizes goes.
+/// The size to whose multiple overwrites are rounded up: GetClusterSize, or the real size if it
+/// exceeds the largest size that the user can choose.
 std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter);
-/// The user's choice for the volume of a path, bytes; it holds until the program ends.
+/// Stores the user's choice in bytes for the volume of a path, until the program ends.
 void ChooseClusterSize(const std::string& strPath, std::int32_t lngSize);
-/// Finds out on which volume a folder lies whose files are purged next. One that is mounted in a
-/// folder has clusters of its own, which paths that lie on it are then given. No walk leads from
-/// one volume into another.
+/// Finds the volume of the folder that is purged next. A volume mounted in a folder has its own
+/// cluster size; paths on it get that size from now on. One call per walk is enough, because no
+/// walk crosses from one volume into another.
 void SettleVolume(const std::string& strFolder);
-/// Root of the volume settled last, where the path lies on it and it is mounted in a folder and has
-/// no letter; "" where it has one.
+/// Root of the volume settled last if it is mounted in a folder, has no letter, and the path lies
+/// on it; else "".
 std::string MountedRootOf(const std::string& strPath);
-/// Choices and answers are forgotten, as at start-up.
+/// Clears the user's choices and the cached sizes, as at start-up.
 void ForgetClusterSizes();

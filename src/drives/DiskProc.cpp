@@ -1,4 +1,4 @@
-// Facts about drives: clusters, free space, which come first, whether one is ready.
+// Facts about drives: clusters, free space, the first drives, readiness.
 #include "drives/DiskProc.h"
 
 #include "drives/DriveWork.h"
@@ -11,8 +11,8 @@
 namespace {
 constexpr std::int32_t intSmallestCluster = 512;
 
-/// Drive types have two numberings; this is the one without the entry "no such drive", in which a
-/// fixed disk is 2.
+/// There are two numberings of drive types. This one has no entry "no such drive"; a fixed disk is
+/// 2 in it.
 std::int16_t ScriptingDriveType(platform::DriveType type) {
     return static_cast<std::int16_t>(std::max(static_cast<int>(type) - 1, 0));
 }
@@ -75,8 +75,8 @@ std::string FirstFixedDrive() {
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         const std::string drive = std::string(1, letter) + ":";
         const platform::DriveType type = platform::TypeOfDrive(drive + "\\");
-        // The first letter without a drive ends the search, wherever the fixed drives are:
-        // deliberately so. Who needs a fixed drive in any case asks DriveLetters.
+        // Deliberate oddity: the first letter without a drive ends the search, even if a fixed
+        // drive follows. Callers that need a fixed drive in any case use DriveLetters.
         if (type == platform::DriveType::NoRoot)
             return {};
         if (ScriptingDriveType(type) == intScriptingFixed)

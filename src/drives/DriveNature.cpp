@@ -1,4 +1,4 @@
-// What a person should know of a drive before something on it is purged.
+// Remarks on limits of a drive that the user should know before a purge.
 #include "drives/DriveNature.h"
 
 #include "drives/DriveWork.h"
@@ -6,8 +6,8 @@
 
 namespace {
 
-/// Drives that write to other cells than the ones they are told to. A stick is known by being
-/// removable: what it says of its heads, if anything, is not to be relied on.
+/// Drives that write to other cells than those addressed. A stick is recognised by being removable:
+/// what it reports about seek penalty is unreliable.
 std::string KindRemark(const std::string& strDrive, platform::DriveType type,
                        const platform::DriveNature& nature) {
     const bool blnFloppy = strDrive.ends_with('A') || strDrive.ends_with('B');
@@ -20,7 +20,7 @@ std::string KindRemark(const std::string& strDrive, platform::DriveType type,
     return {};
 }
 
-/// The most important one of the others.
+/// The most important of the remaining remarks.
 std::string OtherRemark(const std::string& strDrive, bool blnKind,
                         const platform::DriveNature& nature) {
     if (nature.Compressed.value_or(false))
@@ -31,7 +31,7 @@ std::string OtherRemark(const std::string& strDrive, bool blnKind,
                " may hold earlier versions of files.";
     if (blnKind && nature.Encrypted.value_or(false))
         return "As BitLocker encrypts it, they cannot be read without the key.";
-    // Of a stick it is not worth a word: hardly any has it.
+    // Sticks are left out: hardly any of them supports TRIM.
     if (nature.SolidState.value_or(false) && !nature.Trims.value_or(true))
         return "TRIM is off: it does not erase by itself what was deleted.";
     return {};
@@ -45,7 +45,7 @@ std::string DriveRemarks(char chrDrive) {
     platform::DriveNature nature;
     WorkOnDrive(strRoot, [&] {
         type = platform::TypeOfDrive(strRoot);
-        // A server tells nothing of its disks, and may take long to say so.
+        // A server tells nothing about its disks, and its answer may take long.
         if (type != platform::DriveType::Fixed && type != platform::DriveType::Removable)
             return;
         if (Failed(platform::ReadDriveNature(strRoot, nature)))

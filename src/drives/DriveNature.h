@@ -1,8 +1,8 @@
-// What a person should know of a drive before something on it is purged.
+// Remarks on limits of a drive that the user should know before a purge.
 #pragma once
 
 #include <string>
 
-/// One or two sentences on what a purge cannot do well on this drive; "" where nothing is known
-/// that matters. The drive may have to spin up for it: messages are pumped meanwhile.
+/// One or two sentences on what a purge cannot do well on this drive; "" when nothing relevant is
+/// known. The drive may have to spin up: messages are pumped meanwhile.
 std::string DriveRemarks(char chrDrive);

@@ -1,5 +1,5 @@
-// Which drives are quick enough for the interface thread: a stick may take half a second for a
-// flush, a disk that sleeps ten seconds to spin up.
+// Decides which drives are quick enough for the interface thread. A flush on a stick may take half
+// a second, and a sleeping disk ten seconds to spin up.
 #include "drives/DriveWork.h"
 
 #include "platform/System.h"
@@ -15,21 +15,21 @@
 
 namespace {
 
-/// A step that takes so many milliseconds keeps a person waiting when there are several.
+/// Several steps of this length in milliseconds make the user wait noticeably.
 constexpr std::uint64_t lngSlowStep = 50;
-/// Milliseconds after which a drive that nobody used may be asleep.
+/// A drive unused for this many milliseconds may be asleep.
 constexpr std::uint64_t lngIdle = 10'000;
-/// Steps by which a drive shows whether it is quick. What the system has in memory is there at
-/// once even of a drive that sleeps: a single step would prove nothing.
+/// Number of steps after which a drive counts as quick. A single step would prove nothing: the
+/// system's cache answers at once even for a sleeping drive.
 constexpr int intTrials = 16;
 
 struct DriveSpeed {
-    bool blnSlow = false; ///< for good
+    bool blnSlow = false; ///< never reset by later quick steps
     int intTrialsLeft = intTrials;
     std::uint64_t lngLastUse = 0; ///< tick count
 };
 
-/// By letter; the last one for whatever has none.
+/// By letter; the last entry is for paths without a letter.
 std::array<DriveSpeed, 27> speeds;
 
 DriveSpeed& SpeedOf(const std::string& path) {
@@ -37,7 +37,7 @@ DriveSpeed& SpeedOf(const std::string& path) {
     return speeds[letter >= 'A' && letter <= 'Z' ? static_cast<std::size_t>(letter - 'A') : 26];
 }
 
-/// Whether a brief step may be done on this thread.
+/// Whether a brief step may run on this thread.
 bool IsQuick(DriveSpeed& speed) {
     if (platform::TickCount() - speed.lngLastUse >= lngIdle)
         speed.intTrialsLeft = intTrials;
@@ -55,12 +55,12 @@ void NoteStep(DriveSpeed& speed, std::uint64_t lngMilliseconds) {
 void RunStepsOnDrive(const std::string& path, ui::Effort effort, const std::function<bool()>& step,
                      const std::function<bool()>& poll) {
     DriveSpeed& speed = SpeedOf(path);
-    if (effort == ui::Effort::Long) { // long by its size: tells nothing of the drive
+    if (effort == ui::Effort::Long) { // long because of its size: tells nothing about the drive
         ui::RunSteps(effort, step, poll);
         speed.lngLastUse = platform::TickCount();
         return;
     }
-    std::uint64_t lngLongest = 0; // the steps' own until they have ended
+    std::uint64_t lngLongest = 0; // used by the steps' thread only, until they have ended
     ui::RunSteps(
         IsQuick(speed) ? ui::Effort::Brief : ui::Effort::Long,
         [&] {
@@ -97,9 +97,9 @@ platform::Fault EnumerateOnDrive(const std::string& folder,
         speed.lngLastUse = platform::TickCount();
         return fault;
     }
-    std::mutex guard; // of what was found and is not visited yet
+    std::mutex guard; // protects `found`
     std::vector<platform::FolderEntry> found;
-    std::atomic<bool> blnEnded = false; // by the visitor
+    std::atomic<bool> blnEnded = false; // set when `visit` returns false
     const auto visitFound = [&] {
         std::vector<platform::FolderEntry> entries;
         {
@@ -115,7 +115,7 @@ platform::Fault EnumerateOnDrive(const std::string& folder,
     ui::RunSteps(
         ui::Effort::Long,
         [&] {
-            bool blnFirst = true; // how many follow tells nothing of the drive
+            bool blnFirst = true; // the number of entries tells nothing about the drive
             fault = platform::EnumerateFolder(folder, [&](const platform::FolderEntry& entry) {
                 if (std::exchange(blnFirst, false))
                     lngUntilFirst = platform::TickCount() - lngBegan;

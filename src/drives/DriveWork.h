@@ -7,23 +7,20 @@
 #include <functional>
 #include <string>
 
-/// ui::RunSteps for work with files of the drive whose letter begins `path`. Brief steps are done
-/// on this thread only where the drive has proved quick: the first ones after a while, and for good
-/// all steps on a drive that ever kept one waiting, are done on the I/O thread. Not to be called
-/// inside a step.
+/// ui::RunSteps for work with files of the drive of `path`. Brief steps run on this thread only if
+/// the drive has proved quick; the first steps after a pause run on the I/O thread. All steps do so
+/// for good on a drive that was ever slow. Must not be called inside a step.
 void RunStepsOnDrive(const std::string& path, ui::Effort effort, const std::function<bool()>& step,
                      const std::function<bool()>& poll);
-/// One brief step: a question about a drive, or a change of a small file. Where it is done on the
-/// I/O thread, messages are pumped meanwhile.
+/// One brief step: a query about a drive, or a change of a small file. If it runs on the I/O
+/// thread, messages are pumped meanwhile.
 void WorkOnDrive(const std::string& path, const std::function<void()>& work);
-/// Whether work on the drive goes to the I/O thread just now, so that messages are pumped
-/// meanwhile.
+/// Whether work on the drive would now go to the I/O thread, so that messages are pumped.
 bool MayKeepWaiting(const std::string& path);
-/// platform::EnumerateFolder, read on the I/O thread where the drive may keep one waiting; `visit`
-/// is called on this thread, where it may pump messages. `whileWaiting` is called every now and
-/// then while no entries come.
+/// platform::EnumerateFolder, on the I/O thread if the drive may be slow. `visit` is always called
+/// on this thread and may pump messages. `whileWaiting` is called repeatedly while no entries come.
 platform::Fault EnumerateOnDrive(const std::string& folder,
                                  const std::function<bool(const platform::FolderEntry&)>& visit,
                                  const std::function<void()>& whileWaiting);
-/// Every drive has to prove itself again.
+/// Forgets all measurements: every drive has to prove quick again.
 void ForgetDriveSpeeds();

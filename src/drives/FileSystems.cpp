@@ -1,4 +1,4 @@
-// The file systems of the drives, asked for once in a run.
+// The file systems of the drives, queried once per run.
 #include "drives/FileSystems.h"
 
 #include "drives/DriveWork.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// By letter; none: not asked yet. "" for what is unknown.
+/// By letter; no value: not queried yet; "": unknown.
 std::array<std::optional<std::string>, 26> strFileSystems;
 
 std::string FileSystemOf(const std::string& path) {
@@ -24,7 +24,7 @@ std::string FileSystemOf(const std::string& path) {
     if (!known) {
         platform::VolumeFacts volume;
         WorkOnDrive(path, [&] {
-            // The question to a server may take long, and its answer would be of no use.
+            // A query to a server may take long, and its answer would be of no use.
             const std::string root = path.substr(0, 2) + "\\";
             if (platform::TypeOfDrive(root) == platform::DriveType::Remote ||
                 Failed(platform::ReadVolumeFacts(root, volume)))

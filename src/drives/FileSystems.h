@@ -1,12 +1,12 @@
-// What the engine needs to know of the file system under a file.
+// What the engine needs to know about the file system of a file.
 #pragma once
 
 #include <string>
 
-/// Small files may lie in the file system's own records, outside all clusters; so it is also said
-/// of a file system that is unknown.
+/// Whether small files may lie in the file system's own records, outside all clusters. True also
+/// when the file system is unknown.
 bool RecordsMayHoldFiles(const std::string& path);
-/// What is overwritten may be written to another place, and the old bytes stay.
+/// Whether overwriting may write to a new place and leave the old bytes where they were.
 bool MayKeepOlderCopies(const std::string& path);
-/// A run begins: the drives are asked again.
+/// Forgets the answers at the start of a run.
 void ForgetFileSystems();

@@ -33,36 +33,35 @@ struct VolumeFacts {
     bool ReadOnly = false;
 };
 
-/// What a drive is; what the system does not tell has no value.
+/// The nature of a drive; a member has no value when the system does not tell.
 struct DriveNature {
-    std::optional<bool> SolidState; ///< it has no heads to move
-    std::optional<bool> Trims;      ///< the system tells it which space is free
-    std::optional<bool> Compressed; ///< what is written to it is compressed
+    std::optional<bool> SolidState; ///< it has no moving heads
+    std::optional<bool> Trims;      ///< the system tells the drive which space is free
+    std::optional<bool> Compressed; ///< the file system compresses what is written
     std::optional<bool> Encrypted;  ///< by BitLocker
-    std::optional<bool> Protected;  ///< restore points are kept of it
+    std::optional<bool> Protected;  ///< the system keeps restore points of it
 };
 
 /// The letters of the drives that exist, in order ("ACD").
 std::string DriveLetters();
-/// `root` is "C:\" (or any text that begins with a drive letter) in all of these.
+/// `root` is "C:\" (or any text that begins with a drive letter) in all functions below.
 DriveType TypeOfDrive(const std::string& root);
-/// Also for the folder where a volume is mounted ("C:\mnt\").
+/// `root` may also be the folder where a volume is mounted ("C:\mnt\").
 Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts);
 /// Bytes that this user may still use, and the size of the volume. `freeOnVolume`, when given,
-/// takes all bytes that no file uses: also those that a quota or a reserve of the system keeps
-/// back.
+/// receives all bytes that no file uses, including those kept back by a quota or a system reserve.
 Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes,
                      std::uint64_t* freeOnVolume = nullptr);
 Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts);
-/// Asks for no administrator's rights. A fault only where there is no such drive, or no medium in
-/// it.
+/// Needs no administrator's rights. A fault only when there is no such drive or no medium in it.
 Fault ReadDriveNature(const std::string& root, DriveNature& nature);
-/// How many records NTFS's table of files has, free ones among them: the number of a new file is
-/// below that, or the table has grown. NotSupported: it is another file system, or does not tell.
+/// The number of records in the NTFS file table, including free ones. A new file gets a lower
+/// number unless the table has grown. NotSupported: another file system, or the system does not
+/// tell.
 Fault ReadRecordCount(const std::string& root, std::uint64_t& records);
-/// Has the file system write its own records to their places on the disk: those of one folder, and
-/// where this user may ask for it those of the whole drive, with all data. May take long. None when
-/// one of the two was done.
+/// Makes the file system write its own records to the disk: those of one folder, and also all
+/// records and data of the drive if this user has the right to. May take long. None when at least
+/// one of the two succeeded.
 Fault FlushRecords(const std::string& folder);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// What can go wrong in a call into the system, and how to say it to a person.
+// What can go wrong in a call into the system, and the text for it.
 #pragma once
 
 #include <cstdint>
@@ -6,27 +6,27 @@
 
 namespace platform {
 
-/// The outcome of a platform call: the kind of fault and the system's own number for it. On
-/// anything but None the call's output arguments are untouched. Two faults are equal when they are
-/// of the same kind.
+/// The outcome of a platform call: the kind of fault and the system's error number. Unless the
+/// outcome is None, the output arguments of the call are unchanged. Two faults are equal when they
+/// are of the same kind.
 struct [[nodiscard]] Fault {
     int Kind = 0;
-    std::uint32_t Error = 0; ///< the system's error number; 0: the program found the fault itself
+    std::uint32_t Error = 0; ///< the system's error number; 0: the program itself found the fault
 
     static const Fault None;
-    static const Fault NotFound; ///< the file, the folder or one on the way does not exist
+    static const Fault NotFound; ///< the file, the folder or a folder on the path does not exist
     static const Fault
-        AccessDenied; ///< no permission, read-only, or a folder where a file was meant
+        AccessDenied; ///< no permission, read-only, or a folder where a file is expected
     static const Fault SharingViolation; ///< another program holds the file
-    static const Fault DiskFull;         ///< not everything could be written: there is no room left
+    static const Fault DiskFull;         ///< not everything could be written: no room left
     static const Fault ReadFault;        ///< the device did not give the bytes
     static const Fault WriteFault;       ///< the device did not take the bytes
     static const Fault NotReady;         ///< no medium in the drive, or the drive is gone
     static const Fault WriteProtected;   ///< the medium or the whole volume is read-only
-    static const Fault AlreadyExists;    ///< what was to be made is there already
-    static const Fault NotEmpty;         ///< a folder that still holds something cannot be removed
-    static const Fault InvalidName;      ///< no such name can exist there
-    static const Fault NotSupported;     ///< the file system has nothing of the kind
+    static const Fault AlreadyExists;    ///< the thing to be created already exists
+    static const Fault NotEmpty;         ///< a folder that is not empty cannot be removed
+    static const Fault InvalidName;      ///< such a name cannot exist there
+    static const Fault NotSupported;     ///< the file system does not offer this
     static const Fault Other;
 
     friend constexpr bool operator==(Fault a, Fault b) { return a.Kind == b.Kind; }
@@ -51,8 +51,9 @@ inline bool Failed(Fault fault) {
     return fault != Fault::None;
 }
 
-/// A short English sentence without a full stop, for "Error: " messages ("The disk is full"). The
-/// system's number follows in parentheses where the words alone do not tell all ("(error 1224)").
+/// A short English phrase without a full stop, for "Error: " messages ("The disk is full"). The
+/// system's error number follows in parentheses when the words alone do not tell all ("(error
+/// 1224)").
 std::string FaultText(Fault fault);
 
 } // namespace platform

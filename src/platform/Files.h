@@ -1,8 +1,8 @@
 // Files: open, read, write, seek, length, flush, attributes, deletion.
 //
 // Paths are UTF-8 with backslashes and a drive letter ("C:\folder\name"); the name of an alternate
-// data stream may follow after a colon. Lengths and positions are bytes. Nothing here pumps
-// messages: a call that may take long is made inside ui::RunSteps.
+// data stream may follow after a colon. Lengths and positions are bytes. No function here pumps
+// messages: calls that may take long are made inside ui::RunSteps.
 #pragma once
 
 #include "platform/Fault.h"
@@ -52,7 +52,7 @@ enum Attribute : std::uint32_t {
     AttributeRecallOnDataAccess = 0x400000
 };
 
-/// What is known of a file without opening it for change.
+/// Facts about a file, read without opening it for change.
 struct FileFacts {
     std::uint32_t Attributes = 0;
     std::uint64_t Length = 0;    ///< bytes
@@ -61,15 +61,15 @@ struct FileFacts {
     std::uint32_t ReparseTag = 0;
 };
 
-/// What is known of a file that is open.
+/// Facts about an open file.
 struct OpenFileFacts {
     std::uint64_t Length = 0;    ///< bytes
-    std::uint64_t Allocated = 0; ///< bytes on the disk; where that is unknown not below the length
+    std::uint64_t Allocated = 0; ///< bytes on the disk; if unknown, not below the length
     std::uint32_t HardLinks = 1;
     std::uint32_t Attributes = 0;
 };
 
-/// Bytes From up to, not including, To of a file.
+/// The bytes of a file from From up to, but not including, To.
 struct Range {
     std::uint64_t From = 0, To = 0;
 };
@@ -87,23 +87,23 @@ Fault ReadBytes(File file, void* data, std::size_t size, std::size_t& read);
 Fault WriteBytes(File file, const void* data, std::size_t size);
 Fault SeekTo(File file, std::uint64_t position);
 Fault ReadLength(File file, std::uint64_t& length);
-/// One question to the file; far cheaper than ReadFileFacts where it is open anyway.
+/// One query to the file; much cheaper than ReadFileFacts when the file is already open.
 Fault ReadOpenFileFacts(File file, OpenFileFacts& facts);
-/// The file's own number on its drive; on NTFS that of its record. NotSupported: it has none.
+/// The file's number on its drive; on NTFS the record number. NotSupported: there is none.
 Fault ReadFileNumber(File file, std::uint64_t& number);
-/// Whether a file has clusters of its own; else it is empty or lies in the file system's records.
+/// Whether a file has its own clusters. If not, it is empty or lies in the file system's records.
 /// NotSupported: the file system does not tell.
 Fault HasClusters(File file, bool& hasClusters);
-/// What of a file's `length` bytes has a place on the disk, in order. NotSupported: the file system
-/// does not tell.
+/// The ranges of a file's `length` bytes that are allocated on the disk, in order. NotSupported:
+/// the file system does not tell.
 Fault ListAllocatedRanges(File file, std::uint64_t length, std::vector<Range>& ranges);
 Fault ChangeLength(File file, std::uint64_t length);
-/// Returns when the file's data have been forced to the disk.
+/// Returns after the file's data have been forced to the disk.
 Fault FlushBytes(File file);
-/// Closes the file whatever happens; a fault tells that the system complained.
+/// Closes the file in any case; a fault means that the system reported an error.
 Fault CloseFile(File& file);
 
-/// `length`, when given, takes the length in bytes, which the same question to the system answers.
+/// `length`, when given, receives the length in bytes from the same system call.
 Fault ReadAttributes(const std::string& path, std::uint32_t& attributes,
                      std::uint64_t* length = nullptr);
 Fault WriteAttributes(const std::string& path, std::uint32_t attributes);
@@ -112,12 +112,12 @@ Fault ReadFileLength(const std::string& path, std::uint64_t& length);
 Fault ReadFileFacts(const std::string& path, FileFacts& facts);
 /// The alternate data streams of a file; an empty list where the file system has none.
 Fault ListStreams(const std::string& path, std::vector<Stream>& streams);
-/// All names of a file as full paths, `path` itself among them as the system writes it.
-/// NotSupported: the system does not tell them.
+/// All names (hard links) of a file as full paths, including `path` itself as the system writes it.
+/// NotSupported: the system does not tell.
 Fault ListNames(const std::string& path, std::vector<std::string>& names);
-/// Deletes a file. A read-only file is AccessDenied; of a link only the link goes.
+/// Deletes a file. A read-only file gives AccessDenied; for a link, only the link is deleted.
 Fault RemoveFile(const std::string& path);
-/// Gives `from` the name `to`, replacing an existing file there in one step.
+/// Renames `from` to `to` and replaces an existing file there, in one step.
 Fault RenameReplacing(const std::string& from, const std::string& to);
 /// Gives a file or a folder another name in its folder. AlreadyExists when the name is taken, by
 /// whatever it is; nothing has changed then. Of a link the link.

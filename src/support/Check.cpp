@@ -1,4 +1,4 @@
-// What can only be a mistake in the program itself.
+// Checks for mistakes in the program itself.
 #include "support/Check.h"
 
 #include "platform/System.h"

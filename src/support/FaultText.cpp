@@ -1,4 +1,4 @@
-// What can go wrong in a call into the system, as a person reads it. The same for every back end.
+// The texts for faults of system calls, the same for every back end.
 #include "platform/Fault.h"
 
 namespace {
@@ -6,7 +6,7 @@ namespace {
 struct KindText {
     platform::Fault Fault;
     const char* Text;
-    /// The system's error that means just what the text says; any other one tells more than it.
+    /// The system error that means exactly what the text says; others say more than the text.
     std::uint32_t PlainError;
 };
 

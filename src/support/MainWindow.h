@@ -1,4 +1,4 @@
-// What the rooms below the shell may tell the main window. Declared here, where every room can
+// What the rooms below the shell may show in the main window. Declared here, where every room can
 // include it; defined in shell/, which owns the window.
 #pragma once
 
@@ -9,20 +9,20 @@ enum class MainLine {
     LargePurgeMessage,   ///< lblLargePurgeMessage
     PurgeFoldersMessage, ///< lblPurgeFoldersMessage
     Subdirectories2,     ///< lblSubdirectories2
-    PurgeSpeed,          ///< lblPurgeSpeed, bold when something is measured
+    PurgeSpeed,          ///< lblPurgeSpeed, bold when a speed has been measured
     EstimatedTime        ///< lblEstimatedTime
 };
 
 /// Writes one of the main window's status lines.
 void SetMainLine(MainLine line, const std::string& text);
-/// Empties the status line and paints it at once; costs nothing when it is empty already, so that
-/// it may be called after every file.
+/// Empties the status line and paints it at once. Costs nothing when it is empty already, so it may
+/// be called after every file.
 void ClearStatus();
 /// Paints the main window at once.
 void RepaintMain();
 /// Enables or disables the frame of command buttons. Every long operation disables it first and
-/// enables it on every way out.
+/// enables it again on every exit path.
 void EnableMenu(bool blnEnabled);
-/// Shows the share of a long operation that is done, 0 to 1, on the main window's taskbar button;
-/// a negative share takes it away.
+/// Shows the share done of a long operation, 0 to 1, on the main window's taskbar button; a
+/// negative share removes it.
 void ShowMainProgress(double dblFraction);

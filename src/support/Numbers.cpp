@@ -1,4 +1,4 @@
-// Numbers by the user's regional settings, rounding, and the generator of random numbers.
+// Numbers in the user's regional format, rounding, and random numbers.
 #include "support/Numbers.h"
 
 #include "platform/System.h"
@@ -13,8 +13,8 @@
 
 namespace {
 
-/// The sizes of the digit groups from the right, from a setting such as "3;2;0". A final 0 repeats
-/// the group before it for ever; without it the digits left over form one group.
+/// Groups digits from the right by a setting such as "3;2;0". A final 0 repeats the group before
+/// it; without it, the remaining digits form one group.
 std::string Grouped(const std::string& digits, const platform::NumberFormat& format) {
     std::vector<std::size_t> sizes;
     bool blnRepeat = false;
@@ -39,20 +39,20 @@ std::string Grouped(const std::string& digits, const platform::NumberFormat& for
     return digits.substr(0, left) + text;
 }
 
-/// Decimal digits of a number that is not negative, rounded half away from zero at `decimals`;
-/// the last `decimals` of the text are those behind the point.
+/// Decimal digits of a non-negative number, rounded half away from zero; the last `decimals` digits
+/// are those after the decimal point.
 std::string RoundedDigits(double value, int decimals) {
     const auto places = static_cast<std::size_t>(decimals);
     if (value == std::floor(value) && value < 1e18)
         return std::to_string(static_cast<std::int64_t>(value)) + std::string(places, '0');
-    // 15 significant digits are what a double is sure to hold: 2.675 is meant to be just that,
-    // although the nearest double lies below it.
+    // A double is exact to 15 significant digits: 2.675 must round as 2.675, although the nearest
+    // double is smaller.
     std::array<char, 32> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%.14e", value);
     std::string digits = buffer.data();
     const int exponent = std::atoi(digits.c_str() + digits.find('e') + 1);
     digits = digits.substr(0, 1) + digits.substr(2, 14);
-    const int keep = exponent + 1 + decimals; // of these digits
+    const int keep = exponent + 1 + decimals; // number of digits to keep
     if (keep < 0)
         return std::string(places + 1, '0');
     const auto kept = static_cast<std::size_t>(keep);
@@ -72,7 +72,7 @@ std::string RoundedDigits(double value, int decimals) {
     return digits;
 }
 
-/// xoshiro256++: small, fast, and uniform in all of its bits.
+/// The state of xoshiro256++, which is small, fast, and uniform in all bits.
 std::array<std::uint64_t, 4> lngRandomState = {1, 2, 3, 4};
 
 std::uint64_t RotatedLeft(std::uint64_t value, int bits) {
@@ -133,13 +133,13 @@ std::int64_t RoundHalfEven(double value) {
 }
 
 void ReseedRandom() {
-    // The old state goes into the new one: two files purged within one tick of the clock must not
-    // get the same bytes.
+    // Mix the old state into the new one: two files purged within one clock tick must not get the
+    // same bytes.
     std::uint64_t seed =
         NextBits(lngRandomState) ^
         static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()) ^
         RotatedLeft(platform::TickCount(), 40);
-    for (std::uint64_t& word : lngRandomState) { // SplitMix64, so that no word stays poor in bits
+    for (std::uint64_t& word : lngRandomState) { // SplitMix64 fills every word with well-mixed bits
         seed += 0x9E3779B97F4A7C15U;
         std::uint64_t mixed = (seed ^ seed >> 30) * 0xBF58476D1CE4E5B9U;
         mixed = (mixed ^ mixed >> 27) * 0x94D049BB133111EBU;
@@ -148,7 +148,7 @@ void ReseedRandom() {
 }
 
 float NextRandom() {
-    // The upper 24 bits fill the mantissa exactly, so that 1 is never reached by rounding.
+    // 24 bits fit the mantissa exactly, so rounding can never yield 1.
     return static_cast<float>(NextBits(lngRandomState) >> 40) * 0x1p-24F;
 }
 
@@ -158,7 +158,7 @@ std::int16_t RandomInteger(std::int16_t low, std::int16_t high) {
 }
 
 void FillWithRandomBytes(unsigned char* data, std::size_t count) {
-    std::array<std::uint64_t, 4> state = lngRandomState; // in registers
+    std::array<std::uint64_t, 4> state = lngRandomState; // a local copy stays in registers
     for (std::size_t i = 0; i < count; ++i)
         data[i] = static_cast<unsigned char>(NextBits(state) >> 56);
     lngRandomState = state;

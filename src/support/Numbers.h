@@ -5,19 +5,19 @@
 #include <cstdint>
 #include <string>
 
-/// A number with the given decimals, in the regional settings' separators. Rounds half away from
-/// zero, as the settings' own formatting does.
+/// A number with the given decimals and the user's separators. Rounds half away from zero, like the
+/// system's own formatting.
 std::string FormatNumber(double value, int decimals, bool blnLeadingDigit = true,
                          bool blnGroup = true);
 /// A whole number with thousands separators ("1,234,567").
 std::string GroupedDigits(std::int64_t value);
-/// Decimal digits of a number as the runtime's number-to-text conversion gives them: a leading
-/// blank in the place of the sign when it is not negative (" 3", "-3").
+/// Decimal digits of a number with a sign place: a leading blank when it is not negative (" 3",
+/// "-3").
 std::string SignedDigits(std::int64_t value);
 /// Nearest integer, halves to even.
 std::int64_t RoundHalfEven(double value);
 
-/// Starts the sequence of random numbers anew, from the clock.
+/// Reseeds the random numbers from the clock.
 void ReseedRandom();
 /// The next uniform number in [0, 1), single precision.
 float NextRandom();

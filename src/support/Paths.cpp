@@ -1,4 +1,4 @@
-// Parts of paths, and the match of file names against file specifications.
+// Parts of paths, and matching of file names against file specifications.
 #include "support/Paths.h"
 
 #include "platform/Places.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Where the character after the one at `at` begins in UTF-8 text.
+/// The index of the character after the one at `at` in UTF-8 text.
 std::size_t NextCharacter(const std::string& text, std::size_t at) {
     do
         ++at;
@@ -27,7 +27,7 @@ bool Matches(const std::string& name, const std::string& pattern) {
             n = NextCharacter(name, n);
             ++p;
         } else if (pattern[p] == '*') {
-            // "*?" asks for the same as "?*": the single characters first, then the jump.
+            // "*?" means the same as "?*": skip the single characters first, then jump.
             for (; p < pattern.size() && (pattern[p] == '*' || pattern[p] == '?'); ++p) {
                 if (pattern[p] == '*')
                     continue;
@@ -38,7 +38,7 @@ bool Matches(const std::string& name, const std::string& pattern) {
             if (p == pattern.size())
                 return true;
             const std::size_t end = std::min(pattern.find_first_of("*?", p), pattern.size());
-            // The first occurrence, without coming back for a later one: deliberately so.
+            // Deliberate oddity: take the first occurrence and never backtrack to a later one.
             n = name.find(pattern.data() + p, n, end - p);
             if (n == std::string::npos)
                 return false;
@@ -105,7 +105,7 @@ bool IsSamePath(const std::string& path, const std::string& other) {
 bool MatchesWildcard(const std::string& name, const std::string& pattern, bool matchCase) {
     if (matchCase)
         return Matches(name, pattern);
-    // One pattern is matched against very many names: it is lower-cased when it changes only.
+    // One pattern is matched against very many names, so lower-case it only when it changes.
     static std::string strPattern, strLowerPattern, strLowerName;
     if (pattern != strPattern) {
         strPattern = pattern;
@@ -131,7 +131,8 @@ NameMatch MatchName(const std::string& name, const std::string& filespec) {
     return platform::SameButForCase(name, filespec) ? NameMatch::OtherCase : NameMatch::None;
 }
 
-// Where there are several, the folder tells case, whatever it says: none of them was chosen.
+// With several candidates the folder must be case-sensitive, whatever it reports: then none was
+// chosen.
 bool OtherCaseIsMeant(const std::string& folder, std::size_t candidates) {
     return candidates == 1 && !platform::FolderTellsCase(folder);
 }

@@ -1,4 +1,4 @@
-// The built-in texts, and the file that may replace them, read with bounds.
+// The built-in texts, and the file that may replace them, read with bounds checks.
 #include "support/ProgramTexts.h"
 
 #include "platform/Files.h"
@@ -41,7 +41,7 @@ constexpr BuiltIn builtIns[] = {
 constexpr std::size_t longestFile = 1 << 20;
 constexpr std::size_t longestText = 4000, longestName = 60;
 
-/// The loaded entries; what is not in it is built in.
+/// The loaded entries; missing ones are built in.
 std::map<TextNumber, std::string> loadedTexts;
 
 const BuiltIn* FindBuiltIn(int number) {
@@ -84,8 +84,8 @@ platform::Fault ReadWhole(const std::string& path, std::string& content) {
     return Failed(fault) ? fault : closing;
 }
 
-/// Takes one line over; false when it is broken. Empty lines and notes ("# ...") are none of our
-/// business, nor are numbers that this version does not know.
+/// Reads one line; false when it is malformed. Empty lines, notes ("# ...") and numbers unknown to
+/// this version are ignored.
 bool TakeLine(const std::string& line) {
     if (line.empty() || line[0] == '#')
         return true;
@@ -99,7 +99,7 @@ bool TakeLine(const std::string& line) {
     const std::string text = line.substr(tab + 1);
     if (!IsUsable(text, entry->How))
         return false;
-    return loadedTexts.emplace(entry->Number, text).second; // a number that comes twice is broken
+    return loadedTexts.emplace(entry->Number, text).second; // a duplicate number is an error
 }
 
 } // namespace

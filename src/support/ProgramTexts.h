@@ -1,9 +1,8 @@
-// The program's texts that vary with the language: numbered entries of a UTF-8 file.
+// The program's language-dependent texts: numbered entries of a UTF-8 file.
 #pragma once
 
 #include <string>
 
-/// Numbers of the entries.
 enum class TextNumber : int {
     NextRunStem = 2,        ///< stem of the next-run setup file's name
     AcceptTypeTitle = 23,   ///< title of the question whether the purge type is right
@@ -14,9 +13,9 @@ enum class TextNumber : int {
     DocumentationLink = 331 ///< address behind the manual's link
 };
 
-/// Loads the entries from `strProgramTextFile` ("number<TAB>text" lines). Entries that are missing
-/// or broken, or the whole file, fall back to the built-in English texts. Returns "" or one
-/// sentence that tells the user what is wrong with the file.
+/// Loads the entries from `strProgramTextFile` ("number<TAB>text" lines). The built-in English
+/// texts replace missing or malformed entries, or the whole file. Returns "" or one sentence that
+/// tells the user what is wrong with the file.
 std::string LoadProgramTexts(const std::string& strProgramTextFile);
-/// The text of an entry: the loaded one, else the built-in one.
+/// The text of an entry: the loaded one, or else the built-in one.
 std::string ProgramText(TextNumber number);

@@ -1,4 +1,4 @@
-// Sizes in bytes as a person reads them.
+// Sizes in bytes as readable text.
 #include "support/SizeText.h"
 
 #include "support/Numbers.h"
@@ -7,7 +7,7 @@ namespace {
 
 std::string SizeText(double bytes, int decimals, bool blnWithGB) {
     if (bytes < 1024)
-        return FormatNumber(bytes, 0) + " bytes"; // 0 and 1, too, are "bytes"
+        return FormatNumber(bytes, 0) + " bytes"; // "bytes" also for 0 and 1
     double value = bytes / 1024;
     const char* unit = " KB";
     if (value >= 1024) {

@@ -14,7 +14,7 @@ constexpr const char* strNumberWords[] = {
 
 constexpr const char* strAnd = "and";
 
-/// A duration names two units at most: what follows its last "and" goes when there are two.
+/// A duration names at most two units: of two occurrences of "and", cut at the last.
 std::string AtMostTwoUnits(const std::string& text) {
     return CountOccurrences(text, strAnd) > 1 ? Trimmed(text.substr(0, text.rfind(strAnd))) : text;
 }

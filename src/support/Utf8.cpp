@@ -1,4 +1,4 @@
-// Checks and counts UTF-8.
+// UTF-8 validation and counting.
 #include "support/Utf8.h"
 
 #include <algorithm>

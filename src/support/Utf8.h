@@ -1,10 +1,10 @@
-// UTF-8: whether it is well-formed, and how many characters it holds.
+// UTF-8 validation and counting.
 #pragma once
 
 #include <cstddef>
 #include <string>
 
-/// True when the text is well-formed UTF-8: no overlong forms, and halves of surrogate pairs only
-/// where they are asked for (the file system allows them in names).
+/// Whether the text is well-formed UTF-8: no overlong forms. Halves of surrogate pairs are accepted
+/// only with blnAllowHalves (the file system allows them in names).
 bool IsUtf8(const std::string& text, bool blnAllowHalves = false);
 std::size_t CharactersIn(const std::string& text);

@@ -1,6 +1,6 @@
-// Text at the border to Windows: UTF-8 inside, UTF-16 in every call. A name on disk may hold half
-// of a surrogate pair; it is carried as the three bytes that UTF-8 would have for it, so that
-// every name comes back as it was read.
+// Text at the border to Windows: UTF-8 inside, UTF-16 in every call. A name on disk may contain
+// half a surrogate pair. It becomes a three-byte UTF-8-style sequence, so that every name
+// round-trips unchanged.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 namespace platform {
 
 /// Writes the UTF-16 units of `length` bytes of UTF-8 to `units`, which has room for `length`
-/// units, and returns their number. A byte that fits nowhere becomes U+FFFD.
+/// units, and returns their number. An invalid byte becomes U+FFFD.
 inline std::size_t WidenUnits(const char* text, std::size_t length, wchar_t* units) {
     std::size_t count = 0;
     for (std::size_t i = 0; i < length;) {
@@ -46,12 +46,12 @@ inline std::size_t WidenUnits(const char* text, std::size_t length, wchar_t* uni
     return count;
 }
 
-/// Writes to `form` the form of a path that goes to the file system as it is, and returns its
+/// Writes to `form` the form of a path that the file system takes unchanged, and returns its
 /// length; `form` has room for length + 4 units. A path that begins with a drive letter, a colon
 /// and a backslash gets the prefix "\\?\", which lifts the limit of 260 characters and lets names
-/// end with blanks and points. As nothing is tidied up behind that prefix, slashes, doubled
-/// backslashes, "." and ".." are settled here, and no backslash stays at the end: behind the name
-/// of a link it would mean the link's target. Any other path is left alone.
+/// end with blanks and points. The system does not normalise a path after that prefix. So slashes,
+/// doubled backslashes, "." and ".." are resolved here, and a trailing backslash is removed: after
+/// the name of a link, it would mean the link's target. Any other path stays unchanged.
 inline std::size_t ExtendPath(const wchar_t* path, std::size_t length, wchar_t* form) {
     const auto slash = [](wchar_t c) { return c == L'\\' || c == L'/'; };
     const wchar_t letter = length > 2 ? static_cast<wchar_t>(path[0] | 0x20) : L'\0';
@@ -127,7 +127,7 @@ inline std::wstring WidePath(std::string_view path) {
     return form;
 }
 
-/// A path that Windows gave, as the program writes paths: without "\\?\" before a drive letter.
+/// Converts a path from Windows to the program's form: without "\\?\" before a drive letter.
 inline std::string NarrowPath(std::wstring_view path) {
     const std::wstring_view prefix = L"\\\\?\\";
     const bool prefixed = path.substr(0, 4) == prefix && path.size() > 5 && path[5] == L':';

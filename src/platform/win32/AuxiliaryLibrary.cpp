@@ -15,8 +15,9 @@ using FlushFileOf = std::int32_t (*)(const char* path);
 ChangeFileSize64 change_filesize64 = nullptr;
 FlushFileOf flush_file = nullptr;
 
-/// The path in the code page in which the library takes it: UTF-8 where the program's manifest is
-/// obeyed, and then any name will do. False when the code page has no such name.
+/// Converts the path to the ANSI code page that the library expects. That is UTF-8 if the system
+/// obeys the program's manifest; then every name can be converted. False when the code page cannot
+/// express the name.
 bool AnsiPath(const std::string& path, std::string& ansi) {
     if (GetACP() == CP_UTF8) {
         ansi = path;
@@ -48,8 +49,8 @@ Fault LoadAuxiliaryLibrary() {
     const std::string path = ProgramFolder() + "\\nwaux6.dll";
     if (!FileExists(path))
         return Fault::NotFound;
-    // By its full path, and what it needs from the system's folder: no other folder is searched,
-    // so that nobody can slip in a library of the same name.
+    // Load by full path, with dependencies from the system's folder only, so that no library of the
+    // same name from another folder can slip in.
     HMODULE library = LoadLibraryExW(Widen(path).c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (library == nullptr) {
         const DWORD error = GetLastError();

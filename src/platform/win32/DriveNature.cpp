@@ -1,4 +1,4 @@
-// What a drive is, as far as Windows tells it to everybody: solid-state, TRIM, compression,
+// The nature of a drive, as far as Windows tells it to all users: solid-state, TRIM, compression,
 // BitLocker, system protection.
 #include "platform/Drives.h"
 #include "platform/win32/LastFault.h"
@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-/// Asks the device one question; false where it does not answer.
+/// Sends one query to the device; false when it does not answer.
 template<typename Answer>
 bool Query(HANDLE device, STORAGE_PROPERTY_ID property, Answer& answer) {
     STORAGE_PROPERTY_QUERY query = {};
@@ -27,10 +27,10 @@ bool Query(HANDLE device, STORAGE_PROPERTY_ID property, Answer& answer) {
            size >= sizeof answer;
 }
 
-/// As Explorer shows it; the system's own interface for it is for administrators.
+/// Uses the state that Explorer shows; the system's own interface is for administrators only.
 std::optional<bool> BitLockerIsOn(const std::wstring& root) {
     const HRESULT begun = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    int state = -1; // not told
+    int state = -1; // no value received
     using NameToKey = HRESULT(WINAPI*)(const wchar_t*, PROPERTYKEY*);
     HMODULE library = LoadLibraryExW(L"propsys.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     const auto keyOf = library ? reinterpret_cast<NameToKey>(reinterpret_cast<void (*)()>(
@@ -48,7 +48,7 @@ std::optional<bool> BitLockerIsOn(const std::wstring& root) {
         FreeLibrary(library);
     if (SUCCEEDED(begun))
         CoUninitialize();
-    constexpr int isOn = 1, isOff = 2, isLocked = 6; // 0: it cannot be; others: on its way
+    constexpr int isOn = 1, isOff = 2, isLocked = 6; // 0: unavailable; others: in transition
     if (state == isOn || state == isLocked)
         return true;
     if (state == 0 || state == isOff)
@@ -56,7 +56,7 @@ std::optional<bool> BitLockerIsOn(const std::wstring& root) {
     return std::nullopt;
 }
 
-/// System protection has a list of the volumes of which it makes restore points.
+/// System protection keeps a list of the volumes of which it makes restore points.
 std::optional<bool> ProtectionIsOn(const std::wstring& root) {
     constexpr const wchar_t* key = L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\SPP\\Clients";
     constexpr const wchar_t* client = L"{09F7EDC5-294E-4180-AF6A-FB0E6A0E9513}";
@@ -89,7 +89,7 @@ Fault ReadDriveNature(const std::string& root, DriveNature& nature) {
     known.Compressed =
         (flags & FILE_VOLUME_IS_COMPRESSED) != 0 ||
         (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_COMPRESSED) != 0);
-    // With no rights to read or write, which needs none.
+    // Open without read or write access: that needs no rights.
     HANDLE device =
         CreateFileW((L"\\\\.\\" + wide.substr(0, 2)).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE,
                     nullptr, OPEN_EXISTING, 0, nullptr);

@@ -1,4 +1,4 @@
-// Drives on Windows: letters, types, clusters, space, volumes, and the flushing of their records.
+// Drives on Windows: letters, types, clusters, space, volumes, and flushing of their records.
 #include "platform/Drives.h"
 #include "platform/Folders.h"
 #include "platform/win32/LastFault.h"
@@ -12,8 +12,8 @@
 namespace platform {
 namespace {
 
-/// Without this, a question about an empty drive would raise the system's own box and wait for an
-/// answer. Set before the first call can be made.
+/// Without this, a query about a drive without a medium would open a box of the system and wait.
+/// Initialised before any call can be made.
 [[maybe_unused]] const UINT uintErrorMode =
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
 
@@ -25,7 +25,7 @@ std::wstring RootOf(const std::string& text) {
     return {static_cast<wchar_t>(letter), L':', L'\\'};
 }
 
-/// Opens a folder or a drive and flushes what the system holds back of it.
+/// Opens a folder or a drive and flushes the data that the system still buffers for it.
 Fault FlushOpened(const std::wstring& path) {
     HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -37,7 +37,7 @@ Fault FlushOpened(const std::wstring& path) {
     return fault;
 }
 
-/// What GetDiskSpaceInformationW fills in: eleven counts of clusters and the cluster's size.
+/// The result of GetDiskSpaceInformationW: eleven counts of clusters and the cluster's size.
 struct SpaceInformation {
     std::uint64_t ActualTotal, ActualAvailable, ActualPoolUnavailable;
     std::uint64_t CallerTotal, CallerAvailable, CallerPoolUnavailable;
@@ -45,8 +45,8 @@ struct SpaceInformation {
     DWORD SectorsPerCluster, BytesPerSector;
 };
 
-/// Bytes that no file uses but that the system keeps for itself, beside those it calls free; 0
-/// where it does not tell (before Windows 10, version 2004).
+/// Unused bytes that the system reserves for itself, in addition to those it reports as free; 0
+/// when it does not tell (before Windows 10, version 2004).
 std::uint64_t ReservedBytes(const std::wstring& root) {
     using Ask = HRESULT(WINAPI*)(const wchar_t*, SpaceInformation*);
     static const auto ask = reinterpret_cast<Ask>(reinterpret_cast<void (*)()>(
@@ -107,7 +107,7 @@ Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
     if (!GetDiskFreeSpaceW(wide.c_str(), &sectors, &bytes, &freeClusters, &totalClusters))
         return LastFault();
     facts = {bytes, sectors, freeClusters, totalClusters};
-    // These counts end at 32 bits (16 TiB in clusters of 4 KiB); counts of bytes do not.
+    // These counts are 32 bits wide (16 TiB in clusters of 4 KiB); byte counts are not limited so.
     const std::uint64_t cluster = std::uint64_t{bytes} * sectors;
     std::uint64_t freeBytes = 0;
     std::uint64_t totalBytes = 0;
@@ -137,7 +137,7 @@ Fault ReadRecordCount(const std::string& root, std::uint64_t& records) {
     if (wide.empty())
         return Fault::InvalidName;
     Fault fault = Fault::NotSupported;
-    // Of the volume by its root folder, which everybody may open, or by its device.
+    // Try the root folder, which every user may open, then the device.
     for (const std::wstring& path : {wide, L"\\\\.\\" + wide.substr(0, 2)}) {
         HANDLE handle = CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES | FILE_TRAVERSE,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,

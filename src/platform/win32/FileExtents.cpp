@@ -1,4 +1,4 @@
-// Where an open file's bytes lie: facts of its size, its clusters, what of it is allocated.
+// Where an open file's bytes lie: its size, its clusters, its allocated ranges.
 #include "platform/Files.h"
 
 #include "platform/win32/LastFault.h"
@@ -42,7 +42,7 @@ Fault ReadFileNumber(File file, std::uint64_t& number) {
 
 Fault HasClusters(File file, bool& hasClusters) {
     STARTING_VCN_INPUT_BUFFER start = {};
-    RETRIEVAL_POINTERS_BUFFER found = {}; // with one extent; that there are more is an answer, too
+    RETRIEVAL_POINTERS_BUFFER found = {}; // room for one extent; ERROR_MORE_DATA is an answer, too
     DWORD size = 0;
     if (!DeviceIoControl(HandleOf(file), FSCTL_GET_RETRIEVAL_POINTERS, &start, sizeof start, &found,
                          sizeof found, &size, nullptr)) {
@@ -52,8 +52,7 @@ Fault HasClusters(File file, bool& hasClusters) {
         hasClusters = error == ERROR_MORE_DATA;
         return Fault::None;
     }
-    // Wine succeeds for every file, with an extent that begins behind the one asked for and is
-    // empty.
+    // Wine succeeds for every file, with an empty extent that begins after the requested one.
     if (size == 0 || found.ExtentCount == 0 || found.StartingVcn.QuadPart != 0 ||
         found.Extents[0].NextVcn.QuadPart <= 0)
         return Fault::NotSupported;

@@ -1,4 +1,4 @@
-// What is asked and done by a file's name: attributes, facts, streams, deletion, renaming.
+// Queries and changes by a file's name: attributes, facts, streams, deletion, renaming.
 #include "platform/Files.h"
 #include "platform/win32/FindData.h"
 #include "platform/win32/LastFault.h"
@@ -10,8 +10,8 @@
 namespace platform {
 namespace {
 
-/// What the folder says of a name. It answers for files, too, that cannot be opened at all, as the
-/// swap file. A pattern is no name.
+/// Reads the facts of a name from its folder. This works also for files that cannot be opened at
+/// all, such as the swap file. Names with wildcards are refused.
 bool FindByName(const std::wstring& path, WIN32_FIND_DATAW& found) {
     if (path.find_first_of(L"*?", path.compare(0, 4, L"\\\\?\\") == 0 ? 4 : 0) !=
         std::wstring::npos) {
@@ -26,7 +26,7 @@ bool FindByName(const std::wstring& path, WIN32_FIND_DATAW& found) {
     return true;
 }
 
-/// Attributes and length of a name; of a link those of the link itself.
+/// Attributes and length of a name; for a link, those of the link itself.
 bool AskByName(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& facts) {
     if (GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &facts))
         return true;
@@ -43,8 +43,8 @@ bool AskByName(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& facts) {
     return false;
 }
 
-/// Attributes and reparse tag of an open file. FAT does not know the question, nor has it anything
-/// that could have a tag.
+/// Attributes and reparse tag of an open file. FAT does not support the query, but has no reparse
+/// points either.
 bool AskForTag(HANDLE handle, FILE_ATTRIBUTE_TAG_INFO& tagged) {
     if (GetFileInformationByHandleEx(handle, FileAttributeTagInfo, &tagged, sizeof tagged))
         return true;
@@ -69,7 +69,7 @@ Fault ReadAttributes(const std::string& path, std::uint32_t& attributes, std::ui
 }
 
 Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
-    // Only these can be set by name; the others (compressed, folder ...) would be refused.
+    // Only these can be set by name; the system refuses the others (compressed, folder ...).
     constexpr DWORD settable = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
                                FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                                FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_OFFLINE |
@@ -92,7 +92,7 @@ Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
 
 Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
     const std::wstring wide = WidePath(path);
-    // No access right is asked for, so a file that another program holds can be asked about.
+    // Open without access rights, so that files held by other programs can be queried.
     HANDLE handle = CreateFileW(
         wide.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
@@ -109,8 +109,8 @@ Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
         facts.ReparseTag = found.dwReserved0;
         return Fault::None;
     }
-    // Two questions to the file itself: GetFileInformationByHandle would ask the volume, too, which
-    // can take longer than all the rest.
+    // Two queries to the file itself. GetFileInformationByHandle would also query the volume, which
+    // can take longer than everything else.
     FILE_STANDARD_INFO known;
     FILE_ATTRIBUTE_TAG_INFO tagged;
     const Fault fault =
@@ -123,7 +123,7 @@ Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
         return fault;
     DWORD attributes = tagged.FileAttributes;
     const DWORD tag = (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? tagged.ReparseTag : 0;
-    // Wine opens a link's target whatever the flags say; only the name still tells the link.
+    // Wine opens a link's target whatever the flags say; only the name still reveals the link.
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         const DWORD byName = GetFileAttributesW(wide.c_str());
         if (byName != INVALID_FILE_ATTRIBUTES)
@@ -144,7 +144,7 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
     DWORD error = GetLastError();
     bool more = search != INVALID_HANDLE_VALUE;
     while (more) {
-        // The name reads ":stream:$DATA"; the unnamed stream "::$DATA".
+        // The name has the form ":stream:$DATA"; for the unnamed stream "::$DATA".
         std::wstring name = found.cStreamName;
         const std::wstring kind = L":$DATA";
         if (name.size() > kind.size() &&
@@ -154,16 +154,16 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
             listed.push_back(
                 {path + Narrow(name), static_cast<std::uint64_t>(found.StreamSize.QuadPart)});
         more = FindNextStreamW(search, &found) != 0;
-        error = GetLastError(); // before anything else can set it
+        error = GetLastError(); // read now, before another call changes it
     }
     if (search != INVALID_HANDLE_VALUE)
         FindClose(search);
     switch (error) {
-    case ERROR_HANDLE_EOF:           // the end of the list, or a file without any stream
+    case ERROR_HANDLE_EOF:           // end of the list, or a file without streams
     case ERROR_INVALID_PARAMETER:    // a file system without streams
-    case ERROR_INVALID_FUNCTION:     // the same, said by a redirector
+    case ERROR_INVALID_FUNCTION:     // the same, from a redirector
     case ERROR_NOT_SUPPORTED:        // the same
-    case ERROR_CALL_NOT_IMPLEMENTED: // the same, said by Wine
+    case ERROR_CALL_NOT_IMPLEMENTED: // the same, from Wine
         streams = std::move(listed);
         return Fault::None;
     default:
@@ -172,7 +172,7 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
 }
 
 Fault ListNames(const std::string& path, std::vector<std::string>& names) {
-    // Asked for by name: Wine has neither, and would not load a program that needs them.
+    // Looked up at run time: Wine has neither and would not load a program that imports them.
     using FindFirst = HANDLE(WINAPI*)(LPCWSTR, DWORD, LPDWORD, PWSTR);
     using FindNext = BOOL(WINAPI*)(HANDLE, LPDWORD, PWSTR);
     static const HMODULE library = GetModuleHandleW(L"kernel32");
@@ -191,7 +191,7 @@ Fault ListNames(const std::string& path, std::vector<std::string>& names) {
         volume.pop_back();
 
     std::vector<std::string> found;
-    std::wstring name(MAX_PATH, L'\0'); // of each: "\folder\file"
+    std::wstring name(MAX_PATH, L'\0'); // one name at a time: "\folder\file"
     HANDLE search = INVALID_HANDLE_VALUE;
     DWORD error = ERROR_SUCCESS;
     while (error == ERROR_SUCCESS) {
@@ -219,7 +219,7 @@ Fault ListNames(const std::string& path, std::vector<std::string>& names) {
 }
 
 Fault RemoveFile(const std::string& path) {
-    // Of a link this deletes the link.
+    // For a link this deletes the link itself.
     return DeleteFileW(WidePath(path).c_str()) ? Fault::None : LastFault();
 }
 

@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-/// A single call takes a 32-bit count; this much at a time is a multiple of every cluster.
+/// A call takes a 32-bit count; this limit per call is a multiple of every cluster size.
 constexpr std::size_t intLargestRun = std::size_t{1} << 30;
 
 HANDLE HandleOf(File file) {
@@ -28,8 +28,7 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
     DWORD rights = GENERIC_READ | GENERIC_WRITE;
     DWORD sharing = FILE_SHARE_READ;
     DWORD disposition = OPEN_EXISTING;
-    // What is overwritten or filled is written from its start to its end: the system need not keep
-    // it in memory.
+    // Overwriting and filling write a file from start to end, so the system need not cache it.
     DWORD flags = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN;
     switch (access) {
     case Access::Read:
@@ -51,7 +50,7 @@ Fault OpenFile(const std::string& path, Access access, File& file) {
         disposition = CREATE_NEW;
         break;
     case Access::Replace:
-        // Opened and then cut, as CREATE_ALWAYS refuses to empty a hidden or a system file.
+        // Open first, then truncate: CREATE_ALWAYS refuses to empty a hidden or system file.
         disposition = OPEN_ALWAYS;
         break;
     }
@@ -118,7 +117,7 @@ Fault ReadLength(File file, std::uint64_t& length) {
 }
 
 Fault ChangeLength(File file, std::uint64_t length) {
-    FILE_END_OF_FILE_INFO end; // unlike SetEndOfFile this leaves the position alone
+    FILE_END_OF_FILE_INFO end; // unlike SetEndOfFile, this keeps the position
     end.EndOfFile.QuadPart = static_cast<LONGLONG>(length);
     return SetFileInformationByHandle(HandleOf(file), FileEndOfFileInfo, &end, sizeof end)
                ? Fault::None

@@ -1,13 +1,13 @@
-// What Windows tells with a name: its length, and whether it is a link.
+// Facts that Windows returns with a name: its length, and whether it is a link.
 #pragma once
 
 #include <windows.h>
 
 namespace platform {
 
-/// Whether attributes and reparse tag tell a link: another name for data or a folder elsewhere.
-/// The tags of cloud, deduplicated and compressed-for-the-system files do not: their data are
-/// their own. A folder with a reparse point that has no tag is how Wine shows a link.
+/// Whether attributes and reparse tag mean a link: another name for data or a folder elsewhere. The
+/// tags of cloud files, deduplicated files and files compressed by the system are no links: the
+/// data belong to the file. Wine shows a link as a folder with a reparse point without a tag.
 inline bool TellsLink(DWORD attributes, DWORD tag) {
     if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
         return false;

@@ -1,4 +1,4 @@
-// Folders on Windows: enumeration, making, removing.
+// Folders on Windows: enumeration, creation, removal.
 #include "platform/Folders.h"
 #include "platform/Files.h"
 #include "platform/win32/FindData.h"
@@ -10,8 +10,8 @@
 namespace platform {
 namespace {
 
-/// Whether a folder that is a link by name is opened as the link, not as its target. Wine opens
-/// the target whatever the flags say, and would then remove it.
+/// Whether opening a link to a folder opens the link and not its target. Wine opens the target
+/// whatever the flags say, and would then remove the target.
 bool OpensAsLink(const std::wstring& path) {
     HANDLE handle = CreateFileW(
         path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -37,11 +37,11 @@ Fault EnumerateFolder(const std::string& folder,
         pattern += L'\\';
     pattern += L'*';
     WIN32_FIND_DATAW found;
-    // Short names are not asked for, and entries come in large portions.
+    // Skip short names and fetch large portions: both are faster.
     HANDLE search = FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &found,
                                      FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
     if (search == INVALID_HANDLE_VALUE) {
-        // The root of an empty volume has not even "." in it.
+        // The root of an empty volume does not even contain ".".
         if (GetLastError() == ERROR_FILE_NOT_FOUND && FolderExists(folder))
             return Fault::None;
         return LastFault();
@@ -63,7 +63,7 @@ Fault EnumerateFolder(const std::string& folder,
         }
         if (wanted) {
             more = FindNextFileW(search, &found) != 0;
-            error = more ? error : GetLastError(); // before anything else can set it
+            error = more ? error : GetLastError(); // read now, before another call changes it
         }
     }
     FindClose(search);

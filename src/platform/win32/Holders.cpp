@@ -1,4 +1,4 @@
-// Which programs have a file open: the Restart Manager, loaded when it is first needed.
+// Which programs have a file open: the Restart Manager, loaded on first use.
 #include "platform/System.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"
@@ -39,7 +39,7 @@ Fault ListHolders(const std::string& path, std::vector<std::string>& programs) {
     wchar_t key[CCH_RM_SESSION_KEY + 1] = {};
     if (!loaded || manager.Start(&session, 0, key) != ERROR_SUCCESS)
         return Fault::NotSupported;
-    // It knows plain paths only.
+    // The Restart Manager accepts plain paths only, without "\\?\".
     const std::wstring wide = Widen(path);
     const wchar_t* files[] = {wide.c_str()};
     RM_PROCESS_INFO found[8];
@@ -49,7 +49,7 @@ Fault ListHolders(const std::string& path, std::vector<std::string>& programs) {
     if (error == ERROR_SUCCESS)
         error = manager.List(session, &needed, &count, found, &reasons);
     manager.End(session);
-    // Of more than these the first ones are enough.
+    // When there are more programs than fit, the first ones are enough.
     if (error != ERROR_SUCCESS && error != ERROR_MORE_DATA)
         return FaultOfError(error);
     programs.clear();

@@ -1,4 +1,4 @@
-// The table that makes faults of Windows' error numbers.
+// The table from Windows error numbers to faults.
 #include "platform/win32/LastFault.h"
 
 #include <windows.h>
@@ -6,7 +6,7 @@
 namespace platform {
 namespace {
 
-// Not in every maker's headers.
+// Some compilers' headers lack it.
 constexpr DWORD errorVirusInfected = 225;
 constexpr DWORD errorNoSuchDevice = 433;
 constexpr DWORD errorDiskQuotaExceeded = 1295;
@@ -18,7 +18,7 @@ Fault KindOfError(std::uint32_t error) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
     case ERROR_INVALID_DRIVE:
-    case ERROR_DIRECTORY: // a file where a folder was meant
+    case ERROR_DIRECTORY: // a file instead of a folder
     case ERROR_BAD_NETPATH:
     case ERROR_BAD_NET_NAME:
     case ERROR_DELETE_PENDING:
@@ -39,7 +39,7 @@ Fault KindOfError(std::uint32_t error) {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
     case errorDiskQuotaExceeded:
-    case ERROR_FILE_TOO_LARGE: // 4 GiB on a FAT volume: not everything could be written
+    case ERROR_FILE_TOO_LARGE: // more than 4 GiB on FAT: not everything could be written
         return Fault::DiskFull;
     case ERROR_READ_FAULT:
     case ERROR_CRC:
@@ -62,7 +62,7 @@ Fault KindOfError(std::uint32_t error) {
     case ERROR_DEV_NOT_EXIST:
     case ERROR_DEVICE_REMOVED:
     case errorNoSuchDevice:
-    case ERROR_FILE_INVALID: // the volume was exchanged under the open file
+    case ERROR_FILE_INVALID: // the volume was changed under the open file
         return Fault::NotReady;
     case ERROR_WRITE_PROTECT:
         return Fault::WriteProtected;

@@ -1,4 +1,4 @@
-// The errors of Windows as faults.
+// Windows errors as faults.
 #pragma once
 
 #include "platform/Fault.h"
@@ -9,7 +9,7 @@ namespace platform {
 
 /// The fault that an error number of Windows stands for; None for 0.
 Fault FaultOfError(std::uint32_t error);
-/// The fault of the call that has just failed on this thread: never None.
+/// The fault of the call that has just failed on this thread; never None.
 Fault LastFault();
 
 } // namespace platform

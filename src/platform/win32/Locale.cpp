@@ -1,4 +1,4 @@
-// The user's regional settings, and the case of letters, which does not depend on them.
+// The user's regional settings, and case mapping, which is independent of them.
 #include "platform/System.h"
 #include "win32/Wide.h"
 
@@ -10,12 +10,12 @@ namespace platform {
 namespace {
 
 std::string Setting(LCTYPE type, const char* fallback) {
-    wchar_t text[80] = {}; // the longest of these settings has 80 characters
+    wchar_t text[80] = {}; // the longest of these settings
     return GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, type, text, 80) > 0 ? Narrow(text) : fallback;
 }
 
-/// Letters beyond 16 bits in whose blocks each capital lies a fixed step before its small letter;
-/// the system's mapping leaves them out.
+/// Blocks of letters beyond 16 bits, in which each capital lies a fixed distance before its small
+/// letter. The system's mapping omits them.
 struct CasedBlock {
     char32_t First;
     char32_t Last;
@@ -30,8 +30,8 @@ constexpr CasedBlock cased[] = {
     {0x1E900, 0x1E921, 34}  // Adlam
 };
 
-/// Plain letters as the system's invariant mapping has them: most names have no others, and a walk
-/// asks for the case of very many.
+/// Maps ASCII letters directly, with the same result as the system's invariant mapping. Most names
+/// have no others, and a walk maps very many names.
 bool MapPlainCase(std::string& text, bool toUpper) {
     if (std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; }))
         return false;
@@ -82,8 +82,8 @@ std::string IsoTimeText() {
 }
 
 NumberFormat RegionalNumberFormat() {
-    // The user may change the settings while the program runs, but nobody sees whether a number is
-    // a second behind; a report asks for every line.
+    // Cached: a report formats numbers on every line. A change of the settings during the run may
+    // take effect a second late.
     constexpr ULONGLONG lngKept = 1000; // ms
     static NumberFormat format;
     static ULONGLONG lngRead = 0;

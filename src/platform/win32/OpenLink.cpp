@@ -1,5 +1,5 @@
-// Opening links and documents with the rights that the user has without elevation: a browser with
-// an administrator's rights would be a present to every page that it shows.
+// Opens links and documents without elevated rights: a browser with administrator's rights would be
+// a danger on every page it shows.
 #include "platform/System.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"
@@ -28,7 +28,7 @@ bool IsElevated() {
     return blnTold && elevation.TokenIsElevated != 0;
 }
 
-/// A reference to a COM object, released at the end.
+/// A reference to a COM object, released by the destructor.
 template<typename Interface>
 struct Reference {
     Interface* To = nullptr;
@@ -42,7 +42,7 @@ struct Reference {
     void** Out() { return reinterpret_cast<void**>(&To); }
 };
 
-/// The desktop's own window, which belongs to the user's shell.
+/// The desktop's window, which belongs to the user's shell.
 bool FindDesktop(Reference<IDispatch>& desktop) {
     Reference<IShellWindows> windows;
     if (FAILED(CoCreateInstance(CLSID_ShellWindows, nullptr, CLSCTX_LOCAL_SERVER, IID_IShellWindows,
@@ -57,7 +57,7 @@ bool FindDesktop(Reference<IDispatch>& desktop) {
            desktop.To;
 }
 
-/// Has the user's shell, which is not elevated, open it.
+/// Makes the user's shell, which is not elevated, open the target.
 bool OpenByShell(const std::wstring& target) {
     Reference<IDispatch> desktop, background, application;
     Reference<IServiceProvider> services;
@@ -95,10 +95,10 @@ bool OpenUnelevated(const std::wstring& target) {
 
 Fault OpenLink(const std::string& target) {
     const std::wstring wide = Widen(target);
-    // Where no shell runs that could do it (another shell, no desktop), it is done from here.
+    // Without a suitable shell (another shell, no desktop), open it from this process.
     if (IsElevated() && OpenUnelevated(wide))
         return Fault::None;
-    // Larger than 32 is success; other values are error numbers of old.
+    // A result above 32 means success; other values are old error numbers.
     const auto result = reinterpret_cast<std::intptr_t>(
         ShellExecuteW(nullptr, L"open", wide.c_str(), nullptr, nullptr, SW_SHOWNORMAL));
     if (result > 32)

@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-/// Opens a folder or a file only to ask about it: nobody is kept from anything.
+/// Opens a folder or a file for queries only, with all sharing allowed.
 HANDLE OpenToAsk(const std::wstring& path, DWORD flags) {
     return CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                        nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr);
@@ -24,10 +24,10 @@ FolderIdentity IdentityOf(HANDLE handle) {
             identity.High = identity.High << 8 | known.FileId.Identifier[i + 8];
         }
         identity.Volume = known.VolumeSerialNumber;
-        // All bits set: the file system has no number for it.
+        // All bits set: the file system has no number for this folder.
         return identity.Low == ~std::uint64_t{0} ? FolderIdentity{} : identity;
     }
-    BY_HANDLE_FILE_INFORMATION facts; // FAT, and servers of old
+    BY_HANDLE_FILE_INFORMATION facts; // FAT and old servers
     if (GetFileInformationByHandle(handle, &facts)) {
         identity.Volume = facts.dwVolumeSerialNumber;
         identity.Low = Joined(facts.nFileIndexHigh, facts.nFileIndexLow);
@@ -39,12 +39,12 @@ bool IsRoot(const std::wstring& path) {
     return path.size() <= sizeof R"(\\?\C:\)" - 1;
 }
 
-/// Whether an opened folder is a link. Wine opens a link's target whatever the flags say: there
-/// only the name tells.
+/// Whether an opened folder is a link. Wine opens a link's target whatever the flags say, so there
+/// only the name reveals it.
 bool TellsLinkOf(HANDLE handle, const std::wstring& path, bool& isFolder) {
     FILE_ATTRIBUTE_TAG_INFO tagged = {};
     if (!GetFileInformationByHandleEx(handle, FileAttributeTagInfo, &tagged, sizeof tagged)) {
-        BY_HANDLE_FILE_INFORMATION facts = {}; // a file system without tags has no links
+        BY_HANDLE_FILE_INFORMATION facts = {}; // a file system without reparse tags has no links
         isFolder = GetFileInformationByHandle(handle, &facts) &&
                    (facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         return false;
@@ -56,7 +56,7 @@ bool TellsLinkOf(HANDLE handle, const std::wstring& path, bool& isFolder) {
     return byName != INVALID_FILE_ATTRIBUTES && TellsLink(byName, 0);
 }
 
-/// Text that a call writes into a buffer, where it asks for more room by a larger length.
+/// Reads a text by a call that reports a larger length when its buffer is too small.
 template<typename Ask>
 std::wstring TextOf(Ask ask) {
     std::wstring text(MAX_PATH, L'\0');
@@ -77,15 +77,15 @@ bool HasLetter(const std::wstring& path) {
 
 } // namespace
 
-// The right to list counts as reading, which makes the sharing mode hold: without the permission to
-// share deletion, the folder can be neither renamed nor removed.
+// The right to list counts as read access, which makes the sharing mode effective: without shared
+// deletion, the folder can be neither renamed nor removed.
 Fault HoldFolder(const std::string& path, FolderHold& hold) {
     const std::wstring wide = WidePath(path);
     HANDLE handle = CreateFileW(wide.c_str(), FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES,
                                 FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                                 FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     if (handle == INVALID_HANDLE_VALUE) {
-        // A link can be told without the right to list what it leads to.
+        // A link can be recognised without the right to list its target.
         const DWORD error = GetLastError();
         const DWORD byName = GetFileAttributesW(wide.c_str());
         if (error == ERROR_ACCESS_DENIED && byName != INVALID_FILE_ATTRIBUTES && !IsRoot(wide) &&
@@ -128,7 +128,7 @@ Fault ReadRealPath(const std::string& path, std::string& real) {
     HANDLE handle = OpenToAsk(wide, IsRoot(wide) ? 0 : FILE_FLAG_OPEN_REPARSE_POINT);
     if (handle == INVALID_HANDLE_VALUE)
         return LastFault();
-    // A server or a driver may know only the name by which a file was opened.
+    // A server or a driver may know a file only by the name by which it was opened.
     std::wstring name;
     for (const DWORD form : {DWORD{FILE_NAME_NORMALIZED}, DWORD{FILE_NAME_OPENED}}) {
         name = TextOf([handle, form](wchar_t* buffer, DWORD size) {
@@ -156,7 +156,7 @@ Fault ReadVolumeRoot(const std::string& path, std::string& root) {
 
 bool FolderTellsCase(const std::string& path) {
     constexpr ULONG flagTellsCase =
-        1; // FILE_CS_FLAG_CASE_SENSITIVE_DIR, not in every maker's headers
+        1; // FILE_CS_FLAG_CASE_SENSITIVE_DIR, missing in some compilers' headers
     FILE_CASE_SENSITIVE_INFO known = {};
     HANDLE handle = OpenToAsk(WidePath(path), 0);
     if (handle == INVALID_HANDLE_VALUE)

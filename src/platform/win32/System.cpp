@@ -1,4 +1,4 @@
-// Well-known folders, the command line, the clock and the program itself, as Windows gives them.
+// Well-known folders, the command line, the clock and program facts on Windows.
 #include "platform/System.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"
@@ -13,8 +13,8 @@
 namespace platform {
 namespace {
 
-/// Text that a call writes into a buffer: `ask` takes buffer and size and returns the length, or a
-/// number not below the size while the buffer is too small; 0 when there is none.
+/// Reads a text by a call: `ask` takes buffer and size and returns the length, a number not below
+/// the size when the buffer is too small, or 0 when there is no text.
 template<typename Ask>
 std::wstring AskForText(Ask ask) {
     std::wstring text(MAX_PATH, L'\0');
@@ -30,8 +30,8 @@ std::wstring AskForText(Ask ask) {
     }
 }
 
-/// The same path with the long forms of names such as "PROGRA~1", as a listing would give them:
-/// what is compared must be written in one way only. What does not exist stays as it is.
+/// The same path with the long forms of names such as "PROGRA~1", as a listing returns them: paths
+/// that are compared must be written in one way only. Missing parts stay unchanged.
 std::wstring WithLongNames(const std::wstring& path) {
     const std::wstring names = AskForText([&path](wchar_t* buffer, DWORD size) -> std::size_t {
         return GetLongPathNameW(path.c_str(), buffer, size);
@@ -91,12 +91,12 @@ std::vector<std::string> CommandLineArguments() {
 }
 
 Fault ChangeCurrentFolder(const std::string& folder) {
-    // Not the "\\?\" form: bare names would then be tried behind it as they are.
+    // Not the "\\?\" form: the system would then append bare names to it unchanged.
     return SetCurrentDirectoryW(Widen(folder).c_str()) ? Fault::None : LastFault();
 }
 
-// Only what stands before the names is asked of the system: it would strip blanks and points from
-// the end of a name, and that may be the name of another file.
+// The system resolves only the part before the names. It would strip trailing blanks and points
+// from a name, and the shorter name may belong to another file.
 std::string FullPath(const std::string& path) {
     const auto full = [](const std::wstring& text) {
         return AskForText([&text](wchar_t* buffer, DWORD size) -> std::size_t {
@@ -136,7 +136,7 @@ double SecondsSinceMidnight() {
     if (!FileTimeToSystemTime(&now, &world) ||
         !SystemTimeToTzSpecificLocalTime(nullptr, &world, &local))
         GetLocalTime(&local);
-    constexpr std::uint64_t unitsPerSecond = 10'000'000; // of 100 ns
+    constexpr std::uint64_t unitsPerSecond = 10'000'000; // one unit is 100 ns
     const std::uint64_t units = std::uint64_t{now.dwHighDateTime} << 32 | now.dwLowDateTime;
     return local.wHour * 3600.0 + local.wMinute * 60.0 + local.wSecond +
            static_cast<double>(units % unitsPerSecond) / static_cast<double>(unitsPerSecond);
