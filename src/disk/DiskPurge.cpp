@@ -28,8 +28,8 @@ void Message(const std::string& strText) {
     RepaintMain();
 }
 
-/// Files and folders at the top of the drive. False, after telling the user, when it cannot be
-/// read, or when F10 ended the reading.
+/// Lists files and folders at the top of the drive. False when the drive cannot be read (the user
+/// is told) or when F10 ended the reading.
 bool LookAtRoot(DiskPurgeState& state) {
     auto fault = platform::Fault::None;
     if (!RunSearch("Reading " + state.strRoot, [&] {
@@ -51,7 +51,7 @@ bool LookAtRoot(DiskPurgeState& state) {
     return !Failed(fault);
 }
 
-/// Whether a file is one that the purge comes to.
+/// Whether this purge also reaches the file by this path.
 bool IsChosen(const DiskPurgeState& state, const std::string& strPath) {
     if (FolderPartOf(strPath) == state.strRoot)
         return !state.blnExcludeTopFiles;
@@ -70,7 +70,7 @@ bool WalkDisk(FileLoop& loop, const DiskPurgeState& state) {
     return true;
 }
 
-/// strUndoneBefore: what the purge of the free space left undone.
+/// strUndoneBefore: what the purge of the free space could not do.
 void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneBefore) {
     FileLoop loop;
     loop.strTitle = strTitle;
@@ -88,7 +88,7 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
         return;
     }
     const std::int64_t lngFiles = EndCounting(loop);
-    PlanRunProgress(0); // what remains is known now
+    PlanRunProgress(0); // only the files remain to be planned
     if (blnFinished) {
         SetMainLine(MainLine::Subdirectories2,
                     lngFiles == 1 ? std::string("One file is being purged.")
@@ -108,7 +108,7 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
     ShowUndone(loop, strUndoneBefore);
 }
 
-/// Behind the drive in the head of the report: what the user wants to keep.
+/// Text after the drive in the report head: the folders that the user wants to keep.
 std::string ExclusionsText(const DiskPurgeState& state) {
     std::string strText;
     if (state.blnExcludeTopFiles)

@@ -45,7 +45,7 @@ std::string TimeText(double dblSeconds) {
                            : EstimateDurationText(static_cast<double>(RoundHalfEven(dblSeconds)));
 }
 
-/// Free space and files apart, then the table for the whole disk.
+/// First the free space and the files separately, then the table for the whole disk.
 std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, double dblBytes) {
     const auto intOverwrites = GetNumOverwrites();
     PlanDummyFiles(chrDrive);
@@ -136,7 +136,7 @@ bool ShowDiskEstimate(DiskPurgeState& state, float sngSpeed) {
     const bool blnSummed = SumFileSizes(state.strRoot, "*.*", lngFiles, dblBytes);
     SetMainLine(MainLine::LargePurgeMessage, blnSummed ? "" : "Checking file sizes was stopped.");
     blnStop = false;
-    if (!blnSummed) // the user did not want to wait for it
+    if (!blnSummed) // the user did not wait for the sum
         return Unknown(state.chrDrive);
     state.dblFileBytes = dblBytes;
     const auto intOverwrites = GetNumOverwrites();
@@ -145,7 +145,7 @@ bool ShowDiskEstimate(DiskPurgeState& state, float sngSpeed) {
                           EstimateText(state.chrDrive, sngSpeed, lngFiles, dblBytes);
     while (strText.ends_with("\r\n"))
         strText.resize(strText.size() - 2);
-    // SignedDigits gives the blank before the count.
+    // SignedDigits supplies the blank before the count.
     if (intOverwrites > 1)
         strText += "\r\n\r\nThe type of purge currently specified involves" +
                    SignedDigits(intOverwrites) +
@@ -157,7 +157,7 @@ bool ShowDiskEstimate(DiskPurgeState& state, float sngSpeed) {
 
 bool ShowPlan(const DiskPurgeState& state) {
     const std::string strStart = "Purging Drive " + std::string(1, state.chrDrive) + " is a ";
-    // The blank line inside the first step is kept.
+    // Deliberate oddity: the blank line inside the first step.
     return Continue(state.subfolders.empty()
                         ? strStart + "2-step process:\r\n"
                                      "1.  The free space is purged.\r\n"
@@ -174,7 +174,7 @@ bool ShowPlan(const DiskPurgeState& state) {
 bool AskAboutTopFiles(DiskPurgeState& state) {
     if (state.lngTopFiles == 0)
         return true;
-    // SignedDigits gives the blank before the count.
+    // SignedDigits supplies the blank before the count.
     const int intAnswer = AskYesNoCancel(
         "Do you wish to EXCLUDE the" +
         (state.lngTopFiles == 1 ? std::string(" single top-level file in ")
@@ -199,7 +199,8 @@ bool AskAboutTopFolders(DiskPurgeState& state) {
                                                  "Select top-level folders on Drive " + strDrive +
                                                      " to be EXCLUDED from this purge.",
                                                  SubfolderUse::Keep, strChosen);
-            // Cancelled is not "none": to purge all would destroy what was about to be kept.
+            // Cancelling is not "none": purging everything would destroy what the user wanted to
+            // keep.
             if (choice != SubfolderChoice::Chosen && choice != SubfolderChoice::NoneChosen)
                 return false;
         }

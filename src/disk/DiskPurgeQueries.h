@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-/// What the user chose and what is known of its drive.
+/// The user's choices and the facts about the drive.
 struct DiskPurgeState {
     char chrDrive = 0;
     std::string strRoot;                 ///< "X:\"
-    double dblFileBytes = 0;             ///< of all files, excluded ones too; 0 when not known
-    std::int64_t lngTopFiles = 0;        ///< files in the root, what is never purged left out
+    double dblFileBytes = 0;             ///< of all files, including excluded ones; 0 when unknown
+    std::int64_t lngTopFiles = 0;        ///< files in the root, without those never purged
     std::vector<std::string> subfolders; ///< names of the root's folders, links left out
     bool blnExcludeTopFiles = false;
     std::vector<std::string> excluded; ///< names of excluded top-level folders
@@ -22,7 +22,7 @@ struct DiskPurgeState {
 
 /// The speed test, where the drive has no measured speed yet. sngSpeed stays 0 without success.
 bool MeasureSpeed(const DiskPurgeState& state, float& sngSpeed);
-/// Capacity and estimated times, or that they cannot be had.
+/// Shows capacity and estimated times, or that they are unknown.
 bool ShowDiskEstimate(DiskPurgeState& state, float sngSpeed);
 bool ShowPlan(const DiskPurgeState& state);
 bool AskAboutTopFiles(DiskPurgeState& state);

@@ -1,4 +1,4 @@
-// Chooses a drive that can be written to, and puts everything to rest after a command on drives.
+// Chooses a writable drive, and resets everything after a command on drives.
 #include "disk/DriveChoice.h"
 
 #include "disk/DriveReport.h"
@@ -44,7 +44,7 @@ bool CheckDriveWritable(char chrDrive, const std::string& strTitle) {
     }
     platform::VolumeFacts facts;
     const auto fault = GetVolumeFacts(strRoot, facts);
-    // A disc whose file system tells nothing is taken for what discs mostly are.
+    // Most discs are read-only, so assume that when the file system tells nothing.
     if (Failed(fault) ? type == platform::DriveType::CdRom : facts.ReadOnly) {
         ui::Complain("The disk in Drive " + strDrive +
                          " is read-only.\r\nNothing on it can be purged.",

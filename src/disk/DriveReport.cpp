@@ -1,4 +1,4 @@
-// The report of the commands on drives: head, what was done, sums and failures.
+// The report of the commands on drives: head, steps, sums and failures.
 #include "disk/DriveReport.h"
 
 #include "platform/System.h"
@@ -20,7 +20,7 @@ namespace {
 bool blnBegun = false;
 bool blnOffered = false; ///< the user wants to see the report when the command is over
 
-/// Windows' end of lines, none at the end.
+/// The text with exactly one CR LF at its end.
 std::string AsLine(std::string strText) {
     while (strText.ends_with("\r\n"))
         strText.resize(strText.size() - 2);

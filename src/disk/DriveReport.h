@@ -1,14 +1,14 @@
-// What the commands on drives write into the report: "Report" shows it afterwards.
+// The report that the commands on drives write; "Report" shows it afterwards.
 #pragma once
 
 #include <string>
 
-/// The work of a command begins: the report of the last run goes, and this one gets its head. A
-/// command that is part of another one adds the head to that one's report.
+/// Starts the report of a command: clears the last run's report and writes the head. A command that
+/// is part of another one only adds its head to that one's report.
 void BeginDriveReport(const std::string& strTitle, const std::string& strWhat);
-/// A line of it, or several. Nothing when the report has not begun.
+/// Adds one or several lines. Does nothing before BeginDriveReport.
 void TellInReport(const std::string& strText);
-/// The command is over: sums, failures, the time. Nothing when the report has not begun.
+/// Ends the report: sums, failures, the time. Does nothing before BeginDriveReport.
 void EndDriveReport();
-/// Asks, behind what was left undone, whether the report is to be shown.
+/// Shows what was left undone and asks whether to show the report.
 void OfferReport(const std::string& strText, const std::string& strTitle);

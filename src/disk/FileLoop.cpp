@@ -1,5 +1,5 @@
-// The loop over all files of folder trees: counts them, then purges them one by one, and tells what
-// was left.
+// The loop over all files of folder trees: counts them, then purges them one by one, and reports
+// what was left.
 #include "disk/FileLoop.h"
 
 #include "disk/DriveReport.h"
@@ -38,8 +38,8 @@ bool GoOn(const FileLoop& loop, const std::string& strText) {
     return false;
 }
 
-/// "Now purging (pass 1):C:\folder\name", with what is done in front from the second file on. No
-/// blank follows the colon: kept so.
+/// "Now purging (pass 1):C:\folder\name", preceded by the progress from the second file on.
+/// Deliberate oddity: no blank follows the colon.
 void ShowFile(int pass, const std::string& strPath) {
     const std::int64_t lngPurged = currentRun.Counts.lngNumFilesPurged;
     const std::int64_t lngTotal = currentRun.Request.lngNumFilesExpected;
@@ -53,7 +53,7 @@ void ShowFile(int pass, const std::string& strPath) {
                 strText + "Now purging (pass" + SignedDigits(pass) + "):" + strPath);
 }
 
-/// Each name of a file is one that this loop purges.
+/// Whether this loop purges all names (hard links) of a file.
 bool AllNamesChosen(const FileLoop& loop, const std::string& strPath) {
     std::vector<std::string> names;
     return !Failed(platform::ListNames(strPath, names)) &&
@@ -67,8 +67,8 @@ void PassOver(FileLoop& loop, const std::string& strPath) {
         loop.otherNames.push_back(strPath);
 }
 
-/// All passes of one file, each of them shown; deleted after the last. A file that is passed over,
-/// or is gone, is no failure.
+/// Runs all passes over one file, showing each; deletes the file after the last pass. A file that
+/// is passed over or has vanished is no failure.
 std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
     PurgeJob job = JobOfRun(strPath);
     job.MayPurgeAllNames = [&] { return AllNamesChosen(loop, strPath); };
@@ -78,7 +78,7 @@ std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
     };
     ShowFile(1, strPath);
     RunJobOfRun(job, currentRun.Counts);
-    job.Reach &= ~std::uint32_t{ReachHardLinks}; // all names are purged in turn
+    job.Reach &= ~std::uint32_t{ReachHardLinks}; // the loop reaches the other names itself
     NoteJob(job);
     if (job.Result == PurgeSeveralNames)
         PassOver(loop, strPath);
@@ -115,7 +115,7 @@ bool VisitFile(FileLoop& loop, const std::string& strPath, const FoundFile& file
     ui::DoEvents();
     if (blnStop && !GoOn(loop, strPath + "\r\n"))
         return false;
-    // A file that another program holds is passed over without a box.
+    // A file held by another program is passed over without a box.
     if (intResult >= 0 || intResult == PurgeCannotOpen || !loop.blnErrorBoxes)
         return true;
     return GoOn(loop, FailureText(intResult) + "\r\n" + strPath + "\r\n\r\n");
@@ -136,7 +136,7 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     walk.onFile = [&](const std::string& strPath, const FoundFile& file) {
         return VisitFile(loop, strPath, file);
     };
-    // Its place was taken since it was listed: what it held cannot be reached any more.
+    // A link replaced the folder after it was listed, so its files can no longer be reached.
     walk.onLink = [&](const std::string&, bool, bool blnInPlace) {
         if (blnInPlace)
             ++currentRun.Counts.lngNumFoldersUnread;
@@ -151,7 +151,7 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
 
 std::int64_t EndCounting(FileLoop& loop) {
     loop.blnCounting = false;
-    currentRun.Counts.lngNumFoldersUnread = 0; // they are met again
+    currentRun.Counts.lngNumFoldersUnread = 0; // the purge meets the same folders again
     return currentRun.Request.lngNumFilesExpected;
 }
 
@@ -178,7 +178,7 @@ void EndFileLoop(bool blnFinished) {
 
 namespace {
 
-/// The first files that failed and why, a line each.
+/// The first failed files with their reasons, one per line.
 std::string FirstFailures() {
     const std::vector<RunFailure>& failures = currentRun.Failures;
     std::string strText;

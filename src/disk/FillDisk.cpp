@@ -27,8 +27,8 @@ namespace {
 
 using platform::Fault;
 
-/// A disk that is full may have space again a moment later, from a program that deleted something
-/// or from a file system that gives it back late. So often it is filled at most.
+/// A full disk may have space again a moment later: another program deletes something, or the file
+/// system frees space late. This limits how often it is filled again.
 constexpr int intMostRounds = 6;
 
 void WriteRemnantFile(FillWork& work, const std::string& strPath) {
@@ -48,9 +48,9 @@ void WriteRemnantFile(FillWork& work, const std::string& strPath) {
     }
 }
 
-/// The folder's and the files' own records lie in clusters, too. The file system may keep what it
-/// wrote there back until they are given up again: what those clusters held before would outlast
-/// the purge. Then looks at what the full disk still has.
+/// The records of the folder and its files also lie in clusters. The file system may delay writing
+/// them until those clusters are freed again; then the old contents of the clusters would outlast
+/// the purge. Afterwards, reads how much space the full disk still has.
 void FlushRecordsAndLookAgain() {
     ui::RunSteps(
         ui::Effort::Long,
@@ -63,7 +63,7 @@ void FlushRecordsAndLookAgain() {
 }
 
 /// Flushes and closes the file being written. A disk-full fault here comes from a file system that
-/// allocates late. A device that knows no flush holds nothing back.
+/// allocates late. A device that does not support flushing has no cache to flush.
 Fault FinishFile(FillWork& work) {
     auto fault = Fault::None;
     ui::RunSteps(
@@ -85,8 +85,8 @@ Fault FinishFile(FillWork& work) {
     return fault;
 }
 
-/// Writes units into the open file until it is as large as it may be, the disk is full, something
-/// fails or the user ends it: false then.
+/// Writes units into the open file until it has its full size. False when the disk is full,
+/// something fails or the user ends the filling.
 bool FillOneFile(FillWork& work) {
     const bool blnFloppy = IsFloppyLetter(FillDisk.strDriveRoot[0]);
     std::int64_t lngShown = 0;
@@ -124,7 +124,7 @@ void EndWithFault(FillWork& work) {
     ui::Complain("Error: " + (work.strError ? work.strError : platform::FaultText(work.Error)));
 }
 
-/// Whole clusters, also where a cluster is larger than a dummy is to be.
+/// Whole clusters, even if a cluster is larger than the intended dummy file.
 std::int64_t MostBytesInFile(const FillWork& work) {
     const auto lngMost = static_cast<std::int64_t>(dblMaxSizeDummyFile);
     if (FillDisk.intTestQuantity > 0)
@@ -133,7 +133,8 @@ std::int64_t MostBytesInFile(const FillWork& work) {
     return (lngMost + work.lngCluster - 1) / work.lngCluster * work.lngCluster;
 }
 
-/// Writes file after file until the disk is full: true then. Else the outcome is set.
+/// Writes file after file until the disk is full and returns true. Else sets the outcome and
+/// returns false.
 bool FillUntilFull(FillWork& work) {
     const std::string strBase = FillDisk.strDummyFolder + "\\" + strDummyFileFolderStub;
     while (true) {
@@ -149,7 +150,7 @@ bool FillUntilFull(FillWork& work) {
             blnStopped = !FillOneFile(work);
             ++FillDisk.lngFilesWritten;
             const auto fault = FinishFile(work);
-            // A full disk ends every filling; what could not be flushed must not hide behind that.
+            // Every filling ends with a full disk; that fault must not hide a failed flush.
             if (!Failed(work.Error) || (Failed(fault) && work.Error == Fault::DiskFull))
                 work.Error = fault;
         }
@@ -190,7 +191,7 @@ void WriteFiles(FillWork& work) {
         if (!FillUntilFull(work))
             return;
         FlushRecordsAndLookAgain();
-        // What this round could not take although it is there, the next one could not either.
+        // Space that this round could not fill cannot be filled by the next one either.
         if (intRound >= intMostRounds || FillDisk.dblUnfilled <= 0 ||
             FillDisk.dblBytesInFinishedFiles <= dblBefore)
             return;
@@ -198,7 +199,8 @@ void WriteFiles(FillWork& work) {
     }
 }
 
-/// Whether the filling goes on after small files have taken old records; else it is told why not.
+/// Whether the filling continues after small files have taken old records; if not, the user is told
+/// why.
 bool GoesOn(FillWork& work, const RecordWork& records, FillOutcome outcome) {
     if (outcome == FillOutcome::Faulted) {
         work.Error = records.Error;
@@ -252,7 +254,7 @@ void WriteDummyFiles() {
     FillDisk.lngBytesInCurrentFile = 0;
     FillDisk.dblBytesInFinishedFiles = 0;
     FillDisk.dblUnfilled = FillDisk.dblKeptBack = 0;
-    // Hours may have passed since the questions were asked.
+    // Hours may have passed since the questions.
     if (ReadFreeSpace(chrDrive) && !blnTest)
         PlanDummyFiles(chrDrive);
     if (dblSpaceInFreeClusters <= 0) {
@@ -269,7 +271,7 @@ void WriteDummyFiles() {
     FillWork work;
     BeginFilling(work, DummyClusterSize());
     std::uint32_t lngAttributes = 0;
-    // After all the questions the disk may have to spin up.
+    // The disk may have fallen asleep during the questions and have to spin up.
     WorkOnDrive(FillDisk.strDriveRoot, [&] {
         FillDisk.strDummyFolder = MakeDummyFolder(
             FillDisk.strDriveRoot, strDummyFileFolderStub,
@@ -287,7 +289,8 @@ void WriteDummyFiles() {
     blnStop = false;
     FillDisk.dblFreeSpaceAtStart = dblSpaceInFreeClusters;
     if ((lngAttributes & platform::AttributeCompressed) != 0) {
-        // A compressed file of null bytes takes hardly any space: the disk would never be full.
+        // A compressed file of null bytes takes hardly any space, so the disk would never become
+        // full.
         work.Error = Fault::NotSupported;
         work.strError = "This drive compresses all new files, so that its free space cannot be "
                         "filled.  Turn off the compression of its top folder first";
@@ -303,7 +306,7 @@ void WriteDummyFiles() {
     if (!blnTest)
         records.Old = OldRecordsOn(FillDisk.strDriveRoot);
     if (GoesOn(work, records, TakeFreeRecords(records))) {
-        // The small files have taken some of it.
+        // The small files have taken some of the free space.
         if (records.lngMade > 0 && ReadFreeSpace(chrDrive))
             FillDisk.dblFreeSpaceAtStart = dblSpaceInFreeClusters;
         WriteFiles(work);
@@ -332,7 +335,7 @@ void ShowDummyFileProgress() {
     if (FillDisk.intTestQuantity > 0)
         return;
     const double dblWritten = BytesWritten();
-    // Space that others gave back meanwhile is filled too: never less than nothing to be written.
+    // Other programs may free space that is then filled too, so limit the rest at zero.
     const double dblToWrite = std::max(FillDisk.dblFreeSpaceAtStart - dblWritten, 0.0);
     const double dblPercent = std::min(dblWritten * 100 / BytesToWrite(), 100.0);
     SetMainLine(MainLine::Status, "Written: " + ByteSizeTextUpToMB(dblWritten, 0) + " (" +

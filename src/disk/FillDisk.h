@@ -1,5 +1,5 @@
-// Purges the free space of a drive by way of dummy files: fills it with files of null bytes, purges
-// each of them through the file purge, and deletes what is left of them.
+// Purges the free space of a drive with dummy files: fills it with files of null bytes, purges each
+// with the file purge, and deletes the remains.
 #pragma once
 
 #include "platform/Files.h"
@@ -21,13 +21,13 @@ struct FillDiskState {
     std::string strDummyFolder;             ///< without trailing backslash; "" when there is none
     std::string strCurrentDummyFile;        ///< the file being written, lower-cased
     std::int64_t lngBytesInCurrentFile = 0; ///< written to it
-    double dblBytesInFinishedFiles = 0;     ///< of all dummy files already closed
+    double dblBytesInFinishedFiles = 0;     ///< bytes in all closed dummy files
     double dblFreeSpaceAtStart = 0;         ///< the 100 % mark; grows when space is freed meanwhile
-    double dblFreeSpaceNow = 0;             ///< as read last, less what was written since
+    double dblFreeSpaceNow = 0;             ///< as last read, minus bytes written since
     std::string strStatusText;              ///< the sentence shown while writing
 
-    /// Mebibytes to write for a speed test; 0 fills the disk. In a test no message is shown but the
-    /// query that answers F10.
+    /// Mebibytes to write for a speed test; 0 fills the disk. A test shows no message except the
+    /// question after F10.
     std::int16_t intTestQuantity = 0;
     FillOutcome Outcome = FillOutcome::NothingWritten;
     double dblUnfilled = 0; ///< still free for this user when the disk was full
@@ -42,16 +42,16 @@ extern FillDiskState FillDisk;
 bool IsFloppyLetter(char chrDrive);
 
 /// Fills the drive FillDisk.strDriveRoot with dummy files of at most dblMaxSizeDummyFile bytes.
-/// Reads the free space anew, and plans the files anew. Shows its own messages; the outcome is in
-/// FillDisk. The files are flushed: what counts as written is on the disk.
+/// First reads the free space and plans the files again. Shows its own messages; the outcome is in
+/// FillDisk. The files are flushed: bytes counted as written are on the disk.
 void WriteDummyFiles();
-/// F10 was pressed while the disk is being filled: asks. True when it is to end; else F10 is
-/// forgotten.
+/// Handles F10 during the filling by a question. True when the filling is to end; else F10 is
+/// cleared.
 bool CancelFilling();
-/// What the length of a dummy file on FillDisk.strDriveRoot is a multiple of, but for the last
-/// small one: the drive's real cluster, or the one that purging writes in where that is larger.
+/// Every dummy file on FillDisk.strDriveRoot except the last small one is a multiple of this long:
+/// the drive's real cluster size, or the cluster size of the purge if that is larger.
 std::int64_t DummyClusterSize();
-/// Asks the system what is free now, into dblUnfilled and dblKeptBack; what it does not tell is 0.
+/// Reads the free space into dblUnfilled and dblKeptBack; an unknown value becomes 0.
 void ReadUnfilledSpace(const std::string& strRoot);
-/// Sets the main window's status line to how much is written and how much is still to be.
+/// Shows in the main window's status line how much is written and how much remains.
 void ShowDummyFileProgress();

@@ -26,19 +26,19 @@ const char* OperationTitle() {
     return blnPurgingDrive ? "Purge disk" : "Purge free space";
 }
 
-/// SignedDigits gives the blank before the counts.
+/// SignedDigits supplies the blank before the counts.
 std::string CountsText(std::int64_t lngNotPurged) {
     return "Dummy files purged:" + SignedDigits(FillDisk.lngFilesPurged) +
            "\r\nDummy files not purged:" + SignedDigits(lngNotPurged) + "\r\n\r\n";
 }
 
-/// The dialog between two files, after a failed file or a stop request. False ends the loop, with
-/// blnStop left set when the user wanted that.
+/// The dialog between two files, after a failed file or a stop request. False ends the loop;
+/// blnStop stays set if the user wanted to stop.
 bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
                       std::int64_t lngNotPurged) {
     const bool blnFailed = intResult < 0 && intResult != PurgeStopped;
-    // "Without further interruption from dialog boxes" holds for failures too; F10 is the user's
-    // own interruption and is answered.
+    // "Without further interruption from dialog boxes" includes failures. F10 is the user's own
+    // interruption and is answered.
     const bool blnAskOnFailure =
         blnFailed && (!blnPurgingDrive || blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
     if (lngNotPurged <= 0) {
@@ -62,7 +62,7 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
             AskInRun(strText, ui::Buttons::OK, ui::Icon::Information, OperationTitle());
             return false;
         }
-        // The stop was that of one dummy file, and a whole disk is still to be purged.
+        // The stop concerned one dummy file only; the files of the disk still have to be purged.
         if (AskInRun(strText + "\r\n\r\nClick 'OK' to continue with the files of the disk\r\n"
                                "or click 'Cancel' to terminate this operation.",
                      ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle()) == ui::AnswerOK)
@@ -79,7 +79,7 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
     return true;
 }
 
-/// Off the interface thread: the folder may hold many files, and its drive may be slow.
+/// Runs off the interface thread: the folder may hold many files, and the drive may be slow.
 platform::Fault ListInSteps(const std::string& strFolder, std::vector<DummyFile>& files) {
     auto fault = platform::Fault::None;
     ui::RunSteps(
@@ -92,8 +92,9 @@ platform::Fault ListInSteps(const std::string& strFolder, std::vector<DummyFile>
     return fault;
 }
 
-/// The dummy files, those that do not end with a cluster last: purging writes whole clusters, and
-/// the disk has room for what they lack only when others are purged and deleted.
+/// Lists the dummy files; those whose length is no multiple of a cluster come last. Purging writes
+/// whole clusters, and the disk has room for the missing part only after other dummy files are
+/// deleted.
 void ListDummyFilesInOrder(std::int64_t lngCluster, std::vector<DummyFile>& files) {
     for (int intTry = 0; intTry < intDeletionTries; ++intTry) {
         if (!Failed(ListInSteps(FillDisk.strDummyFolder, files)))
@@ -116,7 +117,7 @@ double BytesOf(const std::vector<DummyFile>& files) {
 bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const std::string&) {
     std::vector<DummyFile> files;
     ListDummyFilesInOrder(DummyClusterSize(), files);
-    RunCounts counts; // the user's files are counted apart
+    RunCounts counts; // separate from the counts of the user's files
     std::int64_t lngDone = 0;
     if (blnInteractive)
         BeginRunProgress(
@@ -153,7 +154,7 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
         EndRunProgress();
     const bool blnStopped = blnStop;
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);
-    blnStop = blnStopped; // F10 while they are deleted stops nothing any more
+    blnStop = blnStopped; // F10 during the deletion has nothing left to stop
     return true;
 }
 
@@ -162,7 +163,7 @@ bool DeleteDummyFiles(const std::string& strFolder) {
         return true;
     if (strFolder == FillDisk.strDummyFolder && FillDisk.Marker.IsOpen())
         (void)platform::CloseFile(FillDisk.Marker);
-    // A virus scanner or an indexer may hold a file for a moment.
+    // A virus scanner or an indexer may hold a file for a moment, so try several times.
     bool blnGone = false;
     auto fault = platform::Fault::None;
     for (int intTry = 0; intTry < intDeletionTries && !blnGone; ++intTry) {

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string>
 
-/// Purges every dummy file by the current purge type and deletes them and their folder. Always
-/// true; what became of them is in FillDisk, and blnStop is left set when the user stopped it.
-/// Without blnInteractive no dialog is shown. The last argument is not used.
+/// Purges every dummy file by the current purge type, then deletes the files and their folder.
+/// Always returns true; FillDisk has the results, and blnStop stays set if the user stopped.
+/// Without blnInteractive no dialog is shown. Deliberate oddity: the last argument is unused.
 bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const std::string&);
-/// Deletes our dummy files in a folder of ours, then the folder. True when nothing is left.
+/// Deletes our dummy files in one of our folders, then the folder. True when nothing is left.
 bool DeleteDummyFiles(const std::string& strFolder);

@@ -1,4 +1,4 @@
-// Writing null bytes until the disk is full. Nothing here pumps messages or shows anything.
+// Writes null bytes until the disk is full. Nothing here pumps messages or shows anything.
 #include "disk/FillWork.h"
 
 #include "disk/FillDisk.h"
@@ -14,13 +14,13 @@ using platform::Fault;
 
 constexpr std::int64_t lngWriteUnit = 131072; ///< bytes; near the end it becomes one cluster
 constexpr std::int64_t lngLongestRun = 8 * lngWriteUnit;
-/// Asking for the free space costs some 45 microseconds, a third of what writing a unit does. So it
-/// is asked before every unit only when by the last answer less than this is left, and else by
-/// time: an outcome other than that of asking always would need another program that writes more
-/// than this within that time, and even then the write that fails brings us to the same end.
+/// A query for the free space costs some 45 microseconds, a third of the time to write a unit. So
+/// it precedes every unit only when the last answer was below this limit, and is otherwise made by
+/// time. This changes the outcome only if another program writes more than this within that time;
+/// then the failing write still leads to the same end.
 constexpr double dblNearEnd = 64 * dblBytesPerMB;
 constexpr std::uint64_t lngMillisecondsBetweenQueries = 250;
-/// So many stretches in a row that leave the free space as it was end the filling.
+/// The filling ends after this many successive stretches that did not reduce the free space.
 constexpr std::int16_t intMostFlatStretches = 8;
 
 void WriteByClusters(FillWork& work) {
@@ -36,10 +36,10 @@ void WriteByUnits(FillWork& work) {
     work.blnAskFree = true;
 }
 
-/// A file system that compresses null bytes or shares equal blocks would never be full: what is
-/// written there takes nothing from the free space. Only the last stretch counts, and several in a
-/// row: space that is given back at once, however much, spoils one of them. All of them together
-/// are as long as a quarter of what there is to write, and at least 64 MiB.
+/// Detects a file system that compresses null bytes or shares equal blocks: writing takes no free
+/// space there, so the disk would never become full. Only the last stretch counts, and several must
+/// be flat in a row, because freed space of any amount can spoil one stretch. All of them together
+/// are as long as a quarter of the space to fill, and at least 64 MiB.
 bool LookWhetherItShrinks(FillWork& work) {
     const double dblWritten = work.dblTotal - work.dblTotalAtStretch;
     if (work.dblFreeAtStretch > 0 &&
@@ -58,7 +58,7 @@ bool LookWhetherItShrinks(FillWork& work) {
     return false;
 }
 
-/// Asks for the free space when it is time to. False when the filling cannot go on.
+/// Reads the free space when it is due. False when the filling cannot continue.
 bool LookAtFreeSpace(FillWork& work) {
     const auto lngNow = platform::TickCount();
     if (!work.blnAskFree && work.dblFree > dblNearEnd &&
@@ -75,8 +75,8 @@ bool LookAtFreeSpace(FillWork& work) {
     return LookWhetherItShrinks(work);
 }
 
-/// After a failed write: keeps whole clusters of what it left, so that purging this file later
-/// needs no space beyond its own.
+/// After a failed write: keeps only whole clusters of the file, so that purging it later needs no
+/// further space.
 void KeepWholeClusters(FillWork& work) {
     std::uint64_t lngLength = 0;
     if (Failed(platform::ReadLength(work.File, lngLength)))
@@ -100,7 +100,7 @@ void BeginFilling(FillWork& work, std::int64_t lngCluster) {
 }
 
 bool WriteStep(FillWork& work) {
-    // More than the last unit's worth went in cluster by cluster: space was freed meanwhile.
+    // More than one unit was written cluster by cluster, so space was freed meanwhile.
     if (work.blnByClusters && work.lngByClusters >= lngLongestRun)
         WriteByUnits(work);
     bool blnNearEnd = true;
@@ -128,7 +128,7 @@ bool WriteStep(FillWork& work) {
         return work.lngInFile < work.lngLimit;
     }
     KeepWholeClusters(work);
-    // A long unit may not fit where a cluster still does.
+    // A single cluster may still fit where a long unit does not.
     if (fault == Fault::DiskFull && !work.blnByClusters) {
         WriteByClusters(work);
         return true;
@@ -141,7 +141,7 @@ std::int64_t WriteRemnant(FillWork& work) {
     for (std::int64_t lngSize = std::min(work.lngCluster / 2, lngLongestRun); lngSize > 0;
          lngSize /= 2) {
         auto fault = Fault::None;
-        // Bounded: another program that frees space meanwhile must not keep us here.
+        // Bounded: another program that keeps freeing space must not keep this loop running.
         for (int i = 0; i < 128 && !Failed(fault); ++i)
             fault = platform::WriteBytes(work.File, work.Zeros.data(),
                                          static_cast<std::size_t>(lngSize));

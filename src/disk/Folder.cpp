@@ -1,4 +1,4 @@
-// Makes, recognises, lists and removes the folders that hold dummy files.
+// Creates, recognises, lists and removes the folders that hold dummy files.
 #include "disk/Folder.h"
 
 #include "platform/Folders.h"
@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t intSuffixDigits = 16;
 
-/// A number that no earlier run has used: clock and a counter, well mixed (the finaliser of
-/// SplitMix64, whose constants these are).
+/// A number that no earlier run has used: clock and counter, mixed with the finaliser and the
+/// constants of SplitMix64.
 std::uint64_t UniqueNumber() {
     static std::uint64_t lngCalls = 0;
     auto z = platform::TickCount() * 86400000 +
@@ -28,7 +28,7 @@ std::string HexDigits(std::uint64_t number) {
     return digits;
 }
 
-/// The digits behind stub + "_" in a folder name of ours, "" for any other name.
+/// The digits after stub + "_" in the name of one of our folders; "" for any other name.
 std::string SuffixOf(const std::string& strName, const std::string& strStub) {
     const std::string start = strStub + "_";
     if (strName.size() != start.size() + intSuffixDigits || !strName.starts_with(start))
@@ -38,8 +38,8 @@ std::string SuffixOf(const std::string& strName, const std::string& strStub) {
                                                                              : std::string();
 }
 
-/// The marker is empty: it takes no cluster, which would then escape the purge. So its name alone
-/// can tell the purpose.
+/// The marker is empty, so that it takes no cluster that would escape the purge. Therefore only its
+/// name can show the purpose.
 std::string MarkerName(const std::string& strSuffix, DummyPurpose purpose) {
     return "nullwright-" + strSuffix + (purpose == DummyPurpose::SpeedTest ? ".test" : ".mark");
 }
@@ -75,7 +75,7 @@ bool IsInUse(const std::string& strMarker) {
     return fault == platform::Fault::SharingViolation;
 }
 
-/// The number in a name stub + number as we write it, 0 for any other name.
+/// The number in a name stub + number as we write it; 0 for any other name.
 std::int64_t DummyNumberOf(const std::string& strName, const std::string& strStub) {
     if (!platform::LowerCase(strName).starts_with(platform::LowerCase(strStub)))
         return 0;
@@ -91,7 +91,7 @@ constexpr std::size_t intRecordDigits = 5;
 constexpr std::size_t intSpareLetters = 200;
 const char* const strRecordAlphabet = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
-/// Whether a name begins as RecordFileName makes it and then has this end.
+/// Whether a name consists of a beginning from RecordFileName and this end.
 bool IsRecordFile(const std::string& strName, const std::string& strEnd) {
     const std::size_t intLength = std::string(strRecordStart).size() + intRecordDigits;
     return strName.starts_with(strRecordStart) && strName.size() == intLength + strEnd.size() &&
@@ -161,7 +161,7 @@ std::string MakeDummyFolder(const std::string& strDriveRoot, const std::string& 
         if (!Failed(platform::OpenFile(strFolder + "\\" + MarkerName(suffix, purpose),
                                        platform::Access::CreateNew, marker)))
             return strFolder;
-        // Without its marker the folder would not be known as ours after a crash.
+        // Without its marker the folder could not be recognised as ours after a crash.
         (void)platform::RemoveFolder(strFolder);
         return {};
     }
@@ -213,8 +213,8 @@ platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::strin
         return platform::Fault::None;
     if (Failed(fault))
         return fault;
-    // The marker goes after the last dummy file: whatever interrupts us, the folder is known as
-    // ours as long as one is in it.
+    // Delete the marker after the last dummy file: after an interruption, a folder with dummy files
+    // is still recognised as ours.
     if (blnDummies)
         return platform::Fault::AccessDenied;
     fault = strMarker.empty() ? platform::Fault::None : platform::RemoveFile(strMarker);
@@ -223,7 +223,8 @@ platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::strin
     if (blnOthers)
         return platform::Fault::NotEmpty;
     fault = platform::RemoveFolder(strFolder);
-    // A dummy file that somebody still has open is gone from the list but not from the folder.
+    // A deleted dummy file that is still open elsewhere is no longer listed but still in the
+    // folder.
     return fault == platform::Fault::NotFound   ? platform::Fault::None
            : fault == platform::Fault::NotEmpty ? platform::Fault::SharingViolation
                                                 : fault;
@@ -233,7 +234,7 @@ std::vector<DummyFolder> FindLeftoverDummyFolders(const std::string& strDriveRoo
                                                   const std::string& strStub) {
     std::vector<DummyFolder> folders;
     const std::string strRoot = FolderWithBackslash(strDriveRoot);
-    // A root that cannot be read has nothing that we could remove.
+    // An unreadable root contains nothing that we could remove.
     (void)platform::EnumerateFolder(strRoot, [&](const platform::FolderEntry& entry) {
         if (entry.IsFolder && !entry.IsLink && !SuffixOf(entry.Name, strStub).empty())
             folders.push_back({strRoot + entry.Name});

@@ -1,4 +1,4 @@
-// "Purge free space": plans the dummy files, announces them, has them written and purged.
+// "Purge free space": plans and announces the dummy files, then writes and purges them.
 #include "disk/FreeSpacePurge.h"
 
 #include "disk/DriveChoice.h"
@@ -25,8 +25,8 @@
 
 namespace {
 
-/// A FAT32 folder holds 65,536 entries, of which a name of ours takes two. Where standard dummies
-/// would come near that, larger ones are used, well below the file system's limit of 4 GiB.
+/// A FAT32 folder holds 65,536 entries, and each of our names takes two. If standard dummy files
+/// came near that number, larger ones are used, well below the file system's limit of 4 GiB.
 constexpr std::int64_t lngMostFilesOnFat = 16000;
 constexpr double dblDummySizeOnFat = 1073741824;
 
@@ -63,7 +63,7 @@ std::string AnnouncementText(char chrDrive) {
     return strText + "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.";
 }
 
-/// What the dummy files could not reach, "" when that is nothing.
+/// What the dummy files could not reach; "" when they reached everything.
 std::string UnfilledText() {
     const double dblAll = FillDisk.dblUnfilled + FillDisk.dblKeptBack;
     if (dblAll <= 0)
@@ -101,7 +101,7 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
             DeleteDummiesWithMessage(FillDisk.strDummyFolder);
             return FreeSpaceResult::Stopped;
         }
-        blnStop = false; // F10 while the box was shown: the user has answered it since
+        blnStop = false; // the user's answer supersedes F10 pressed while the box was shown
     }
     SetMainLine(MainLine::LargePurgeMessage,
                 (FillDisk.lngFilesWritten == 1
@@ -114,7 +114,7 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
 }
 
 std::string FreeSpaceResultText(FreeSpaceResult result) {
-    if (result == FreeSpaceResult::Failed) // nobody stopped it; a box has said why
+    if (result == FreeSpaceResult::Failed) // not stopped by the user; a box has told the reason
         return "The free space was not purged.";
     if (result != FreeSpaceResult::Purged)
         return strStopped;
@@ -203,7 +203,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
 
     BeginDriveReport(strTitle, "Purging the free space of Drive " + strDrive + " (" +
                                    ByteSizeText(dblSpaceInFreeClusters, 2) + ")");
-    if (!blnPurgingDrive) // that has planned more than this
+    if (!blnPurgingDrive) // the disk purge has already planned more than this
         PlanRunProgress(dblSpaceInFreeClusters * (1 + GetNumOverwrites()));
     FillDisk.strDriveRoot = strDrive + ":\\";
     FillDisk.intTestQuantity = 0;

@@ -1,4 +1,4 @@
-// Finds dummy folders of earlier runs, says what was interrupted, and removes them on request.
+// Finds dummy folders of earlier runs, tells what was interrupted, and removes them on request.
 #include "disk/LeftoverDummies.h"
 
 #include "disk/DriveChoice.h"
@@ -19,8 +19,8 @@ namespace {
 
 constexpr std::uint64_t lngMillisecondsBeforeMessage = 500;
 
-/// Folders of ours on these drives. A drive may have to spin up, so that the interface thread only
-/// waits; F10 ends it with the drive that is being looked at.
+/// Our folders on these drives. A drive may have to spin up, so this runs off the interface thread.
+/// F10 ends the search after the current drive.
 std::vector<DummyFolder> FindLeftovers(const std::string& strLetters) {
     std::vector<DummyFolder> folders;
     std::atomic<std::size_t> intNext{0};
@@ -61,7 +61,7 @@ std::string FoldersText(const std::vector<DummyFolder>& folders) {
     return strText;
 }
 
-/// What was interrupted, and what is left of it.
+/// Describes the interrupted work and its remains.
 std::string LeftoverText(const std::vector<DummyFolder>& folders) {
     const auto Has = [&](DummyPurpose purpose) {
         return std::any_of(folders.begin(), folders.end(),

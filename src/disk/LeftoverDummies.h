@@ -1,12 +1,12 @@
-// Dummy folders that an earlier run left behind: found, told, removed when the user wants it.
+// Finds dummy folders that an earlier run left behind, and removes them on request.
 #pragma once
 
 #include <string>
 
-/// Looks on the drive that was just chosen for a command, and offers to remove what is there.
+/// Searches the drive just chosen for a command, and offers to remove leftovers.
 void OfferToRemoveLeftoversOn(char chrDrive);
-/// "There is no free space on the disk in Drive X.", and what fills it when that is ours.
+/// "There is no free space on the disk in Drive X.", and a note if our own leftovers fill it.
 std::string NoFreeSpaceText(char chrDrive);
-/// Looks for dummy folders that a crash left on the drives of this computer, fixed and removable,
-/// and offers to remove them.
+/// Searches fixed and removable drives for dummy folders left by a crash, and offers to remove
+/// them.
 void OfferToRemoveLeftoverDummies();

@@ -1,4 +1,4 @@
-// "Purge folders": purges all files of chosen subfolders of some folder.
+// "Purge folders": purges all files in chosen subfolders of a folder.
 #include "disk/PurgeFolders.h"
 
 #include "disk/DriveChoice.h"
@@ -29,14 +29,14 @@ namespace {
 
 const char* const strStopped = "Purge of folders was stopped.";
 constexpr std::size_t intMostNamesShown = 10;
-constexpr std::size_t intLongName = 40; ///< characters; such a name gets a line of its own
+constexpr std::size_t intLongName = 40; ///< characters; a longer name gets its own line
 
 std::string SummaryText(const std::vector<std::string>& names) {
     std::string strText =
         names.size() == 1
             ? std::string("One folder will be purged:")
             : NumberInWords(static_cast<std::int64_t>(names.size())) + " folders will be purged:";
-    // The first name follows the colon at once, without a blank: kept so.
+    // Deliberate oddity: no blank between the colon and the first name.
     for (std::size_t i = 0; i < names.size() && i < intMostNamesShown; ++i)
         strText += names[i] + (CharactersIn(names[i]) >= intLongName ? "\r\n" : " ");
     if (names.size() > intMostNamesShown)
@@ -135,7 +135,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
     ShowUndone(loop);
 }
 
-/// From the folder that was chosen on, which is held meanwhile.
+/// The steps after the choice of the folder, which is held open meanwhile.
 void ChooseAndPurge(const std::string& strFolder, const std::string& strTitle) {
     bool blnSubfolders = false;
     auto fault = platform::Fault::None;
@@ -164,7 +164,7 @@ void ChooseAndPurge(const std::string& strFolder, const std::string& strTitle) {
         return;
     const auto names = LinesOf(strChosen);
     if (names.empty()) { // or cancelled
-        // "subolders": the dropped letter is kept.
+        // Deliberate oddity: "subolders" lacks a letter.
         ui::MsgBox("No subolders were selected.", ui::Buttons::OK, ui::Icon::Information, strTitle);
         return;
     }

@@ -1,7 +1,7 @@
-// "Purge folders": purges all files of chosen subfolders of some folder.
+// "Purge folders": purges all files in chosen subfolders of a folder.
 #pragma once
 
 #include <string>
 
-/// The command, from its first question to its end; `strTitle` is that of its boxes.
+/// Runs the whole command; `strTitle` is the title of its boxes.
 void PurgeFoldersCommand(const std::string& strTitle);

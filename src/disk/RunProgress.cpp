@@ -12,9 +12,9 @@ ui::Timer tmrRunProgress;
 
 namespace {
 
-/// In bytes that are written: of the whole command, of the phases that have ended, of this one.
+/// Bytes to write: of the whole command, of the finished phases, of the current phase.
 double dblPlanned = 0, dblEnded = 0, dblOfPhase = 0;
-std::function<double()> shareOfPhase; ///< none between two phases
+std::function<double()> shareOfPhase; ///< empty between two phases
 std::function<std::string()> doingOfPhase;
 
 double ShareOfCommand() {

@@ -20,16 +20,17 @@ namespace {
 
 using platform::Fault;
 
-constexpr std::int64_t lngSizeStep = 8; ///< records are laid out in pieces of this
+constexpr std::int64_t lngSizeStep = 8; ///< records are allocated in multiples of this
 constexpr std::int64_t lngLeastSize = 64;
-/// Where the file system does not tell whether a file has clusters, so many files show it.
+/// When the file system does not tell whether a file has clusters, find out with this many files.
 constexpr int intFilesToTell = 16;
-/// Names that make room for at least four times as many short ones.
+/// Number of long names; they reserve room for at least four times as many short names.
 constexpr std::int64_t lngSpares = 64;
-/// So many files in a row behind all others show that the table grows: it has no free record then.
-/// Where it tells its length, fewer will do; they are for records that are given out out of order.
+/// This many successive files after all others prove that the table grows, so it has no free
+/// record. When the table's length is known, fewer are enough; they allow for records handed out of
+/// order.
 constexpr std::int64_t lngGrowing = 256, lngBehindEnd = 32;
-/// Bounds for what never comes to an end by itself.
+/// Limits for loops that might never end by themselves.
 constexpr std::int64_t lngMostFiles = 1 << 24, lngMostLast = 1024, lngMostEntries = 65536;
 
 constexpr std::int64_t lngLargestRecord = 4096;
@@ -39,7 +40,7 @@ std::string PathOf(const std::string& strName) {
     return FillDisk.strDummyFolder + "\\" + strName;
 }
 
-/// What a made file shows of where it lies.
+/// Where a newly created file lies, as far as known.
 struct MadeFile {
     std::uint64_t lngNumber = 0; ///< 0: unknown
     bool blnTold = false, blnClusters = false;
@@ -66,8 +67,8 @@ Fault MakeNext(RecordWork& work, std::int64_t lngSize, bool blnAsk, MadeFile& ma
     return MakeFile(work, PathOf(RecordFileName(work.lngMade)), lngSize, blnAsk, made);
 }
 
-/// Whether a file of this size lies in its record. What was made to see that is removed: it may
-/// have left its record as it was.
+/// Whether a file of this size fits into its record. The test file is removed, because its record
+/// may still hold the old bytes.
 Fault TryFit(RecordWork& work, std::int64_t lngSize, bool& blnFits) {
     const std::int64_t lngFirst = work.lngMade;
     double dblBefore = 0, dblAfter = 0;
@@ -85,8 +86,8 @@ Fault TryFit(RecordWork& work, std::int64_t lngSize, bool& blnFits) {
     return fault;
 }
 
-/// One more step towards the largest size that fits. False when small files do not lie in records
-/// here, or when something failed.
+/// Makes one step towards the largest size that fits. False when small files do not lie in records
+/// here, or after a failure.
 bool FindSizeStep(RecordWork& work) {
     const std::int64_t lngSize =
         work.lngSize == 0 ? lngLeastSize
@@ -99,9 +100,9 @@ bool FindSizeStep(RecordWork& work) {
     return work.lngSize > 0;
 }
 
-/// Free records are given out before the table grows. Whether it does is seen by their numbers and
-/// its length, or, where that is unknown, by what growing takes from the free space: other programs
-/// may take some, too, but hardly just as much.
+/// Whether all free records are taken: the table grows only then. Growth shows in the record
+/// numbers and the table's length. If these are unknown, it shows in the free space that the growth
+/// takes; other programs may also take some, but hardly the same amount.
 bool HasTakenAll(RecordWork& work, std::uint64_t lngNumber) {
     if (lngNumber > 0 && lngNumber <= work.lngHighest) {
         work.lngBehind = 0;
@@ -125,8 +126,8 @@ bool HasTakenAll(RecordWork& work, std::uint64_t lngNumber) {
     return dblTaken >= dblRecords / 2 && dblTaken <= dblRecords * 4;
 }
 
-/// The marker has taken a free record, too, before any small file could. It grows until it leaves
-/// its record, with null bytes in all of it, and then has one cluster, also full of them.
+/// The marker took a free record before any small file could. Write null bytes until the marker
+/// fills its record and leaves it; it then has one cluster, also full of null bytes.
 Fault FillMarker(RecordWork& work) {
     auto fault = Fault::None;
     std::int64_t lngSize = 0;
@@ -164,7 +165,7 @@ bool TakeStep(RecordWork& work) {
            work.lngMade < lngMostFiles;
 }
 
-/// Every hundred of them: painting costs more than making one.
+/// Updates only after every hundredth file: painting costs more than creating a file.
 void ShowTaken(std::int64_t lngMade, std::int64_t& lngShown) {
     if (lngMade / 100 == lngShown)
         return;
@@ -174,7 +175,7 @@ void ShowTaken(std::int64_t lngMade, std::int64_t& lngShown) {
     RepaintMain();
 }
 
-/// Takes steps until one returns false; F10 asks as in the filling.
+/// Runs steps until one returns false; F10 asks as in the filling.
 FillOutcome TakeSteps(RecordWork& work, const std::function<bool()>& step) {
     bool blnMore = true;
     std::int64_t lngShown = -1;
@@ -194,7 +195,7 @@ FillOutcome TakeSteps(RecordWork& work, const std::function<bool()>& step) {
     return Failed(work.Error) ? FillOutcome::Faulted : FillOutcome::Done;
 }
 
-/// The disk is full: whatever room the table and the folder have got is used up.
+/// On the full disk: uses up the remaining room in the table and the folder.
 FillOutcome TakeLastFileRecords(RecordWork& work) {
     const std::int64_t lngBefore = work.lngMade;
     return TakeSteps(work, [&work, lngBefore] {
@@ -209,7 +210,7 @@ FillOutcome TakeLastFileRecords(RecordWork& work) {
     });
 }
 
-/// On a full disk the top folder cannot grow: empty files in it take its free entries.
+/// The top folder cannot grow on a full disk: empty files in it take its free entries.
 FillOutcome TakeTopFolder(RecordWork& work) {
     std::vector<std::string> made;
     const auto outcome = TakeSteps(work, [&] {
@@ -217,7 +218,7 @@ FillOutcome TakeTopFolder(RecordWork& work) {
         const std::int64_t lngBefore = work.lngMade;
         const std::string strPath =
             FillDisk.strDriveRoot + RootEntryName(FillDisk.strDummyFolder, lngBefore);
-        // Whatever refuses the next one, no entry is left, or none that this user may take.
+        // Any refusal means that no entry is left, or none that this user may take.
         const bool blnDone = !Failed(MakeFile(work, strPath, 0, false, ignored));
         if (work.lngMade > lngBefore)
             made.push_back(strPath);
@@ -228,7 +229,7 @@ FillOutcome TakeTopFolder(RecordWork& work) {
         [&] {
             if (made.empty())
                 return false;
-            // What stays although it was made is removed with the folder, or holds it back.
+            // A file that stays is removed with the folder later, or prevents its removal.
             (void)DeleteFileClearingAttributes(made.back(), true, true, true);
             made.pop_back();
             return true;

@@ -1,4 +1,4 @@
-// "Test purge speed": writes and purges the test quantity, takes the time, tells the result.
+// "Test purge speed": writes and purges the test quantity, measures the time, shows the result.
 #include "disk/SpeedTest.h"
 
 #include "disk/DriveChoice.h"
@@ -28,7 +28,7 @@ constexpr double dblLeastFree = dblBytesPerMB;
 constexpr double dblMuchFree = 5368709120;
 constexpr double dblSecondsPerDay = 86400;
 constexpr double dblLeastSeconds = 0.001;
-constexpr int intMillisecondsBeforeTest = 1000; ///< lets the disk come to rest
+constexpr int intMillisecondsBeforeTest = 1000; ///< lets the disk become idle
 
 bool Fail(const std::string& strText) {
     TellInReport(strText);
@@ -64,14 +64,14 @@ std::string SpeedResultText(bool blnFloppy, float sngSpeed, std::int16_t intOver
     return strText;
 }
 
-/// Writes and purges the test quantity. The seconds that it took, or a negative number.
+/// Writes and purges the test quantity. Returns the seconds taken, or a negative number.
 double TimedWriteAndPurge() {
     const double t0 = platform::SecondsSinceMidnight();
     WriteDummyFiles();
     const bool blnWritten =
         FillDisk.Outcome == FillOutcome::Done && FillDisk.dblBytesInFinishedFiles > 0;
     if (blnWritten) {
-        blnPurgingFreeSpace = true; // or F10 would wait for all passes
+        blnPurgingFreeSpace = true; // else F10 would only take effect after all passes
         (void)PurgeDummyFiles(false, FillDisk.lngFilesWritten, "");
         blnPurgingFreeSpace = false;
     } else
