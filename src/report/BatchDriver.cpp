@@ -1,4 +1,4 @@
-// A run in the report window: prepares the window, has the run performed, shows its end.
+// A run in the report window: prepares the window, performs the run, shows its end.
 #include "report/BatchDriver.h"
 
 #include "engine/FilePurge.h"
@@ -26,7 +26,7 @@ void ResetReportWindow() {
 
 namespace {
 
-// What the run takes over from the settings and from the question asked before it.
+// Completes the request from the settings and from the question asked before the run.
 void CompleteRequest(RunRequest& request) {
     request.blnSubdirectories = blnSubdirectories;
     request.How = PurgeHowInForce();

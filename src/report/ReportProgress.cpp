@@ -18,7 +18,7 @@ std::string FilesText(std::int64_t files) {
     return GroupedDigits(files) + (files == 1 ? " file" : " files");
 }
 
-// What a run came to: files that were merely dealt with are not called purged.
+// The result of a run in words: files that were only processed are not called purged.
 std::string ResultOfRun() {
     const std::int64_t purged = currentRun.Counts.lngNumFilesPurged;
     const auto failed = static_cast<std::int64_t>(currentRun.Failures.size());
@@ -30,7 +30,7 @@ std::string ResultOfRun() {
            (failed > 0 ? ", " + GroupedDigits(failed) + " failed," : std::string());
 }
 
-// The share of the files that the run was through with and has purged.
+// The share of the processed files that were actually purged.
 double ShareWithoutFailures() {
     const auto done = static_cast<double>(FilesDone());
     return done > 0 ? 1 - static_cast<double>(currentRun.Failures.size()) / done : 1;
@@ -49,7 +49,7 @@ void ShowReportProgress() {
     if (failed > 0)
         text.replace(text.size() - 3, 3, ", " + GroupedDigits(failed) + " failed.  ");
     text += ElapsedText();
-    // While the user is asked about each file, nobody knows how many of them will be purged.
+    // While the user confirms each file, the number of files to purge is unknown.
     const bool blnAsking = blnConfirmFiles && !blnPurgeRemainingFiles;
     const std::string strRemaining = blnAsking ? std::string() : RemainingText();
     if (!SearchInHand().empty())
@@ -58,7 +58,7 @@ void ShowReportProgress() {
         text += "  " + strRemaining;
     frmReport.lblProgress.Caption = (blnStop ? "Stopping after this pass ...  " : "") + text;
     const double share = ClockShare();
-    // A purge begins with an empty one, even while the number of files is not known.
+    // A purge starts with an empty bar, even while the number of files is unknown.
     const bool blnBar = share >= 0 || (currentRun.Request.blnPurgeFiles && FilesDone() == 0);
     if (frmReport.barProgress.Visible != blnBar) {
         frmReport.barProgress.Visible = blnBar;
@@ -83,12 +83,12 @@ void ShowRunEnd() {
         frmReport.lblProgress.Caption =
             ResultOfRun() + " in " +
             (elapsed < 1000 ? "less than a second" : ClockText(static_cast<double>(elapsed))) + ".";
-        // After a stop the bar stays where it stood: the current file counts as dealt with now.
-        // It is full only when nothing has failed.
+        // After a stop the bar keeps its position, because the current file now counts as
+        // processed. Without a stop it is full only if nothing has failed.
         if (!blnStop)
             frmReport.barProgress.Fraction = ShareWithoutFailures();
     }
     if (WritesDots())
-        ClearReportText(); // it holds only the dots
+        ClearReportText(); // the text contains only dots
     ui::ShowTaskbarProgress(frmReport, -1, false);
 }

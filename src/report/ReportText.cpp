@@ -1,5 +1,4 @@
-// The report's text and its limit: appending, replacing the last line, what happens when it is
-// full.
+// The report's text and its limit: appending, replacing the last line, handling a full report.
 #include "report/ReportText.h"
 
 #include "report/frmReport.h"
@@ -13,10 +12,9 @@
 
 namespace {
 
-constexpr std::size_t lngCutWhenFull = 1024; // characters that make room for the closing lines
+constexpr std::size_t lngCutWhenFull = 1024; // characters cut to make room for the closing lines
 
-// The length of txbText in UTF-16 units: to count them anew at each append would take longer and
-// longer.
+// The length of txbText in UTF-16 units. Counting them at each append would take ever longer.
 std::size_t lngUnits = 0;
 
 void CaretToEnd() {
@@ -35,7 +33,7 @@ void CutBox(std::size_t length) {
     text.resize(length);
 }
 
-// Position of the character with which the last `units` units begin.
+// Byte position at which the last `units` units begin.
 std::size_t PositionBeforeLast(std::size_t units) {
     const std::string& text = frmReport.txbText.Text;
     std::size_t position = text.size();
@@ -76,8 +74,8 @@ void AppendReport(const std::string& strText, bool blnFlush) {
     frmReport.strTextBuff += strText;
     if (blnFlush) {
         MovePendingText();
-        // Brings the window up to date by elapsed time: one append to a visible text box costs
-        // milliseconds.
+        // DoEvents updates the window only after some time: each append to a visible text box would
+        // cost milliseconds.
         ui::DoEvents();
     }
     if (lngUnits > lngReportLimit)
@@ -91,7 +89,7 @@ void ReplaceReportTail(std::size_t lngFrom, const std::string& strTail) {
     CutBox(lngFrom);
     AppendToBox(strTail);
     CaretToEnd();
-    AppendReport({}, false); // for the limit
+    AppendReport({}, false); // only to enforce the limit
 }
 
 bool ReportIsFull() {
@@ -134,7 +132,7 @@ void ReportBufferFull() {
                     "this report cannot continue.  The purge operation will continue, "
                     "but without report of results for individual files.\r\n\r\n");
     } else {
-        PauseClock(true); // the user's time is none of the run's
+        PauseClock(true); // the time until the user answers does not count
         ui::MsgBox("The output report buffer has been filled, so this report cannot continue.",
                    ui::Buttons::OK, ui::Icon::None, "Report buffer full");
         PauseClock(false);

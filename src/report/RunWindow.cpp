@@ -1,4 +1,4 @@
-// What a run asks and polls, as the report window and the dialogs around it do it.
+// The questions and polls of a run, implemented by the report window and its dialogs.
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"

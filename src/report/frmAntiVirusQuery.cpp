@@ -1,4 +1,4 @@
-// The file-monitoring query, and the advice that the main window gives with it.
+// The file-monitoring query, and the main window's advice that follows it.
 #include "report/frmAntiVirusQuery.h"
 
 #include "ui/Interface.h"

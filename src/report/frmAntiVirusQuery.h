@@ -11,13 +11,13 @@ struct FrmAntiVirusQuery : ui::Form {
 
     bool blnNo = false;
     bool blnCancel = false;
-    /// AntiVirusAdvice was given for the run that follows: it does not ask again.
+    /// Set when AntiVirusAdvice was given for the coming run, which then does not ask again.
     bool blnAsked = false;
 };
 extern FrmAntiVirusQuery frmAntiVirusQuery;
 
 void LoadAntiVirusQueryForm();
-/// The main window's anti-virus advice: the query, placed by the window `frmOwner`, and unless the
-/// answer is No or Cancel a recommendation. `strDrive` is the drive letter. 2 when the operation
-/// is to be cancelled; 1 to go on after the recommendation, 7 to go on without.
+/// The main window's anti-virus advice: shows the query over `frmOwner`, and a recommendation
+/// unless the answer is No or Cancel. `strDrive` is the drive letter. Returns 2 to cancel the
+/// operation, 1 to go on after the recommendation, 7 to go on without it.
 int AntiVirusAdvice(const std::string& strDrive, const ui::Form& frmOwner);

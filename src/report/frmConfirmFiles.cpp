@@ -35,13 +35,13 @@ void cmdStopPurge_Click() {
     Answer(false);
 }
 
-/// The window grows with the path, which is shown as a whole: nobody should have to agree to the
-/// end of a file whose name is cut short.
+/// The window grows with the path, so that the whole path is visible: nobody should confirm a file
+/// whose name is cut short.
 void LayOut() {
     FrmConfirmFiles& f = frmConfirmFiles;
     constexpr int intCharactersInLine = 60, intLineHeight = 225, intMaxLines = 20;
     const int intLines =
-        static_cast<int>(f.lblFile.Caption.size() / intCharactersInLine) + 1; // on the safe side
+        static_cast<int>(f.lblFile.Caption.size() / intCharactersInLine) + 1; // rounded up
     f.lblFile.Height = std::clamp(intLines, 2, intMaxLines) * intLineHeight;
     const int intTop = f.lblFile.Top + f.lblFile.Height + 210;
     for (ui::Button* button : {&f.cmdYes, &f.cmdNo, &f.cmdStopPurge})
@@ -57,7 +57,7 @@ void LoadConfirmFilesForm() {
     f.Name = "frmConfirmFiles";
     f.Caption = "Confirm purging of this file";
     f.Width = 7200;
-    // Neither closing it nor Enter pressed too early is a consent to the purge.
+    // Closing the window and pressing Enter too early must not count as consent to the purge.
     f.Close = cmdNo_Click;
     f.Activate = [] { ui::SetFocus(frmConfirmFiles.cmdNo); };
 

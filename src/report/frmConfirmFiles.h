@@ -14,5 +14,5 @@ struct FrmConfirmFiles : ui::Form {
 extern FrmConfirmFiles frmConfirmFiles;
 
 void LoadConfirmFilesForm();
-/// What the form asks about at its next showing.
+/// Sets the file that the form shows next.
 void SetFileToConfirm(const std::string& strPath);

@@ -13,7 +13,7 @@ namespace {
 void frmPurgeWarning_Activate() {
     blnStopPurge = false;
     frmPurgeWarning.chkDontShowAgain.Value = 0;
-    // "(each time the file  is to be overwritten)": the second blank belongs to the text.
+    // "(each time the file  is to be overwritten)": the double blank is deliberate.
     frmPurgeWarning.lblMessage.Caption =
         "The file " + frmPurgeWarning.strFilePath +
         " will now be purged.  "
@@ -43,14 +43,14 @@ void cmdStopPurge_Click() {
     ui::Hide(frmPurgeWarning);
 }
 
-/// The window grows with the path that stands in its text.
+/// The window grows with the path in its text.
 void LayOut() {
     FrmPurgeWarning& f = frmPurgeWarning;
     constexpr int intCharactersBesidePath = 250, intCharactersInLine = 52, intLineHeight = 225;
     constexpr int intLinesBelow = 3, intMaxLines = 30;
     const int intLines =
         (static_cast<int>(f.strFilePath.size()) + intCharactersBesidePath) / intCharactersInLine +
-        1 + intLinesBelow; // on the safe side
+        1 + intLinesBelow; // rounded up
     f.lblMessage.Height = std::min(intLines, intMaxLines) * intLineHeight;
     f.chkDontShowAgain.Top = f.lblMessage.Top + f.lblMessage.Height + 120;
     f.cmdOK.Top = f.cmdStopPurge.Top = f.chkDontShowAgain.Top + 465;
@@ -66,7 +66,7 @@ void LoadPurgeWarningForm() {
     f.Width = 6600;
     f.Position = ui::StartPosition::Manual;
     f.Activate = frmPurgeWarning_Activate;
-    f.Close = cmdStopPurge_Click; // closing it is no consent to the purge
+    f.Close = cmdStopPurge_Click; // closing the window is no consent to the purge
 
     ui::PutWords({{&f.chkDontShowAgain, "Don't display this advice again during this session.", 'D',
                    chkDontShowAgain_Click},

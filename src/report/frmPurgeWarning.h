@@ -15,5 +15,5 @@ struct FrmPurgeWarning : ui::Form {
 extern FrmPurgeWarning frmPurgeWarning;
 
 void LoadPurgeWarningForm();
-/// The file that its next showing is about.
+/// Sets the file that the form shows next.
 void SetFileOfAdvice(const std::string& strPath);

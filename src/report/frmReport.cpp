@@ -109,8 +109,7 @@ void cmdCopyToClipboard_Click() {
 }
 
 void cmdClose_Click() {
-    // Only a run in progress is stopped: the flag is everybody's, and must not lie in wait for the
-    // next command.
+    // Stop only a run in progress: the flag is shared and would otherwise stop the next command.
     if (currentRun.IsUnderWay() && currentRun.Request.blnInReport) {
         blnStop = true;
         frmReport.lblPausedDone.Caption = "Stopped";

@@ -12,20 +12,20 @@ struct FrmReport : ui::Form {
     ui::Label lblDots, lblPausedDone, lblProgress;
     ui::ProgressBar barProgress;
     ui::Button cmdPauseContinue, cmdStop, cmdSaveReport, cmdCopyToClipboard, cmdClose;
-    ui::Timer tmrProgress; ///< keeps the elapsed time going while one file takes long
+    ui::Timer tmrProgress; ///< updates the elapsed time while one file takes long
 
     bool blnBufferFull = false;
     std::string strTextBuff; ///< pending text, not yet in txbText
 };
 extern FrmReport frmReport;
 
-/// The run is a listing that writes a dot for each folder instead of its name.
+/// Whether the run is a listing that writes a dot instead of each folder's name.
 bool WritesDots();
-/// Lays out the report window and the dialogs that accompany a run, and binds their handlers;
-/// once, at start-up.
+/// Lays out the report window and the dialogs of a run, and binds their handlers; called once, at
+/// start-up.
 void LoadReportForm();
-/// Places everything by the window's size and by what is shown; the text gets what the two rows
-/// below it leave.
+/// Arranges the window by its size and visible controls; the text gets the space above the two
+/// bottom rows.
 void LayOutReport();
 /// Captions, widths and visibility of Pause and Stop for the current run.
 void SetRunButtons();

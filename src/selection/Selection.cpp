@@ -1,4 +1,4 @@
-// The folder browser, and what every chosen path goes through: it is resolved, checked and held.
+// The folder browser, and the handling of every chosen path: it is resolved, checked and held.
 #include "selection/Selection.h"
 
 #include "platform/Files.h"
@@ -19,11 +19,11 @@ void LoadSelectionForms() {
 
 namespace {
 
-/// The folder chosen last, and what it is.
+/// The folder chosen last, and its identity.
 std::string strRemembered;
 platform::FolderIdentity identityRemembered;
 
-/// What the system says of a path; what it cannot say leaves the path as it is meant.
+/// The real path as told by the system; if the system does not tell, the full path.
 std::string RealPath(const std::string& strPath) {
     std::string strReal;
     return Failed(platform::ReadRealPath(strPath, strReal)) ? platform::FullPath(strPath) : strReal;
@@ -74,14 +74,14 @@ void RememberFolder() {
         strReal = FolderWithBackslash(RealPath(strDirPath));
         fault = platform::ReadFolderIdentity(strReal, identityRemembered);
     });
-    if (Failed(fault)) // it may be there later
+    if (Failed(fault)) // the folder may exist later
         return;
     strDirPath = strRemembered = strReal;
 }
 
 bool HoldChosenFolder(platform::FolderHold& hold) {
     if (strDirPath != strRemembered)
-        RememberFolder(); // it was not there when it was set
+        RememberFolder(); // it did not exist when it was set
     auto fault = platform::Fault::None;
     AskOnDrive(strDirPath, [&] { fault = platform::HoldFolder(strDirPath, hold); });
     if (fault == platform::Fault::NotFound)

@@ -5,26 +5,26 @@
 
 #include <string>
 
-/// Lays the dialogs out and binds their handlers; once, at start-up.
+/// Lays out the dialogs and binds their handlers; called once, at start-up.
 void LoadSelectionForms();
 
-/// The folder browser; a folder path with a drive letter and a trailing backslash, "" when
-/// cancelled or refused with a message.
+/// Shows the folder browser. Returns a folder path with a drive letter and a trailing backslash; ""
+/// when cancelled or refused with a message.
 std::string BrowseFolder(const std::string& strTitle);
 
-/// Settles the path of a chosen file or folder once: it becomes the real one, which is shown, asked
-/// about and purged. A place without a drive letter keeps the letter that it was chosen by. "", or
-/// why it cannot be purged where it is: a path that is not on a drive with a
-/// letter, a link, behind which lies what was not chosen and is perhaps on another drive, and what
-/// cannot be asked whether it is one.
+/// Replaces the path of a chosen file or folder by its real path, which is then shown, confirmed
+/// and purged. A place without a drive letter keeps the letter under which it was chosen. Returns
+/// "", or the reason why the path cannot be purged: it is not on a drive with a letter, it is a
+/// link (its target was not chosen and may lie on another drive), or the system does not tell
+/// whether it is a link.
 std::string SettlePath(std::string& strPath);
-/// The same; false, with a message, for what cannot be purged.
+/// Calls SettlePath; false, with a message, when the path cannot be purged.
 bool TakePath(std::string& strPath, const std::string& strTitle);
-/// strDirPath has been set: its path is settled where that was not done yet, and what folder it is
-/// is remembered.
+/// Call after setting strDirPath: settles the path if not done yet, and remembers the folder's
+/// identity.
 void RememberFolder();
-/// Holds the folder in strDirPath until it is let go of. False, with a message, when it cannot be
-/// reached, has become a link, or is no longer the folder that was chosen.
+/// Holds the folder in strDirPath until `hold` is released. False, with a message, when the folder
+/// cannot be reached, has become a link, or is no longer the chosen folder.
 bool HoldChosenFolder(platform::FolderHold& hold);
 /// Whether two paths lead to the same folder.
 bool IsSameFolder(const std::string& strFolder, const std::string& strOther);

@@ -36,12 +36,12 @@ std::string DriveText(char letter) {
     const std::string root = std::string(1, letter) + ":\\";
     std::string text = root.substr(0, 2) + "  ";
     const platform::DriveType type = platform::TypeOfDrive(root);
-    // A server that does not answer would keep the list away for half a minute, and its drives
-    // cannot be purged anyway.
+    // Network drives are not queried: a server that does not answer would delay the list by half a
+    // minute, and its drives cannot be purged anyway.
     if (type == platform::DriveType::Remote)
         return text + TypeText(type);
     platform::VolumeFacts facts;
-    // A volume without a label, or without a medium, has only its type to show.
+    // A volume without a label, or a drive without a medium, shows only its type.
     if (!platform::Failed(GetVolumeFacts(root, facts)) && !facts.Label.empty())
         text += facts.Label + ", ";
     text += TypeText(type);
@@ -103,7 +103,7 @@ void LoadDrivesForm() {
     frm.lstDrives.DoubleClick = cmdOK_Click;
 }
 
-// No drive is chosen beforehand where there are several: Enter alone must not pick one.
+// With several drives, none is preselected, so that Enter alone cannot choose one.
 char ChooseDrive(const std::string& strTitle, const std::string& strLetters) {
     frm.Caption = strTitle;
     frm.lstDrives.Items.clear();

@@ -8,11 +8,11 @@ struct FrmDrives : ui::Form {
     ui::ListBox lstDrives; ///< item data: the letter
     ui::Button cmdOK, cmdCancel;
 
-    char chrDrive = 0; ///< the letter that was accepted, 0 after Cancel
+    char chrDrive = 0; ///< the chosen letter, 0 after Cancel
 };
 extern FrmDrives frmDrives;
 
-/// Lays the dialog out and binds its handlers; once, at start-up.
+/// Lays out the dialog and binds its handlers; called once, at start-up.
 void LoadDrivesForm();
-/// The drive chooser: one of the letters, or 0 when cancelled.
+/// Shows the drive chooser; returns one of the letters, or 0 when cancelled.
 char ChooseDrive(const std::string& strTitle, const std::string& strLetters);

@@ -1,4 +1,4 @@
-// The file-specification dialog: its four kinds, what they accept, and how many files match.
+// The file-specification dialog: its four kinds, their checks, and the number of matching files.
 #include "selection/frmFileSpecification.h"
 
 #include "platform/System.h"
@@ -18,7 +18,7 @@ FrmFileSpecification& frm = frmFileSpecification;
 
 enum Kind : std::size_t { SingleFile = 0, AllFiles = 1, WithExtension = 2, OfForm = 3 };
 
-/// The names are read before the dialog opens, and are matched anew at each key.
+/// The time to read the names before the dialog opens. Each key matches them again.
 constexpr std::uint64_t intMillisecondsToRead = 300;
 constexpr std::size_t lngMaxNames = 20000;
 
@@ -61,8 +61,8 @@ ui::TextBox* BoxOf(std::size_t kind) {
     }
 }
 
-/// The focus goes to the box of a choice, its text selected so that typing replaces it; where there
-/// is no box, to the choice itself.
+/// Moves the focus to the text box of a choice and selects its text, so that typing replaces it. A
+/// choice without a text box gets the focus itself.
 void FocusOn(std::size_t kind) {
     if (ui::TextBox* box = BoxOf(kind)) {
         box->SelStart = 0;
@@ -73,8 +73,8 @@ void FocusOn(std::size_t kind) {
     }
 }
 
-/// The name as typed, blanks and all, as a file's name may begin with one; a whole path of a file
-/// in the folder gives its name. "" for nothing but blanks.
+/// The name as typed, including blanks, because a file name may begin with one. If a whole path of
+/// a file in the folder was typed, its name. "" if only blanks were typed.
 std::string TypedName() {
     const std::string& text = frm.txbSingleFile.Text;
     const std::string folder = Trimmed(FolderPartOf(text));
@@ -83,7 +83,7 @@ std::string TypedName() {
     return Trimmed(text).empty() ? "" : text;
 }
 
-/// What the fields say, and in `strComplaint` why it cannot be accepted.
+/// The specification in the fields; `strComplaint` tells why it cannot be accepted.
 std::string SpecificationInFields(std::string& strComplaint) {
     strComplaint.clear();
     std::string filespec;
@@ -188,7 +188,7 @@ void optSpecification_Click() {
     FocusOn(ChosenKind());
 }
 
-/// Who types into a box means the choice that the box belongs to.
+/// Typing into a box selects the choice to which the box belongs.
 void TextBox_Change(std::size_t kind) {
     if (!BoxOf(kind)->Text.empty())
         ui::SelectOption(frm.optSpecification, kind);

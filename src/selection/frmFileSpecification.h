@@ -1,4 +1,4 @@
-// The dialog in which the files of a folder are specified.
+// The dialog for a file specification.
 #pragma once
 
 #include "ui/Controls.h"
@@ -14,17 +14,17 @@ struct FrmFileSpecification : ui::Form {
     ui::Button cmdChooseFile, cmdOK, cmdCancel;
 
     std::string strFolder; ///< with a trailing backslash
-    /// The names of the folder's files, as many as were read in the time allowed.
+    /// The names of the folder's files that could be read in the allowed time.
     std::vector<std::string> strNames;
     bool blnAllNamesRead = false;
     bool blnFolderRead = false;
-    /// What was accepted; "" after Cancel.
+    /// The accepted specification; "" after Cancel.
     std::string strResult;
 };
 extern FrmFileSpecification frmFileSpecification;
 
-/// Lays the dialog out and binds its handlers; once, at start-up.
+/// Lays out the dialog and binds its handlers; called once, at start-up.
 void LoadFileSpecificationForm();
-/// The file-specification dialog for a folder: "*.*", "*.ext", a wildcard form or one file name;
-/// "" when cancelled.
+/// Shows the file-specification dialog for a folder. Returns "*.*", "*.ext", a wildcard form or one
+/// file name; "" when cancelled.
 std::string AskFileSpecification(const std::string& strFolder);

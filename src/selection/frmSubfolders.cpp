@@ -1,5 +1,4 @@
-// The subfolder chooser: the list with its counts, and the words that say what becomes of the
-// choice.
+// The subfolder chooser: the list with its counts, and the texts that tell how the choice is used.
 #include "selection/frmSubfolders.h"
 
 #include "platform/Folders.h"
@@ -20,8 +19,8 @@ namespace {
 
 FrmSubfolders& frm = frmSubfolders;
 
-/// Counting is done in slices, so that the dialog answers while it goes on, and no subfolder may
-/// take longer than one of them: the time before the dialog opens, then between two messages.
+/// Counting runs in slices so that the dialog stays responsive: one slice before the dialog opens,
+/// then one between two messages. Also the time limit for a single subfolder.
 constexpr std::uint64_t intMillisecondsAtOnce = 300;
 constexpr std::uint64_t intMillisecondsPerSlice = 40;
 
@@ -29,8 +28,8 @@ std::string Counted(std::int64_t count, const char* one, const char* several) {
     return (count == 0 ? "no" : GroupedDigits(count)) + (count == 1 ? one : several);
 }
 
-/// The counts behind a subfolder's name: what lies directly in it. Counting that takes too long
-/// ends with "more than".
+/// The counts after a subfolder's name: the files and folders directly in it. A count that takes
+/// too long ends with "more than".
 std::string CountsText(const std::string& path, std::uint64_t millisecondsAllowed) {
     std::int64_t files = 0, folders = 0;
     bool blnAll = true;
@@ -47,7 +46,7 @@ std::string CountsText(const std::string& path, std::uint64_t millisecondsAllowe
            Counted(folders, " subfolder)", " subfolders)");
 }
 
-/// What is chosen to be kept is told together with what that leaves to be purged.
+/// Shows which subfolders are kept and also how many that leaves to be purged.
 void ShowChosen() {
     const auto& items = frm.lstSubfolders.Items;
     const auto chosen = std::count_if(items.begin(), items.end(),
@@ -60,7 +59,7 @@ void ShowChosen() {
                   (chosen == 1 ? " subfolder is chosen." : " subfolders are chosen.");
 }
 
-/// Counts on for a while; true when all subfolders have their counts.
+/// Counts for a while; true when all subfolders have their counts.
 bool CountForAWhile(std::uint64_t milliseconds) {
     const std::uint64_t start = platform::TickCount();
     while (frm.lngNextToCount < frm.strNames.size()) {
@@ -74,7 +73,7 @@ bool CountForAWhile(std::uint64_t milliseconds) {
     return true;
 }
 
-/// The file system's order is of no use to a reader.
+/// Sorted for the reader: the file system's order is arbitrary.
 void SortNames() {
     std::vector<std::pair<std::string, std::string>> keyed;
     for (const std::string& name : frm.strNames)
@@ -84,8 +83,8 @@ void SortNames() {
         frm.strNames[i] = keyed[i].second;
 }
 
-/// False, with a word to the user, when the folder could not be read to its end: what is missing in
-/// a part of the list could not be chosen to be kept.
+/// False, with a message, when the folder could not be read completely: subfolders missing in the
+/// list could not be chosen to be kept.
 bool ReadNames() {
     frm.strNames.clear();
     auto fault = platform::Fault::None;
@@ -114,13 +113,13 @@ void FillList() {
     frm.lstSubfolders.Items.clear();
     for (const std::string& name : frm.strNames)
         frm.lstSubfolders.Items.push_back({name + "  (not counted)", 0, false});
-    frm.lstSubfolders.ListIndex = frm.strNames.empty() ? -1 : 0; // where the keyboard begins
+    frm.lstSubfolders.ListIndex = frm.strNames.empty() ? -1 : 0; // start for the keyboard
     frm.lngNextToCount = 0;
     frm.Clock1.Enabled = !CountForAWhile(intMillisecondsAtOnce);
 }
 
 void Clock1_Tick() {
-    if (blnStop) { // F10: what was not counted stays so
+    if (blnStop) { // F10 ends the counting for good
         blnStop = false;
         frm.Clock1.Enabled = false;
         return;
@@ -186,8 +185,8 @@ void LoadSubfoldersForm() {
     frm.lstSubfolders.Click = ShowChosen;
 }
 
-// The names are kept beside the list, so that one that holds "(" or begins with a blank comes back
-// as it is, whatever counts follow it in the list.
+// The names are kept beside the list, so that names with "(" or a leading blank are returned
+// unchanged, whatever counts follow them in the list.
 SubfolderChoice SelectSubfolders(const std::string& strFolder, const std::string& strTitle,
                                  SubfolderUse use, std::string& strChosen) {
     strChosen.clear();

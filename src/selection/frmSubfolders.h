@@ -1,4 +1,4 @@
-// The dialog in which subfolders of a folder are chosen.
+// The dialog for choosing subfolders of a folder.
 #pragma once
 
 #include "selection/Selection.h"
@@ -7,32 +7,32 @@
 #include <string>
 #include <vector>
 
-/// What becomes of the chosen subfolders: the chooser says it inside.
+/// What happens to the chosen subfolders; the dialog shows it.
 enum class SubfolderUse { Purge, Keep };
 enum class SubfolderChoice {
     Chosen,
-    NoneChosen, ///< the user accepted that none is chosen
+    NoneChosen, ///< the user confirmed that none is chosen
     Cancelled,
-    NotOffered ///< the list could not be read whole, or F10 ended the reading; the user knows
+    NotOffered ///< the list was incomplete or F10 ended the reading; the user was told
 };
 
 struct FrmSubfolders : ui::Form {
     ui::Label lblMessage, lblUse, lblChosen;
     ui::ListBox lstSubfolders;
     ui::Button cmdChooseAll, cmdChooseNone, cmdOK, cmdCancel;
-    ui::Timer Clock1; ///< counts on, a little at a time
+    ui::Timer Clock1; ///< continues the counting in small slices
 
     SubfolderUse Use = SubfolderUse::Purge;
     std::string strFolder;             ///< with a trailing backslash
-    std::vector<std::string> strNames; ///< of the items, in their order
+    std::vector<std::string> strNames; ///< in the order of the items
     std::size_t lngNextToCount = 0;
     bool blnAccepted = false;
 };
 extern FrmSubfolders frmSubfolders;
 
-/// Lays the dialog out and binds its handlers; once, at start-up.
+/// Lays out the dialog and binds its handlers; called once, at start-up.
 void LoadSubfoldersForm();
-/// The subfolder chooser. `strChosen` takes the chosen names, one per line ending in CR LF; "" in
-/// every case but the first. Links to folders are not offered.
+/// Shows the subfolder chooser. `strChosen` receives the chosen names, one per line ending in CR
+/// LF; "" unless the result is Chosen. Links to folders are not offered.
 SubfolderChoice SelectSubfolders(const std::string& strFolder, const std::string& strTitle,
                                  SubfolderUse use, std::string& strChosen);

@@ -1,21 +1,21 @@
-// The state that all rooms share while the program runs: what is to be purged and how, what was
-// measured, and whether a stop was asked for. Plain variables, read and written by name; this file
-// includes nothing of ours, so that every room may include it.
+// The state shared by all rooms: what is to be purged and how, measured speeds, and stop requests.
+// These are plain variables. This file includes no other file of the program, so that every room
+// may include it.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <string>
 
-/// Folder that holds the files to purge, with a trailing backslash; "" = not specified.
+/// Folder of the files to purge, with a trailing backslash; "" = not specified.
 inline std::string strDirPath;
-/// Folder from which the browsers start; set together with strDirPath when a folder is chosen.
+/// Start folder of the browsers; set together with strDirPath when a folder is chosen.
 inline std::string strBrowsePath;
 /// A single file name, "*.*", "*.ext" or a wildcard form; "" = not specified.
 inline std::string strFilespec;
 /// True when a folder plus file specification is set, false when a single file is set.
 inline bool blnMultipleFiles = false;
-/// Operate on matching files in all lower subfolders too.
+/// Include matching files in all subfolders.
 inline bool blnSubdirectories = false;
 /// Ask before each file is purged.
 inline bool blnConfirmFiles = false;
@@ -24,8 +24,8 @@ inline bool blnConfirmFiles = false;
 inline float sngPurgeSpeed = 0;
 
 constexpr int intNumDrives = 26; ///< drive letters A to Z
-/// Per drive letter, index = letter − 'A': the speed in MB/s for one overwrite (0 = not measured),
-/// and what the measurement rests on: bytes written and seconds taken.
+/// Per drive letter (index = letter − 'A'): the speed in MB/s for one overwrite (0 = not measured),
+/// then the bytes written and the seconds taken in the measurement.
 inline std::array<float, intNumDrives> sngPurgeSpeeds{};
 inline std::array<double, intNumDrives> dblBytesMeasured{};
 inline std::array<double, intNumDrives> dblSecondsMeasured{};
@@ -42,17 +42,17 @@ inline std::string strDummyFileFolderStub = strDefaultDummyFileFolderStub;
 /// Largest dummy file written in one piece, bytes.
 constexpr double dblStandardDummySize = 52428800;
 inline double dblMaxSizeDummyFile = dblStandardDummySize;
-/// How many dummy files will fill the current drive.
+/// The number of dummy files needed to fill the current drive.
 inline std::int64_t intNumDummyFiles = 0;
-/// Bytes in the free clusters of the drive last asked about.
+/// Bytes in the free clusters of the drive queried last.
 inline double dblSpaceInFreeClusters = 0;
 
-/// A stop is requested: by F10 in any window, or by the report's Stop. After a loop has ended it
-/// doubles as the loop's result: true means that the operation was stopped.
+/// A stop request, by F10 in any window or by the report's Stop. After a loop it is also the loop's
+/// result: true means that the operation was stopped.
 inline bool blnStop = false;
 /// The user chose "Cancel purge operation" in the purge advice.
 inline bool blnStopPurge = false;
-/// In counting, the number of files at which counting ends; 0 = count all.
+/// The number of files at which a count ends; 0 = count all.
 inline std::int32_t intStopAt = 0;
 
 inline bool blnPurgingFreeSpace = false;
@@ -61,7 +61,7 @@ inline bool blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
 
 /// Purge advice on or off while the program runs.
 inline bool blnShowPurgeWarning = true;
-/// No more confirmations of single files in this run.
+/// Set when the user wants no more confirmations in this run.
 inline bool blnPurgeRemainingFiles = false;
 
 /// False while start-up runs.

@@ -1,4 +1,4 @@
-// Takes one folder's list: which files match, what is a link, what is never purged.
+// Lists one folder: which files match, which are links, which are never purged.
 #include "report/run/FolderList.h"
 
 #include "engine/FileOps.h"
@@ -18,7 +18,7 @@ bool IsPagingFile(const std::string& strName, bool blnPagefile) {
 
 namespace {
 
-// Files that were chosen one by one: the folder may hold a million others.
+// Looks up individually chosen files, because the folder may hold a million others.
 platform::Fault TakeNamedFiles(const std::string& folder, const FolderWish& wish,
                                FolderList& list) {
     platform::Fault worst = platform::Fault::None;
@@ -71,7 +71,7 @@ platform::Fault TakeFolderList(const std::string& folder, const FolderWish& wish
                         wish.blnOwnFolder || IsPagingFile(entry.Name, wish.blnPagefile)});
         return true;
     });
-    // In what was not read there may be the file itself.
+    // After a fault, the file itself may be in the unread part.
     if (!platform::Failed(fault) && list.Files.empty() &&
         OtherCaseIsMeant(folder, otherCase.size()))
         list.Files = std::move(otherCase);

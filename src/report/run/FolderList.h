@@ -11,38 +11,38 @@
 
 struct FoundFile {
     std::string Name;
-    std::uint64_t Length = 0; ///< bytes, as the enumeration tells it
-    bool IsLink = false;      ///< its data belong to another name: not to be purged through
-    bool NeverPurged = false; ///< a swap file, or one of the program's own
+    std::uint64_t Length = 0; ///< bytes, from the enumeration
+    bool IsLink = false;      ///< the data belong to another name, so do not purge through it
+    bool NeverPurged = false; ///< a swap file or one of the program's own files
 };
 
 struct FoundFolder {
     std::string Name;
-    bool IsLink = false; ///< not to be followed
+    bool IsLink = false; ///< must not be followed
 };
 
 struct FolderList {
-    std::vector<FoundFile> Files; ///< those that match the file specification
+    std::vector<FoundFile> Files; ///< files that match the file specification
     std::vector<FoundFolder> Subfolders;
     std::size_t LinkedFiles = 0;   ///< how many of Files are links
-    std::vector<std::string> Gone; ///< names that were asked for and are not there
+    std::vector<std::string> Gone; ///< requested names that do not exist
 };
 
-/// What is wanted of a folder.
+/// Which files of a folder to list.
 struct FolderWish {
     std::string strFilespec;
-    /// These files of the folder, each by its very name, and nothing else. Empty: all that match.
+    /// Only these files of the folder, by exact name. Empty: all that match.
     std::vector<std::string> names;
     bool blnSubfolders = false;
     bool blnOwnFolder = false; ///< the folder is the program's own
-    bool blnPagefile = false;  ///< "pagefile.sys" is a swap file, wherever it lies
-    /// Asked when blnStop is set while the folder is read: true to go on, with blnStop cleared.
+    bool blnPagefile = false;  ///< treat "pagefile.sys" as a swap file in any folder
+    /// Called when blnStop is set during reading; returns true, with blnStop cleared, to go on.
     std::function<bool()> onStop;
 };
 
-/// Takes the list of a folder, in the file system's order. The list is taken as a whole before
-/// anything is done to the first file, so that deleting while walking neither skips nor repeats
-/// one. On a fault the list holds what came before it. Ends early when blnStop is set.
+/// Lists a folder in the file system's order. The list is complete before the first file is
+/// processed, so that deleting during the walk neither skips nor repeats a file. After a fault the
+/// list holds the entries before it. Ends early when blnStop is set.
 platform::Fault TakeFolderList(const std::string& folder, const FolderWish& wish, FolderList& list);
-/// Whether a file of this name is a swap file and never purged.
+/// Whether a file of this name is a swap file, which is never purged.
 bool IsPagingFile(const std::string& strName, bool blnPagefile);

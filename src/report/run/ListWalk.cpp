@@ -1,4 +1,4 @@
-// The walk of a listing run, and walks on the side, which only count.
+// The walk of a listing run, and walks that only count.
 #include "report/run/ListWalk.h"
 
 #include "engine/FileProc.h"
@@ -17,7 +17,7 @@ bool AnnounceFolder(const std::string& folder, const FolderList& list) {
     if (list.Files.size() == list.LinkedFiles)
         return true;
     if (!currentRun.Request.blnDisplayFolderNames) {
-        // The dots only show that something is done: they end before they fill the report, which
+        // The dots only show activity. They end before they fill the report, because a full report
         // would end the listing.
         const std::string dot = " .";
         if (!ReportIsNearlyFull(dot.size()))
@@ -49,7 +49,7 @@ bool GoesOn(const std::string&) {
     return !blnStop;
 }
 
-// What a purge will pass over, where the listing names what it will not.
+// Lists a link; a purge will pass over it.
 void ListLink(const std::string& path, bool folder, bool) {
     if (folder ? currentRun.Request.blnDisplayFolderNames : currentRun.Request.blnDisplayFileNames)
         TellLink(path);
@@ -77,12 +77,12 @@ namespace {
 
 struct CountWish {
     bool Subfolders = false;
-    bool ForPurge = true; ///< without what is never purged
+    bool ForPurge = true; ///< leave out files that are never purged
     std::int32_t Limit = 0;
     bool UntilWatched = false;
 };
 
-// Counts what lies in an item. False when no more is to be counted.
+// Counts the files of an item. False when counting is to end.
 bool CountItem(const RunItem& item, const CountWish& wish, FilesToPurge& found) {
     TreeWalk walk;
     walk.strFilespec = item.strFilespec;

@@ -1,4 +1,4 @@
-// The walk of a purge run: what it does with the files, links and folders that it meets.
+// The walk of a purge run: how it handles files, links and folders.
 #include "report/run/PurgeWalk.h"
 
 #include "engine/OverwriteName.h"
@@ -16,7 +16,7 @@
 
 namespace {
 
-// What the progress measures by, where nothing was counted ahead.
+// Extends the expected totals by this folder, if nothing was counted ahead.
 void ExpectFilesOf(const FolderList& list) {
     RunRequest& request = currentRun.Request;
     if (request.blnSubdirectories || request.lngNumFilesExpected > 0 || !request.Items.empty())
@@ -32,7 +32,7 @@ void ExpectFilesOf(const FolderList& list) {
 
 bool BeginFolder(const std::string& folder, const FolderList& list) {
     ExpectFilesOf(list);
-    // The folder's line, and an empty one before its first file.
+    // Write the folder's line, followed by an empty line before its first file.
     if (!list.Files.empty() && !blnStop)
         AppendReport("\r\n" + folder + "\r\n\r\n", false);
     return true;
@@ -42,7 +42,7 @@ bool PurgeFoundFile(const std::string& path, const FoundFile& file) {
     ++currentRun.Counts.lngNumFilesProcessed;
     const std::int64_t purged = currentRun.Counts.lngNumFilesPurged;
     PurgeListedFile(path, static_cast<std::int64_t>(file.Length));
-    if (!file.NeverPurged) // it was not counted either
+    if (!file.NeverPurged) // files that are never purged were not counted
         NoteFileDone(static_cast<double>(file.Length),
                      currentRun.Counts.lngNumFilesPurged > purged);
     return true;
@@ -53,8 +53,8 @@ bool GoesOn(const std::string&) {
     return !blnStop;
 }
 
-// On a folder the attribute protects nothing: it marks one with an icon, for example. Yet the
-// system removes none that has it.
+// The read-only attribute of a folder protects nothing; it marks a custom icon, for example. But
+// the system refuses to remove a read-only folder.
 platform::Fault RemoveEvenReadOnly(const std::string& folder) {
     const platform::Fault fault = platform::RemoveFolder(folder);
     std::uint32_t attributes = 0;
@@ -120,7 +120,7 @@ TreeWalk PurgeTreeWalk(const std::string& spec, bool slackOnly) {
     };
     walk.onUnread = [](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
     walk.onTurn = GoesOn;
-    // The options dialog switches the box off in a slack-only purge without clearing it.
+    // A slack-only purge disables this check box in the options dialog without clearing it.
     if (currentRun.Request.How.blnDeleteEmptyFolders && !slackOnly)
         walk.onSubfolderDone = RemoveIfEmpty;
     return walk;

@@ -5,12 +5,12 @@
 
 #include <string>
 
-/// Purge walk of the current run: one folder and, if blnSubdirectories, all beneath it.
+/// Purge walk of the current run: one folder and, if blnSubdirectories, everything below it.
 void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
                         bool blnSlackOnly);
 
-/// The same for an item of the run.
+/// The purge walk for one item of the run.
 void PurgeItem(const RunItem& item);
 
-/// Writes the line of a link. It is left alone, and the user should know.
+/// Writes a line for a link, so that the user knows it was not purged.
 void TellLink(const std::string& strPath);

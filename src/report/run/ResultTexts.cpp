@@ -1,4 +1,4 @@
-// The table of texts for result codes, and the remarks on what writing in place does not reach.
+// The texts for result codes, and the remarks on data that writing in place does not reach.
 #include "report/run/ResultTexts.h"
 
 #include "engine/PurgeJob.h"
@@ -6,8 +6,8 @@
 #include "support/Paths.h"
 
 std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std::string& strPath) {
-    // Codes outside this range append nothing: the line of a file whose extension was refused
-    // earlier in the run (8) holds its path alone.
+    // Other codes append nothing: the line of a file whose extension was refused earlier in the run
+    // (8) has only the path.
     if (intResultCode < -55 || intResultCode > 7)
         return {};
     switch (intResultCode) {

@@ -1,4 +1,4 @@
-// What a file's line in the report says of the result.
+// Texts for the result in a file's report line.
 #pragma once
 
 #include "platform/Fault.h"
@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <string>
 
-/// The text that a file purge's result, or the file's classification, appends to the file's line.
+/// The text that follows the path in a file's line, for a purge result or a classification.
 std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std::string& strPath);
-/// " (error 32)" for what the system said, "" where it said nothing.
+/// " (error 32)" with the system's error number, "" without one.
 std::string ErrorNumberText(platform::Fault fault);
 /// " (encrypted: ...)" for OutOfReach bits, "" for none.
 std::string OutOfReachText(std::uint32_t lngReach);

@@ -1,4 +1,4 @@
-// A run as a value: how it begins.
+// The start of a run.
 #include "report/run/Run.h"
 
 #include "drives/FileSystems.h"
@@ -36,7 +36,7 @@ std::string WhatIsRun(const RunRequest& request) {
 
 void BeginRun(const RunRequest& request) {
     Check(!currentRun.IsUnderWay(), "a run begins when the last one has ended");
-    RunRequest wanted = request; // it may be the last run's
+    RunRequest wanted = request; // copied first: `request` may belong to the last run
     currentRun = Run{};
     currentRun.Request = wanted;
     currentRun.State = RunState::Running;

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr std::uint64_t lngBeforeRemaining = 2000;    // ms; an earlier guess is worth nothing
-constexpr double dblLongestRemaining = 365.0 * 86400; // s; beyond a year it says nothing
+constexpr std::uint64_t lngBeforeRemaining = 2000;    // ms; earlier estimates are unreliable
+constexpr double dblLongestRemaining = 365.0 * 86400; // s; longer estimates are meaningless
 
-std::function<double()> shareOfClock; // none while the clock stands
+std::function<double()> shareOfClock; // empty while the clock is stopped
 std::function<void()> showOfClock;
 std::uint64_t lngStartTick = 0;
 std::uint64_t lngPauseTick = 0;
@@ -69,7 +69,7 @@ void ShowClock() {
 }
 
 void RefreshClock() {
-    if (ClockElapsed() / 1000 != lngSecondShown) // to paint it takes milliseconds, too
+    if (ClockElapsed() / 1000 != lngSecondShown) // painting takes milliseconds, too
         ShowClock();
 }
 
@@ -119,7 +119,7 @@ void NoteFileBegun(std::int64_t lngBytes) {
     dblBytesAtWork = static_cast<double>(lngBytes);
 }
 
-// Files that came or grew since the count must not carry it beyond the end: ClockShare.
+// ClockShare limits the result: files may have been added or have grown since the count.
 double ShareOfRun() {
     const RunRequest& request = currentRun.Request;
     if (request.dblBytesExpected > 0 && !request.How.blnPurgeSlackOnly)

@@ -1,41 +1,41 @@
-// The clock of a run: how long it takes, how much of it is done, what remains. Who shows it gives
-// the function that does so.
+// The clock of a run: elapsed time, share done, remaining time. The caller supplies the function
+// that displays them.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <string>
 
-/// Starts the clock. `share` tells the share that is done, 0 to 1, negative when not known; `show`
-/// shows what the clock tells.
+/// Starts the clock. `share` returns the share that is done, 0 to 1, or a negative number when
+/// unknown; `show` displays the clock's texts.
 void BeginClock(std::function<double()> share, std::function<void()> show);
-/// Stops the clock; what it told last stays. Nothing when it does not run.
+/// Stops the clock; its last texts stay. Does nothing when it is not running.
 void EndClock();
 bool ClockRuns();
-/// The time of a pause, and of a question to the user, does not count.
+/// Pauses the clock; the time of pauses and of questions to the user does not count.
 void PauseClock(bool blnPaused);
 bool ClockIsPaused();
-/// Shows what is new, at most once for each second that the clock can tell.
+/// Updates the display, at most once per second of elapsed time.
 void RefreshClock();
-/// The same at once: something else has changed.
+/// Updates the display at once, because something else has changed.
 void ShowClock();
 
-/// Milliseconds, pauses left out.
+/// Elapsed milliseconds without pauses.
 std::uint64_t ClockElapsed();
 double ClockShare();
 /// "Elapsed: 5 seconds."
 std::string ElapsedText();
-/// "Remaining: about 2 minutes." once something can be said of it, else "".
+/// "Remaining: about 2 minutes."; "" until an estimate is possible.
 std::string RemainingText();
-/// A duration of the clock's; whole minutes from an hour on.
+/// A duration as text; in whole minutes from one hour on.
 std::string ClockText(double dblMilliseconds);
 
-/// Files and bytes that the run is through with, of those that its request expects. The bytes of a
-/// file that was not purged are no work any more, neither done nor to be done.
+/// Adds a processed file to the files and bytes done. The bytes of a file that was not purged count
+/// neither as done nor as remaining.
 void NoteFileDone(double dblBytes, bool blnPurged);
 std::int64_t FilesDone();
-/// A file of so many bytes is at work; the engine tells how far it is.
+/// Tells that work on a file of this length begins; the engine reports its progress.
 void NoteFileBegun(std::int64_t lngBytes);
-/// The share of the current run by the bytes of its files where it writes all of them, else by
-/// their number; negative while neither is known.
+/// The share of the current run that is done: by bytes if the run writes whole files, else by
+/// number of files; negative while the totals are unknown.
 double ShareOfRun();

@@ -18,14 +18,14 @@
 
 namespace {
 
-// A file gets a progress ruler when one overwrite of it takes so long that a person waits: two
-// seconds, by the measured speed, or by the size that takes about that on a slow drive.
+// A file gets a progress ruler when one overwrite takes at least this long: by the measured speed,
+// or else above a size that takes about this long on a slow drive.
 constexpr double dblRulerSeconds = 2;
 constexpr double dblRulerBytesUnmeasured = 64 * dblBytesPerMB;
 
-constexpr std::size_t lngMostNamed = 15; // failures at the end of the report
+constexpr std::size_t lngMostNamed = 15; // failures listed at the end of the report
 
-// Each item may lie on another drive.
+// Prepares for each item separately, because items may lie on different drives.
 void PrepareItem(const RunItem& item) {
     const float speed = PurgeSpeedOf(item.strFolder);
     currentRun.dblRulerLength =
@@ -34,8 +34,8 @@ void PrepareItem(const RunItem& item) {
     currentRun.lngClusterSize = GetCoveredClusterSize(item.strFolder);
 }
 
-// For the progress: what the run will meet, unless the caller has counted already. A single folder
-// needs no count of its own: its list is taken as a whole before its first file.
+// Counts the files of the run for the progress, unless the caller has done so. A single folder
+// needs no count: its list is complete before its first file is processed.
 void CountForProgress() {
     RunRequest& request = currentRun.Request;
     if (request.lngNumFilesExpected > 0 || (!request.blnSubdirectories && request.Items.empty()))
@@ -73,7 +73,7 @@ void RunPurge() {
     currentRun.strHead = DateAndTime() + RunHeader();
     AppendReport(currentRun.strHead, true);
     CountForProgress();
-    if (blnStop) // before or while counting
+    if (blnStop) // stopped before or while counting
         return;
     BeginClock(ShareOfRun, ShowReportProgress);
     for (const RunItem& item : ItemsOf(currentRun.Request)) {
@@ -116,7 +116,7 @@ void PerformRun() {
     currentRun.strSummary = SummaryText();
     AppendBeyondLimit(currentRun.strSummary);
     TellFailuresAndTime();
-    // F10 stops a run, too; a pause that was asked for at its end stays seen.
+    // F10 also stops a run. A pause requested at the very end stays visible.
     if (WasStopped())
         currentRun.State = RunState::Stopped;
     else if (currentRun.State == RunState::Running)

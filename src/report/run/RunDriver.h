@@ -3,11 +3,11 @@
 
 #include <string>
 
-/// Performs the current run, which has begun: header, walk, summary. Returns when it is done,
-/// stopped or cancelled.
+/// Performs the current run, which BeginRun has set up: header, walk, summary. Returns when it is
+/// done, stopped or cancelled.
 void PerformRun();
-/// The date and the time, as a line of a report.
+/// Date and time as a line of a report.
 std::string DateAndTime();
-/// Ends the report of the current run with the files that could not be purged and, of a purge, the
-/// time.
+/// Writes the end of the current run's report: the files that could not be purged and, for a purge,
+/// the time.
 void TellFailuresAndTime();

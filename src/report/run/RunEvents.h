@@ -1,5 +1,5 @@
-// What a run tells, asks and polls: its text, its progress, its questions, pause and stop. Declared
-// here, where the run is; defined in report/, by the window that shows it.
+// What a run reports, asks and polls: text, progress, questions, pause and stop. Declared here for
+// the run; defined in report/ by the window that shows it.
 #pragma once
 
 #include "ui/Interface.h"
@@ -9,45 +9,45 @@
 
 // ---- Text (ReportText.cpp) ---------------------------------------------------------------------
 
-/// Adds text to what is told; with `blnFlush` at once, and the interface gets its turn. Does
-/// nothing once the report is full.
+/// Appends text to the report. With `blnFlush` the text is shown at once and messages are pumped.
+/// Does nothing once the report is full.
 void AppendReport(const std::string& strText, bool blnFlush);
-/// A line of its own, told at once: a run may tell nothing else for a long time.
+/// Appends a line and shows it at once: the next text may come much later.
 void WriteReportLine(const std::string& strLine);
-/// Where the text ends now, as a position for ReplaceReportTail.
+/// The current end of the text, as a position for ReplaceReportTail.
 std::size_t ReportEnd();
-/// Replaces everything from a position on by another text, at once. Nothing when the report is
-/// full: the position means nothing any more then.
+/// Replaces everything after a position by another text and shows it at once. Does nothing when the
+/// report is full, because positions are then invalid.
 void ReplaceReportTail(std::size_t lngFrom, const std::string& strTail);
 /// Ends the last line if it has no line end yet.
 void EndReportLine();
-/// Adds text whatever the limit: a run of any size tells how it ended.
+/// Appends text even beyond the limit: every run must report how it ended.
 void AppendBeyondLimit(const std::string& strText);
-/// No text is taken any more: none needs to be composed.
+/// True when the report takes no more text, so that none needs to be composed.
 bool ReportIsFull();
-/// The text would be full with so many more characters.
+/// Whether this many more characters would fill the report.
 bool ReportIsNearlyFull(std::size_t lngMore);
 
 // ---- Progress (ReportProgress.cpp) -------------------------------------------------------------
 
-/// The clock of a run has something new to show.
+/// Shows the new state of the clock.
 void ShowReportProgress();
-/// Before the clock runs: the run counts the files that it will meet.
+/// Shows that the run is counting its files; the clock is not running yet.
 void ShowCounting();
-/// The work is done: what the whole run took. The clock may not have begun.
+/// Shows the result of the whole run. The clock may never have started.
 void ShowRunEnd();
 
 // ---- Polls and questions (RunWindow.cpp) -------------------------------------------------------
 
-/// Yields, and waits here while the run is paused. The caller tests blnStop afterwards.
+/// Pumps messages, and waits here while the run is paused. The caller checks blnStop afterwards.
 void CheckPauseStop();
-/// A box over the run, with all that was told so far. The time that the user takes for the answer
-/// is none of the run's.
+/// Shows a box over the run, after all pending text. The time until the answer does not count as
+/// time of the run.
 int AskInReport(const std::string& strText, ui::Buttons buttons, const std::string& strTitle,
                 int intDefault);
-/// The file-monitoring question. False: the run is to be cancelled.
+/// Asks the file-monitoring question. False: cancel the run.
 bool AskAboutMonitoring(bool& blnNone);
-/// The purge advice before a file that is likely to be watched. False: the run is to be cancelled.
+/// Shows the purge advice before a file that is probably watched. False: cancel the run.
 bool ShowPurgeAdvice(const std::string& strPath);
-/// The confirmation of one file. False: not to be purged.
+/// Asks for confirmation of one file. False: do not purge it.
 bool AskToPurgeFile(const std::string& strPath);

@@ -1,4 +1,4 @@
-// One purge job as a part of a run: its clock, its counts, its list of failures.
+// One purge job in a run: its clock, its counts, its list of failures.
 #include "report/run/RunJob.h"
 
 #include "engine/FileProc.h"
@@ -42,7 +42,7 @@ void RunJobOfRun(PurgeJob& job, RunCounts& counts) {
     if (job.Result == PurgeCannotOpen && IsGone(job.LeftAs.empty() ? job.Path : job.LeftAs))
         job.Result = PurgeVanished;
     if (job.Result == PurgeDone && job.SlackOnly && !job.HasWritten)
-        job.Result = PurgeNoSlack; // its length has changed since it was looked at
+        job.Result = PurgeNoSlack; // the length has changed since the folder was listed
     counts.blnDataDestroyed = counts.blnDataDestroyed || job.HasWritten;
     if (job.Result == PurgeDone) {
         ++counts.lngNumFilesPurged;

@@ -28,8 +28,8 @@ bool IsOfItem(const std::string& strPath, const RunItem& item, bool blnSubfolder
                : strName == item.strFilespec;
 }
 
-// Whether a name, as the system writes it, is one of the files that this run purges unasked. Case
-// counts: there are folders in which "A" and "a" are two files.
+// Whether this run purges the file of this name, as the system writes it, without asking. Compares
+// with case: in some folders "A" and "a" are two files.
 bool IsPurgedInRun(const std::string& strPath) {
     if (blnConfirmFiles && !blnPurgeRemainingFiles)
         return false;
@@ -49,7 +49,7 @@ bool IsPurgedInRun(const std::string& strPath) {
 int AskSensitiveExtension(const std::string& strPath) {
     const std::string extension = platform::LowerCase(ExtensionOf(strPath));
     const char first = extension.empty() ? ' ' : extension.front();
-    // "an" before e, i and o only, not before a and u: deliberately so.
+    // Deliberate oddity: "an" only before e, i and o, not before a and u.
     const bool blnAn = first == 'e' || first == 'i' || first == 'o';
     return AskInReport(strPath + "\r\n\r\nYou have requested to purge a file with a" +
                            (blnAn ? "n" : "") + " \"" + extension +

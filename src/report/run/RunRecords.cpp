@@ -1,4 +1,4 @@
-// The records of a run's files, and the words for them.
+// The records of a run's files, and their texts.
 #include "report/run/RunRecords.h"
 
 #include "drives/DriveWork.h"
@@ -18,7 +18,7 @@
 
 namespace {
 
-/// A record without its strings. A run may meet millions of files.
+/// A record without strings, kept small: a run may process millions of files.
 struct Stored {
     std::uint32_t Folder = 0, Chunk = 0, Offset = 0;
     std::uint16_t NameLength = 0;
@@ -32,7 +32,7 @@ struct Stored {
 };
 
 constexpr std::size_t lngChunk = std::size_t{1} << 20;
-/// To ask who holds a file takes tens of milliseconds.
+/// The query for a file's holders takes tens of milliseconds.
 constexpr std::size_t lngMostHoldersAsked = 20;
 
 std::deque<Stored> records;
@@ -133,8 +133,9 @@ void ForgetRecords() {
     remarks.clear();
 }
 
-// No failure: nothing was to be done, nobody could have done it, or the user did not want it. To
-// other names of its data a user says so, or a command on drives keeps them and tells them apart.
+// Results that are no failures: nothing to do, nothing possible, or not wanted by the user. Other
+// names of a file's data are no failure either: the user has answered that question, and commands
+// on drives report such files separately.
 bool IsFailure(const FileRecord& record) {
     if (record.Fate != FileFate::Begun || record.Result >= 0)
         return false;

@@ -1,5 +1,5 @@
-// What became of each file of a run: kept, short, until the next run begins, for the list of
-// failures and for the saved report.
+// The result of each file of a run, in compact form. Kept until the next run begins, for the list
+// of failures and for the saved report.
 #pragma once
 
 #include "engine/PurgeJob.h"
@@ -11,10 +11,10 @@
 
 enum class FileFate : std::uint8_t {
     Listed,
-    Link,     ///< left alone, as it leads to something else
-    Declined, ///< the user did not want it, or stopped the run before it
-    Refused,  ///< by what it is: Result is the reason
-    Begun     ///< its purge began: Result says how it ended
+    Link,     ///< left alone, because it leads elsewhere
+    Declined, ///< the user refused it, or stopped the run before it
+    Refused,  ///< refused because of its kind: Result has the reason
+    Begun     ///< the purge began: Result tells how it ended
 };
 
 struct FileRecord {
@@ -30,18 +30,18 @@ struct FileRecord {
     std::string Remark{}; ///< belongs to what the result says: " at byte 4,096", ", left as ..."
 };
 
-/// Keeps a record of the current run. One that is a failure goes on the run's list, with the
-/// programs that hold the file, where Windows tells them.
+/// Stores a record of the current run. A failure is also added to the run's list, with the programs
+/// that hold the file, if Windows tells them.
 void NoteRecord(FileRecord record);
 std::size_t NumRecords();
 FileRecord RecordAt(std::size_t index);
-/// A run begins: the records of the last one go.
+/// Deletes the records of the last run when a new one begins.
 void ForgetRecords();
 
-/// A file that was to be purged and could not be.
+/// Whether a file should have been purged and could not be.
 bool IsFailure(const FileRecord& record);
-/// What the report says of a file behind its path: " (4,096 bytes) purged".
+/// The text after a file's path in the report: " (4,096 bytes) purged".
 std::string RecordTail(const FileRecord& record);
-/// Why a file could not be purged, in words: "unable to open file for writing (Another program is
+/// The reason why a file could not be purged: "unable to open file for writing (Another program is
 /// using the file: Editor)".
 std::string ReasonText(const FileRecord& record, const std::string& strHolders);

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::size_t lngPiece = 65536; // so much goes to `put` at a time
+constexpr std::size_t lngPiece = 65536; // size of the pieces passed to `put`
 
 std::string Quoted(const std::string& text) {
     std::string quoted = "\"";
@@ -81,7 +81,7 @@ const char* ResultWord(const FileRecord& record) {
     }
 }
 
-// Collects pieces until they are worth handing over.
+// Collects text until it is large enough to pass on.
 struct Pieces {
     const PutText& Put;
     std::string Text;

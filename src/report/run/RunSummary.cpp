@@ -1,4 +1,4 @@
-// The lines that close a listing or a purge run.
+// The closing lines of a listing or a purge run.
 #include "report/run/RunSummary.h"
 
 #include "report/run/Run.h"
@@ -54,7 +54,7 @@ std::string PurgeSummary() {
         if (how.blnDoNotDeletePurgedFiles && purged >= 1)
             text += std::string("Purged files not deleted.") + strLineEnd;
     }
-    if (currentRun.Counts.lngNumFoldersRemoved > 0) // no blank before the count: the text has none
+    if (currentRun.Counts.lngNumFoldersRemoved > 0) // Deliberate oddity: no blank before the count
         text +=
             "Number of folders removed:" + GroupedDigits(currentRun.Counts.lngNumFoldersRemoved) +
             strLineEnd;

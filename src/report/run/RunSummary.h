@@ -1,13 +1,14 @@
-// The lines that close a run.
+// The closing lines of a run.
 #pragma once
 
 #include <cstddef>
 #include <string>
 
-/// A person stopped the run: a listing that ends as its report is full was not stopped.
+/// Whether the user stopped the run. A listing that ended because its report is full was not
+/// stopped.
 bool WasStopped();
-/// "Files that could not be purged: 27", then as many names, one a line, as `lngMost`, then how
-/// many more there are. "" without failures.
+/// "Files that could not be purged: 27", then up to `lngMost` names, one per line, then the number
+/// of the remaining ones. "" without failures.
 std::string FailuresText(std::size_t lngMost);
-/// The lines that close a run, without the closing time.
+/// The closing lines of a run, without the closing time.
 std::string SummaryText();

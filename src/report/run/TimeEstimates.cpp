@@ -1,4 +1,5 @@
-// How long a purge would take: the estimate after a listing, the table, and that of a single file.
+// How long a purge would take: the estimate after a listing, the table, and the estimate for a
+// single file.
 #include "report/run/TimeEstimates.h"
 
 #include "engine/FileProc.h"
@@ -23,7 +24,7 @@ constexpr std::int64_t lngDay = 86400;        // s
 
 std::array<std::int16_t, intNumEntries + 1> intOverwrites{}; // entry 0 is not used
 
-// Whole seconds, halves to even; a time beyond every measure stays one that can be written.
+// Rounds to whole seconds, halves to even; limits excessive times to a printable number.
 std::int64_t WholeSeconds(double seconds) {
     return RoundHalfEven(std::isnan(seconds) ? 0 : std::clamp(seconds, 0.0, 1e15));
 }
@@ -66,7 +67,7 @@ void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
             FormatNumber(dblFactor, 2) + ":\r\n";
     for (int i = 1; i <= intNumEntries; ++i) {
         const std::int16_t n = intOverwrites[static_cast<std::size_t>(i)];
-        // Rounded before the factor is applied, and again after it.
+        // Deliberate oddity: rounded before the factor is applied, and again after it.
         const std::int64_t raw = WholeSeconds(sizeMB / sngSpeed * n);
         const std::int64_t seconds = WholeSeconds(static_cast<double>(raw) * dblFactor);
         if (seconds < lngShortestShown)
@@ -74,8 +75,8 @@ void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
         text += std::to_string(n) + (i == 1 ? " overwrite:  " : " overwrites: ") +
                 TableDuration(seconds) + "\r\n";
     }
-    // The header above never equals this text, so a table without lines is its header alone: kept
-    // deliberately.
+    // Deliberate oddity: the header above never equals this text, so a table without lines consists
+    // of its header alone.
     if (text == "Estimated purge times for various numbers of overwrites:\r\n")
         text += "All less than " + std::to_string(lngShortestShown) + " seconds\r\n";
     strResult = text;

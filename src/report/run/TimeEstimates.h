@@ -3,20 +3,20 @@
 
 #include <string>
 
-/// The measured speed in MB/s, for one overwrite, of the drive of a path; 0 when not measured.
+/// The measured speed of a path's drive in MB/s for one overwrite; 0 when not measured.
 float PurgeSpeedOf(const std::string& path);
-/// Fills the table of overwrite counts; before the first EstimatedTimes.
+/// Fills the table of overwrite counts; call it before the first EstimatedTimes.
 void InitializeOverwritesForEstimatedPurgeTimes();
 /// The table of purge times for various numbers of overwrites; whole drive when blnPurgingDrive.
 /// Speed in MB/s for one overwrite, above 0; the factor is AdjustmentFactor's.
 void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor, std::string& strResult);
-/// The estimate after a listing, by the run's totals: purge type, time and table, or how to get
-/// an estimate when the drive was not measured.
+/// The estimate after a listing, by the run's totals: purge type, time and table; or how to get an
+/// estimate if the drive was not measured.
 std::string EstimateText();
 /// AF = A / (average size in MB ^ B): small files purge more slowly per megabyte than the large
 /// file of the speed test. A and B are dblAF_A and dblAF_B.
 double AdjustmentFactor(double dblAverageMB);
-/// The duration text that the estimates use: short below 300 s, then long.
+/// The duration text in estimates: short below 300 s, else long.
 std::string EstimateDurationText(double dblSeconds);
-/// The estimate of a single file, for the main window; "" when the drive was not measured.
+/// The estimate for a single file, for the main window; "" when the drive was not measured.
 std::string SingleFileEstimate(const std::string& path);

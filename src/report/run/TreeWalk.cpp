@@ -24,7 +24,7 @@ bool GoesOn(const std::function<bool(Arguments...)>& function, Given&&... given)
     return !function || function(std::forward<Given>(given)...);
 }
 
-// The files of one folder. Its subfolders stay in `subfolders`.
+// Walks the files of one folder. Puts its subfolders into `subfolders`.
 bool WalkFiles(const TreeWalk& walk, const std::string& folder, bool own,
                std::vector<FoundFolder>& subfolders) {
     FolderWish wish{walk.strFilespec, walk.names, walk.blnSubfolders && walk.names.empty(), own,
@@ -56,10 +56,11 @@ bool WalkFiles(const TreeWalk& walk, const std::string& folder, bool own,
 bool WalkSubfolders(const TreeWalk& walk, const std::string& folder,
                     const std::vector<FoundFolder>& subfolders);
 
-// The folder is entered, held where that is asked for. `entered`: it was, whatever came of it.
+// Enters a folder, and holds it if requested. `entered` tells whether that worked, independently of
+// the return value.
 bool Enter(const TreeWalk& walk, const std::string& folder, bool& entered) {
     platform::FolderHold hold;
-    // By its spelling alone, which costs nothing and is enough for counts.
+    // Compares only the spelling, which costs nothing and is enough for counts.
     bool own = platform::LowerCase(folder) ==
                platform::LowerCase(FolderWithBackslash(platform::ProgramFolder()));
     if (walk.blnHoldFolders) {
@@ -89,15 +90,15 @@ bool WalkSubfolders(const TreeWalk& walk, const std::string& folder,
     for (const FoundFolder& found : subfolders) {
         const std::string subfolder = folder + found.Name + "\\";
         bool entered = false;
-        // The list is as old as the walk of all before it: the folder is looked at again when it
-        // is entered.
+        // The list was made before everything earlier was walked, so the folder is checked again
+        // when it is entered.
         if (found.IsLink)
             Tell(walk.onLink, subfolder, true, false);
         else if (!Enter(walk, subfolder, entered))
             return false;
         if (entered)
             Tell(walk.onSubfolderDone, subfolder);
-        // Folders without a single file to be visited must not keep the user waiting.
+        // Pump messages here too: folders without matching files must not block the windows.
         if (!GoesOn(walk.onTurn, subfolder) || blnStop)
             return false;
     }

@@ -1,5 +1,4 @@
-// The walk over a folder tree: the only one there is. What a command does with what it meets is
-// given as functions.
+// The only walk over a folder tree. Each command supplies functions for what the walk meets.
 #pragma once
 
 #include "report/run/FolderList.h"
@@ -10,32 +9,33 @@
 
 struct TreeWalk {
     std::string strFilespec = "*.*";
-    /// Files of the folder that is walked, each by its very name, and nothing else of it.
+    /// If not empty: only these files of the walked folder, by exact name.
     std::vector<std::string> names;
     bool blnSubfolders = false;
-    /// Each folder is held open while the walk is in it or below: a link that is put in its place
-    /// would lead a purge to what nobody chose.
+    /// Holds each folder open while the walk is in it or below it. Otherwise a link could replace
+    /// the folder and lead a purge to files that nobody chose.
     bool blnHoldFolders = false;
-    bool blnPagefile = false; ///< "pagefile.sys" is a swap file, wherever it lies
+    bool blnPagefile = false; ///< treat "pagefile.sys" as a swap file in any folder
 
-    // Each may be missing. Those that return false end the walk.
+    // Each function may be empty. If a function with a result returns false, the walk ends.
     std::function<bool(const std::string& strFolder, const FolderList& list)> onFolder;
     std::function<bool(const std::string& strPath, const FoundFile& file)> onFile;
-    /// A link to a file or a folder, which is not followed. `blnInPlace`: a folder was listed, and
-    /// when it was to be entered a link stood in its place.
+    /// A link to a file or a folder, which is not followed. `blnInPlace`: the link replaced a
+    /// folder between listing and entering it.
     std::function<void(const std::string& strPath, bool blnFolder, bool blnInPlace)> onLink;
-    /// A file that was asked for by its name, and is not there.
+    /// A file requested by name that does not exist.
     std::function<void(const std::string& strPath)> onGone;
-    /// A folder that could not be read, or not to its end.
+    /// A folder that could not be read completely.
     std::function<void(const std::string& strFolder)> onUnread;
-    /// After a subfolder, when all of it was walked.
+    /// Called after all of a subfolder was walked.
     std::function<void(const std::string& strFolder)> onSubfolderDone;
-    /// After each file and each subfolder.
+    /// Called after each file and each subfolder.
     std::function<bool(const std::string& strPath)> onTurn;
-    /// blnStop was set while a folder was read: true, with blnStop cleared, to go on.
+    /// Called when blnStop was set while a folder was read; returns true, with blnStop cleared, to
+    /// go on.
     std::function<bool(const std::string& strFolder)> onStop;
 };
 
-/// Walks a folder and, with blnSubfolders, everything below it. Subfolders that a fault has left
-/// listed are walked all the same. False when the walk was ended.
+/// Walks a folder and, with blnSubfolders, everything below it. After a fault the subfolders listed
+/// before it are still walked. False when the walk was ended.
 bool WalkTree(const TreeWalk& walk, const std::string& strFolder);
