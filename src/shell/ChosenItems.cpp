@@ -1,4 +1,4 @@
-// The chosen items: how they are taken, told, and given to a run.
+// The chosen items: taking them, describing them, and passing them to a run.
 #include "shell/ChosenItems.h"
 
 #include "platform/Files.h"
@@ -17,7 +17,7 @@
 namespace {
 
 struct ChosenItem {
-    std::string strPath; ///< of a folder with a backslash at its end
+    std::string strPath; ///< a folder's path ends with a backslash
     bool blnFolder = false;
 };
 std::vector<ChosenItem> chosenItems;
@@ -29,7 +29,7 @@ std::string CountText(std::size_t number, const char* one, const char* many) {
     return GroupedDigits(static_cast<std::int64_t>(number)) + " " + (number == 1 ? one : many);
 }
 
-/// Settles a path; "" or why it cannot be taken.
+/// Settles a path; returns "" or the reason why it cannot be taken.
 std::string TakeItem(const std::string& strPath, ChosenItem& item) {
     item.strPath = strPath;
     if (const std::string strWhyNot = SettlePath(item.strPath); !strWhyNot.empty())
@@ -59,7 +59,7 @@ void TellRefused(const std::vector<std::string>& refused, std::size_t intGiven) 
     ui::Complain(strText, "Chosen items");
 }
 
-/// Names that differ only in case are two where the folder says so; else they are one.
+/// Folds the case of names unless the folder is case-sensitive.
 std::string KeyOf(const std::string& strPath) {
     return platform::FolderTellsCase(FolderPartOf(FolderWithoutBackslash(strPath)))
                ? strPath
@@ -127,7 +127,7 @@ std::string ChosenItemsList(std::size_t lngMost) {
 }
 
 std::vector<RunItem> ChosenRunItems(bool blnSubfolders) {
-    // Whether another chosen folder brings what lies in this one.
+    // Whether another chosen folder already includes this one's files.
     const auto isBrought = [blnSubfolders](const std::string& strFolder, bool blnItself) {
         return std::any_of(chosenItems.begin(), chosenItems.end(), [&](const ChosenItem& item) {
             return item.blnFolder && ((!blnItself && IsSamePath(item.strPath, strFolder)) ||
@@ -136,7 +136,7 @@ std::vector<RunItem> ChosenRunItems(bool blnSubfolders) {
         });
     };
     std::vector<RunItem> items;
-    std::map<std::string, std::size_t> placeOfFolder; ///< of the item with a folder's files
+    std::map<std::string, std::size_t> placeOfFolder; ///< index of the item with a folder's files
     std::map<std::string, bool> brought;
     for (const ChosenItem& chosen : chosenItems) {
         if (chosen.blnFolder) {

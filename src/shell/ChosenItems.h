@@ -1,5 +1,5 @@
-// The chosen items: files and folders in any number, from any folders and drives, instead of one
-// folder with a file specification.
+// The chosen items: any number of files and folders, from any folders and drives. They replace the
+// one folder with a file specification.
 #pragma once
 
 #include "report/run/Run.h"
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// Whether items are chosen; folder and file specification are empty then.
+/// Whether items are chosen; folder and file specification are then empty.
 bool ItemsAreChosen();
 /// Takes what of the paths can be purged where it is, each once, and tells of the rest. False when
 /// nothing is left; what was chosen before then stays.
@@ -16,9 +16,9 @@ bool ChooseItems(const std::vector<std::string>& paths, const std::string& strFi
 void ForgetChosenItems();
 /// "7 chosen items (5 files, 2 folders)"
 std::string ChosenItemsText();
-/// One path a line, at most so many; then how many more there are.
+/// One path per line, at most `lngMost`; then the number of the remaining ones.
 std::string ChosenItemsList(std::size_t lngMost);
 bool FoldersAreChosen();
-/// What a run works on: files of one folder together, and nothing that lies in another item.
-/// Folders bring what lies below them when `blnSubfolders`.
+/// The items for a run: the files of one folder form one item, and nothing occurs twice. Folders
+/// include everything below them when `blnSubfolders`.
 std::vector<RunItem> ChosenRunItems(bool blnSubfolders);

@@ -1,4 +1,4 @@
-// Looking through folders with the windows alive: what yields, what is said, and how F10 ends it.
+// Folder searches that keep the windows responsive: message pumping, status text, and F10.
 #include "support/FolderSearch.h"
 #include "drives/DriveWork.h"
 #include "platform/System.h"
@@ -9,7 +9,8 @@
 
 namespace {
 
-/// A search that is over so soon neither disables the main window nor yields: it would flicker.
+/// A search shorter than this neither disables the main window nor pumps messages, to avoid
+/// flicker.
 constexpr std::uint64_t intMillisecondsUnseen = 50;
 constexpr std::uint64_t intMillisecondsUnsaid = 500;
 
@@ -18,8 +19,8 @@ struct Search {
     std::uint64_t lngBegan = 0; ///< tick count
     bool blnOutsideRun = false;
     bool blnHeld = false;                 ///< the main window is disabled
-    bool blnMenu = true, blnSetup = true; ///< what of it was enabled before
-    std::string strSaid;                  ///< what stands in the status line, "" before it does
+    bool blnMenu = true, blnSetup = true; ///< what was enabled before
+    std::string strSaid;                  ///< the text in the status line; "" before it is shown
 };
 Search searchInHand;
 
@@ -40,7 +41,7 @@ void EndSearch() {
     searchInHand = {};
 }
 
-/// Outside of a run: before anything is clicked that must not be.
+/// Disables the main window outside of a run, before messages are pumped.
 void HoldMain() {
     Search& search = searchInHand;
     if (!search.blnOutsideRun || search.blnHeld)
@@ -51,7 +52,7 @@ void HoldMain() {
     EnableMain(false);
 }
 
-/// Between two entries, and while a drive keeps one waiting for them.
+/// Called between two entries, and while a slow drive returns none.
 void Yield() {
     Search& search = searchInHand;
     const std::uint64_t lngTook = platform::TickCount() - search.lngBegan;

@@ -1,5 +1,5 @@
 // "List files, estimate time" and "Purge files": the checks and questions before a run, and the
-// main window around it.
+// state of the main window during it.
 #include "shell/ProcessCommands.h"
 
 #include "engine/FilePurge.h"
@@ -27,14 +27,14 @@
 
 namespace {
 
-/// Counting before a purge ends here: beyond, the question only says "more than 1000".
+/// Counting before a purge ends here; the question then only says "more than 1000".
 constexpr std::int32_t intCountingLimit = 1001;
 
 constexpr std::size_t intMostItemsInQuestion = 10;
 
 constexpr const char* strListTitle = "List files";
 
-/// The start that listing and purging share; true when there is something to look for.
+/// The checks common to listing and purging; true when files are specified.
 bool SomethingIsSpecified() {
     if (!ItemsAreChosen() && (strDirPath.empty() || strFilespec.empty())) {
         ui::Complain("No files specified.");
@@ -55,7 +55,7 @@ void SayNoFiles(const std::string& title) {
                  title);
 }
 
-/// A single file that is not there; said with a box.
+/// Whether a single file does not exist; tells the user.
 bool SingleFileIsMissing(const std::string& title) {
     if (ItemsAreChosen() || blnMultipleFiles || platform::FileExists(strDirPath + strFilespec))
         return false;
@@ -63,7 +63,7 @@ bool SingleFileIsMissing(const std::string& title) {
     return true;
 }
 
-/// What is there to be purged, counted up to a limit (0: none).
+/// Counts the files to purge, up to a limit (0: none).
 FilesToPurge CountChosen(std::int32_t intLimit, bool blnUntilWatched = false) {
     if (!ItemsAreChosen())
         return CountFilesToPurge(strDirPath, strFilespec, intLimit, blnUntilWatched);
@@ -79,12 +79,12 @@ bool NothingIsThere() {
     return found.lngFiles == 0 && found.lngLeftOut == 0;
 }
 
-/// The folder whose drive the questions before a run are about.
+/// The folder to whose drive the questions before a run refer.
 std::string FolderOfQuestions() {
     return ItemsAreChosen() ? ChosenRunItems(blnSubdirectories).front().strFolder : strDirPath;
 }
 
-/// What the report window is told of a run of either kind.
+/// Prepares the report window for a run of either kind.
 void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNames) {
     frmReport.Caption = caption;
     RunRequest request;
@@ -116,7 +116,7 @@ void List() {
     EnableMain(false);
     bool blnNone = false;
     if (!RunSearch("Looking for files", [&] { blnNone = NothingIsThere(); })) {
-        // F10 while a large tree was searched: the status line says so
+        // F10 during the search of a large tree; the status line tells it
     } else if (blnNone) {
         SayNoFiles(title);
     } else {
@@ -135,7 +135,7 @@ void List() {
 
 // ---- Purging -----------------------------------------------------------------------------------
 
-/// The question before a purge of so many files; −1 stands for more than a thousand.
+/// The question before a purge of this many files; −1 stands for more than 1000.
 std::string PurgeQuestion(std::int64_t lngCount) {
     std::string text = "Are you sure that you want to purge the slack area of ";
     if (ItemsAreChosen()) {
@@ -154,8 +154,8 @@ std::string PurgeQuestion(std::int64_t lngCount) {
             text += "all " + GroupedDigits(lngCount) + " files in ";
         text += strDirPath;
     } else {
-        // The path stands once, with its pattern, as in the header of the report: "Purging files
-        // C:\docs\*.txt". A user who reads the folder alone could not tell which file is meant.
+        // The path appears once, with its pattern, as in the header of the report: "Purging files
+        // C:\docs\*.txt". The folder alone would not tell which files are meant.
         if (lngCount > 1)
             text += "the " + GroupedDigits(lngCount) + " files ";
         else
@@ -169,7 +169,7 @@ std::string PurgeQuestion(std::int64_t lngCount) {
                                                       : "of the form \"" + strFilespec + "\" ") +
             "in all subfolders?";
     else
-        text += " ?"; // with a blank: deliberately so
+        text += " ?"; // Deliberate oddity: a blank before "?".
 
     text += "\r\nThis will permanently destroy all data in ";
     if (!blnMultipleFiles && lngCount == 1)
@@ -211,8 +211,8 @@ bool PurgeIsWanted(FilesToPurge& found, const std::string& title) {
         return false;
     if (!blnShowPurgeWarning)
         return true;
-    // A count that ended at its limit before it met a file that anti-virus software watches goes on
-    // to the first one, or to its true end.
+    // If the count reached its limit before the first file that anti-virus software watches,
+    // continue until such a file or the end of the tree.
     if (!found.blnWatched && found.lngFiles < 0 &&
         !RunSearch("Counting files", [&] { found = CountChosen(0, true); }))
         return false;
@@ -249,7 +249,7 @@ void CountAndPurge() {
         return;
     }
     PrepareReport("Purge files", true, true);
-    if (found.lngFiles > 0) { // all were counted: the run need not count again
+    if (found.lngFiles > 0) { // all were counted, so the run need not count again
         currentRun.Request.lngNumFilesExpected = found.lngFiles;
         currentRun.Request.dblBytesExpected = found.dblBytes;
     }
@@ -272,16 +272,16 @@ void Purge() {
 void cmdProcessFiles_Click(int intIndex) {
     platform::FolderHold hold;
     const std::string strChosen = strDirPath;
-    // What items hold is looked at again when a run comes to it.
+    // The folders of items are checked when the run reaches them.
     if (!SomethingIsSpecified() || (!ItemsAreChosen() && !HoldChosenFolder(hold)))
         return;
     if (strDirPath != strChosen)
-        UpdateFilesLabels(); // its path could be settled only now
-    // The folder that is asked about is held until the run is over.
+        UpdateFilesLabels(); // its path may have been settled only now
+    // Hold the folder named in the questions until the run is over.
     if (intIndex == 0)
         List();
     else
         Purge();
     platform::LetGo(hold);
-    blnStop = false; // at rest again: what was stopped has been reported
+    blnStop = false; // the stop has been reported: reset it
 }

@@ -22,11 +22,11 @@ namespace {
 constexpr const char* strOperationFiles = "Operation files (*.nws)";
 constexpr const char* strOperationPattern = "*.nws";
 
-/// The setup that was loaded at start, as its file had it; without one, what start-up left.
+/// The setup loaded at start-up, as in its file; without a file, the state after start-up.
 std::string strSetupAtStart;
 
 void UpdateAllLabels() {
-    ForgetChosenItems(); // a setup has taken their place
+    ForgetChosenItems(); // a setup replaces the chosen items
     RememberFolder();
     UpdateFilesLabels();
     UpdateSubdirectoriesLabels();
@@ -34,20 +34,21 @@ void UpdateAllLabels() {
     UpdateTypeOfPurgeLabel();
 }
 
-/// The next-run file's neighbour that holds the window's place: two lines, left and top in twips.
+/// The path of the file beside the next-run setup that stores the window's place: two lines, left
+/// and top in twips.
 std::string WindowPositionPath() {
     const std::string strSetup = NextRunSetupPath();
     return strSetup.empty() ? "" : strSetup.substr(0, strSetup.rfind('.')) + ".pos";
 }
 
-/// A window that comes up somewhere else is no loss: whether this succeeds is nobody's concern.
+/// Ignores failures: a window that opens elsewhere next time is no loss.
 void SaveWindowPosition() {
     const std::string strText =
         std::to_string(frmMain.Left) + "\r\n" + std::to_string(frmMain.Top) + "\r\n";
     static_cast<void>(WriteTextFile(WindowPositionPath(), strText));
 }
 
-/// Reads a number and its line end from the front of a text.
+/// Reads a number and its line end from the start of a text.
 bool TakeNumber(std::string_view& strText, int& intNumber) {
     const auto result = std::from_chars(strText.data(), strText.data() + strText.size(), intNumber);
     if (result.ec != std::errc{})
@@ -59,8 +60,8 @@ bool TakeNumber(std::string_view& strText, int& intNumber) {
     return true;
 }
 
-/// Writes the setup in force. A folder that could not be read back would make the whole file
-/// useless, and the next start begin with a complaint: it is left out, and the user told.
+/// Writes the current setup. A folder whose path could not be read back would make the whole file
+/// invalid and cause a complaint at the next start. So it is left out, and the user is told.
 bool SaveSetup(const std::string& strPath) {
     const bool blnWithFolders = FoldersFitSetupFile();
     if (!WriteSetupFile(strPath, blnWithFolders))
@@ -110,8 +111,8 @@ void LoadSetupFromFile(const std::string& strPath) {
     }
     const std::string strBefore = SetupText() + strFilespec;
     const bool blnLoaded = ReadSetupFile(strPath);
-    // After a failed load too some of the state may be new, and the window must not show a folder
-    // other than the one that would be purged.
+    // A failed load may also have changed part of the state, and the window must show the folder
+    // that would be purged.
     if (blnLoaded || SetupText() + strFilespec != strBefore) {
         UpdateAllLabels();
         SetMainLine(MainLine::EstimatedTime, "");
@@ -157,7 +158,7 @@ void cmdClearSetup_Click() {
 }
 
 void cmdRestoreSetup_Click() {
-    // This text has been applied before, or written from a setup in force.
+    // This cannot fail: the text was applied before, or written from the current setup.
     static_cast<void>(ApplySetupText(strSetupAtStart));
     UpdateAllLabels();
     SetMainLine(MainLine::EstimatedTime, "");
@@ -183,8 +184,8 @@ void cmdSaveSetupAsOperationFile_Click() {
     std::string strPath;
     if (ui::SaveFileDialog("Specify operation file to be saved", strOperationFiles,
                            strOperationPattern, strBrowsePath, strPath)) {
-        // By another extension it would be neither offered for loading nor taken for a setup when
-        // it is dropped: it would then be the file to purge.
+        // With another extension, the file would not be offered for loading. When dropped, it would
+        // be taken for a file to purge and not for a setup.
         if (platform::LowerCase(ExtensionOf(strPath)) != "nws")
             strPath += ".nws";
         const bool blnWrite =

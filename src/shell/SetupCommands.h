@@ -13,13 +13,13 @@ void cmdSaveSetupForNextRun_Click();
 void cmdSaveSetupAsOperationFile_Click();
 void cmdDontSaveSetup_Click();
 
-/// What "Load setup" does with the file that was chosen: reads it, brings the labels up to date,
-/// and says with a message box what went wrong.
+/// Loads the setup file chosen in "Load setup", updates the labels, and reports errors in a message
+/// box.
 void LoadSetupFromFile(const std::string& strPath);
-/// Reads the setup that was saved for the next run, if there is one, and keeps a copy of the setup
-/// in force for "Restore setup".
+/// Loads the setup saved for the next run, if there is one, and keeps a copy of the current setup
+/// for "Restore setup".
 void LoadNextRunSetup();
-/// Puts the main window where it was when the setup was saved for the next run.
+/// Moves the main window to the place saved with the setup for the next run.
 void RestoreWindowPosition();
-/// Hides the setup panel and enables the menu again; the end of every setup command.
+/// Hides the setup panel and enables the menu again; every setup command ends with this.
 void CloseSetupFrame();

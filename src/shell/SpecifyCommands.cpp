@@ -1,4 +1,4 @@
-// The commands with which the user says what is to be purged.
+// The commands that specify what is to be purged.
 #include "shell/SpecifyCommands.h"
 
 #include "disk/PurgeFolders.h"
@@ -23,14 +23,14 @@
 
 namespace {
 
-/// What a folder itself holds. Links to folders do not count: they are never followed.
+/// The contents of a folder itself. Links to folders do not count: they are never followed.
 struct FolderContents {
     bool blnFiles = false;
     bool blnMatchingFiles = false;
     bool blnSubfolders = false;
 };
 
-/// Looks into a folder until all is known; false when it cannot be read.
+/// Reads a folder until all facts are known; false when it cannot be read.
 bool LookInto(const std::string& folder, const std::string& filespec, FolderContents& contents) {
     FolderContents found;
     std::size_t otherCase = 0;
@@ -52,8 +52,9 @@ bool LookInto(const std::string& folder, const std::string& filespec, FolderCont
     return true;
 }
 
-/// Tells the user when the file specification cannot find anything in the folder. True when it went
-/// without a box: there are matching files, or at least subfolders. What F10 ended says nothing.
+/// Tells the user when the file specification cannot match anything in the folder. True when no box
+/// was needed: there are matching files, or at least subfolders. A search ended by F10 shows no
+/// box.
 bool FolderCheck(FolderContents& contents) {
     bool blnRead = false;
     if (!RunSearch("Reading " + strDirPath,
@@ -70,8 +71,8 @@ bool FolderCheck(FolderContents& contents) {
     return false;
 }
 
-/// Whether there is a file that matches, in the tree when subfolders are included. F10 ends the
-/// search, with the answer that there may be one.
+/// Whether a file matches, in the whole tree if subfolders are included. When F10 ends the search,
+/// the answer is true.
 bool SomethingMatches(const FolderContents& contents) {
     if (contents.blnMatchingFiles || !blnSubdirectories)
         return contents.blnMatchingFiles;
@@ -91,7 +92,7 @@ void SetFolder(const std::string& folder) {
     strBrowsePath = strDirPath;
 }
 
-/// The speed measured for the drive of a path, as lblPurgeSpeed shows it; "" when there is none.
+/// The speed measured for the drive of a path, as text for lblPurgeSpeed; "" when not measured.
 std::string PurgeSpeedText(const std::string& path) {
     const int drive = DriveIndexOf(path);
     if (drive < 0 || sngPurgeSpeeds[static_cast<std::size_t>(drive)] <= 0)
@@ -106,7 +107,7 @@ void TakeSingleFile(const std::string& strChosen) {
     std::string path = strChosen;
     if (!TakePath(path, frmMain.cmdSingleFile.Caption))
         return;
-    if (IsWildcard(FileNameOf(path))) { // possible on file systems of other makers
+    if (IsWildcard(FileNameOf(path))) { // possible on file systems of other operating systems
         ui::Complain("The name of a single file must not contain \"?\" or \"*\".",
                      frmMain.cmdSingleFile.Caption);
         return;
@@ -119,12 +120,12 @@ void TakeSingleFile(const std::string& strChosen) {
     UpdateFilesLabels();
     UpdateSubdirectoriesLabels();
     SetMainLine(MainLine::PurgeSpeed, PurgeSpeedText(path));
-    // A drive that was not measured has no estimate, and that of another file must not stay.
+    // Always set: without a measured speed the text is "" and clears the last file's estimate.
     SetMainLine(MainLine::EstimatedTime, SingleFileEstimate(path));
 }
 
-/// From the choice of a folder on. A pattern that was meant for another folder is not applied to
-/// this one: the file specification begins anew.
+/// Takes over a chosen folder. A pattern was meant for the old folder, so the file specification is
+/// cleared.
 void TakeFolder(const std::string& folder) {
     const std::string& title = frmMain.cmdSpecifyDirectory[0].Caption;
     SetFolder(folder);
@@ -157,7 +158,7 @@ void TakeFolder(const std::string& folder) {
 }
 
 void SpecifyFolder() {
-    // The old choice is off the screen while the browser is open, and back when it is cancelled.
+    // Hide the old choice while the browser is open; show it again when the browser is cancelled.
     const std::string files = frmMain.lblFiles.Caption,
                       message = frmMain.lblLargePurgeMessage.Caption,
                       subfolders = frmMain.lblSubdirectories2.Caption,
@@ -177,7 +178,7 @@ void SpecifyFolder() {
         TakeFolder(folder);
 }
 
-/// Several files and folders take the place of folder and file specification.
+/// Replaces folder and file specification by several chosen items.
 void TakeItems(const std::vector<std::string>& paths) {
     if (!ChooseItems(paths))
         return;
@@ -239,8 +240,8 @@ void cmdSpecifyDirectory_Click(int intIndex) {
     else {
         EnableMain(false);
         PurgeFoldersCommand(frmMain.cmdSpecifyDirectory[1].Caption);
-        // It says there what has been purged; after a stop it must not go on saying what is being
-        // purged.
+        // The labels tell what has been purged. After a stop they must not continue to say that it
+        // is being purged.
         if (currentRun.State == RunState::Stopped)
             UpdateSubdirectoriesLabels();
         EnableMain(true);
@@ -262,7 +263,7 @@ void cmdSpecifyFiles_Click() {
     SetSetupFilename("");
     SetMainLine(MainLine::EstimatedTime, "");
     UpdateFilesLabels();
-    // One box is enough: what the folder check has said is not said again.
+    // The folder check may already have shown a box; do not show another.
     FolderContents contents;
     if (FolderCheck(contents) && !SomethingMatches(contents))
         ui::Complain("There are no files in " + strDirPath +
@@ -318,7 +319,7 @@ void ClearSpecification() {
     UpdateSubdirectoriesLabels();
 }
 
-// Nothing may be chosen anew while an operation runs or the setup panel is open.
+// No new choice while an operation runs or the setup panel is open.
 void FilesDroppedOnMain(const std::vector<std::string>& paths) {
     if (frmMain.fraMenu.Enabled)
         OpenGivenPaths(paths);

@@ -1,4 +1,4 @@
-// The commands with which the user says what is to be purged.
+// The commands that specify what is to be purged.
 #pragma once
 
 #include <string>
@@ -11,12 +11,13 @@ void cmdSpecifyFiles_Click();
 void cmdSubdirectories_Click();
 void cmdConfirmFiles_Click();
 void cmdClear_Click();
-/// Forgets folder and file specification, and the labels say so.
+/// Clears folder and file specification and updates the labels.
 void ClearSpecification();
 
-/// Files or a folder were dropped on the main window.
+/// Handles files or a folder dropped on the main window.
 void FilesDroppedOnMain(const std::vector<std::string>& paths);
-/// What the command line names, in full: to be asked before the current folder changes.
+/// The full paths of the files named on the command line. Call this before the current folder
+/// changes.
 std::vector<std::string> CommandLineFiles();
-/// Opens what the command line named as if it were dropped.
+/// Handles the files from the command line like dropped files.
 void OpenCommandLineFiles(const std::vector<std::string>& paths);

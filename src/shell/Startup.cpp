@@ -1,4 +1,4 @@
-// Start-up, in its fixed order: each step rests on those before it.
+// Start-up in its fixed order: each step depends on the earlier ones.
 #include "shell/Startup.h"
 
 #include "disk/LeftoverDummies.h"
@@ -38,7 +38,7 @@ void ReadDriveInformation() {
     std::string strDrive;
     std::int16_t intType = 0;
     GetFirstDrive(strDrive, intType);
-    // Where the setup for the next run is kept is settled here once and for the whole run.
+    // Determine once, for the whole run, where the setup for the next run is stored.
     FindNextRunSetupPath();
 }
 
@@ -56,7 +56,7 @@ void SetDefaults() {
 
     Initialization();
     InitializePurgeOptions();
-    // No folder is held open, and no bare file name means a file in the folder of the program.
+    // Otherwise the current folder would stay open, and a bare file name could mean a file there.
     static_cast<void>(platform::ChangeCurrentFolder("\\"));
 }
 
@@ -106,13 +106,13 @@ void StartUp() {
     ColourMessageLabels();
     RestoreWindowPosition();
     LoadNextRunSetup();
-    // Drives that are asked below may take their time: no command may begin meanwhile.
+    // The drives queried below may be slow: allow no command meanwhile.
     EnableMain(false);
     ui::Show(frmMain);
     UpdateFilesLabels();
     UpdateTypeOfPurgeLabel();
     blnStartupCompleted = true;
-    RememberFolder(); // its drive may keep one waiting: not before there is a window
+    RememberFolder(); // may wait for a slow drive, so only after the window is shown
     UpdateFilesLabels();
     UpdateSubdirectoriesLabels();
     UpdateConfirmFilesLabels();

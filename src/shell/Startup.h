@@ -4,8 +4,8 @@
 /// What every program made of these rooms begins with: forms, texts and defaults. Shows nothing.
 void PrepareProgram();
 /// Creates the forms, loads texts, defaults and the saved setup, and shows the main window. The
-/// caller runs the message loop then.
+/// caller then runs the message loop.
 void StartUp();
 
-/// Gives the state that all rooms share (Session.h) the values it has when the program starts.
+/// Sets the shared state (Session.h) to its start-up values.
 void ResetSession();

@@ -1,4 +1,4 @@
-// The main window: its labels, its own commands, and what other rooms may tell it.
+// The main window: its labels, its own commands, and the functions that other rooms call.
 #include "shell/frmMain.h"
 
 #include "platform/Files.h"
@@ -31,20 +31,20 @@ constexpr const char* strNotSpecified = "Not specified";
 constexpr const char* strItemsAsChosen = "As chosen (point at the line above to see them)";
 constexpr std::size_t intMostItemsInTip = 25;
 
-/// The button that had the focus when the menu was disabled; gets it back.
+/// The button that had the focus when the menu was disabled; it gets the focus back.
 ui::Control* ctlFocusBefore = nullptr;
 
-/// The width between a label's left edge and the window's right margin.
+/// The width from a label's left edge to the window's right margin.
 int RoomFrom(const ui::Label& label) {
     return frmMain.Width - label.Left - 120;
 }
 
-/// Writes a white-on-black label. It is no wider and higher than its text may need, and it is gone
-/// when it has none: an empty black bar says nothing.
+/// Writes a white-on-black label. It is only as wide and high as its text may need, and hidden
+/// without text: an empty black bar says nothing.
 void WriteMessageLabel(ui::Label& label, const std::string& strText, int intMaxWidth,
                        int intMaxLines) {
     constexpr int intLineHeight = 240;
-    const int intWidthOfCharacter = label.Bold ? 110 : 95; // on the safe side
+    const int intWidthOfCharacter = label.Bold ? 110 : 95; // rounded up
     int intLines = 1, intLongest = 0, intInLine = 0;
     for (const char c : strText) {
         if (c == '\n') {
@@ -54,7 +54,7 @@ void WriteMessageLabel(ui::Label& label, const std::string& strText, int intMaxW
             ++intInLine;
         }
         intLongest = std::max(intLongest, intInLine);
-        if (intInLine * intWidthOfCharacter > intMaxWidth) { // the label wraps it
+        if (intInLine * intWidthOfCharacter > intMaxWidth) { // the label wraps this line
             ++intLines;
             intInLine = 0;
         }
@@ -81,7 +81,7 @@ void WriteLargePurgeMessage(const std::string& strText) {
                       5);
 }
 
-/// "(All files.)" and its like: what a file specification of several files means.
+/// The explanation of a file specification for several files: "(All files.)" and similar.
 std::string FilespecMeaning(const std::string& strSpec) {
     if (strSpec == "*.*")
         return "(All files.)";
@@ -94,7 +94,7 @@ std::string FilespecMeaning(const std::string& strSpec) {
     return "(All files of the form " + strSpec + ".)";
 }
 
-/// The meaning stands right behind a file specification; a file's name has the whole line.
+/// Places the explanation after a file specification; a single file's name gets the whole line.
 void PlaceFilesLabels() {
     const bool blnMeaning = !FilespecMeaning(strFilespec).empty();
     constexpr int intWidthOfCharacter = 110;
@@ -120,7 +120,7 @@ std::string ManualPath() {
     return FolderWithBackslash(platform::ProgramFolder()) + "manual.html";
 }
 
-/// Complains when it is not.
+/// Whether the manual exists; shows an error if not.
 bool IsManualThere() {
     const std::string strManual = ManualPath();
     if (platform::FileExists(strManual))
@@ -131,8 +131,8 @@ bool IsManualThere() {
     return false;
 }
 
-/// An operation is under way. The menu alone does not tell: it is also disabled while a setup is
-/// loaded or saved.
+/// Whether an operation is running. A disabled menu does not prove it: the menu is also disabled
+/// while a setup is loaded or saved.
 bool IsRunning() {
     return !frmMain.fraSetup.Enabled;
 }
@@ -157,12 +157,12 @@ void UpdateFilesLabels() {
 
 void UpdateSubdirectoriesLabels() {
     bool blnFound = !ItemsAreChosen() || FoldersAreChosen();
-    // The choice stays as it is where the folder cannot be read now, for example with its medium
-    // out, and where the user does not want to wait for it.
+    // Keep the choice when the folder cannot be read now, for example without its medium, and when
+    // the user does not want to wait.
     if (!strDirPath.empty())
         (void)RunSearch("Reading " + strDirPath,
                         [&] { (void)LookForSubfolders(strDirPath, blnFound); });
-    // What the label denies must not happen: the state follows it.
+    // If the label says that there are no subfolders, the state must agree with it.
     if (!blnFound || (strDirPath.empty() && !ItemsAreChosen()))
         blnSubdirectories = false;
     frmMain.lblSubdirectories.Caption = blnSubdirectories ? "Yes" : "No";
@@ -248,7 +248,7 @@ void EnableMenu(bool blnEnabled) {
                 ctlFocusBefore = control;
     }
     frmMain.fraMenu.Enabled = blnEnabled;
-    // Else the focus would go to a link, and a stray Enter would open a browser.
+    // Otherwise the focus would move to a link, and an accidental Enter would open a browser.
     for (ui::Label* link : frmMain.Links())
         link->Enabled = blnEnabled;
     if (blnEnabled && ctlFocusBefore)
@@ -261,7 +261,7 @@ void EnableMain(bool blnEnabled) {
 }
 
 void Button_MouseOver(ui::Control& control) {
-    // The report window in front must not lose the focus to the button that shows it.
+    // The report window in front must keep the focus; the mouse must not move it to this button.
     if (&control == &frmMain.cmdReportScreen && frmReport.Visible)
         return;
     if (!ui::HasFocus(control))
@@ -272,7 +272,7 @@ void KeyReleased(int intKeyCode) {
     constexpr int intKeyF1 = 112, intKeyF10 = 121;
     if (intKeyCode == intKeyF10) {
         blnStop = true;
-        ShowClock(); // it says so
+        ShowClock(); // the clock shows the pause
     } else if (intKeyCode == intKeyF1 && IsManualThere())
         OpenAddress(ManualPath());
 }
@@ -284,7 +284,7 @@ void cmdTypeOfPurge_Click() {
     if (frmTypeOfPurge.blnAccepted)
         frmReport.lblPausedDone.Caption.clear();
     UpdateTypeOfPurgeLabel();
-    // The estimate of a single file rests on the number of overwrites.
+    // The estimate for a single file depends on the number of overwrites.
     if (!blnMultipleFiles && !strFilespec.empty())
         SetMainLine(MainLine::EstimatedTime, SingleFileEstimate(strDirPath + strFilespec));
 }
@@ -335,9 +335,9 @@ void cmdQuit_Click() {
     if (frmMain.blnQuitGuard)
         return;
     if (IsRunning()) {
-        // "Quit" itself is disabled now, so this is the window being closed. To end here would
-        // leave dummy files behind and a file half purged: the operation is asked to stop. The
-        // commands on drives ask themselves.
+        // "Quit" itself is disabled now, so the user is closing the window. Ending here would leave
+        // dummy files and a half-purged file, so the operation is asked to stop. The commands on
+        // drives ask the user themselves.
         if (!currentRun.Request.blnInReport || !currentRun.IsUnderWay() ||
             AskInReport("An operation is still running.\r\nDo you wish to stop it?",
                         ui::Buttons::YesNo, "Nullwright", 2) == ui::AnswerYes) {

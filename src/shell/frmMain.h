@@ -1,4 +1,4 @@
-// The main window: the command buttons, the labels that show the session's state beside them, and
+// The main window: the command buttons, the labels beside them that show the session's state, and
 // the setup panel.
 #pragma once
 
@@ -12,7 +12,7 @@ struct FrmMain : ui::Form {
     ui::Button cmdSingleFile, cmdSpecifyDirectory[2], cmdSpecifyFiles, cmdSubdirectories, cmdClear;
     ui::Button cmdTypeOfPurge, cmdConfirmFiles;
     ui::Button cmdProcessFiles[2];
-    ui::Button cmdReportScreen; ///< not in the frame: it works while an operation runs
+    ui::Button cmdReportScreen; ///< not in the frame, because it works while an operation runs
     ui::Button cmdLargePurge[3];
     ui::Button cmdSetup, cmdHelp, cmdQuit;
 
@@ -20,7 +20,7 @@ struct FrmMain : ui::Form {
     ui::Label lblSubdirectories, lblSubdirectories2;
     ui::Label lblTypeOfPurge, lblConfirmFiles, lblConfirmFiles2;
     ui::Label lblEstimatedTime, lblPurgeFoldersMessage;
-    ui::ProgressBar barProgress; ///< of a command on a drive
+    ui::ProgressBar barProgress; ///< progress of a command on a drive
     ui::Label lblPurgeSpeed, lblLargePurgeMessage;
     ui::Label lblSetupFilename, lblOnlineDocumentation, lblAbout, lblCorvaneSystems, lblCV_URL;
     ui::Label lblStatus;       ///< the line at the foot of the window
@@ -33,8 +33,8 @@ struct FrmMain : ui::Form {
 
     ui::Timer Clock2; ///< ends the quit guard
 
-    /// True for one second after the file dialog of "Single file" has closed: a second click of an
-    /// impatient double click, falling through the closing dialog, must not hit what lies below.
+    /// True for one second after the file dialog of "Single file" closes. The second click of a
+    /// double click may pass through the closing dialog and must not hit the control below.
     bool blnQuitGuard = false;
 
     std::array<ui::Label*, 4> Links() {
@@ -43,38 +43,39 @@ struct FrmMain : ui::Form {
 };
 extern FrmMain frmMain;
 
-/// Enables or disables the menu and the setup panel; around long operations, on every way out.
+/// Enables or disables the menu and the setup panel. Every long operation must enable them again on
+/// every exit path.
 void EnableMain(bool blnEnabled);
-/// Sets the quit guard and starts Clock2, which takes it away after a second.
+/// Sets the quit guard and starts Clock2, which clears it after a second.
 void StartQuitGuard();
 
-// The labels, brought up to date with the session's state.
+// Functions that update the labels from the session's state.
 
 /// lblSingleFile, lblDirectory, lblFiles and lblFiles2.
 void UpdateFilesLabels();
-/// lblSubdirectories and lblSubdirectories2; looks whether the folder has subfolders.
+/// lblSubdirectories and lblSubdirectories2; checks whether the folder has subfolders.
 void UpdateSubdirectoriesLabels();
 /// lblConfirmFiles and lblConfirmFiles2.
 void UpdateConfirmFilesLabels();
 /// lblTypeOfPurge.
 void UpdateTypeOfPurgeLabel();
-/// lblSetupFilename: the setup in force, "" for none.
+/// lblSetupFilename: the current setup, "" for none.
 void SetSetupFilename(const std::string& strName);
-/// Gives the labels that are as long as their texts their places; part of LayOutMain.
+/// Places the labels that depend on the length of their texts; part of LayOutMain.
 void FitLabels();
 
-// Handlers that belong to the window itself; bound in frmMainLayout.cpp.
+// Handlers of the window itself; bound in frmMainLayout.cpp.
 
 void cmdTypeOfPurge_Click();
 void cmdHelp_Click();
 void cmdQuit_Click();
-/// Why Windows must not shut down now, "" when it may.
+/// The reason why Windows must not shut down now; "" when it may.
 std::string ShutdownObjection();
 void lblOnlineDocumentation_Click();
 void lblAbout_Click();
 void lblCorvaneSystems_Click();
 void Clock2_Tick();
-/// The focus follows the mouse.
+/// Moves the focus to the button under the mouse.
 void Button_MouseOver(ui::Control& control);
-/// F10 asks for a stop, F1 opens the manual, whichever window has the focus.
+/// Handles F10 (stop request) and F1 (manual), whichever window has the focus.
 void KeyReleased(int intKeyCode);

@@ -1,4 +1,4 @@
-// The main window's look: captions, colours; and the binding of all its handlers.
+// The main window's captions and colours, and the binding of its handlers.
 #include "shell/frmMainLayout.h"
 
 #include "disk/DiskPurge.h"
@@ -19,7 +19,7 @@ namespace {
 constexpr std::uint32_t colBlack = 0x000000, colWhite = 0xFFFFFF, colSeparator = 0xC8C8C8,
                         colLink = 0xCC6600;
 
-/// The rooms below know the menu only: the setup panel is disabled here while they work.
+/// Runs a command with the setup panel disabled; the lower rooms disable only the menu.
 void RunDisabled(void (*command)()) {
     EnableMain(false);
     command();
@@ -28,7 +28,7 @@ void RunDisabled(void (*command)()) {
 
 void PurgeDisk_Click() {
     RunDisabled(PurgeDiskCommand);
-    UpdateSubdirectoriesLabels(); // which the disk purge wrote its exclusions into
+    UpdateSubdirectoriesLabels(); // the disk purge wrote its exclusions there
 }
 
 void WriteWords() {

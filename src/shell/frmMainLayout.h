@@ -1,7 +1,7 @@
-// The main window's look.
+// The main window's captions, colours and handlers.
 #pragma once
 
-/// Lays the window out, writes its captions and binds every handler; once, at start-up.
+/// Lays out the window, writes its captions and binds every handler; called once, at start-up.
 void LoadMainForm();
 /// Colours the three message labels white on black.
 void ColourMessageLabels();

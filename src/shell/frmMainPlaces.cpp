@@ -1,4 +1,4 @@
-// The main window's places: a table of rows, and how far these stand apart in a window of a size.
+// The places in the main window: a table of rows, and the distances between them by window height.
 #include "shell/frmMainPlaces.h"
 
 #include "shell/frmMain.h"
@@ -10,15 +10,15 @@ namespace {
 constexpr int intMargin = 120;
 constexpr int intMenuWidth = 2460;
 constexpr int intLabelLeft = intMargin + intMenuWidth + 180;
-constexpr int intSecondLabelLeft = intLabelLeft + 660; ///< behind "Yes" or "No"
+constexpr int intSecondLabelLeft = intLabelLeft + 660; ///< after "Yes" or "No"
 constexpr int intLineHeight = 240;
 constexpr int intUsualWidth = 11520;
-/// Below that the words on the buttons of the panels would be cut.
+/// In a narrower window the texts on the buttons of the panels would be cut.
 constexpr int intLeastWidth = 9780;
-/// Of the window; what does not fit is scrolled.
+/// Minimum window height; the contents then scroll.
 constexpr int intLeastHeight = 3000;
 
-/// How far things stand apart, from the lowest window that needs no scrolling to the usual one.
+/// Distances, from the lowest window that needs no scrolling to the usual one.
 struct Spacing {
     int Top, Pitch, ButtonGap, GroupGap;
     int ProgramGap; ///< leaves lblLargePurgeMessage room for five lines
@@ -31,12 +31,12 @@ struct Spacing {
 constexpr Spacing Tight{60, 345, 15, 30, 45, 30, 15};
 constexpr Spacing Usual{120, 480, 30, 120, 480, 105, 75};
 
-/// The spacing that fills a window of this height.
+/// The distances that fill a window of this height.
 Spacing SpacingFor(int intHeight) {
     const int intRoom = std::clamp(intHeight, Tight.Height(), Usual.Height()) - Tight.Height();
     const auto between = [intRoom](int intLow, int intHigh) {
         constexpr int intMore = Usual.Height() - Tight.Height();
-        constexpr int intPixel = 15; // at the usual resolution: all rows come out alike
+        constexpr int intPixel = 15; // at the usual resolution; makes all rows equal
         return intLow + (intHigh - intLow) * intRoom / intMore / intPixel * intPixel;
     };
     return {between(Tight.Top, Usual.Top),
@@ -48,11 +48,12 @@ Spacing SpacingFor(int intHeight) {
             between(Tight.Foot, Usual.Foot)};
 }
 
-/// Every control with its name and its place, in tab order.
+/// All controls with names and places, in tab order.
 std::vector<ui::Placed> Places(int intWidth, int intHeight) {
     FrmMain& f = frmMain;
     const Spacing s = SpacingFor(intHeight);
-    // The tops of the groups of buttons: what to purge, how, go, whole drives, the program itself.
+    // The tops of the groups of buttons: what to purge, how, start, whole drives, the program
+    // itself.
     const int intWhat = s.Top;
     const int intHow = intWhat + 5 * s.Pitch + s.GroupGap;
     const int intGo = intHow + 2 * s.Pitch + s.GroupGap;
@@ -61,10 +62,10 @@ std::vector<ui::Placed> Places(int intWidth, int intHeight) {
     const int intMenuBottom = intProgram + 3 * s.Pitch;
     const int intStatus = std::max(intHeight - s.Foot - intLineHeight, intMenuBottom + s.StatusGap);
     const int intButton = s.Pitch - s.ButtonGap;
-    // A label's text stands beside that of its button.
+    // Aligns a label's text with the text of its button.
     const int intDrop = (intButton - intLineHeight) / 2 + 15;
     const int intRoom = intWidth - intLabelLeft - intMargin, intHalf = intRoom / 2;
-    // The panels open beside "Setup", over the labels there. Their buttons shrink with them.
+    // The panels open beside "Setup", over the labels. Their buttons shrink with them.
     const int intPanel = intProgram - std::min(255, s.ProgramGap);
     const int intPanelHeight = 285 + intButton + 60;
 
@@ -110,7 +111,7 @@ std::vector<ui::Placed> Places(int intWidth, int intHeight) {
         button(f.cmdProcessFiles[0], "cmdProcessFiles(0)", intGo, 0),
         button(f.cmdProcessFiles[1], "cmdProcessFiles(1)", intGo, 1),
         button(f.cmdSpecifyDirectory[1], "cmdSpecifyDirectory(1)", intGo, 2),
-        // Outside of the frame: the report can be brought back while an operation runs.
+        // Outside of the frame, because the report can be shown while an operation runs.
         {&f.cmdReportScreen, "cmdReportScreen", intMargin, intGo + 3 * s.Pitch, intMenuWidth,
          intButton},
         button(f.cmdLargePurge[0], "cmdLargePurge(0)", intDrives, 0),

@@ -1,10 +1,10 @@
-// Where everything stands in the main window, by the window's size.
+// The places of all controls in the main window, by the window's size.
 #pragma once
 
-/// Binds the controls, in tab order, and sets the window's size; once, at start-up.
+/// Binds the controls in tab order and sets the window's size; called once, at start-up.
 void PlaceControls();
-/// Puts everything into its place in a window of the present size: the rows come closer in a low
-/// one, and the labels are as long as it is wide.
+/// Places all controls for the current window size: a low window has smaller row distances, and a
+/// wide window has longer labels.
 void LayOutMain();
-/// Hides the labels that an open panel or a long message lies upon.
+/// Hides the labels that are covered by an open panel or a long message.
 void HideCovered();
