@@ -1,10 +1,10 @@
 // Controls and forms as plain data.
 //
-// The program's logic writes these fields and calls the functions of Interface.h; the back end
-// compares the fields with what it last sent and updates the windows, and it copies what the user
-// did into the fields before it calls a handler. Controls and forms live for the whole program.
+// The program's logic writes these fields and calls the functions of Interface.h. The back end
+// compares the fields with what it last sent and updates the windows. Before it calls a handler, it
+// copies the user's input into the fields. Controls and forms live for the whole program.
 //
-// Measures are twips (1/1440 inch), so that every resolution comes out right. Colours are 0xBBGGRR.
+// Measures are twips (1/1440 inch), independent of the resolution. Colours are 0xBBGGRR.
 #pragma once
 
 #include <cstddef>
@@ -42,8 +42,8 @@ struct Control {
 
     const ControlKind Kind;
     std::string Name;    ///< as in the code: "cmdQuit", "cmdLargePurge(1)"
-    std::string Caption; ///< as the user reads it; an ampersand in it is just an ampersand
-    char Mnemonic = 0;   ///< the letter of the caption that Alt chooses, 0 for none
+    std::string Caption; ///< as shown to the user; an ampersand is an ordinary character
+    char Mnemonic = 0;   ///< the letter that selects the control with Alt, 0 for none
     std::string ToolTip;
     bool Visible = true;
     bool Enabled = true;
@@ -54,12 +54,12 @@ struct Control {
     std::optional<std::uint32_t> BackColor, ForeColor;
     Handler Click;          ///< pressed and released, or chosen by key
     Handler MouseOver;      ///< the mouse moved onto it
-    std::size_t Native = 0; ///< the back end's own
+    std::size_t Native = 0; ///< used by the back end only
 };
 
 struct Button : Control {
     Button() : Control(ControlKind::Button) {}
-    bool Default = false; ///< Enter presses it when no other button has the focus
+    bool Default = false; ///< Enter presses this button when no other button has the focus
     bool Cancel = false;  ///< Escape presses it
     char Shortcut = 0;    ///< Ctrl and this capital letter press it, 0 for none
 };
@@ -67,7 +67,7 @@ struct Button : Control {
 struct Label : Control {
     Label() : Control(ControlKind::Label) {}
     bool Link = false;     ///< drawn and reachable as a link; Click opens it
-    bool Ellipsis = false; ///< a path too long for the place is shortened: see PathEllipsis.h
+    bool Ellipsis = false; ///< shortens a path that is too long for the place: see PathEllipsis.h
 };
 
 struct CheckBox : Control {
@@ -75,7 +75,7 @@ struct CheckBox : Control {
     int Value = 0; ///< 0 unchecked, 1 checked
 };
 
-/// Setting Value by code does not clear the others of the group: see SelectOption.
+/// Setting Value in code does not clear the other buttons of the group: see SelectOption.
 struct OptionButton : Control {
     OptionButton() : Control(ControlKind::OptionButton) {}
     bool Value = false;
@@ -84,7 +84,7 @@ struct OptionButton : Control {
 struct ListItem {
     std::string Text;
     std::int64_t Data = 0;
-    bool Selected = false; ///< in a list of multiple choice
+    bool Selected = false; ///< in a multiple-choice list
 };
 
 /// A drop-down list without a text field. Click is called when the user chooses an item.
@@ -98,12 +98,12 @@ struct ComboBox : Control {
 struct ListBox : Control {
     ListBox() : Control(ControlKind::ListBox) {}
     std::vector<ListItem> Items;
-    int ListIndex = -1; ///< the item with the caret, in single choice the selected one
+    int ListIndex = -1; ///< the item with the caret; in single choice the selected one
     bool MultiSelect = false;
     Handler DoubleClick;
 };
 
-/// The units of UTF-16 that a text has: by these text boxes on the screen count.
+/// The number of UTF-16 units of a text, as counted by text boxes on the screen.
 inline std::size_t UnitsOf(std::string_view text) {
     std::size_t units = 0;
     for (const char c : text) {
@@ -122,13 +122,13 @@ struct TextBox : Control {
     bool MultiLine = false;
     bool Locked = false;     ///< the user may select and copy but not change
     bool FixedPitch = false; ///< Courier New instead of the dialog font
-    Handler MouseUp; ///< left button or a key released in it; the selection is in the fields
+    Handler MouseUp; ///< left button or a key released in the box; the fields hold the selection
     Handler Change;
 };
 
 struct Frame : Control {
     Frame() : Control(ControlKind::Frame) {}
-    bool Border = true; ///< with a caption and a line around it, else only a group
+    bool Border = true; ///< false: only groups controls, without caption and line
 };
 
 struct ProgressBar : Control {
@@ -136,7 +136,7 @@ struct ProgressBar : Control {
     double Fraction = 0; ///< 0 to 1
 };
 
-/// Started by Enabled = true, as every field taken over at the next ui:: call.
+/// Started by Enabled = true; like every field, this takes effect at the next ui:: call.
 struct Timer {
     int Interval = 0; ///< milliseconds
     bool Enabled = false;
@@ -152,10 +152,10 @@ struct Form {
 
     std::string Name;          ///< "frmMain"
     std::string Caption;       ///< the title bar
-    int Left = 0, Top = 0;     ///< twips on the screen; kept true when the user moves the window
+    int Left = 0, Top = 0;     ///< twips on the screen; updated when the user moves the window
     int Width = 0, Height = 0; ///< twips of the inside, without title bar and borders
     int MinWidth = 0, MinHeight = 0;
-    int ContentHeight = 0;  ///< more than Height: the window scrolls; 0: it never does
+    int ContentHeight = 0;  ///< above Height: the window scrolls; 0: it never does
     bool Resizable = false; ///< by the user; the window is never larger than its monitor
     StartPosition Position = StartPosition::CenterOwner;
     bool Visible = false;           ///< read only for the logic: Show, ShowModal and Hide change it
@@ -168,10 +168,10 @@ struct Form {
     std::function<std::string()>
         HoldsShutdown; ///< why Windows must not shut down now, "" if it may
     std::function<void(const std::vector<std::string>&)> FilesDropped;
-    std::size_t Native = 0; ///< the back end's own
+    std::size_t Native = 0; ///< used by the back end only
 };
 
-/// One line of a form's layout table: a control, its name in the code and its place in twips.
+/// One line of a form's layout table: a control, its name in the code, and its place in twips.
 struct Placed {
     Control* Which;
     std::string Name;
@@ -199,8 +199,8 @@ inline void Bind(Form& form, const std::vector<Placed>& table) {
     }
 }
 
-/// One line of a form's table of words: what a control says, the letter that Alt chooses (0 for
-/// none), and what a click on it does where the table is the place to say so.
+/// One line of a form's text table: the caption of a control, its mnemonic (0 for none), and
+/// optionally its click handler.
 struct Worded {
     Control* Which;
     const char* Caption;
@@ -208,7 +208,7 @@ struct Worded {
     Handler Click = nullptr;
 };
 
-/// Gives controls their words and their handlers.
+/// Sets captions, mnemonics and handlers of controls.
 inline void PutWords(std::initializer_list<Worded> table) {
     for (const Worded& line : table) {
         line.Which->Caption = line.Caption;
@@ -218,7 +218,7 @@ inline void PutWords(std::initializer_list<Worded> table) {
     }
 }
 
-/// Puts controls inside a frame; before Bind.
+/// Puts controls inside a frame; call it before Bind.
 inline void PutInto(Frame& frame, std::initializer_list<Control*> controls) {
     for (Control* control : controls)
         control->Container = &frame;

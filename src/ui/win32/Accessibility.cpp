@@ -1,5 +1,5 @@
-// What screen readers say. The text of a window is its name; boxes have none, so they are named
-// by their caption, or by the label or option before them.
+// Names for screen readers. A window's text is its name. Text boxes have no such name, so they get
+// their caption, or the text of the label or option before them.
 #include "ui/win32/Native.h"
 
 #include <objbase.h>
@@ -9,7 +9,7 @@ namespace ui::win32 {
 
 namespace {
 
-// {B5F8350B-0548-48B1-A6EE-88BD00B4A5E7}: the service that names windows, by its documented number.
+// {B5F8350B-0548-48B1-A6EE-88BD00B4A5E7}: the documented id of the service that names windows.
 constexpr GUID idServices{
     0xB5F8350B, 0x0548, 0x48B1, {0xA6, 0xEE, 0x88, 0xBD, 0x00, 0xB4, 0xA5, 0xE7}};
 constexpr GUID idServicesInterface{

@@ -1,4 +1,4 @@
-// What follows the look that the user has given to Windows: high contrast, dark title bars, icons.
+// Adapts to the user's Windows appearance: high contrast, dark title bars, icons.
 #include "ui/win32/Native.h"
 
 #include <map>
@@ -11,7 +11,7 @@ constexpr int intIconResource = 1;
 
 using SetWindowAttribute = HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD);
 
-/// From Windows' own folder, and only when it is there.
+/// Loaded from the system folder only; nullptr when it is missing.
 SetWindowAttribute WindowAttributeSetter() {
     static const SetWindowAttribute setter = [] {
         const HMODULE library =

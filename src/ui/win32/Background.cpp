@@ -1,4 +1,4 @@
-// Work that may block: on the one I/O thread, while this thread keeps the windows alive.
+// Runs work that may block on the single I/O thread, while this thread keeps the windows alive.
 #include "ui/win32/Native.h"
 
 #include <atomic>
@@ -10,15 +10,14 @@ using namespace win32;
 namespace {
 
 constexpr DWORD lngPollInterval = 15; ///< milliseconds
-/// Reserved, not taken. The thread runs small pieces of code of ours and calls into the file
-/// system.
+/// Reserved, not committed. The thread only runs small functions of ours and file-system calls.
 constexpr SIZE_T lngStackSize = 1 << 20;
 /// How often Windows is told that the computer is not idle.
 constexpr ULONGLONG lngStayAwakeInterval = 30'000;
 
 struct Worker {
     HANDLE Thread = nullptr;
-    HANDLE Begin = nullptr; ///< both reset themselves
+    HANDLE Begin = nullptr; ///< auto-reset events
     HANDLE Done = nullptr;
     const std::function<bool()>* Step = nullptr;
     std::atomic<bool> Cancelled{false};
@@ -26,8 +25,8 @@ struct Worker {
 };
 Worker worker;
 
-// The steps follow one another without asking the interface thread in between: a hand-over for
-// each would cost more than most of them.
+// The steps run in sequence without asking the interface thread in between: a hand-over for each
+// would cost more than most of the steps.
 DWORD WINAPI WorkerMain(void*) {
     while (WaitForSingleObject(worker.Begin, INFINITE) == WAIT_OBJECT_0) {
         while (!worker.Cancelled.load(std::memory_order_relaxed) && (*worker.Step)()) {
@@ -71,7 +70,7 @@ void StayAwake() {
 
 void RunSteps(Effort effort, const std::function<bool()>& step, const std::function<bool()>& poll) {
     StayAwake();
-    // A handler that runs while the thread is busy has to do its work here.
+    // The thread is busy when a handler starts work during other work; run that work here.
     if (effort == Effort::Brief || worker.Busy || !EnsureWorker()) {
         RunHere(step, poll);
         return;
@@ -82,7 +81,7 @@ void RunSteps(Effort effort, const std::function<bool()>& step, const std::funct
     SetEvent(worker.Begin);
     bool cancelled = false;
     for (;;) {
-        // A quitting program's queue is not looked at any more: only the step's end counts.
+        // A quitting program no longer reads its message queue: only wait for the end of the step.
         const DWORD woken = Quitting()
                                 ? WaitForSingleObject(worker.Done, lngPollInterval)
                                 : MsgWaitForMultipleObjectsEx(1, &worker.Done, lngPollInterval,

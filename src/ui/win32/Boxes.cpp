@@ -11,7 +11,7 @@ using namespace win32;
 
 namespace {
 
-/// Another program may hold the clipboard for a moment.
+/// Another program may hold the clipboard for a moment, so try several times.
 constexpr int intClipboardTries = 20;
 constexpr DWORD lngClipboardPause = 10; ///< milliseconds
 
@@ -43,12 +43,12 @@ UINT IconFlags(Icon icon) {
     return 0;
 }
 
-/// The answer that changes nothing, for a program that is ending.
+/// The answer that changes nothing, used while the program is ending.
 int SafeAnswer(Buttons buttons) {
     return buttons == Buttons::OK ? AnswerOK : buttons == Buttons::YesNo ? AnswerNo : AnswerCancel;
 }
 
-/// Somebody who looks elsewhere learns that the program waits for him.
+/// Alerts a user who is looking elsewhere that the program waits for an answer.
 void CallForAttention(HWND owner) {
     if (!owner || GetForegroundWindow() == owner)
         return;
@@ -65,8 +65,8 @@ void EndPlacing() {
     placingHook = nullptr;
 }
 
-/// The box that opens next goes over its owner and onto the owner's monitor; Windows would put it
-/// into the middle of the screen.
+/// Centres the next box over its owner, on the owner's monitor; Windows would centre it on the
+/// screen.
 LRESULT CALLBACK PlaceBox(int code, WPARAM wParam, LPARAM lParam) {
     const HWND box = reinterpret_cast<HWND>(wParam);
     RECT own{};
@@ -138,7 +138,7 @@ void PutOnClipboard(const std::string& text) {
         EmptyClipboard();
         if (SetClipboardData(CF_UNICODETEXT, memory)) {
             CloseClipboard();
-            return; // the memory is the system's now
+            return; // the system now owns the memory
         }
         CloseClipboard();
     }

@@ -27,7 +27,7 @@ Window WindowFor(const Control& control) {
     case ControlKind::OptionButton:
         return {WC_BUTTONW, BS_RADIOBUTTON | BS_NOTIFY | BS_MULTILINE, 0};
     case ControlKind::Frame:
-        // Transparent, so that the form paints the inside although it spares its children.
+        // Transparent, because the form does not paint over its children but must paint the inside.
         if (static_cast<const Frame&>(control).Border)
             return {WC_BUTTONW, BS_GROUPBOX, WS_EX_TRANSPARENT};
         return {WC_STATICW, SS_LEFT, WS_EX_TRANSPARENT};
@@ -35,7 +35,7 @@ Window WindowFor(const Control& control) {
         return {WC_COMBOBOXW, CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL, 0};
     case ControlKind::ListBox: {
         DWORD style = LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS | WS_VSCROLL | WS_HSCROLL;
-        // Each click or blank chooses or lets go of one: a careless click must not undo the rest.
+        // Each click or blank toggles one item: a careless click must not clear the other choices.
         if (static_cast<const ListBox&>(control).MultiSelect)
             style |= LBS_MULTIPLESEL;
         return {WC_LISTBOXW, style, WS_EX_CLIENTEDGE};
@@ -45,7 +45,7 @@ Window WindowFor(const Control& control) {
         DWORD style = ES_NOHIDESEL;
         if (!box.MultiLine)
             style |= ES_AUTOHSCROLL;
-        else // long lines wrap: a row of dots would run out of sight
+        else // wrap long lines: a row of dots would run out of sight
             style |= ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL;
         if (box.MultiLine && !box.Locked)
             style |= ES_WANTRETURN;
@@ -62,14 +62,14 @@ Window WindowFor(const Control& control) {
     return {WC_STATICW, style, 0};
 }
 
-/// Somebody is about to read the text of a box, or to go to another place in it.
+/// Whether a message reads the text of a box, or moves the view or caret in it.
 bool LooksIntoText(UINT message) {
     switch (message) {
     case WM_GETTEXT:
     case WM_GETTEXTLENGTH:
     case WM_COPY:
     case WM_KEYDOWN:
-    case WM_SIZE: // there may be room for more
+    case WM_SIZE: // more lines may become visible
     case WM_VSCROLL:
     case WM_MOUSEWHEEL:
     case WM_LBUTTONDOWN:
@@ -124,7 +124,7 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
         }
         break;
     case WM_KEYUP:
-        // Not every system tells the parent that the blank key has changed a multiple choice.
+        // Some systems do not notify the parent when the blank key changes a multiple choice.
         if (wParam == VK_SPACE && control.Kind == ControlKind::ListBox &&
             static_cast<const ListBox&>(control).MultiSelect)
             PostMessageW(GetParent(window), WM_COMMAND,
@@ -137,7 +137,7 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     case WM_GETDLGCODE:
         if (link)
             return DLGC_BUTTON;
-        // Tab would select a long text as a whole, and lose the place in it.
+        // Tab would select the whole text of a long box and lose the user's position.
         if (control.Kind == ControlKind::TextBox && static_cast<const TextBox&>(control).MultiLine)
             return asItsClass() & ~DLGC_HASSETSEL;
         break;
@@ -160,7 +160,7 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
         if (NativeForm* form = FormOfWindow(window); form && message == WM_SETFOCUS) {
             form->Focus = &control;
             ShowDefaultButton(*form);
-            // What the mouse is about to click, or is clicking, must not move away from it.
+            // A control must not move away while the mouse is about to click it or is clicking it.
             if (!FollowsMouse() && GetKeyState(VK_LBUTTON) >= 0)
                 ScrollIntoView(*form, native);
         }
@@ -225,8 +225,8 @@ void CreateControl(NativeForm& form, Control& control, int id) {
     control.Native = reinterpret_cast<std::size_t>(&native);
     SetWindowLongPtrW(native.Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&native));
     NameWindow(native.Window, control.Name);
-    // Without the common controls' help: that looks up a window property three times a message,
-    // which on some systems takes longer than what most messages ask for.
+    // Subclass directly, not by the common controls' helper. The helper looks up a window property
+    // three times per message, which some systems take longer for than for the message itself.
     native.ClassProcedure = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(native.Window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlProc)));
     if (control.Kind == ControlKind::ProgressBar)
@@ -271,7 +271,7 @@ RECT PlaceOf(const Control& control, int scale) {
             ToPixels(top + control.Height, scale)};
 }
 
-// Global atoms outlive the program unless they are deleted: see UnnameWindow.
+// Global atoms outlive the program unless they are deleted; UnnameWindow does that.
 void NameWindow(HWND window, const std::string& name) {
     if (const ATOM atom = name.empty() ? ATOM{0} : GlobalAddAtomW(Widen(name).c_str()))
         SetPropW(window, strNameProperty, reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(atom)));
@@ -282,7 +282,7 @@ void UnnameWindow(HWND window) {
         GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(atom)));
 }
 
-/// The caption as a window wants it: ampersands doubled, one before the mnemonic.
+/// The caption in the form that windows expect: ampersands doubled, and one before the mnemonic.
 std::wstring WindowCaption(const Control& control) {
     if (control.Kind == ControlKind::Label && control.Mnemonic == 0)
         return Widen(control.Caption);
@@ -306,7 +306,7 @@ void AddToolTip(NativeForm& form, NativeControl& native, const std::string& text
         return;
     std::wstring wide = Widen(text);
     TTTOOLINFOW tool{};
-    // Without its last member, which older versions of the common controls refuse.
+    // Size without the last member, because older common controls refuse the full size.
     tool.cbSize = TTTOOLINFOW_V2_SIZE;
     tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
     tool.hwnd = form.Window;

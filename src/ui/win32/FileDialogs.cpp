@@ -1,5 +1,5 @@
-// The common dialogs for files and folders: the present ones, or where they cannot be had the ones
-// before them.
+// The common dialogs for files and folders: the current ones, or the older ones if those are
+// unavailable.
 #include "ui/win32/Native.h"
 
 #include <cwchar>
@@ -35,7 +35,7 @@ struct Question {
     std::wstring Title, FilterName, FilterPattern, StartFolder;
 };
 
-/// "nws" of "*.nws"; empty for patterns that leave the extension open.
+/// "nws" for "*.nws"; empty for patterns with an arbitrary extension.
 std::wstring ExtensionOfPattern(const std::wstring& pattern) {
     const std::wstring extension = pattern.starts_with(L"*.") ? pattern.substr(2) : L"";
     return extension.find_first_of(L"*?.;") == std::wstring::npos ? extension : L"";
@@ -67,7 +67,7 @@ bool TakeResult(IFileDialog& dialog, std::vector<std::wstring>& paths) {
     return SUCCEEDED(dialog.GetResult(&item)) && TakeItem(item, paths);
 }
 
-/// All that were chosen, or none: what is purged must be what the user has seen chosen.
+/// Takes all chosen paths or none: only what the user saw as chosen may be purged.
 bool TakeResults(IFileDialog& dialog, std::vector<std::wstring>& paths) {
     IShellItemArray* items = nullptr;
     if (FAILED(static_cast<IFileOpenDialog&>(dialog).GetResults(&items)))
@@ -99,7 +99,7 @@ Outcome AskByItemDialog(HWND owner, const Question& question, std::vector<std::w
     if (question.For == Purpose::OpenSeveral)
         options |= FOS_ALLOWMULTISELECT;
     if (question.For == Purpose::Open || question.For == Purpose::OpenSeveral)
-        // A link is purged as a link: its target was not chosen.
+        // A link is purged as a link, because its target was not chosen.
         options |= FOS_FILEMUSTEXIST | FOS_NODEREFERENCELINKS | FOS_FORCESHOWHIDDEN;
     dialog->SetOptions(options);
     dialog->SetTitle(question.Title.c_str());
@@ -124,7 +124,7 @@ Outcome AskByItemDialog(HWND owner, const Question& question, std::vector<std::w
     return outcome;
 }
 
-/// The folder and the names in it, a null character behind each; or one whole path.
+/// Splits the folder and its file names, each ended by a null character; or a single whole path.
 void TakeNames(const wchar_t* names, std::vector<std::wstring>& paths) {
     const std::wstring first = names;
     const std::wstring folder = first.ends_with(L'\\') ? first : first + L'\\';

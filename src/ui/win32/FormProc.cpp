@@ -1,4 +1,4 @@
-// What the windows of forms are told by Windows.
+// The window procedure of forms.
 #include "ui/win32/Native.h"
 
 #include <shellapi.h>
@@ -25,7 +25,7 @@ void ChangeResolution(NativeForm& native, int dpi, const RECT& place) {
     native.Scale = TextScale(dpi);
     GiveIcons(native.Window, dpi);
     SIZE size{place.right - place.left, place.bottom - place.top};
-    // What Windows suggests grows the frame as the inside does, which it does not quite do.
+    // Windows suggests a size that scales the frame like the inside, which is not exact.
     if (!IsZoomed(native.Window) && !IsIconic(native.Window))
         size = OuterSize(native, native.Which->Width, native.Which->Height,
                          static_cast<DWORD>(GetWindowLongPtrW(native.Window, GWL_STYLE)),
@@ -40,7 +40,7 @@ void ChangeResolution(NativeForm& native, int dpi, const RECT& place) {
     RedrawWindow(native.Window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-/// The user has chosen other fonts, colours or a theme.
+/// Handles a change of the user's fonts, colours or theme.
 void ChangeSettings() {
     ForgetFonts();
     for (const auto& form : AllForms()) {
@@ -72,7 +72,7 @@ void TakeDroppedFiles(NativeForm& native, HDROP drop) {
         Run([&] { native.Which->FilesDropped(files); });
 }
 
-/// Frames with a colour of their own have no window that could fill it: they hold their place.
+/// Coloured frames have no window that could fill them, so the form fills their area.
 void PaintBackground(const NativeForm& native, HDC context) {
     RECT box{};
     GetClientRect(native.Window, &box);
@@ -87,7 +87,7 @@ void PaintBackground(const NativeForm& native, HDC context) {
     }
 }
 
-/// Colours of the standard controls. Each thread needs one brush at a time.
+/// Sets the colours of standard controls. Each thread needs only one brush at a time.
 HBRUSH ColourControl(HDC context, HWND window) {
     static HBRUSH brush = nullptr;
     const Control* control = ControlOfWindow(window);
@@ -127,7 +127,7 @@ void TakeOverPlace(NativeForm& native) {
 
 void TakeOverSize(NativeForm& native, int width, int height) {
     Form& form = *native.Which;
-    // Pixels are coarser than twips: a size that comes out the same is the same.
+    // Pixels are coarser than twips: sizes that give the same pixels count as equal.
     if (width == ToPixels(form.Width, native.Scale) &&
         height == ToPixels(form.Height, native.Scale))
         return;
@@ -195,7 +195,7 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     case WM_SETTINGCHANGE:
     case WM_THEMECHANGED:
     case WM_SYSCOLORCHANGE:
-        // Every form hears of it; the first one that has a window answers for all.
+        // Every form receives this message; the first one with a window handles it for all.
         for (const auto& form : AllForms())
             if (form->Window) {
                 if (form.get() == native)
@@ -225,7 +225,7 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         break;
     }
     case WM_NEXTDLGCTL: {
-        // How some systems go from a label with a mnemonic to the control behind it.
+        // Some systems use this to move from a label with a mnemonic to the next control.
         const HWND next = LOWORD(lParam) ? reinterpret_cast<HWND>(wParam)
                                          : GetNextDlgTabItem(window, ::GetFocus(), wParam != 0);
         if (next)
@@ -237,7 +237,7 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
             return MAKELONG(GetDlgCtrlID(NativeOf(*native->DefaultShown)->Window), DC_HASDEFID);
         return 0;
     case WM_SYSCOMMAND:
-        // Alt or F10 alone would enter a menu that is not there, and stop the work meanwhile.
+        // Alt or F10 alone would open a menu that does not exist, and block the work meanwhile.
         if ((wParam & 0xFFF0) == SC_KEYMENU && lParam == 0)
             return 0;
         if ((wParam & 0xFFF0) == lngMenuItem && native->Which->MenuItem) {
@@ -251,7 +251,7 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
                            Usable(*native->Which->MenuItem) ? MF_ENABLED : MF_GRAYED);
         break;
     case WM_QUERYENDSESSION:
-        // Windows would end the program in the middle of its work: the user is told why not to.
+        // Windows would end the program during its work, so tell the user why it must not.
         if (const std::string reason = ShutdownObjection(*native); !reason.empty()) {
             ShutdownBlockReasonCreate(window, Widen(reason).c_str());
             return FALSE;
@@ -259,7 +259,7 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         return TRUE;
     case WM_ENDSESSION:
         ShutdownBlockReasonDestroy(window);
-        // The user insists: what is left of the time goes into stopping.
+        // The user insists: use the remaining time to stop the work.
         if (wParam)
             BeginEnding();
         return 0;

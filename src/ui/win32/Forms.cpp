@@ -1,4 +1,4 @@
-// The windows of forms: made once, at the first showing, and hidden between showings.
+// The windows of forms: created when first shown, and only hidden afterwards.
 #include "ui/win32/Native.h"
 
 #include <commctrl.h>
@@ -15,7 +15,7 @@ namespace {
 
 constexpr const wchar_t* strFormClass = L"NullwrightForm";
 
-/// A window of another instance that lies where this one does.
+/// Whether a window of another instance lies at the place of this one.
 bool IsCovered(const NativeForm& native, const RECT& own, int reach) {
     HWND other = nullptr;
     while ((other = FindWindowExW(nullptr, other, strFormClass, nullptr)) != nullptr) {
@@ -30,8 +30,8 @@ bool IsCovered(const NativeForm& native, const RECT& own, int reach) {
     return false;
 }
 
-/// Two instances must not look like one: the second one goes a title bar's height down, and to the
-/// right where there is room for it; where there is none below, it is that much lower.
+/// Keeps two instances distinguishable: moves the second window down by the height of a title bar,
+/// and to the right if there is room.
 void StepAside(const NativeForm& native) {
     const auto dpi = static_cast<UINT>(native.Dpi);
     const int step =
@@ -125,9 +125,8 @@ void CreateFormWindow(NativeForm& native) {
     AddMenuItem(native);
     for (Timer* timer : form.Timers)
         native.Timers.push_back({timer, false, 0});
-    // Started with more rights than the desktop has, the program gets nothing dropped: no message
-    // of a program with fewer rights may choose what is destroyed, so Windows' filter stays as it
-    // is.
+    // An elevated program receives no drops from the desktop. Windows' message filter stays as it
+    // is: a program with fewer rights must not choose what is destroyed.
     DragAcceptFiles(native.Window, form.FilesDropped ? TRUE : FALSE);
 }
 
@@ -168,7 +167,7 @@ Control* ControlOfWindow(HWND window) {
     return native ? native->Which : nullptr;
 }
 
-/// Gives the window the size and the place that the fields say.
+/// Gives the window the size and place in the fields.
 void MoveToFields(NativeForm& native) {
     Form& form = *native.Which;
     if (IsIconic(native.Window) || IsZoomed(native.Window))
@@ -234,7 +233,7 @@ void CentreOver(NativeForm& native, HWND owner) {
     SetWindowPos(native.Window, nullptr, place.x, place.y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     --native.Moving;
-    // On a monitor of another resolution it has another size now.
+    // The size changes on a monitor with another resolution.
     if (native.Dpi != dpi)
         CentreOver(native, owner);
 }
@@ -267,7 +266,7 @@ void BringUp(Form& form, bool modal, HWND owner) {
     SetForegroundWindow(native.Window);
     NoteActive(native);
     SettleFocus(native);
-    // What opened the form may work for a while before it lets messages through.
+    // Paint now: the code that opened the form may work for a while before it pumps messages.
     RedrawWindow(native.Window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
@@ -315,7 +314,7 @@ void SetFocus(Control& control) {
     if (!CanTakeFocus(control))
         return;
     form.Focus = &control;
-    // A form in the background must not come to the front for it: it has the focus on activation.
+    // A background form must not come to the front; it takes the focus on activation.
     if (GetActiveWindow() == form.Window)
         ::SetFocus(NativeOf(control)->Window);
 }

@@ -1,4 +1,4 @@
-// What the user does: copied into the fields first, then the handler runs.
+// User input: copied into the fields first, then the handler runs.
 #include "ui/win32/Native.h"
 
 #include <commctrl.h>
@@ -30,7 +30,7 @@ void CollectListBox(NativeControl& native, ListBox& box) {
     native.ListIndex = box.ListIndex;
 }
 
-/// While its list is open, the arrow keys only pass over the items: the choice is made when it
+/// While the list is open, the arrow keys only highlight items; the choice is made when the list
 /// closes.
 void OnComboBox(NativeControl& native, ComboBox& box, WORD code) {
     const auto current = [&] {
@@ -86,7 +86,8 @@ void Run(const Handler& handler) {
     ++depth;
     handler();
     --depth;
-    // Within another handler's work long texts may wait; a command that is over is shown whole.
+    // During another handler's work long texts may wait; after the outermost handler everything is
+    // shown.
     SyncAll(depth == 0 ? Thorough::Yes : Thorough::No);
 }
 
@@ -150,8 +151,8 @@ void OnCommand(NativeForm&, Control& control, WORD code) {
     }
 }
 
-/// Windows also tells of a mouse that did not move, when a window appears or vanishes under it:
-/// such a message is no reason to move the focus.
+/// Windows also reports a mouse that did not move, when a window appears or vanishes under it. Such
+/// a message must not move the focus.
 void OnMouseMoved(HWND window) {
     POINT pointer{};
     GetCursorPos(&pointer);

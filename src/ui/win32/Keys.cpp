@@ -1,5 +1,5 @@
 // The keyboard: Enter and Escape, arrow keys in option groups, mnemonics, Tab, and the keys that
-// the program wants to see whichever control has the focus.
+// the program handles whatever control has the focus.
 #include "ui/win32/Native.h"
 
 namespace ui {
@@ -42,7 +42,7 @@ bool HandleEnter(NativeForm& form, Control* focused, bool repeated) {
                              !static_cast<const TextBox&>(*focused).Locked;
     if (writesLines)
         return false;
-    // A key held down must not run through several questions.
+    // A key held down must not answer several questions.
     if (repeated)
         return true;
     const bool presses =
@@ -60,7 +60,7 @@ bool HandleEscape(NativeForm& form, bool repeated) {
     return true;
 }
 
-/// The next or previous option button that can be chosen, round the group.
+/// Selects the next or previous available option button, cyclically in the group.
 bool HandleArrow(NativeForm& form, Control* focused, WPARAM key) {
     if (!focused || focused->Kind != ControlKind::OptionButton)
         return false;
@@ -112,8 +112,8 @@ bool HandleKeyDown(NativeForm& form, const MSG& message) {
         return !listOpen && HandleEscape(form, repeated);
     case VK_UP:
     case VK_DOWN:
-        // An arrow key in a closed list would be a choice already, and each one of the way to the
-        // item that is meant. In the open list the choice is made by Enter.
+        // In a closed list, each arrow key would already choose the next item. In an open list,
+        // Enter makes the choice.
         if (focused && focused->Kind == ControlKind::ComboBox && !listOpen) {
             SendMessageW(NativeOf(*focused)->Window, CB_SHOWDROPDOWN, TRUE, 0);
             return true;
@@ -130,7 +130,7 @@ bool HandleKeyDown(NativeForm& form, const MSG& message) {
         OnScrollBar(form, message.wParam == VK_PRIOR ? SB_PAGEUP : SB_PAGEDOWN);
         return true;
     case 'A':
-        // Select all, which older versions of the text box do not know when it has many lines.
+        // Select all: older multi-line text boxes do not support this key themselves.
         if (GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0 && focused &&
             focused->Kind == ControlKind::TextBox) {
             SendMessageW(NativeOf(*focused)->Window, EM_SETSEL, 0, -1);
@@ -155,7 +155,7 @@ bool ReportKey(const MSG& message) {
         return false;
     if (up && keyHandler && !Quitting())
         Run([&message] { keyHandler(static_cast<int>(message.wParam)); });
-    // F10 would enter a menu that is not there. With Shift it asks for the context menu.
+    // F10 would open a menu that does not exist. Shift+F10 opens the context menu.
     return message.wParam == VK_F10 && GetKeyState(VK_SHIFT) >= 0;
 }
 
@@ -165,12 +165,12 @@ bool HandleKey(MSG& message) {
         return false;
     if (message.message == WM_KEYDOWN && HandleKeyDown(*form, message))
         return true;
-    // Without Alt a letter is no command: a stray key must not start a purge.
+    // A letter without Alt is no command: an accidental key must not start a purge.
     if (message.message == WM_CHAR)
         return false;
     if (message.message == WM_KEYDOWN &&
         (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE))
-        return false; // for the open list or the text box alone
+        return false; // only for the open list or the text box
     return IsDialogMessageW(form->Window, &message) != FALSE;
 }
 

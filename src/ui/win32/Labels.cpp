@@ -1,5 +1,5 @@
-// Labels draw themselves, buffered: no flicker when a text changes often, wrapping that never
-// loses the end of a long path, and links.
+// Labels draw themselves, buffered: no flicker when a text changes often, wrapping that never loses
+// the end of a long path, and links.
 #include "ui/PathEllipsis.h"
 #include "ui/win32/Native.h"
 
@@ -14,7 +14,7 @@ int Brightness(COLORREF colour) {
     return (299 * GetRValue(colour) + 587 * GetGValue(colour) + 114 * GetBValue(colour)) / 1000;
 }
 
-/// The system's colour of links, unless it cannot be read on this background.
+/// The system's link colour, unless its contrast with this background is too low.
 COLORREF LinkColour(COLORREF back) {
     constexpr int intLeastContrast = 70; // of 255
     const COLORREF link = GetSysColor(COLOR_HOTLIGHT);
@@ -54,7 +54,7 @@ void DrawLabel(NativeControl& native, HDC context, const RECT& box) {
         format |= DT_HIDEPREFIX;
     RECT place = box;
     const int margin = ToPixels(60, FormOfWindow(native.Window)->Scale);
-    if (coloured) { // the text must not touch the edge of its colour
+    if (coloured) { // keep the text away from the edge of the coloured area
         place.left += margin;
         place.right -= margin;
     }
@@ -76,11 +76,11 @@ void DrawLabel(NativeControl& native, HDC context, const RECT& box) {
     } else {
         format |= DT_WORDBREAK;
         DrawTextW(context, text.c_str(), -1, &needed, format | DT_CALCRECT);
-        if (needed.right > place.right) // one word alone is too long for the line, such as a path
+        if (needed.right > place.right) // a single word, such as a path, is too long for the line
             format |= DT_EDITCONTROL;
     }
     if (coloured) {
-        // Here too the text may be a little wider than it was measured.
+        // Here too, the text may be drawn a little wider than it was measured.
         const LONG right = std::min(needed.right + margin + margin / 2, box.right);
         Fill(context, {box.left, box.top, right, box.bottom}, *BackColorOf(label));
         place.top += std::max(0L, (place.bottom - needed.bottom) / 2);

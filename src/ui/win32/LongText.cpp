@@ -1,7 +1,7 @@
-// The window of a long text that grows, as a report does. To lay out a line costs the window tens
-// of microseconds, a thousand lines much more than the work that they tell of. So it gets what can
-// be seen at once: the last screenful. The lines before that follow while nothing else is to be
-// done, and before anybody could look at them.
+// The window of a long growing text, such as a report. Each line costs the window tens of
+// microseconds of layout, and a thousand lines cost much more than the work they report. So the
+// window first gets only the last screenful, which is visible. The earlier lines follow in idle
+// time, or just before the user could look at them.
 #include "ui/win32/Native.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace ui::win32 {
 
 namespace {
 
-/// How many bytes both texts begin with, whole characters and whole line ends only.
+/// The length in bytes of the common beginning of both texts, in whole characters and line ends.
 std::size_t CommonStart(const std::string& a, const std::string& b) {
     const auto differ = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
     auto common = static_cast<std::size_t>(differ.first - a.begin());
@@ -30,8 +30,8 @@ std::size_t LineStart(const std::string& text, std::size_t at) {
     return before == std::string::npos ? 0 : before + 1;
 }
 
-/// How many lines the window has room for, and how many characters of a line; `Columns` is 0 where
-/// they are not all of one width.
+/// The number of lines that fit into the window, and of characters per line; `Columns` is 0 for a
+/// proportional font.
 struct Room {
     LONG Lines, Columns;
 };
@@ -46,15 +46,14 @@ Room RoomIn(const NativeControl& native) {
     GetTextMetricsW(dc, &metrics);
     SelectObject(dc, before);
     ReleaseDC(native.Window, dc);
-    const bool fixedPitch =
-        (metrics.tmPitchAndFamily & TMPF_FIXED_PITCH) == 0; // so named upside down
+    const bool fixedPitch = (metrics.tmPitchAndFamily & TMPF_FIXED_PITCH) == 0; // named inversely
     return {client.bottom / std::max(metrics.tmHeight, LONG{1}),
             fixedPitch ? (inside.right - inside.left) / std::max(metrics.tmAveCharWidth, LONG{1})
                        : 0};
 }
 
-/// The smallest number of lines as which the window may show this one: a view must not be left in
-/// part empty. The blanks at which a line breaks, or ends, hang over its edge.
+/// A lower bound for the number of window lines of this text line, so that the view is never partly
+/// empty. Blanks at a line break or line end hang over the edge and take no room.
 std::size_t LinesShown(std::string_view line, std::size_t columns) {
     const auto isPlain = [](char c) { return c >= ' ' && c <= '~'; };
     if (columns == 0 || !std::all_of(line.begin(), line.end(), isPlain))
@@ -68,11 +67,11 @@ std::size_t LinesShown(std::string_view line, std::size_t columns) {
     return lines;
 }
 
-/// Where the last lines begin that fill the window.
+/// The position where the last screenful of lines begins.
 std::size_t LastScreenful(const NativeControl& native, const std::string& text) {
     const Room room = RoomIn(native);
-    // Two more: one that is seen in part, and one to scroll to. The empty line behind the last line
-    // end counts, so that the number stays the same and with it the scroll bar.
+    // Two extra lines: a partly visible one, and one to scroll to. The empty line after the last
+    // line end counts, so that the number, and with it the scroll bar, stays constant.
     const auto wanted = static_cast<std::size_t>(room.Lines) + 2;
     std::size_t start = text.size(), lines = !text.empty() && text.back() == '\n' ? 1 : 0;
     while (lines < wanted && start > 0) {
@@ -95,9 +94,8 @@ std::array<int, 4> ThumbOf(HWND window) {
     return {info.nMin, info.nMax, static_cast<int>(info.nPage), info.nPos};
 }
 
-/// Changes the text of the window without any of it being seen on the way; then it is drawn anew.
-/// WM_SETREDRAW, sent to the window, would not do: not every system's text box hands it on to the
-/// default procedure.
+/// Changes the window's text without showing intermediate states, then redraws it. Sending
+/// WM_SETREDRAW would not work: some systems' text boxes do not pass it to the default procedure.
 void ChangeUnseen(HWND window, const std::function<void()>& change) {
     if ((GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) == 0) { // would show it at the end
         change();
@@ -108,8 +106,8 @@ void ChangeUnseen(HWND window, const std::function<void()>& change) {
     DefWindowProcW(window, WM_SETREDRAW, FALSE, 0);
     change();
     DefWindowProcW(window, WM_SETREDRAW, TRUE, 0);
-    // To draw the frame with its scroll bar takes some systems longer than all the rest. That it
-    // was out of sight makes them do so, although it is as it was.
+    // Some systems take longer to draw the frame with its scroll bar than for everything else. They
+    // redraw it after the window was hidden, even if it is unchanged.
     const bool sameFrame = wasDrawn && ThumbOf(window) == thumb;
     if (sameFrame)
         RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_NOFRAME);
@@ -117,9 +115,9 @@ void ChangeUnseen(HWND window, const std::function<void()>& change) {
                  RDW_INVALIDATE | RDW_ERASE | (sameFrame ? 0 : RDW_FRAME));
 }
 
-/// Gives the window another text, seen from its end, as a buffer of its own: to replace a text by
-/// another, or to set it, selects the old one first, and each of its lines would be drawn for that.
-/// Not an empty one: not every system then forgets the lines of the old.
+/// Gives the window another text as a new buffer, seen from its end. Replacing or setting the text
+/// would first select the old one and draw all its lines. The buffer must not be empty: some
+/// systems would then keep the old lines.
 bool SetBuffer(NativeControl& native, const std::wstring& text) {
     if (text.empty())
         return false;
@@ -135,18 +133,18 @@ bool SetBuffer(NativeControl& native, const std::wstring& text) {
         const auto before =
             reinterpret_cast<HLOCAL>(SendMessageW(native.Window, EM_GETHANDLE, 0, 0));
         SendMessageW(native.Window, EM_SETHANDLE, reinterpret_cast<WPARAM>(buffer), 0);
-        LocalFree(before); // not earlier: the window may look at it once more
+        LocalFree(before); // only now: the window may still have read it before
         SendMessageW(native.Window, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
         SendMessageW(native.Window, EM_SCROLLCARET, 0, 0);
     });
-    // Screen readers learn of a change of the text by themselves, but perhaps not of a new buffer.
+    // Screen readers notice text changes themselves, but perhaps not a new buffer.
     NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, native.Window, OBJID_CLIENT, CHILDID_SELF);
     native.Units = text.size();
     return true;
 }
 
-/// Puts `added` in the place of a piece of the window's text, the rest of the view staying where it
-/// is, unless `follow`: then the view moves to the place of the change.
+/// Replaces a piece of the window's text by `added`. The view keeps its place, unless `follow`:
+/// then it moves to the change.
 void ReplaceInWindow(NativeControl& native, std::size_t from, std::size_t to,
                      const std::wstring& added, bool follow) {
     const HWND window = native.Window;
@@ -159,7 +157,7 @@ void ReplaceInWindow(NativeControl& native, std::size_t from, std::size_t to,
         native.Units = native.Units - (to - from) + added.size();
     };
     if (follow) {
-        // The old text, selected as a whole, must not be seen.
+        // Hide the selection of the whole old text.
         if (from == 0)
             ChangeUnseen(window, replace);
         else
@@ -167,7 +165,8 @@ void ReplaceInWindow(NativeControl& native, std::size_t from, std::size_t to,
         return;
     }
     const auto moved = [&](std::size_t place) -> WPARAM {
-        // What begins where a piece ends stays with what is before it, except at the very start.
+        // A place at the end of the old piece stays with the text before it, except at the very
+        // start.
         return place >= to && (place > from || to == 0) ? place - to + from + added.size() : place;
     };
     DWORD start = 0, end = 0;
@@ -229,9 +228,9 @@ void FillIn(NativeControl& native, std::size_t bytes) {
 void ChangeLongText(NativeControl& native, const std::string& text, bool follow) {
     std::size_t kept = CommonStart(native.Text, text);
     const std::size_t screenful = LastScreenful(native, text);
-    // Where most of the text goes, as at the start of a run, or the window has the last screenful
-    // only, or what was added fills it, a new one is far cheaper. But a user who reads further up
-    // has all lines and keeps the place.
+    // A new buffer is much cheaper when most of the text goes (as at the start of a run), when the
+    // window has only the last screenful, or when the added text fills the window. But a user who
+    // reads further up has all lines and keeps the place.
     if (kept < native.Text.size() - kept || kept <= native.Missing ||
         (follow && (native.Missing > 0 || kept < screenful)))
         kept = 0;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int lngTwipsPerInch = 1440;
 constexpr int lngPointsPerInch = 72;
-/// The size that the forms are laid out for.
+/// The text size for which the forms are designed.
 constexpr int lngTextPoints = 9;
 
 std::map<std::tuple<int, bool, bool, bool>, HFONT> fonts;
@@ -42,7 +42,7 @@ int SystemScale() {
     return static_cast<int>(GetDpiForSystem());
 }
 
-// Where the user has asked for larger text, the whole form grows with it, so that nothing is cut.
+// The whole form grows with the user's text size, so that nothing is cut.
 int TextScale(int dpi) {
     const int usual = MulDiv(lngTextPoints, dpi, lngPointsPerInch);
     const int asked = std::abs(static_cast<int>(MessageFont(dpi).lfHeight));
@@ -77,7 +77,7 @@ HFONT FontFor(int scale, bool bold, bool fixedPitch, bool underlined) {
     return font;
 }
 
-// The windows that use them get new ones in the same breath: see SyncForm.
+// Callers must give new fonts at once to the windows that use these: see SyncForm.
 void ForgetFonts() {
     for (const auto& [key, font] : fonts)
         DeleteObject(font);

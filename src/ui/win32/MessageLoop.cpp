@@ -1,4 +1,4 @@
-// The message loop, and yielding inside work.
+// The message loop, and message pumping during work.
 #include "ui/win32/Native.h"
 
 #include <algorithm>
@@ -7,8 +7,8 @@ namespace ui::win32 {
 
 namespace {
 
-/// Milliseconds between two pumps of DoEvents, two ticks of Windows' clock: nobody feels them, and
-/// a pump costs some ten microseconds.
+/// Milliseconds between two pumps of DoEvents, two ticks of the Windows clock. The delay is not
+/// noticeable, and a pump costs some ten microseconds.
 constexpr ULONGLONG lngPumpInterval = 30;
 /// Milliseconds after which a pump returns although the queue is not empty.
 constexpr ULONGLONG lngLongestPump = 50;
@@ -69,7 +69,7 @@ namespace ui {
 using namespace win32;
 
 int RunMessageLoop() {
-    if (!ActiveWindow()) // no window could be made: nobody could end the loop
+    if (!ActiveWindow()) // no window could be created, so nothing could end the loop
         return 1;
     Loop([] { return true; });
     DestroyForms();

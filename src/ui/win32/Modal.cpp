@@ -1,4 +1,4 @@
-// Modal forms and boxes: one at the top can be used, every other form is disabled.
+// Modal forms and boxes: the topmost one is usable, every other form is disabled.
 #include "ui/win32/Native.h"
 
 #include <algorithm>
@@ -24,11 +24,11 @@ std::vector<Box> boxes;
 
 bool swallowInBox = false;
 
-/// Keys in the system's own boxes do not come through our message loop.
+/// Keys in the system's own boxes bypass our message loop.
 LRESULT CALLBACK BoxFilter(int code, WPARAM wParam, LPARAM lParam) {
     if (code == MSGF_DIALOGBOX && !boxes.empty()) {
         const MSG& message = *reinterpret_cast<const MSG*>(lParam);
-        if (!FormOfWindow(message.hwnd) && message.wParam != VK_F1 && // a box may come of it
+        if (!FormOfWindow(message.hwnd) && message.wParam != VK_F1 && // F1 may open a box
             ((ReportKey(message) && swallowInBox) || IsHeldEscape(message)))
             return TRUE;
     }
@@ -64,7 +64,7 @@ HWND ActiveWindow() {
 void UpdateEnabledForms() {
     const Form* top = TopModal();
     for (const auto& form : AllForms()) {
-        // A box disables its owner by itself, and enables it before it goes away.
+        // A box disables its owner itself, and enables it before it closes.
         if (!form->Window || (!boxes.empty() && boxes.back().Owner == form->Window))
             continue;
         const bool enabled = boxes.empty() && (!top || top == form->Which);
@@ -78,7 +78,7 @@ void EndModal(Form& form) {
         if (modal->Which != &form || modal->Ended)
             continue;
         modal->Ended = true;
-        // The owner first: else the system would activate another program's window.
+        // Enable the owner first: else the system would activate another program's window.
         UpdateEnabledForms();
         const HWND owner = GetWindow(NativeOf(form)->Window, GW_OWNER);
         if (owner && GetActiveWindow() == NativeOf(form)->Window && IsWindowEnabled(owner))
@@ -114,7 +114,7 @@ BoxOpen::~BoxOpen() {
 }
 
 void AnswerOpenBoxes() {
-    // The system's boxes and dialogs are windows of this thread that no form has.
+    // The system's boxes and dialogs are windows of this thread that belong to no form.
     const auto answer = [](HWND window, LPARAM) -> BOOL {
         const HWND owner = GetWindow(window, GW_OWNER);
         for (const Box& box : boxes)
@@ -128,7 +128,7 @@ void AnswerOpenBoxes() {
 void CloseModalForms() {
     while (Form* top = TopModal()) {
         Run(top->Close);
-        if (TopModal() == top) // it will not be closed: another try at the next pump
+        if (TopModal() == top) // it did not close: try again at the next pump
             return;
     }
 }
@@ -142,7 +142,7 @@ using namespace win32;
 void ShowModal(Form& form) {
     if (Quitting() || form.Visible)
         return;
-    if (Ending()) { // what its fields say now must not pass for an answer
+    if (Ending()) { // the fields must not be taken for an answer
         Run(form.Close);
         return;
     }
@@ -154,14 +154,14 @@ void ShowModal(Form& form) {
     const std::size_t depth = modals.size();
     BringUp(form, true, owner);
     Run(form.Activate);
-    // A form that could not be shown (the system has no more windows) must not be waited for.
+    // Do not wait for a form that could not be shown (the system has no more windows).
     Loop([&] { return !modals[depth - 1].Ended && form.Visible; });
     modals.resize(depth - 1);
     form.Visible = false;
     UpdateEnabledForms();
     if (Quitting() || !ownerForm || !ownerForm->Which->Visible)
         return;
-    // Whoever chose another control for the focus meanwhile has his way.
+    // Keep the focus if a handler set it to another control meanwhile.
     if (!ownerForm->Focus)
         ownerForm->Focus = focus;
     SettleFocus(*ownerForm);

@@ -1,5 +1,5 @@
-// What the modules of this back end share: the windows behind forms and controls, and what was
-// sent to them last. All of it belongs to the interface thread.
+// Shared by the modules of this back end: the windows of forms and controls, and what was last sent
+// to them. All of it belongs to the interface thread.
 #pragma once
 
 #include <windows.h>
@@ -20,8 +20,8 @@ namespace ui::win32 {
 using platform::Narrow;
 using platform::Widen;
 
-/// The window of a control and the state that the window has. Fields that differ from it were
-/// changed by the program since.
+/// A control's window and its last known state. Fields that differ from that state were changed by
+/// the program since.
 struct NativeControl {
     Control* Which = nullptr;
     HWND Window = nullptr;
@@ -33,7 +33,7 @@ struct NativeControl {
     bool TabStop = false;
     bool Unthemed = false;
     bool TakingFocus = false;
-    bool Shortened = false; ///< labels: the text was too long for its place
+    bool Shortened = false; ///< labels: the text was shortened to fit
     std::string Caption, ToolTip, AccessibleName;
     char Mnemonic = 0;
     std::optional<std::uint32_t> BackColor, ForeColor;
@@ -44,13 +44,13 @@ struct NativeControl {
     int ListIndex = -1;
     int WidestItem = 0;        ///< pixels
     int IndexAtDropDown = -1;  ///< combo boxes: the choice when the list was opened
-    bool ChosenInList = false; ///< combo boxes: an item was chosen rather than the list closed
+    bool ChosenInList = false; ///< combo boxes: an item was chosen, not just the list closed
 
     // Text boxes. Window positions count UTF-16 units.
     std::string Text;
     bool Locked = false;
-    bool ScrolledUp = false; ///< the user reads further up: the view must not follow the text's end
-    bool Sending = false;    ///< a change that the window tells of now is the program's own
+    bool ScrolledUp = false; ///< the user reads further up: the view must not follow the end
+    bool Sending = false;    ///< the program itself makes the change that the window reports
     std::size_t Units = 0;
     std::size_t SelStart = 0, SelLength = 0;
     DWORD WindowStart = 0, WindowEnd = 0;
@@ -71,10 +71,10 @@ struct NativeForm {
     HWND Window = nullptr;
     HWND ToolTips = nullptr;
     int Dpi = 96;
-    int Scale = 96; ///< pixels of 1440 twips: the resolution, times the user's text size
+    int Scale = 96; ///< pixels per 1440 twips: resolution times the user's text size
     bool ModalStyle = false;
     bool Placed = false;            ///< has been on the screen
-    int Moving = 0;                 ///< sizes and places that change are the program's own doing
+    int Moving = 0;                 ///< above 0: the program itself changes sizes and places
     int Scrolled = 0;               ///< pixels of the inside above the window's upper edge
     std::array<int, 3> ScrollBar{}; ///< as it was set last: height, page, place
     Control* Focus = nullptr;       ///< has the focus when the form is active
@@ -85,9 +85,9 @@ struct NativeForm {
     int Left = 0, Top = 0, Width = 0, Height = 0;
 };
 
-/// How much a synchronisation may cost.
+/// How expensive a synchronisation may be.
 enum class Thorough {
-    No, ///< a yield inside work: long text boxes only now and then
+    No, ///< during work: long text boxes are updated only now and then
     Yes
 };
 
@@ -100,14 +100,14 @@ inline NativeControl* NativeOf(const Control& control) {
 }
 NativeForm& EnsureForm(Form& form);
 const std::vector<std::unique_ptr<NativeForm>>& AllForms();
-/// The form whose window is this one or holds it, nullptr for foreign windows.
+/// The form that owns or contains this window; nullptr for foreign windows.
 NativeForm* FormOfWindow(HWND window);
 Control* ControlOfWindow(HWND window);
 void MoveToFields(NativeForm& form);
 void SetModalStyle(NativeForm& form, bool modal, HWND owner);
 void CentreOver(NativeForm& form, HWND owner);
-/// Where a window of this size stands centred over its owner (without one: on the main monitor),
-/// all of it on the owner's monitor.
+/// The place that centres a window of this size over its owner, or on the main monitor without one;
+/// all of it on one monitor.
 POINT CentredPlace(HWND owner, SIZE size);
 /// Puts a form on the screen for Show and ShowModal.
 void BringUp(Form& form, bool modal, HWND owner);
@@ -115,16 +115,16 @@ void DestroyForms();
 HINSTANCE Instance();
 
 // ---- FormProc.cpp
-/// The program's own item of the system menu: below the system's own, a multiple of 16.
+/// The id of the program's system-menu item: below the system's own ids, a multiple of 16.
 constexpr UINT lngMenuItem = 0x0100;
-/// The window has another place or size now, by the user or the system: the fields follow.
+/// Copies a new place or size of the window, set by user or system, into the fields.
 void TakeOverPlace(NativeForm& form);
 void TakeOverSize(NativeForm& form, int width, int height);
 
 // ---- Measures.cpp
 int ToPixels(int twips, int scale);
 int ToTwips(int pixels, int scale);
-/// Screen positions are measured at the system's resolution, whatever the monitor.
+/// Screen positions use the system's resolution on every monitor.
 int SystemScale();
 int TextScale(int dpi);
 SIZE OuterSize(const NativeForm& form, int width, int height, DWORD style, DWORD extended);
@@ -137,25 +137,25 @@ void CreateControls(NativeForm& form);
 bool EffectivelyEnabled(const Control& control);
 bool EffectivelyVisible(const Control& control);
 RECT PlaceOf(const Control& control, int scale);
-/// The name of a control, for programs that test this one, as an atom in a window property.
+/// Stores a control's name as an atom in a window property, for programs that test this one.
 void NameWindow(HWND window, const std::string& name);
 void UnnameWindow(HWND window);
 std::wstring WindowCaption(const Control& control);
 void AddToolTip(NativeForm& form, NativeControl& native, const std::string& text);
 
 // ---- Labels.cpp
-/// The colours that the program chose; none where the user has chosen a theme of high contrast.
+/// The colours chosen by the program; none in a high-contrast theme.
 std::optional<COLORREF> BackColorOf(const Control& control);
 std::optional<COLORREF> ForeColorOf(const Control& control);
 void PaintLabel(NativeControl& native);
 COLORREF BackgroundBehind(const Control& control);
 
 // ---- Appearance.cpp
-/// The user has chosen a theme of high contrast.
+/// Whether the user has chosen a high-contrast theme.
 bool IsHighContrast();
-/// A dark title bar where Windows' applications are dark, and the usual one elsewhere.
+/// Uses a dark title bar when Windows applications are set to dark.
 void ColourTitleBar(HWND window);
-/// The program's icons in the sizes of this resolution.
+/// Sets the program's icons in the sizes for this resolution.
 void GiveIcons(HWND window, int dpi);
 
 // ---- Sync.cpp
@@ -163,7 +163,7 @@ void SyncForm(NativeForm& form, Thorough how);
 void SyncAll(Thorough how);
 /// Draws the button that Enter presses as the default one.
 void ShowDefaultButton(NativeForm& form);
-/// Where the focus belongs now that controls may have been disabled or hidden.
+/// Moves the focus to the right control after controls were disabled or hidden.
 void SettleFocus(NativeForm& form);
 bool CanTakeFocus(const Control& control);
 
@@ -173,7 +173,7 @@ void SyncScrollBar(NativeForm& form);
 void OnScrollBar(NativeForm& form, WORD what);
 void OnWheel(NativeForm& form, int delta);
 void ScrollIntoView(NativeForm& form, const NativeControl& native);
-/// Makes a window that can be sized no larger than its monitor.
+/// Makes a resizable window no larger than its monitor.
 void FitToMonitor(NativeForm& form);
 
 // ---- SyncLists.cpp, SyncText.cpp
@@ -183,62 +183,63 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how);
 /// Copies the user's selection in text boxes into the fields.
 void CollectSelection(NativeControl& native, TextBox& box);
 void CollectText(NativeControl& native, TextBox& box);
-/// Gives the window all of a long text, before somebody looks into it.
+/// Gives the window all of a long text, before the user looks into it.
 void FillInAll(NativeControl& native);
 
 // ---- LongText.cpp
-/// A place in the field's text, in bytes, as one in the window's, in units, and back.
+/// Converts a place in the field's text (bytes) to one in the window's (units), and back.
 std::size_t WindowPlace(const NativeControl& native, std::size_t bytes);
 std::size_t FieldPlace(const NativeControl& native, std::size_t units);
-/// The user has moved the view.
+/// Notes that the user has moved the view.
 void NoteScrolling(NativeControl& native);
-/// A window on the screen lacks lines that it is to get when nothing else is to be done.
+/// Whether a visible window still lacks lines that it should get in idle time.
 bool AnyMissing();
 /// Gives the window the last of those lines, some `bytes` of them.
 void FillIn(NativeControl& native, std::size_t bytes);
-/// Brings the window up to date as far as it can be seen at once.
+/// Updates the visible part of the window.
 void ChangeLongText(NativeControl& native, const std::string& text, bool follow);
 
 // ---- Input.cpp
-/// Copies what the user did without a notification into the fields of all forms.
+/// Copies user input that came without a notification into the fields of all forms.
 void CollectInput();
-/// Runs a handler: input collected before, windows brought up to date after.
+/// Runs a handler: collects input before it and updates the windows after it.
 void Run(const Handler& handler);
-/// A command that a control sent; `code` is its notification.
+/// Handles a control's command; `code` is its notification.
 void OnCommand(NativeForm& form, Control& control, WORD code);
 void ClickControl(Control& control);
-/// A person could use this control now: shown, enabled, and its form not under a modal one.
+/// Whether the user can use the control: shown, enabled, and its form not under a modal one.
 bool Usable(const Control& control);
 void OnMouseMoved(HWND window);
 void OnMouseLeft(HWND window);
-/// The focus that changes now follows the mouse.
+/// Whether the current change of focus follows the mouse.
 bool FollowsMouse();
 
 // ---- Keys.cpp
-/// True: the message was a key that the form has dealt with.
+/// Handles a key message of a form; true when it is done.
 bool HandleKey(MSG& message);
-/// Tells the program's handler about a released key. True: the message must go no further.
+/// Passes a released key to the program's handler. True: the message must go no further.
 bool ReportKey(const MSG& message);
-/// Escape, while it is to do nothing.
+/// Whether the message is an Escape key that is to do nothing.
 bool IsHeldEscape(const MSG& message);
 
 // ---- MessageLoop.cpp
 void Dispatch(MSG& message);
-/// Dispatches what is in the queue, not longer than some milliseconds.
+/// Dispatches the messages in the queue, for some milliseconds at most.
 void PumpQueue();
 /// Runs the message loop while `goOn` returns true and the program is not ending.
 void Loop(const std::function<bool()>& goOn);
 bool Quitting();
 
 // ---- Modal.cpp
-/// The window over which a box or a modal form appears; nullptr when none is on the screen.
+/// The window over which a box or a modal form appears; nullptr when none is visible.
 HWND ActiveWindow();
 void NoteActive(NativeForm& form);
 /// Disables every form but the topmost modal one.
 void UpdateEnabledForms();
-/// Ends the ShowModal of a form, if it has one, so that it can be hidden.
+/// Ends a form's ShowModal, if any, so that it can be hidden.
 void EndModal(Form& form);
-/// While one lives, a box of the system is open over `Owner`, and the other forms are disabled.
+/// While such an object exists, a system box is open over `Owner`, and the other forms are
+/// disabled.
 struct BoxOpen {
     /// `safeAnswer` is the button that presses itself when the session ends.
     BoxOpen(bool swallowF10, int safeAnswer);
@@ -249,23 +250,23 @@ struct BoxOpen {
     HWND FocusBefore;
 };
 
-/// Presses the safe button of each box that is open.
+/// Presses the safe button of every open box.
 void AnswerOpenBoxes();
-/// Closes the modal forms as their user would by the cross.
+/// Closes the modal forms as if the user had clicked the cross.
 void CloseModalForms();
 
 // ---- SessionEnd.cpp
-/// From now on the end of the session waits for what is under way. Once is enough.
+/// From now on the end of the session waits for current work. Calling it once is enough.
 void WatchSession();
-/// Why Windows must not shut down now, by this form; "" if it may.
+/// This form's reason why Windows must not shut down now; "" if it may.
 std::string ShutdownObjection(const NativeForm& native);
-/// The session ends: what is under way is to stop, and the program with it.
+/// Starts to stop the current work and the program, because the session ends.
 void BeginEnding();
-/// While the session ends, after each pump: asks what is under way again to stop.
+/// Called after each pump while the session ends: asks the current work again to stop.
 void PressOn();
 
 // ---- FileDialogs.cpp
-/// COM for the interface thread; false when it cannot be had.
+/// Initialises COM for the interface thread; false when that fails.
 bool EnsureCom();
 
 // ---- Accessibility.cpp

@@ -1,5 +1,5 @@
-// Windows that are smaller than what is in them: none is larger than its monitor, and a form that
-// says how high it is inside scrolls by its bar, the wheel, the page keys and the focus.
+// Windows smaller than their contents. No window is larger than its monitor. A form with a content
+// height scrolls by its bar, the wheel, the page keys and the focus.
 #include "ui/win32/Native.h"
 
 #include <algorithm>
@@ -49,7 +49,7 @@ void SyncScrollBar(NativeForm& form) {
     info.nPage = needed ? static_cast<UINT>(page) : 1;
     info.nPos = form.Scrolled;
     SetScrollInfo(form.Window, SB_VERT, &info, TRUE);
-    // It takes room from the inside: the form hears of that by WM_SIZE.
+    // The bar reduces the inside; WM_SIZE tells the form.
     if (needed != Scrolls(form))
         ShowScrollBar(form.Window, SB_VERT, needed);
 }

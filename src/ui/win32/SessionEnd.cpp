@@ -1,7 +1,7 @@
-// The end of the user's session. Windows ends the program as soon as each of its windows has
-// returned from WM_ENDSESSION, and the interface thread has to return from it before it can go on
-// with its work. So a window on a thread of its own keeps Windows waiting, while the interface
-// thread stops what it is doing in its ordinary ways.
+// The end of the user's session. Windows ends the program as soon as all its windows have returned
+// from WM_ENDSESSION. But the interface thread must return from it before it can continue its work.
+// So a window on its own thread keeps Windows waiting, while the interface thread stops its work in
+// the ordinary ways.
 #include "ui/win32/Native.h"
 
 namespace ui::win32 {
@@ -14,13 +14,13 @@ constexpr SIZE_T lngStackSize = 256 << 10;
 constexpr UINT messageEnding = WM_APP + 1;
 
 bool ending = false;
-HANDLE over = nullptr;       ///< set when nothing is under way any more
+HANDLE over = nullptr;       ///< set when no work is left
 HWND insideWindow = nullptr; ///< the interface thread's, for messageEnding
 
-/// The one that the system asks, on its own thread.
+/// The procedure of the window that delays the system, on its own thread.
 LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_ENDSESSION) {
-        // Of the form's windows none may have been told yet.
+        // The form's windows may not have been told yet.
         if (wParam && PostMessageW(insideWindow, messageEnding, 0, 0))
             WaitForSingleObject(over, lngLongestWait);
         return 0;
@@ -46,7 +46,7 @@ HWND MakeWindow(const wchar_t* name, WNDPROC procedure, HWND parent) {
 }
 
 DWORD WINAPI WatchMain(void*) {
-    // At the top, not below HWND_MESSAGE: only such windows hear of the session's end.
+    // A top-level window, not below HWND_MESSAGE: only those are told of the session's end.
     if (!MakeWindow(L"NullwrightSession", WatchProc, nullptr))
         return 1;
     MSG message;
@@ -84,7 +84,7 @@ void BeginEnding() {
 }
 
 void PressOn() {
-    static bool pressing = false; // a handler may pump
+    static bool pressing = false; // a handler may pump messages
     if (!ending || pressing || Quitting())
         return;
     pressing = true;

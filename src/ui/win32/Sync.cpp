@@ -1,4 +1,4 @@
-// Bringing windows up to date with the fields: what differs from what was sent last is sent.
+// Updates the windows from the fields: sends only what differs from what was sent last.
 #include "ui/win32/Native.h"
 
 #include <commctrl.h>
@@ -29,8 +29,7 @@ void SyncPlace(NativeForm& form, NativeControl& native) {
     int height = place.bottom - place.top;
     if (native.Which->Kind == ControlKind::ComboBox)
         height += ToPixels(lngListHeight, form.Scale);
-    // Painted anew instead of copied: a neighbour that grew first may already lie over the old
-    // place.
+    // Repaint and do not copy: a neighbour that grew first may already cover the old place.
     SetWindowPos(native.Window, nullptr, place.left, place.top, place.right - place.left, height,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     if (frame)
@@ -46,7 +45,7 @@ void SyncFont(NativeForm& form, NativeControl& native) {
     native.Font = font;
     SendMessageW(native.Window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     if (native.Which->Kind == ControlKind::ComboBox) {
-        // Its height follows the font; the fields say how high it is to be.
+        // The combo box sets its height by the font; the fields have the wanted height.
         const int wanted = native.Place.bottom - native.Place.top;
         RECT now{};
         GetWindowRect(native.Window, &now);
@@ -69,20 +68,20 @@ void SyncCaption(NativeForm& form, NativeControl& native) {
     native.Caption = control.Caption;
     native.Mnemonic = control.Mnemonic;
     SetWindowTextW(native.Window, WindowCaption(control).c_str());
-    if (control.Kind == ControlKind::Frame) // the shorter text leaves the longer one's end behind
+    if (control.Kind == ControlKind::Frame) // a shorter text leaves the longer one's end behind
         RedrawWindow(form.Window, &native.Place, nullptr,
                      RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void SyncToolTip(NativeForm& form, NativeControl& native) {
     const Control& control = *native.Which;
-    // What the ellipsis leaves out can be read in the tip.
+    // The tip shows the full text that the ellipsis has shortened.
     const bool shortened = control.ToolTip.empty() && native.Shortened;
     AddToolTip(form, native, shortened ? control.Caption : control.ToolTip);
 }
 
-/// SetWindowTheme, from the system's own folder: a library that the program is linked with would be
-/// looked for beside the program first.
+/// SetWindowTheme from the system folder. A linked library would be searched beside the program
+/// first.
 void ChangeTheme(HWND window, const wchar_t* name, const wchar_t* list) {
     using Change = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
     static const auto change = [] {
@@ -102,7 +101,7 @@ void SyncColours(NativeForm& form, NativeControl& native) {
         return;
     native.BackColor = control.BackColor;
     native.ForeColor = control.ForeColor;
-    // The theme draws these two in its own colours.
+    // The theme draws these two kinds in its own colours.
     const bool themed =
         control.Kind == ControlKind::CheckBox || control.Kind == ControlKind::OptionButton;
     const bool plain = control.BackColor || control.ForeColor;
@@ -117,7 +116,7 @@ void SyncColours(NativeForm& form, NativeControl& native) {
         InvalidateRect(native.Window, nullptr, TRUE);
 }
 
-/// Whether anything has changed that decides which control can have the focus.
+/// Whether a change affects which control can have the focus.
 bool SyncState(NativeControl& native) {
     const bool enabled = EffectivelyEnabled(*native.Which);
     const bool visible = EffectivelyVisible(*native.Which);
@@ -165,7 +164,7 @@ void SyncTabStop(const NativeForm& form, NativeControl& native) {
     default:
         stop = true;
     }
-    // An option button changes this style by itself when it is checked.
+    // An option button changes this style itself when it is checked.
     if (stop == native.TabStop && control.Kind != ControlKind::OptionButton)
         return;
     native.TabStop = stop;
@@ -242,8 +241,8 @@ void SyncForm(NativeForm& form, Thorough how) {
          fields.Height != form.Height))
         MoveToFields(form);
     SyncScrollBar(form);
-    // Places and fonts first: a list measures its items, a text box wraps its lines by them.
-    bool settle = how == Thorough::Yes; // to ask where the focus is takes long inside work
+    // Places and fonts first: lists and text boxes measure their contents by them.
+    bool settle = how == Thorough::Yes; // finding the focus takes too long during work
     for (const auto& native : form.Controls) {
         SyncPlace(form, *native);
         SyncFont(form, *native);
@@ -263,7 +262,7 @@ void SyncForm(NativeForm& form, Thorough how) {
 }
 
 void SyncAll(Thorough how) {
-    // The main form, which is the oldest, last: when it can be used again all else is up to date.
+    // The main form, the oldest, comes last: when it becomes usable, all others are up to date.
     for (std::size_t i = AllForms().size(); i-- > 0;)
         SyncForm(*AllForms()[i], how);
 }
@@ -308,7 +307,7 @@ void SettleFocus(NativeForm& form) {
     const Control* focused = now && now != form.Window ? ControlOfWindow(now) : nullptr;
     if (focused && CanTakeFocus(*focused))
         return;
-    // The control that lost it gets it back when it can take it again; meanwhile the next one.
+    // The control that lost the focus gets it back when possible; meanwhile the next one has it.
     Control* target = form.Focus && CanTakeFocus(*form.Focus) ? form.Focus : nullptr;
     if (!target) {
         const auto& controls = form.Controls;

@@ -1,4 +1,4 @@
-// Lists: items that were only added at the end are added, else the list is filled anew.
+// Lists: items added at the end are appended; any other change refills the list.
 #include "ui/win32/Native.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@ struct Messages {
     UINT Reset, Add;
 };
 
-/// True when the list was filled anew, so that its selection has to be set again.
+/// True when the list was refilled, so that its selection must be set again.
 bool SyncItems(NativeControl& native, const std::vector<ListItem>& items, Messages messages) {
     const std::vector<ListItem>& sent = native.Items;
     const auto sameText = [](const ListItem& a, const ListItem& b) { return a.Text == b.Text; };

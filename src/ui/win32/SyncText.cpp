@@ -8,13 +8,13 @@ namespace ui::win32 {
 
 namespace {
 
-/// Inside work a long text is brought up to date only when this many times the cost of the last
-/// update has passed, so that it takes no more than a two-hundredth of the time.
+/// During work a long text is updated only after this many times the cost of its last update, so
+/// that updates take at most a two-hundredth of the time.
 constexpr std::int64_t lngRestFactor = 200;
 constexpr std::int64_t lngLongestRest = 2000; // ms, whatever the cost
-/// What comes at once is shown at once: a first change waits this long for the next ones.
+/// A first change waits this long for further ones, so that they appear together.
 constexpr std::int64_t lngWaitForMore = 200; // ms
-/// What a long text gets at once of what it lacks: some hundred lines, a few milliseconds.
+/// A long text receives missing lines in portions of this size: some hundred lines, a few ms.
 constexpr std::size_t lngFillBytes = 8192;
 
 std::int64_t Now() {
@@ -38,7 +38,7 @@ void Select(NativeControl& native, const TextBox& box) {
     native.SelStart = box.SelStart;
     native.SelLength = box.SelLength;
     const bool atEnd = box.SelStart >= box.Text.size();
-    if (atEnd && native.ScrolledUp) // some systems scroll to a caret that is set
+    if (atEnd && native.ScrolledUp) // some systems scroll to the caret when it is set
         return;
     if (box.SelStart < native.Missing)
         FillInAll(native);
@@ -54,8 +54,8 @@ void Select(NativeControl& native, const TextBox& box) {
 void FillInAll(NativeControl& native) {
     if (native.Missing == 0)
         return;
-    // Else what another program has just selected would pass for known. But a caret that a change
-    // under way has moved is nobody's selection.
+    // Otherwise a selection just made by another program would count as known. But a caret moved by
+    // our own current change is no user selection.
     if (!native.Sending)
         CollectSelection(native, static_cast<TextBox&>(*native.Which));
     const bool sending = std::exchange(native.Sending, true);
@@ -86,7 +86,7 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     native.Waiting = false;
     native.Sending = true;
     if (changed && isLong) {
-        // At its end the caret stays at the end, and the view follows the text.
+        // A caret at the end stays at the end, and the view follows the text.
         const bool follow = box.SelStart >= box.Text.size() && !native.ScrolledUp;
         if (!follow)
             FillInAll(native);
@@ -108,7 +108,7 @@ void SyncText(NativeControl& native, TextBox& box, Thorough how) {
     if (isLong) {
         UpdateWindow(native.Window);
         const std::int64_t ended = Now();
-        // What was shown outside work, such as an empty report before a run, asks for no rest.
+        // Text shown outside work, such as an empty report before a run, needs no pause after it.
         native.NextUpdate = how == Thorough::Yes ? ended
                                                  : ended + std::min(lngRestFactor * (ended - begun),
                                                                     Ticks(lngLongestRest));
@@ -123,7 +123,7 @@ void CollectSelection(NativeControl& native, TextBox& box) {
         return;
     native.WindowStart = start;
     native.WindowEnd = end;
-    // The window may lag behind a text that grew: what it shows is native.Text.
+    // The field may be ahead of the window: the window shows native.Text.
     native.SelStart = box.SelStart = FieldPlace(native, start);
     native.SelLength = box.SelLength = FieldPlace(native, end) - box.SelStart;
 }
