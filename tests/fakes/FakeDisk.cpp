@@ -40,7 +40,7 @@ void Append(Content& content, const Run& run) {
         content.Runs.push_back(run);
 }
 
-/// The bytes between two places.
+/// The bytes from one place up to another.
 Content Cut(const Content& content, std::uint64_t from, std::uint64_t to) {
     Content part;
     std::uint64_t at = 0;
@@ -55,7 +55,7 @@ Content Cut(const Content& content, std::uint64_t from, std::uint64_t to) {
     return part;
 }
 
-/// The names in a full path, "." and ".." settled.
+/// The names in a full path, with "." and ".." resolved.
 std::vector<std::string> Split(const std::string& path) {
     std::vector<std::string> parts;
     std::istringstream stream(platform::FullPath(path).substr(3));
@@ -64,7 +64,7 @@ std::vector<std::string> Split(const std::string& path) {
     return parts;
 }
 
-/// How a folder looks a name up.
+/// The key of a name in a folder's map.
 std::string KeyOf(const Node& folder, const std::string& name) {
     return folder.TellsCase ? name : platform::LowerCase(name);
 }
@@ -74,7 +74,7 @@ bool InUse(const Node& node) {
                                            [](const auto& child) { return InUse(*child); });
 }
 
-/// What the files of a folder and their streams take.
+/// The space that the files of a folder and their streams take.
 std::uint64_t SpaceOf(const Drive& drive, const Node& folder) {
     std::uint64_t space = 0;
     for (const auto& node : folder.Children)
@@ -184,7 +184,7 @@ Fault TakeRecord(Drive& drive, Node& folder, Node& file) {
         drive.FreeEntries.pop_back();
         return Fault::None;
     }
-    if (drive.Records == 0) // what FAT's top folder needs to grow
+    if (drive.Records == 0) // the space that FAT's top folder needs to grow
         return drive.FileSystem == "FAT32" && &folder == drive.Root.get() && drive.Free() == 0
                    ? Fault::DiskFull
                    : Fault::None;

@@ -1,4 +1,4 @@
-// What the two halves of the fake platform share.
+// Declarations shared by the files of the fake disk.
 #pragma once
 
 #include "fakes/FakePlatform.h"
@@ -7,11 +7,11 @@ namespace fake {
 
 /// The drive whose letter begins the text, or nullptr.
 Drive* DriveOf(const std::string& root);
-/// Where a path leads, which is a full one. Folder links on the way are followed.
+/// The target of a full path. Folder links on the way are followed.
 struct Place {
-    platform::Fault Trouble = platform::Fault::None; ///< why not even the folder could be reached
+    platform::Fault Trouble = platform::Fault::None; ///< why not even the folder was found
     Drive* Disk = nullptr;
-    std::shared_ptr<Node> Folder{}; ///< of a stream the file; null for the root
+    std::shared_ptr<Node> Folder{}; ///< for a stream, the file; null for the root
     std::shared_ptr<Node> Item{};   ///< null: no such name in Folder
     std::string Name{}, Path{};     ///< the real path
 };
@@ -24,9 +24,10 @@ void Journal(const std::string& what, const std::string& path, std::uint64_t off
 void PutOnDisk(Node& node, std::uint64_t offset, const Run& run);
 /// What a file takes on its drive, without its streams.
 std::uint64_t SpaceOfFile(const Drive& drive, const Node& file);
-/// A new file's record, room for its name, and what becomes of both when it is removed.
+/// Gives a new file its record and the room for its name.
 platform::Fault TakeRecord(Drive& drive, Node& folder, Node& file);
-/// What a file leaves in its record: its bytes, and behind them those of the file before it.
+/// The content left in a file's record: its bytes, followed by remaining bytes of the file before
+/// it.
 std::string LeftBy(const Node& file);
 void FreeRecord(Drive& drive, const Node& folder, const Node& file);
 void Add(Node& folder, const std::shared_ptr<Node>& node);
@@ -34,17 +35,17 @@ std::shared_ptr<Node> Add(Node& folder, const std::string& name, bool isFolder);
 std::uint32_t HardLinksOf(const Node& node);
 void Drop(Node& folder, const Node& item);
 
-/// As Find, for what must be there.
+/// Like Find, for items that must exist.
 Place FindItem(const std::string& path, bool followLast);
-/// A call on an item that must be there; `work` is done when nothing is in the way.
+/// A call on an item that must exist; `work` is done if nothing prevents it.
 platform::Fault OnItem(const char* call, const std::string& path, bool followLast,
                        const std::function<platform::Fault(const Place&)>& work);
 std::uint32_t AttributesOf(const Node& node);
 bool IsLinkAt(const Place& place);
 platform::FolderIdentity IdentityOf(const Place& place);
-/// Whether a file that is there may be changed, or (exclusively) deleted.
+/// Whether an existing file may be changed, or (exclusively) deleted.
 platform::Fault MayChange(const Place& place, bool exclusively);
-/// Whether names may be made or attributes changed on the drive of this item.
+/// Whether names may be created or attributes changed on the drive of this item.
 platform::Fault MayWrite(const Drive& drive, const Node& node);
 platform::Fault SetLength(const Place& place, std::uint64_t length);
 

@@ -15,7 +15,7 @@ Fault EnumerateFolder(const std::string& folder,
         return Failed(place.Trouble) ? place.Trouble : Fault::NotFound;
     if (place.Item->Denied)
         return Fault::AccessDenied;
-    const auto children = place.Item->Children; // a visitor may delete what it meets
+    const auto children = place.Item->Children; // a visitor may delete entries
     const std::size_t count = Failed(ordered) ? children.size() / 2 : children.size();
     for (std::size_t i = 0; i < count; ++i) {
         const Node& node = *children[i];
@@ -100,7 +100,7 @@ bool FolderTellsCase(const std::string& path) {
 }
 
 namespace {
-/// A call on a drive of a root path that has a medium.
+/// A call that needs a drive with a medium, given by its root path.
 template<typename Work>
 Fault OnDrive(const char* call, const std::string& root, Work work) {
     if (const Fault fault = Begin(call, root); Failed(fault))
@@ -219,7 +219,7 @@ Fault LoadAuxiliaryLibrary() {
 }
 
 namespace {
-/// 0, −1, or −4 of a file that is held, as the library answers. It must have been loaded.
+/// The library's answer: 0, −1, or −4 for a held file. The library must have been loaded.
 std::int32_t InLibrary(const char* call, const std::string& path,
                        const std::function<Fault(const Place&)>& work) {
     const Fault fault = OnItem(call, path, true, [&](const Place& place) {

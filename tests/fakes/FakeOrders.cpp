@@ -1,4 +1,5 @@
-// The faults that tests order. Knows no drives: it is linked with other back ends for files, too.
+// The faults ordered by tests. Independent of the fake drives, because it is also linked with other
+// file back ends.
 #include "fakes/FakePlatform.h"
 
 #include <mutex>
@@ -11,7 +12,7 @@ namespace {
 std::recursive_mutex mutex; ///< calls may come from several threads; a hook may make others
 std::unordered_map<std::string, std::int64_t> made; ///< by name; "" counts all
 struct {
-    std::int64_t Left = 0; ///< calls until it is time
+    std::int64_t Left = 0; ///< remaining calls before the fault
     Fault What = Fault::None;
     std::string Call, Failed;
 } order;

@@ -18,7 +18,7 @@ struct Handle {
     platform::Access Mode = platform::Access::Read;
 };
 
-std::map<std::uintptr_t, Handle> handles; ///< folders that are held among them
+std::map<std::uintptr_t, Handle> handles; ///< including held folders
 std::uintptr_t nextHandle = 1;
 
 bool Reads(platform::Access access) {

@@ -1,5 +1,5 @@
-// The fake platform: drives, files, clock and settings in memory, as the tests set them up, with a
-// journal of what was done to them and faults on demand.
+// The fake platform: drives, files, clock and settings in memory, set up by the tests, with a
+// journal of all changes and with faults on demand.
 #pragma once
 
 #include "platform/Drives.h"
@@ -19,17 +19,17 @@
 
 namespace fake {
 
-/// Bytes that repeat a pattern: byte i is Pattern[i % Pattern.size()], so that gigabytes of one
-/// byte, or of one block, need no memory. Arbitrary bytes are a pattern as long as the run.
+/// Bytes that repeat a pattern: byte i is Pattern[i % Pattern.size()]. So gigabytes of one byte or
+/// block need no memory. Arbitrary bytes have a pattern as long as the run.
 struct Run {
     std::uint64_t Length = 0;
     std::string Pattern;
     bool operator==(const Run&) const = default;
-    /// The bytes from `from` on, at most `count`.
+    /// At most `count` bytes starting at `from`.
     std::string Bytes(std::uint64_t from, std::uint64_t count) const;
 };
 
-/// A file's bytes: runs, one behind the other.
+/// A file's bytes as a sequence of runs.
 struct Content {
     std::vector<Run> Runs;
     std::uint64_t Length() const;
@@ -44,13 +44,13 @@ struct Node {
     explicit Node(std::shared_ptr<Content> bytes = std::make_shared<Content>())
         : Bytes(std::move(bytes)), Data(*Bytes) {}
     std::string Name;
-    std::uint64_t Number = ++lastNumber; ///< its own, for good
+    std::uint64_t Number = ++lastNumber; ///< never changes
     bool Folder = false;
     std::uint32_t Attributes = 0; ///< platform::Attribute bits; the folder and link bits are added
-    std::shared_ptr<Content> Bytes; ///< one for all of a file's names
+    std::shared_ptr<Content> Bytes; ///< shared by all names of a file
     Content& Data;
     std::uint32_t HardLinks = 1;  ///< at least the names that are there; the system tells no others
-    std::uint32_t ReparseTag = 0; ///< of a reparse point that is no link
+    std::uint32_t ReparseTag = 0; ///< of a reparse point that is not a link
     bool InRecord = false;    ///< takes no cluster; moves out at the first write past its end ...
     std::string LeftInRecord; ///< ... and these bytes stay behind
     std::uint64_t Record = 0; ///< number of its record, where the drive has a table of them
@@ -62,9 +62,9 @@ struct Node {
     std::string LinkTarget; ///< path of the target when this is a link (junction, symbolic link)
     bool Locked = false;    ///< another program holds it: SharingViolation
     bool Denied = false;    ///< no permission: AccessDenied
-    bool Open = false;      ///< the program has it open for writing just now
+    bool Open = false;      ///< the program currently has it open for writing
     int Handles = 0;        ///< open handles of the program
-    bool TellsCase = false; ///< a folder in which "a" and "A" are two names; set it while empty
+    bool TellsCase = false; ///< case-sensitive folder; set it while the folder is empty
     std::uint32_t MountedCluster = 0; ///< a folder where a volume without a letter is mounted
     std::vector<std::shared_ptr<Node>> Children; ///< in the file system's order; a file's streams
     std::unordered_map<std::string, std::shared_ptr<Node>> ByName; ///< by KeyOf
@@ -73,13 +73,13 @@ struct Node {
 struct Drive {
     platform::DriveType Type = platform::DriveType::Fixed;
     std::uint64_t Capacity = 0; ///< bytes
-    std::uint64_t Occupied = 0; ///< bytes taken by what is not modelled; set it to limit free space
-    std::uint64_t KeptBack = 0; ///< bytes of the free ones that the user cannot have (a quota)
+    std::uint64_t Occupied = 0; ///< bytes taken by other data; set it to limit free space
+    std::uint64_t KeptBack = 0; ///< free bytes that the user cannot have (a quota)
     std::uint32_t BytesPerSector = 512, SectorsPerCluster = 8;
     std::string Label, FileSystem = "NTFS";
     bool MediaPresent = true;
     bool ReadOnly = false;
-    double BytesPerSecond = 0; ///< what writes cost on the clock; 0: nothing
+    double BytesPerSecond = 0; ///< speed of writes on the clock; 0: they take no time
     std::string StandsFor;     ///< a substituted letter, or a second one: the folder it stands for
     platform::DriveNature Nature;
     /// NTFS: the records of its table; 0: none is modelled. Names then take room in their folder,
@@ -98,8 +98,8 @@ struct Drive {
 
 constexpr std::uint64_t recordRoom = 640;
 
-/// What was done to the disk, in order. Writes that continue one another are one event, however
-/// many calls they took. Paths are the real ones, behind links.
+/// A change of the disk, in order. Successive contiguous writes form one event, whatever the number
+/// of calls. Paths are real paths, with links resolved.
 struct Event {
     std::string What; ///< as in JournalText: "create", "write", "rename <new path>"
     std::string Path;
@@ -107,8 +107,8 @@ struct Event {
     Run Data;                 ///< of a write
 };
 
-/// Everything as at the beginning: drive C: (fixed, NTFS, 64 GiB, clusters of 4096), the
-/// application-data folder, no program folder, an empty journal, no faults, clock at noon.
+/// Resets everything: drive C: (fixed, NTFS, 64 GiB, clusters of 4096), the application-data
+/// folder, no program folder, an empty journal, no faults, clock at noon.
 void Reset();
 /// The same without the drives, for tests over another back end for files.
 void ResetMachine();
@@ -126,12 +126,12 @@ Node& PutBigFile(const std::string& path, std::uint64_t length, char byte = 'x')
 Node& PutFolder(const std::string& path);
 /// A second name for the bytes of a file.
 void PutName(const std::string& path, const std::string& file);
-/// Takes a file, or a folder with all in it, away. Not journaled.
+/// Removes a file, or a folder with its contents. Not journaled.
 void TakeAway(const std::string& path);
 /// Gives a file or folder its short name.
 void PutShortName(const std::string& path, const std::string& name);
-/// Another program's attempt to put a link in a folder's place. False: the system refuses, as the
-/// folder, or something in it, is open.
+/// Simulates another program that tries to replace a folder by a link. False: refused because the
+/// folder, or an item in it, is open.
 bool ReplaceByLink(const std::string& path, const std::string& target);
 /// The file or folder, or nullptr.
 Node* At(const std::string& path);
@@ -145,12 +145,12 @@ extern std::vector<Event> journal;
 /// "create", "write 0+8192 AA" (equal bytes), "write 0+8192 *" (other bytes), "make folder",
 /// "remove folder", "length 8192", "flush", "remove", "rename <new path>", "attributes 32".
 std::string JournalText(const std::string& path = "");
-/// Handles that the program has not closed.
+/// The number of handles that the program has not closed.
 int OpenHandles();
 
 // Calls are named as the functions of platform: "WriteBytes"; "" means all of them.
 
-/// For a back end: counts a call, lets the hooks look at it, and tells the fault it is to have.
+/// For back ends: counts a call, runs the hooks, and returns the fault that the call must have.
 platform::Fault Begin(const char* call, const std::string& path);
 void ResetOrders();
 /// The n-th call from now on (1 = the next) fails with this fault; a write that fails so has
@@ -168,16 +168,16 @@ void SpoilNth(std::int64_t n, Spoil how);
 bool HasFailed();
 /// Calls made since Reset.
 std::int64_t CallsMade(const std::string& call = "");
-/// Every such call for a path that ends so fails.
+/// Every such call for a path with this end fails.
 void FailAlways(const std::string& call, const std::string& end, platform::Fault fault);
-/// Called with the path before each such call; what it returns, if not None, is the call's fault.
-/// A hook may change the disk.
+/// Calls the hook with the path before each such call; if it returns a fault, the call fails with
+/// it. A hook may change the disk.
 void OnCall(const std::string& call, std::function<platform::Fault(const std::string& path)> hook);
-/// The same with a hook that orders no fault.
+/// The same with a hook that returns no fault.
 void Watch(const std::string& call, std::function<void(const std::string& path)> hook);
 
 extern double tick; ///< milliseconds
-/// Moves the clock on.
+/// Advances the clock.
 void Advance(double milliseconds);
 /// The clock is the computer's own, for what is measured, and for work on several threads; Reset
 /// takes that back. Dates and times in texts stay as they are.
@@ -189,7 +189,7 @@ extern std::string applicationData; ///< "C:\Users\me\AppData\Roaming"
 extern std::string currentFolder;
 extern std::vector<std::string> commandLine;
 extern std::vector<std::string> linksOpened;
-extern std::vector<std::string> holders; ///< programs that hold whatever is asked about
+extern std::vector<std::string> holders; ///< programs that hold any queried file
 /// What LoadAuxiliaryLibrary finds: None, NotFound or NotSupported.
 extern platform::Fault auxiliaryLibrary;
 

@@ -1,5 +1,5 @@
-// Clock, settings, letters and well-known folders of the fakes. Knows no drives: it is linked with
-// other back ends for files, too.
+// Clock, settings, letters and well-known folders of the fakes. Independent of the fake drives,
+// because it is also linked with other file back ends.
 #include "fakes/FakePlatform.h"
 
 #include <algorithm>
@@ -51,7 +51,7 @@ std::string CaseOf(const std::string& text, wint_t (*change)(wint_t)) {
     for (std::size_t i = 0; i < text.size();) {
         wchar_t point = 0;
         char bytes[MB_LEN_MAX];
-        std::mbstate_t read = {}, written = {}; // of no other thread
+        std::mbstate_t read = {}, written = {}; // local, so not shared with other threads
         const std::size_t size = std::mbrtowc(&point, &text[i], text.size() - i, &read);
         if (size == 0 || size > MB_LEN_MAX) // a zero, or not UTF-8: as it is
             result += text[i++];
@@ -115,7 +115,7 @@ std::uint64_t TickCount() {
 
 double SecondsSinceMidnight() {
     using namespace std::chrono;
-    if (blnRealClock) // of the world's day
+    if (blnRealClock) // seconds of the current UTC day
         return std::fmod(duration<double>(system_clock::now().time_since_epoch()).count(), 86400);
     return secondsSinceMidnight;
 }

@@ -1,4 +1,4 @@
-// What a person does with the windows.
+// User actions on the windows.
 #include "fakes/ScriptedUser.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@ bool IsOnTop(const ui::Form& form) {
     return form.Visible && (user.Modals.empty() || user.Modals.back() == &form);
 }
 
-/// Takes the focus to the control.
+/// Moves the focus to the control.
 void Reach(ui::Control& control, const char* what) {
     if (!CanReach(control))
         throw std::runtime_error(std::string("A person could not ") + what + " " + control.Name +
@@ -25,7 +25,7 @@ void Invoke(const ui::Handler& handler) {
         handler();
 }
 
-/// Makes the item of this text the current one.
+/// Selects the item with this text.
 template<typename List>
 ui::ListItem& GoTo(List& list, const std::string& text) {
     Reach(list, "choose in");

@@ -12,14 +12,14 @@ using fake::user;
 using platform::Fault;
 
 /// Every test begins with fresh fakes and session state: drive C: with the program's folder, and no
-/// saved setup. At the end no step may be left and no file be open.
+/// saved setup. At the end no step may be left and no file may be open.
 struct ProgramTest : testing::Test {
     void SetUp() override;
     void TearDown() override;
     void StartProgram() { StartUp(); }
 };
 
-/// The program has been started.
+/// A fixture with the program started.
 template<typename Test>
 struct Started : Test {
     void SetUp() override {

@@ -1,4 +1,4 @@
-// The window toolkit of the tests: what a person who follows a script answers.
+// The window toolkit of the tests: a scripted user gives the answers.
 #include "fakes/ScriptedUser.h"
 
 #include "fakes/FakePlatform.h"
@@ -25,7 +25,7 @@ using Steps = std::deque<Step>;
 constexpr std::int64_t yieldsWithoutEnd = 20'000'000;
 
 struct {
-    std::vector<Steps> Waiting{1}; ///< the last are those that the current action has added
+    std::vector<Steps> Waiting{1}; ///< the last entry has the steps added by the current action
     std::vector<std::pair<std::function<bool()>, Action>> During;
     std::set<ui::Form*> Forms; ///< all that were ever shown
     std::map<ui::Timer*, std::uint64_t> Due;
@@ -34,7 +34,7 @@ struct {
 thread_local bool blnInsideStep = false;
 bool blnThreadBusy = false;
 
-/// Runs an action of the script; what it left waiting goes before what waited already.
+/// Runs an action of the script; steps that it adds go before the waiting ones.
 void Perform(const Action& action) {
     script.Waiting.emplace_back();
     if (action)
@@ -44,7 +44,7 @@ void Perform(const Action& action) {
     script.Waiting.back().insert(script.Waiting.back().begin(), left.begin(), left.end());
 }
 
-/// The list whose first step is the next one; an empty list when none is left.
+/// The list that begins with the next step; an empty list when none is left.
 Steps& Next() {
     for (auto list = script.Waiting.rbegin(); list != script.Waiting.rend(); ++list)
         if (!list->empty())
@@ -67,7 +67,7 @@ bool FitsNext(const std::string& what, const std::string& title, const std::stri
            (next.Matches ? next.Matches(text) : what != "box" || next.Text == text);
 }
 
-/// Takes the next step, which must be this one.
+/// Takes the next step, which must match the arguments.
 Step Take(const std::string& what, const std::string& title, const std::string& text = "") {
     if (!FitsNext(what, title, text))
         throw std::runtime_error("Unexpected " + what + " \"" + title + "\": \"" + text + "\"\n" +
@@ -155,7 +155,7 @@ void ShowModal(Form& form) {
     EXPECT_FALSE(form.Visible) << form.Name << " is shown modally while it is shown already.";
     user.Modals.push_back(&form);
     Show(form);
-    // Without a word from the form the focus is on the first control that can take it.
+    // Unless the form sets it, the focus is on the first control that can take it.
     for (ui::Control* control : form.Controls)
         if ((!user.Focus || user.Focus->Parent != &form) && CanReach(*control) &&
             control->Kind != ui::ControlKind::Label && control->Kind != ui::ControlKind::Frame)
@@ -231,7 +231,7 @@ bool RunStep(const std::function<bool()>& step) {
     return more;
 }
 
-/// As the product does it: the steps follow one another on a thread of their own.
+/// As in the product: the steps run in sequence on a separate thread.
 void RunStepsOnThread(const std::function<bool()>& step, const std::function<bool()>& poll) {
     std::mutex mutex;
     std::condition_variable changed;
@@ -257,7 +257,7 @@ void RunStepsOnThread(const std::function<bool()>& step, const std::function<boo
 
 void RunSteps(Effort effort, const std::function<bool()>& step, const std::function<bool()>& poll) {
     NotInsideStep("RunSteps");
-    // A handler that runs while the thread is busy has its work done here.
+    // The thread is busy when a handler starts work during other work; run that work here.
     if (user.RealThreads && effort == Effort::Long && !blnThreadBusy) {
         blnThreadBusy = true;
         RunStepsOnThread(step, poll);
@@ -312,7 +312,7 @@ bool OpenFileDialog(const std::string& title, const std::string& /*filterName*/,
     return !chosen.empty();
 }
 
-/// The person answers with the paths, "|" between them.
+/// Answers with the paths, separated by "|".
 bool OpenFilesDialog(const std::string& title, const std::string& filterName,
                      const std::string& filterPattern, const std::string& startFolder,
                      std::vector<std::string>& paths) {

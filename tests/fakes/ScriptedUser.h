@@ -1,5 +1,5 @@
-// The scripted user: answers the boxes and dialogs that a test expects, in order, and clicks and
-// types where a person could.
+// The scripted user: answers the boxes and dialogs that a test expects, in order, and uses the
+// controls as a person could.
 #pragma once
 
 #include "ui/Interface.h"
@@ -18,20 +18,20 @@ struct BoxSeen {
     ui::Icon Icon;
     int DefaultButton;
     int Answer;
-    bool EscapeHeld; ///< Escape does nothing in it
+    bool EscapeHeld; ///< Escape has no effect in the box
 };
 
 using Action = std::function<void()>;
 using Matcher = std::function<bool(const std::string& text)>;
 
-/// What a step expects of a box beside title and text; what is not set is not looked at.
+/// Expectations on a box besides title and text; unset fields are not checked.
 struct Look {
     std::optional<ui::Icon> Icon = std::nullopt;
     std::optional<ui::Buttons> Buttons = std::nullopt;
     std::optional<int> DefaultButton = std::nullopt;
 };
 
-/// What the user is to meet next.
+/// The next thing that the user expects.
 struct Step {
     std::string What, Title; ///< "box", "modal form" with its name as the title, "dialog"
     std::string Text;        ///< of a box; of a dialog the path to answer
@@ -47,8 +47,8 @@ constexpr Look AsksOKCancel{ui::Icon::Question, ui::Buttons::OKCancel, 1};
 constexpr Look AsksYesNo{ui::Icon::Question, ui::Buttons::YesNo, 1};
 constexpr Look AsksYesNoCancel{ui::Icon::Question, ui::Buttons::YesNoCancel, 1};
 
-/// Steps are expected in the order in which they were added. Steps that are added inside an action
-/// come before those that were waiting.
+/// Steps are expected in the order in which they were added. Steps added inside an action come
+/// before the waiting ones.
 struct ScriptedUser {
     /// A message box with this title and text, letter by letter, gets this answer.
     void Box(const std::string& title, const std::string& text, int answer = ui::AnswerOK,
@@ -58,7 +58,7 @@ struct ScriptedUser {
     void Box(const std::string& title, const std::string& text, Look look) {
         Box(title, text, ui::AnswerOK, look);
     }
-    /// The same with a text that only has to contain a part, or to satisfy a condition.
+    /// The same, but the text only has to contain a part or to satisfy a condition.
     void BoxLike(const std::string& title, const std::string& part, int answer = ui::AnswerOK,
                  Look look = {}) {
         const auto has = [=](const std::string& text) { return text.find(part) != text.npos; };
@@ -67,8 +67,8 @@ struct ScriptedUser {
     void BoxLike(const std::string& title, Matcher text, int answer = ui::AnswerOK) {
         Expect({"box", title, "(by condition)", std::move(text), answer});
     }
-    /// A form is shown by ShowModal. Its Activate runs first, then the action, which must get the
-    /// form hidden (or Activate has done so: then the action runs none the less).
+    /// ShowModal shows a form. Its Activate runs first, then the action, which must cause the form
+    /// to be hidden. The action runs even if Activate has already hidden the form.
     void Modal(ui::Form& form, Action action = {}) {
         Expect({"modal form", form.Name, "", {}, 0, {}, std::move(action)});
     }
@@ -77,8 +77,8 @@ struct ScriptedUser {
         Expect({"dialog", title, path});
     }
     void Expect(Step step);
-    /// Something the user does while the program works: looked at whenever messages are pumped,
-    /// done once. Not part of the order of steps.
+    /// An action of the user while the program works: `when` is checked at each message pump, and
+    /// the action runs once. Not part of the order of steps.
     void During(std::function<bool()> when, Action action);
     /// Fails the test when steps or During-actions are left, or a modal form is still open.
     void Finish();
@@ -88,32 +88,32 @@ struct ScriptedUser {
     /// at every call). Unset: such a box fails the test. An answer without a button is Cancel.
     std::function<int(const BoxSeen& box)> AnswerOthers;
 
-    /// RunSteps does long work on a thread, as the product does. For tests over a back end that can
-    /// be called from there; the fake drives cannot.
+    /// RunSteps runs long work on a thread, as in the product. For tests over a thread-safe back
+    /// end; the fake drives are not thread-safe.
     bool RealThreads = false;
 
     std::vector<BoxSeen> Boxes;    ///< all that were shown
-    std::vector<ui::Form*> Modals; ///< shown modally just now, the last on top
+    std::vector<ui::Form*> Modals; ///< currently shown modal forms, the last on top
     std::string Clipboard;
     double TaskbarFraction = -1;
     bool TaskbarPaused = false;
     ui::Control* Focus = nullptr;
     std::function<void(int)> KeyHandler;
-    bool InLongStep = false; ///< the call just made is off the interface thread
+    bool InLongStep = false; ///< the current call is off the interface thread
     bool Ending = false;     ///< the session ends: see ui::Ending
     bool EscapeHeld = false;
     bool Ended = false;      ///< EndProgram was called
-    std::int64_t Yields = 0; ///< DoEvents so far
+    std::int64_t Yields = 0; ///< number of DoEvents calls
 };
 extern ScriptedUser user;
 
-// What a person does. Each fails the test when a person could not do it: the control or a frame
-// around it is hidden or disabled, its form is not shown or lies under a modal one.
+// User actions. Each fails the test when a user could not do it: the control or a frame around it
+// is hidden or disabled, or its form is not shown or lies under a modal one.
 bool CanReach(const ui::Control& control);
 /// Presses a button or link, toggles a check box, selects an option button (and clears the others
 /// of its container).
 void Click(ui::Control& control);
-/// Chooses an item by its text; in a list of multiple choice toggles it.
+/// Chooses an item by its text; toggles it in a multiple-choice list.
 void Choose(ui::ComboBox& combo, const std::string& item);
 void Choose(ui::ListBox& list, const std::string& item);
 /// Replaces the text of a text box.

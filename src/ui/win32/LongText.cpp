@@ -46,7 +46,8 @@ Room RoomIn(const NativeControl& native) {
     GetTextMetricsW(dc, &metrics);
     SelectObject(dc, before);
     ReleaseDC(native.Window, dc);
-    const bool fixedPitch = (metrics.tmPitchAndFamily & TMPF_FIXED_PITCH) == 0; // named inversely
+    const bool fixedPitch =
+        (metrics.tmPitchAndFamily & TMPF_FIXED_PITCH) == 0; // the flag's meaning is inverted
     return {client.bottom / std::max(metrics.tmHeight, LONG{1}),
             fixedPitch ? (inside.right - inside.left) / std::max(metrics.tmAveCharWidth, LONG{1})
                        : 0};
