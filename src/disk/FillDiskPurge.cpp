@@ -133,8 +133,9 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     for (const DummyFile& file : files) {
         PurgeJob job = JobOfRun(
             DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, file.lngNumber));
-        job.RefuseSeveralNames = false; // they are ours, whatever names they got
-        job.OverwriteNames = false;     // and tell nothing
+        job.RefuseSeveralNames = false;            // they are ours, whatever names they got
+        job.OverwriteNames = false;                // and tell nothing
+        job.Verify = job.Verify && blnInteractive; // the speed test measures overwrites
         RunJobOfRun(job, counts);
         if (job.Result == PurgeDone)
             ++FillDisk.lngFilesPurged;

@@ -3,6 +3,7 @@
 #include "disk/DriveChoice.h"
 #include "DriveTest.h"
 #include "selection/frmDrives.h"
+#include "settings/frmPurgeConfirmation.h"
 
 namespace {
 
@@ -88,8 +89,11 @@ TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
     for (const auto& [free, written] : {std::pair{6ULL << 30, 10 * MiB}, {3ULL << 20, 3 * MiB}}) {
         Begin(8ULL << 30);
         LeaveFree(free);
+        blnVerifyPurge = true; // would take its time, too
+        const std::int64_t read = fake::CallsMade("ReadBytes");
         RunDriveCommand([&] { EXPECT_TRUE(TestPurgeSpeed('D', false, sngSpeed)); });
         EXPECT_EQ(static_cast<double>(written), dblBytesMeasured[3]);
+        EXPECT_EQ(read, fake::CallsMade("ReadBytes"));
     }
 }
 
