@@ -87,7 +87,18 @@ TEST_F(VerifyAndNames, WhatIsReadAndHow) {
         EXPECT_EQ(ReadBack::Cached, job.HasReadBack);
         EXPECT_TRUE(share > 0.8 && share < 1) << share << ": four overwrites, one reading";
     }
-    PutFiles(1); // what the cache would have hidden
+    SetUp();
+    fake::AddDrive('D', 1 << 30, 4 << 20).FileSystem = "exFAT"; // digits that need several reads
+    fake::PutBigFile("D:\\a", 5000);
+    job = {"D:\\a", 0, 1, false, true, true, true};
+    job.Verify = true;
+    RunPurgeJob(job);
+    EXPECT_EQ(0, job.Result);
+    PutFiles(9000); // and the end is missing
+    fake::Watch("ReadBytes", [](const std::string& file) { fake::At(file)->Data.Resize(8200); });
+    EXPECT_EQ(-19, Run(true));
+    EXPECT_EQ(8200, job.DifferentAt);
+    PutFiles(1);
     fake::FailNth(2, Fault::ReadFault, "ReadBytes");
     EXPECT_EQ(-19, Run(true));
     EXPECT_TRUE(job.DifferentAt == 0 && job.DifferentPath == stream &&
@@ -125,7 +136,9 @@ TEST_F(VerifyAndNames, NamesMeanNothingAndTakeNobodysPlace) {
             const std::string made = names[i].substr(5);
             EXPECT_EQ(name[0] == 'x' ? 9u : name[0] == '.' ? 2u : 18u, made.size());
             EXPECT_EQ(std::string::npos, made.find('.'));
-            EXPECT_EQ(i == 1, made.find_first_not_of(made[0]) == made.npos) << made;
+            if (i == 1 || made.size() > 2) { // two may be alike by chance
+                EXPECT_EQ(i == 1, made.find_first_not_of(made[0]) == made.npos) << made;
+            }
         }
         auto after = before;
         std::erase(after, file);
@@ -135,9 +148,11 @@ TEST_F(VerifyAndNames, NamesMeanNothingAndTakeNobodysPlace) {
     // The other names of the data keep their dates, and a file that is kept all of it.
     fake::PutFile(path, "M");
     fake::PutName("C:\\g\\other", path);
+    fake::journal.clear();
     EXPECT_EQ(0, Run(false));
+    EXPECT_EQ(std::string::npos, fake::JournalText().find("rename"));
     EXPECT_EQ(0, Run(true));
-    EXPECT_EQ(0, fake::At("C:\\g\\other")->Dates);
+    EXPECT_EQ(std::string::npos, fake::JournalText().find("dates"));
     EXPECT_EQ(nullptr, fake::At(path));
 }
 
