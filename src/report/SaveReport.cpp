@@ -21,8 +21,9 @@ bool WantsJson(const std::string& path) {
 
 void SaveReport() {
     std::string path;
+    // All files: a dialog may append the first extension of a filter to a name with the second.
     if (!ui::SaveFileDialog("Save report as text (.txt) or as JSON lines (.json)",
-                            "Reports (*.txt; *.json)", "*.txt;*.json", strBrowsePath, path))
+                            "All files (*.*)", "*.*", strBrowsePath, path))
         return;
     if (ExtensionOf(path).empty())
         path += ".txt";
