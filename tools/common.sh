@@ -11,7 +11,7 @@ mkdir -p build
 packages_build=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix)
 packages_wine=(wine wine64 xvfb openbox xdotool imagemagick fonts-liberation)
 packages_test=(googletest clang-14 libclang-rt-14-dev clang-format-14
-    e2fsprogs ntfs-3g mount)
+    e2fsprogs ntfs-3g mount python3)
 packages_package=(googletest nsis zip)
 packages_disk=(libfuse3-dev fuse3)
 

@@ -25,6 +25,8 @@ for program in "$programs"/*_tests.exe "$programs"/*_contract.exe; do
     gtest "$name" wine "C:\\tests\\$name.exe"
 done
 
+step "saved reports" python3 tools/check-reports.py "$WINEPREFIX/drive_c/nwtest"
+
 # resolution DPI: what Windows calls 150 % is 144.
 resolution() {
     wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f \

@@ -4,7 +4,6 @@
 #include "windows/Environment.h"
 
 #include <algorithm>
-#include <vector>
 
 #include <shellapi.h>
 
@@ -17,6 +16,7 @@ std::string scratch;
 
 namespace {
 PROCESS_INFORMATION program;
+bool areItemsOurs = false; ///< the chosen items were given by StartProgram
 
 /// A message to a window of the program, which may just be busy: it has its time.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -124,7 +124,10 @@ bool IsHarmless(HWND form, const std::string& button) {
         return true;
     if (button.rfind("cmdLargePurge", 0) == 0) // the drive is chosen later: see Choose
         return !Environment(L"NW_SMALL_DRIVE").empty();
-    return button != "cmdProcessFiles(1)" || IsInScratch(TextOf(Named(form, "lblDirectory")));
+    if (button != "cmdProcessFiles(1)")
+        return true;
+    const std::string chosen = TextOf(Named(form, "lblDirectory"));
+    return chosen.find(':') == std::string::npos ? areItemsOurs : IsInScratch(chosen);
 }
 } // namespace
 
@@ -138,8 +141,16 @@ bool WaitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-HWND StartProgram() {
+HWND StartProgram(const std::vector<std::string>& items) {
     std::wstring line = L"\"" + Widen(Environment(L"NW_PROGRAM")) + L"\"";
+    const std::string drive = Environment(L"NW_SMALL_DRIVE");
+    areItemsOurs = !items.empty();
+    for (const std::string& item : items) {
+        const bool isOurs = IsInScratch(item) || (!drive.empty() && item.rfind(drive, 0) == 0);
+        EXPECT_TRUE(isOurs) << item << " is not the test's own.";
+        areItemsOurs = areItemsOurs && isOurs;
+        line += L" \"" + Widen(item) + L"\"";
+    }
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 #include <windows.h>
 
 namespace driver {
@@ -22,8 +23,9 @@ bool WaitUntil(const std::function<bool()>& condition);
 /// The only folder whose files may be touched, without a trailing backslash.
 extern std::string scratch;
 
-/// Starts the program (NW_PROGRAM) and waits for its main window.
-HWND StartProgram();
+/// Starts the program (NW_PROGRAM), with paths of the scratch folder or of NW_SMALL_DRIVE as items,
+/// and waits for its main window.
+HWND StartProgram(const std::vector<std::string>& items = {});
 /// What Explorer does with a file: its own verb ("" the usual one), or that of a class of items;
 /// with a link in "Send to" and the files that are sent. Waits for the main window of the program
 /// that comes of it.

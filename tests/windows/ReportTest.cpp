@@ -1,9 +1,11 @@
-// Purges in the real report window: to the end, paused, continued, stopped, interrupted.
+// Purges in the real report window: to the end, paused, continued, stopped, interrupted, saved.
 #include "support/StrProc.h"
-#include "win32/Wide.h"
+#include "windows/Environment.h"
 #include "windows/WindowTest.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 
 using namespace driver;
 
@@ -82,4 +84,53 @@ TEST_F(ReportTest, EscapeDoesNotEndIt) {
     Expect(report, "lblPausedDone", "Done");
     EXPECT_EQ(0, FilesLeft());
     EXPECT_EQ("kept", ContentOf("other"));
+}
+
+// The saved reports stay beside the scratch folder, for tools/check-reports.py.
+TEST_F(ReportTest, ItemsOfTwoDrivesAndOneInUse) {
+    const auto wide = [](const std::string& path) {
+        return std::filesystem::path(platform::Widen(path));
+    };
+    const std::string drive = Environment(L"NW_SMALL_DRIVE"), in = scratch + "\\";
+    const std::string away = (drive.empty() ? in : drive) + "far",
+                      locked = in + "locked \xE6\x96\x87.txt";
+    std::filesystem::remove_all(wide(away)); // of a test that broke off
+    std::filesystem::create_directories(wide(away + "\\deep"));
+    Put("alone.txt", "s");
+    Put("locked \xE6\x96\x87.txt", "kept");
+    for (const char* name : {"\\one.txt", "\\two.txt", "\\deep\\three.txt"})
+        std::ofstream(wide(away + name)) << std::string(5000, 's');
+    HANDLE other =
+        CreateFileW(wide(locked).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, {});
+    ASSERT_NE(INVALID_HANDLE_VALUE, other);
+
+    KillProgram();
+    main = StartProgram({in + "data\\below", in + "data", in + files.front(), in + files.back(),
+                         in + "alone.txt", in + "ALONE.TXT", locked, away + "\\deep", away,
+                         away + "\\one.txt", away + "\\deep\\three.txt", away + "\\two.txt"});
+    Expect(main, "lblDirectory", "11 chosen items (7 files, 4 folders)");
+    Click(main, "cmdSubdirectories");
+    Expect(main, "lblSubdirectories", "Yes");
+    StartPurge();
+    HWND report = Window("Purge files");
+    Expect(report, "lblPausedDone", "Done, 1 failed");
+    CloseHandle(other);
+    EXPECT_EQ(0, FilesLeft() + Exists("alone.txt"));
+    EXPECT_EQ("kept", ContentOf("locked \xE6\x96\x87.txt"));
+    std::error_code ignored; // what lay in the folders is gone, and no more
+    EXPECT_TRUE(std::filesystem::remove(wide(away + "\\deep"), ignored));
+    EXPECT_TRUE(std::filesystem::remove(wide(away), ignored));
+    const std::string text = TextOf(Named(report, "txbText"));
+    for (const std::string& line : {std::string("Number of files purged: 46\r\n"),
+                                    "Files that could not be purged: 1\r\n" + locked + ": "})
+        EXPECT_EQ(1, CountOccurrences(text, line)) << text;
+
+    for (const char* name : {"report.txt", "report.json"}) {
+        PressKey(report, 'S', VK_CONTROL);
+        AnswerDialog("Save report as text (.txt) or as JSON lines (.json)", in + name);
+        EXPECT_TRUE(WaitUntil([&] { return ContentOf(name).ends_with('\n'); })) << Describe();
+        ExpectUsable(report, "cmdSaveReport");
+        std::filesystem::rename(wide(in + name), wide(in + "..\\" + name));
+    }
+    Expect(report, "lblPausedDone", "Saved");
 }
