@@ -7,6 +7,7 @@
 #include "report/run/RunReport.h"
 #include "session/Session.h"
 #include "settings/TextFiles.h"
+#include "support/MainWindow.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
@@ -32,9 +33,19 @@ void SaveReport() {
                    ui::Icon::Question, "File exists") != ui::AnswerYes)
         return;
     const bool json = WantsJson(path);
+    // The windows stay alive while a long report is written. No new run may begin: it would take
+    // the records away.
+    frmReport.cmdSaveReport.Enabled = false;
+    EnableMenu(false);
     const platform::Fault fault = WriteLongTextFile(path, [&](const PutText& put) {
-        return json ? WriteReportAsJson(put) : WriteReportAsText(put);
+        const PutText putAndYield = [&put](const std::string& piece) {
+            ui::DoEvents();
+            return put(piece);
+        };
+        return json ? WriteReportAsJson(putAndYield) : WriteReportAsText(putAndYield);
     });
+    EnableMenu(true);
+    frmReport.cmdSaveReport.Enabled = true;
     if (Failed(fault))
         ui::Complain("The report cannot be saved in " + path + ".\r\n" +
                          platform::FaultText(fault) + ".",
