@@ -11,7 +11,7 @@
 bool ItemsAreChosen();
 /// Takes what of the paths can be purged where it is, each once, and tells of the rest. False when
 /// nothing is left; what was chosen before then stays.
-/// Of the folders among them only the files of this specification are meant.
+/// Of the folders among them only the files of this file specification are meant.
 bool ChooseItems(const std::vector<std::string>& paths, const std::string& strFiles = "*.*");
 void ForgetChosenItems();
 /// "7 chosen items (5 files, 2 folders)"

@@ -168,7 +168,7 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     EXPECT_EQ("a.txt b.txt lib.dll sub\\c.txt ", Left());
     EXPECT_NE("secret", fake::ContentOf("C:\\d\\a.txt"));
 
-    Begin(); // the files of a specification, beside a chosen one; more than the window's report
+    Begin(); // files by a file specification, beside a chosen one; more than the window's report
              // holds
     for (int i = 0; i < 600; ++i)
         fake::PutFile("C:\\d\\" + std::string(100, 'x') + std::to_string(i) + ".txt");
