@@ -13,6 +13,7 @@
 //
 // Told, too, but not judged, as the disk has its part in it: how long the interface stood still.
 #include "bench/runs/Tools.h"
+#include "disk/DummyPlan.h"
 #include "disk/FillDisk.h"
 #include "disk/FillDiskPurge.h"
 #include "disk/FreeSpacePurge.h"

@@ -3,7 +3,9 @@
 
 #include "disk/DiskPurgeQueries.h"
 #include "disk/DriveChoice.h"
+#include "disk/DriveCommand.h"
 #include "disk/DriveReport.h"
+#include "disk/DummyPlan.h"
 #include "disk/FileLoop.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"

@@ -3,6 +3,7 @@
 
 #include "disk/DiskPurge.h"
 #include "disk/DriveChoice.h"
+#include "disk/DummyPlan.h"
 #include "disk/FillDisk.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/SpeedTest.h"

@@ -1,19 +1,12 @@
-// Chooses a writable drive, and resets everything after a command on drives.
+// Chooses a writable drive, and asks before its free space is filled.
 #include "disk/DriveChoice.h"
 
-#include "disk/DriveReport.h"
-#include "disk/FillDisk.h"
-#include "disk/FillDiskPurge.h"
 #include "disk/LeftoverDummies.h"
-#include "disk/RunProgress.h"
 #include "drives/DiskProc.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
-#include "report/run/Run.h"
 #include "selection/frmDrives.h"
 #include "selection/Selection.h"
-#include "session/Session.h"
-#include "support/MainWindow.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
@@ -89,30 +82,4 @@ bool AcceptFillingOf(char chrDrive, const std::string& strTitle) {
 bool AskToContinue(const std::string& strText, const std::string& strTitle) {
     return ui::MsgBox(strText, ui::Buttons::OKCancel, ui::Icon::Information, strTitle) ==
            ui::AnswerOK;
-}
-
-void RunDriveCommand(const std::function<void()>& command) {
-    EnableMenu(false);
-    RunRequest request;
-    request.blnPurgeFiles = true;
-    request.blnInReport = false;
-    request.How = PurgeHowInForce();
-    request.How.blnPurgeSlackOnly = request.How.blnDoNotDeletePurgedFiles = false;
-    request.How.blnOKToPurgeReadOnlyFiles = request.How.blnOKToPurgeSystemFiles = true;
-    BeginRun(request);
-    command();
-    ForgetRunProgress();
-    EndDriveReport();
-    currentRun.State = blnStop ? RunState::Stopped : RunState::Done;
-    ui::HoldEscape(false);
-    (void)DeleteDummyFiles(FillDisk.strDummyFolder);
-    FillDisk.intTestQuantity = 0;
-    blnStop = false;
-    blnPurgingFreeSpace = false;
-    blnPurgingDrive = false;
-    blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
-    dblMaxSizeDummyFile = dblStandardDummySize;
-    SetMainLine(MainLine::Status, "");
-    ShowMainProgress(-1);
-    EnableMenu(true);
 }

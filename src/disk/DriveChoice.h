@@ -1,8 +1,7 @@
-// Common parts of the commands on whole drives: choosing a writable drive, and resetting everything
-// afterwards.
+// Common parts of the commands on whole drives: choosing a writable drive, and the questions before
+// its free space is filled.
 #pragma once
 
-#include <functional>
 #include <string>
 
 /// The letters of the drives, or "" after telling the user that there are none.
@@ -20,7 +19,3 @@ void ComplainOfUnknownSpace(char chrDrive, const std::string& strTitle);
 bool AcceptFillingOf(char chrDrive, const std::string& strTitle);
 /// OK/Cancel with the given text; true on OK.
 bool AskToContinue(const std::string& strText, const std::string& strTitle);
-
-/// Runs one command with the menu disabled. Afterwards, however the command ended, no dummy file is
-/// left, all run flags are reset and the menu is enabled.
-void RunDriveCommand(const std::function<void()>& command);

@@ -1,9 +1,9 @@
 // Writing dummy files. Purging and deleting them is in FillDiskPurge.cpp.
 #include "disk/FillDisk.h"
 
+#include "disk/DummyPlan.h"
 #include "disk/FillWork.h"
 #include "disk/Folder.h"
-#include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
 #include "disk/SmallRecords.h"
 #include "drives/ClusterSizes.h"

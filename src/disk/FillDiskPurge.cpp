@@ -9,6 +9,7 @@
 #include "report/run/RunJob.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
+#include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
@@ -206,4 +207,12 @@ bool DeleteDummyFiles(const std::string& strFolder) {
     if (strFolder == FillDisk.strDummyFolder)
         FillDisk.strDummyFolder.clear();
     return blnGone;
+}
+
+void DeleteDummiesWithMessage(const std::string& strFolder) {
+    if (strFolder.empty())
+        return;
+    SetMainLine(MainLine::LargePurgeMessage, "Deleting dummy files ...");
+    RepaintMain();
+    (void)DeleteDummyFiles(strFolder);
 }

@@ -10,3 +10,5 @@
 bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const std::string&);
 /// Deletes our dummy files in one of our folders, then the folder. True when nothing is left.
 bool DeleteDummyFiles(const std::string& strFolder);
+/// Shows a message in the main window, then calls DeleteDummyFiles; does nothing for "".
+void DeleteDummiesWithMessage(const std::string& strFolder);

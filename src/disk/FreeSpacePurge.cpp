@@ -2,7 +2,9 @@
 #include "disk/FreeSpacePurge.h"
 
 #include "disk/DriveChoice.h"
+#include "disk/DriveCommand.h"
 #include "disk/DriveReport.h"
+#include "disk/DummyPlan.h"
 #include "disk/FillDisk.h"
 #include "disk/FillDiskPurge.h"
 #include "disk/LeftoverDummies.h"
@@ -21,21 +23,10 @@
 #include "support/SizeText.h"
 #include "ui/Interface.h"
 
-#include <cmath>
-
 namespace {
-
-/// A FAT32 folder holds 65,536 entries, and each of our names takes two. If standard dummy files
-/// came near that number, larger ones are used, well below the file system's limit of 4 GiB.
-constexpr std::int64_t lngMostFilesOnFat = 16000;
-constexpr double dblDummySizeOnFat = 1073741824;
 
 const char* const strPurged = "The free space has been purged.";
 const char* const strStopped = "Purging of free space was stopped.";
-
-double BytesPerDummy() {
-    return dblSpaceInFreeClusters / static_cast<double>(intNumDummyFiles);
-}
 
 std::string AnnouncementText(char chrDrive) {
     std::string strText =
@@ -136,47 +127,6 @@ std::string UnpurgedText(FreeSpaceResult result) {
         !strUnfilled.empty())
         strText += (strText.empty() ? "" : "\r\n") + strUnfilled;
     return strText;
-}
-
-void DeleteDummiesWithMessage(const std::string& strFolder) {
-    if (strFolder.empty())
-        return;
-    SetMainLine(MainLine::LargePurgeMessage, "Deleting dummy files ...");
-    RepaintMain();
-    (void)DeleteDummyFiles(strFolder);
-}
-
-bool ReadFreeSpace(char chrDrive) {
-    const std::string strRoot = std::string(1, chrDrive) + ":\\";
-    double dblBytes = -1, dblTotal = 0;
-    if (GetClusterSizeAndFreeSpace(strRoot, dblBytes) < 0 &&
-        GetDiskSpaceEx(strRoot, dblBytes, dblTotal) != 0)
-        return false;
-    dblSpaceInFreeClusters = dblBytes;
-    return true;
-}
-
-void PlanDummyFiles(char chrDrive) {
-    const auto Count = [] {
-        return static_cast<std::int64_t>(std::ceil(dblSpaceInFreeClusters / dblMaxSizeDummyFile));
-    };
-    dblMaxSizeDummyFile = dblStandardDummySize;
-    intNumDummyFiles = Count();
-    platform::VolumeFacts facts;
-    if (intNumDummyFiles > lngMostFilesOnFat &&
-        !Failed(GetVolumeFacts(std::string(1, chrDrive) + ":\\", facts)) &&
-        facts.FileSystem.starts_with("FAT")) {
-        dblMaxSizeDummyFile = dblDummySizeOnFat;
-        intNumDummyFiles = Count();
-    }
-}
-
-double SecondsToFill(char chrDrive) {
-    const float sngSpeed = sngPurgeSpeeds[static_cast<std::size_t>(chrDrive - 'A')];
-    if (sngSpeed <= 0 || intNumDummyFiles <= 0)
-        return 0;
-    return dblSpaceInFreeClusters / dblBytesPerMB / sngSpeed *
-           AdjustmentFactor(BytesPerDummy() / dblBytesPerMB);
 }
 
 FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {

@@ -1,9 +1,9 @@
 // Finds dummy folders of earlier runs, tells what was interrupted, and removes them on request.
 #include "disk/LeftoverDummies.h"
 
-#include "disk/DriveChoice.h"
+#include "disk/DriveCommand.h"
+#include "disk/FillDiskPurge.h"
 #include "disk/Folder.h"
-#include "disk/FreeSpacePurge.h"
 #include "drives/DiskProc.h"
 #include "platform/Drives.h"
 #include "platform/System.h"

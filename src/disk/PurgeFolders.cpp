@@ -2,6 +2,7 @@
 #include "disk/PurgeFolders.h"
 
 #include "disk/DriveChoice.h"
+#include "disk/DriveCommand.h"
 #include "disk/DriveReport.h"
 #include "disk/FileLoop.h"
 #include "disk/RunProgress.h"

@@ -2,7 +2,9 @@
 #include "disk/SpeedTest.h"
 
 #include "disk/DriveChoice.h"
+#include "disk/DriveCommand.h"
 #include "disk/DriveReport.h"
+#include "disk/DummyPlan.h"
 #include "disk/FillDisk.h"
 #include "disk/FillDiskPurge.h"
 #include "disk/FreeSpacePurge.h"

@@ -1,6 +1,7 @@
 // "Test purge speed" from the click to the result.
 #include "disk/SpeedTest.h"
 #include "disk/DriveChoice.h"
+#include "disk/DriveCommand.h"
 #include "DriveTest.h"
 #include "selection/frmDrives.h"
 #include "settings/frmPurgeConfirmation.h"

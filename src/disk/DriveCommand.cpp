@@ -1,0 +1,37 @@
+// Runs a command on drives, and resets everything after it.
+#include "disk/DriveCommand.h"
+
+#include "disk/DriveReport.h"
+#include "disk/FillDisk.h"
+#include "disk/FillDiskPurge.h"
+#include "disk/RunProgress.h"
+#include "report/run/Run.h"
+#include "session/Session.h"
+#include "support/MainWindow.h"
+#include "ui/Interface.h"
+
+void RunDriveCommand(const std::function<void()>& command) {
+    EnableMenu(false);
+    RunRequest request;
+    request.blnPurgeFiles = true;
+    request.blnInReport = false;
+    request.How = PurgeHowInForce();
+    request.How.blnPurgeSlackOnly = request.How.blnDoNotDeletePurgedFiles = false;
+    request.How.blnOKToPurgeReadOnlyFiles = request.How.blnOKToPurgeSystemFiles = true;
+    BeginRun(request);
+    command();
+    ForgetRunProgress();
+    currentRun.State = blnStop ? RunState::Stopped : RunState::Done;
+    EndDriveReport();
+    ui::HoldEscape(false);
+    (void)DeleteDummyFiles(FillDisk.strDummyFolder);
+    FillDisk.intTestQuantity = 0;
+    blnStop = false;
+    blnPurgingFreeSpace = false;
+    blnPurgingDrive = false;
+    blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = true;
+    dblMaxSizeDummyFile = dblStandardDummySize;
+    SetMainLine(MainLine::Status, "");
+    ShowMainProgress(-1);
+    EnableMenu(true);
+}
