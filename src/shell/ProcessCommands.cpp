@@ -94,6 +94,7 @@ void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNam
     if (ItemsAreChosen()) {
         request.Items = ChosenRunItems(blnSubdirectories);
         request.strItems = ChosenItemsText();
+        request.strDirPath = request.Items.front().strFolder; // its drive's speed is the estimate's
         request.strFilespec = "*.*";
     }
     request.blnPurgeFiles = blnPurge;

@@ -90,9 +90,11 @@ TEST_F(ChosenItems, GiveWayToWhatIsChosenNextAndAreNotSaved) {
               Choice());
     fake::Click(f.cmdSubdirectories);
     EXPECT_FALSE(blnSubdirectories);
+    sngPurgeSpeeds[2] = 10; // of drive C
     user.Box("List files", "Display folder names?", ui::AnswerYes, fake::AsksYesNoCancel);
     fake::Click(f.cmdProcessFiles[0]);
     EXPECT_NE(frmReport.txbText.Text.find("Number of files: 2\r\n"), std::string::npos);
+    EXPECT_NE(frmReport.txbText.Text.find("Estimated purge time: less than"), std::string::npos);
     user.Box("Clear", "Clear folder and file specifications?", ui::AnswerYes, fake::AsksYesNo);
     fake::Click(f.cmdClear);
     EXPECT_EQ("Not specified", f.lblDirectory.Caption);
