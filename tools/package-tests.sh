@@ -92,8 +92,6 @@ touch "$drive/$user/AppData/Roaming/Nullwright/nullwright.pos"
 expect 0 'C:\setup.exe' /S # over it
 [ -f "$drive/$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Nullwright.lnk" ] || complain "no link in the start menu"
 [ -f "$drive/$user/AppData/Roaming/Microsoft/Windows/SendTo/Nullwright.lnk" ] || complain "no link in Send to"
-# The console program is found by its name alone.
-wine cmd /c 'nullwright-cli version' 2> /dev/null < /dev/null | grep -qF "$version" || complain "nullwright-cli is not found in PATH."
 NW_LINK="C:\\${user//\//\\}\\AppData\\Roaming\\Microsoft\\Windows\\SendTo\\Nullwright.lnk" tests 'SendTo.*'
 remove "$home"
 [ -f "$drive/$user/AppData/Roaming/Nullwright/nullwright.pos" ] || complain "The settings are gone."
