@@ -15,7 +15,8 @@ void ResetReportWindow() {
     ClearReportText();
     f.lblPausedDone.Caption = "";
     f.lblDots.Visible = WritesDots();
-    f.barProgress.Visible = currentRun.Request.blnPurgeFiles;
+    // The main window shows the progress of a command on a drive.
+    f.barProgress.Visible = currentRun.Request.blnPurgeFiles && currentRun.Request.blnInReport;
     f.barProgress.Fraction = 0;
     f.lblProgress.Caption = "";
     f.cmdPauseContinue.Enabled = true;
