@@ -49,7 +49,7 @@ void bench::BenchOverwrite() {
         for (const bool verify : {i % 2 != 0, i % 2 == 0})
             (verify ? read : once).push_back(SecondsFor([&] {
                 PurgeJob job{path, 0, 1};
-                job.Verify = verify;
+                job.Options.Verify = verify;
                 RunPurgeJob(job);
                 Require(job.Result == PurgeDone, "RunPurgeJob failed");
             }));

@@ -183,7 +183,7 @@ void VerifyRow(const Case& which) {
         for (const bool verify : {run % 2 != 0, run % 2 == 0}) {
             Make(which);
             posix::BeginProgram(which.Passes);
-            blnVerifyPurge = verify;
+            purgeOptions.Verify = verify;
             double start = bench::Seconds();
             if (verify) {
                 ReadPlainly(which);

@@ -96,7 +96,7 @@ void OverwriteNameOf(PurgeJob& job) {
 
 /// Deletes the file unless somebody has written to it since it was closed. 0, −4, or −16.
 std::int16_t DeletePurgedFile(PurgeJob& job) {
-    if (job.OverwriteNames)
+    if (job.Options.OverwriteNames)
         OverwriteNameOf(job);
     const PurgeTarget& file = job.Targets.front();
     bool blnDeleted = false;
@@ -160,7 +160,7 @@ std::int16_t OverwritePass(PurgeJob& job) {
     const auto values = OverwritesOfType(job.Type);
     for (const std::int16_t& value : values) {
         job.VerifiesNow =
-            job.Verify && job.PassesDone + 1 >= job.Passes && &value == &values.back();
+            job.Options.Verify && job.PassesDone + 1 >= job.Passes && &value == &values.back();
         const std::int16_t result = OverwriteTargets(job, value);
         if (result != PurgeDone)
             return result;
@@ -209,7 +209,7 @@ double BytesOfOverwrites(const PurgeJob& job) {
         bytes += static_cast<double>(
             RoundedUp(std::max<std::int64_t>(target.Length, 1), job.Clusters.Covered));
     const auto overwrites = static_cast<double>(OverwritesOfType(job.Type).size());
-    return bytes * (job.Passes * overwrites + (job.Verify ? 1 : 0));
+    return bytes * (job.Passes * overwrites + (job.Options.Verify ? 1 : 0));
 }
 
 std::int16_t PurgeTargets(PurgeJob& job) {

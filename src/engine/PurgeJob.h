@@ -67,6 +67,15 @@ struct ClusterSizes {
     std::int32_t Real = 0;    ///< as the drive has it
 };
 
+/// What a user may ask of the engine beyond type and passes. The options dialog sets it, and runs
+/// hand it on as a whole: a new option is a member here, its box in the dialog, and its work in the
+/// engine.
+struct PurgeOptions {
+    bool Verify = false; ///< the last overwrite is read back and compared
+    /// A file that is deleted gets other names and dates before.
+    bool OverwriteNames = false;
+};
+
 /// While a job is under way, all of it belongs to the engine but what the functions are told.
 struct PurgeJob {
     // What is asked for.
@@ -79,9 +88,7 @@ struct PurgeJob {
     /// A file that has other names, too, is left as it is: overwriting it would destroy their data.
     /// (Its slack is nobody's data, and is purged all the same.)
     bool RefuseSeveralNames = false;
-    bool Verify = false; ///< the last overwrite is read back and compared
-    /// A file that is deleted gets other names and dates before.
-    bool OverwriteNames = false;
+    PurgeOptions Options{};
     /// Asked before such a file is refused: true when it may be purged under all its names. May
     /// show a question.
     std::function<bool()> MayPurgeAllNames{};

@@ -101,10 +101,10 @@ void cmdDoPurge_Click() {
     blnOKToPurgeSystemFiles = f.chkOKToPurgeSystemFiles.Value == 1;
     blnOKToPurgeSensitiveFiles = f.chkOKToPurgeSensitiveFiles.Value == 1;
     blnFolderNamesOnly = f.chkFolderNamesOnly.Value == 1;
-    blnVerifyPurge = f.chkVerifyPurge.Value == 1;
+    purgeOptions.Verify = f.chkVerifyPurge.Value == 1;
     // These boxes are disabled, but keep their checks, while slack-only is on.
     blnDeleteEmptyFolders = f.chkDeleteEmptyFolders.Value == 1 && !blnPurgeSlackOnly;
-    blnOverwriteNames = f.chkOverwriteNames.Value == 1 && !blnPurgeSlackOnly;
+    purgeOptions.OverwriteNames = f.chkOverwriteNames.Value == 1 && !blnPurgeSlackOnly;
 
     if (f.cboClusterSize.ListIndex >= 0)
         ChooseClusterSize(
@@ -203,7 +203,7 @@ void InitializePurgeOptions() {
         option.Box->Value = 0;
     f.intDoNotDeleteBefore = 0;
     f.blnAccepted = false;
-    blnVerifyPurge = blnOverwriteNames = false;
+    purgeOptions = {};
     blnPurgeSlackOnly = blnDoNotDeletePurgedFiles = blnOKToPurgeReadOnlyFiles = false;
     blnOKToPurgeSystemFiles = blnOKToPurgeSensitiveFiles = false;
     blnFolderNamesOnly = blnDeleteEmptyFolders = false;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "drives/ClusterSizes.h"
+#include "engine/PurgeJob.h"
 #include "ui/Controls.h"
 
 #include <array>
@@ -32,8 +33,7 @@ inline bool blnOKToPurgeSystemFiles = false;
 inline bool blnOKToPurgeSensitiveFiles = false;
 inline bool blnFolderNamesOnly = false;
 inline bool blnDeleteEmptyFolders = false;
-inline bool blnVerifyPurge = false;
-inline bool blnOverwriteNames = false;
+inline PurgeOptions purgeOptions;
 
 /// The seven check boxes in the order of the flags above, which is that of a setup file.
 std::array<ui::CheckBox*, 7> PurgeOptionBoxes();

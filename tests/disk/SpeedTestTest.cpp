@@ -90,7 +90,7 @@ TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
     for (const auto& [free, written] : {std::pair{6ULL << 30, 10 * MiB}, {3ULL << 20, 3 * MiB}}) {
         Begin(8ULL << 30);
         LeaveFree(free);
-        blnVerifyPurge = true; // would take its time, too
+        purgeOptions.Verify = true; // would take its time, too
         const std::int64_t read = fake::CallsMade("ReadBytes");
         RunDriveCommand([&] { EXPECT_TRUE(TestPurgeSpeed('D', false, sngSpeed)); });
         EXPECT_EQ(static_cast<double>(written), dblBytesMeasured[3]);

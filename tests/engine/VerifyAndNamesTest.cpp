@@ -8,7 +8,7 @@ namespace {
 struct VerifyAndNames : FilePurgeTest {
     int Run(bool deleteAfter, bool slackOnly = false, int type = 1) {
         job = {path, static_cast<std::int16_t>(type), 1, deleteAfter, true, true, slackOnly};
-        job.Verify = job.OverwriteNames = true;
+        job.Options.Verify = job.Options.OverwriteNames = true;
         RunPurgeJob(job);
         EXPECT_EQ(0, fake::OpenHandles());
         return job.Result;
@@ -91,7 +91,7 @@ TEST_F(VerifyAndNames, WhatIsReadAndHow) {
     fake::AddDrive('D', 1 << 30, 4 << 20).FileSystem = "exFAT"; // digits that need several reads
     fake::PutBigFile("D:\\a", 5000);
     job = {"D:\\a", 0, 1, false, true, true, true};
-    job.Verify = true;
+    job.Options.Verify = true;
     RunPurgeJob(job);
     EXPECT_EQ(0, job.Result);
     PutFiles(9000); // and the end is missing
@@ -117,7 +117,7 @@ TEST_F(VerifyAndNames, NamesMeanNothingAndTakeNobodysPlace) {
             fake::PutFile(neighbours = std::string("C:\\f\\") + c, "kept");
         const auto before = fake::FilesBelow("C:\\f");
         job = {file, 0, 1, true};
-        job.OverwriteNames = true;
+        job.Options.OverwriteNames = true;
         fake::FailNth(1, Fault::AccessDenied, "FlushFolder"); // as Windows may
         RunPurgeJob(job);
         EXPECT_TRUE(job.Result == 0 && job.Reach == 0 && job.LeftAs.empty());

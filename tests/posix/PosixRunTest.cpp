@@ -49,7 +49,7 @@ struct PosixRun : testing::Test {
 TEST_F(PosixRun, WhatIsPurgedIsOverwrittenOnTheDisk) {
     PutThree();
     std::ifstream brief(Host("C/d/a")), large(Host("C/d/long")); // outlast the names
-    blnVerifyPurge = blnOverwriteNames = true;
+    purgeOptions.Verify = purgeOptions.OverwriteNames = true;
     const std::string report = posix::PurgeFolder("C:\\d");
     EXPECT_NE(report.find("long (600,000 bytes) purged and verified\r"), report.npos) << report;
     EXPECT_EQ(FilesLeft(), 0) << report;
@@ -70,7 +70,7 @@ TEST_F(PosixRun, WhicheverCallFailsTheCountTellsWhatIsGone) {
             SCOPED_TRACE(n);
             PutThree();
             const int before = FilesLeft();
-            blnVerifyPurge = blnOverwriteNames = options;
+            purgeOptions.Verify = purgeOptions.OverwriteNames = options;
             fake::FailNth(n, Fault::WriteFault);
             const std::string report = posix::PurgeFolder("C:\\d");
             blnFailed = fake::HasFailed();

@@ -8,7 +8,8 @@ namespace {
 TEST_F(RunTest, VerifiedAndRenamedFilesAreToldSo) {
     const auto begin = [&](bool slackOnly) {
         Begin(1);
-        blnSubdirectories = blnDeleteEmptyFolders = blnVerifyPurge = blnOverwriteNames = true;
+        blnSubdirectories = blnDeleteEmptyFolders = purgeOptions.Verify =
+            purgeOptions.OverwriteNames = true;
         blnPurgeSlackOnly = slackOnly;
         for (const char* name : {"cached", "fine", "lost", "stuck"})
             fake::PutBigFile(std::string("C:\\d\\") + name, 5000);
@@ -51,7 +52,7 @@ C:\d\kept\link\: a link, not purged.
 
     // A folder that cannot be removed after all.
     Begin(1);
-    blnSubdirectories = blnDeleteEmptyFolders = blnOverwriteNames = true;
+    blnSubdirectories = blnDeleteEmptyFolders = purgeOptions.OverwriteNames = true;
     fake::PutFolder("C:\\d\\stays");
     fake::FailAlways("RemoveFolder", "", Fault::SharingViolation);
     report = Purge();

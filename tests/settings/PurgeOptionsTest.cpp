@@ -45,7 +45,7 @@ TEST_F(PurgeOptions, BoxesBecomeFlagsOnAcceptanceOnly) {
         fake::Click(f.cmdDoPurge);
     }));
     EXPECT_EQ("0110111", Flags());
-    EXPECT_FALSE(blnVerifyPurge || blnOverwriteNames);
+    EXPECT_FALSE(purgeOptions.Verify || purgeOptions.OverwriteNames);
     // The boxes are found as they were left; what is changed and cancelled does not count.
     EXPECT_FALSE(Ask(
         [&] {
@@ -80,10 +80,10 @@ TEST_F(PurgeOptions, SlackOnlyForcesDoNotDeleteAndGivesItBack) {
             fake::Click(f.cmdDoPurge);
         }));
         EXPECT_EQ("1100000", Flags()) << "slack only: nothing is deleted, no folder either";
-        EXPECT_TRUE(blnVerifyPurge && !blnOverwriteNames);
+        EXPECT_TRUE(purgeOptions.Verify && !purgeOptions.OverwriteNames);
         EXPECT_TRUE(Ask([&] { fake::Click(f.cmdDoPurge); }));
         EXPECT_EQ(intBefore ? "0100001" : "0000001", Flags());
-        EXPECT_TRUE(blnVerifyPurge && blnOverwriteNames);
+        EXPECT_TRUE(purgeOptions.Verify && purgeOptions.OverwriteNames);
     }
 }
 

@@ -81,7 +81,7 @@ void RemoveIfEmpty(const std::string& folder) {
     std::string path = FolderWithoutBackslash(folder);
     std::uint32_t reach = 0;
     // Who stays keeps its name.
-    if (currentRun.Request.How.blnOverwriteNames) {
+    if (currentRun.Request.How.Options.OverwriteNames) {
         if (!IsEmpty(folder))
             return;
         reach = OverwriteName(path, true) ? 0u : ReachName;

@@ -20,8 +20,7 @@ PurgeHow PurgeHowInForce() {
             blnOKToPurgeSystemFiles,
             blnOKToPurgeSensitiveFiles,
             blnDeleteEmptyFolders,
-            blnVerifyPurge,
-            blnOverwriteNames};
+            purgeOptions};
 }
 
 std::vector<RunItem> ItemsOf(const RunRequest& request) {

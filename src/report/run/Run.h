@@ -2,6 +2,8 @@
 // window holds the state of a run.
 #pragma once
 
+#include "engine/PurgeJob.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -17,8 +19,7 @@ struct PurgeHow {
     bool blnOKToPurgeSystemFiles = false;
     bool blnOKToPurgeSensitiveFiles = false;
     bool blnDeleteEmptyFolders = false;
-    bool blnVerifyPurge = false;
-    bool blnOverwriteNames = false;
+    PurgeOptions Options;
 };
 /// How files are purged by the current settings.
 PurgeHow PurgeHowInForce();

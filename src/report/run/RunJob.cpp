@@ -32,8 +32,7 @@ PurgeJob JobOfRun(const std::string& strPath) {
     job.OKSystem = how.blnOKToPurgeSystemFiles;
     job.SlackOnly = how.blnPurgeSlackOnly;
     job.RefuseSeveralNames = true;
-    job.Verify = how.blnVerifyPurge;
-    job.OverwriteNames = how.blnOverwriteNames;
+    job.Options = how.Options;
     return job;
 }
 
