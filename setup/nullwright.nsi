@@ -1,6 +1,6 @@
 ; The set-up program of Nullwright: for one user without more rights, or for all users of the
-; machine. ./package gives VERSION, STAGE (the folder with the files), OUTPUT, SIZE_KB, ICON and,
-; when the console program is there, CLI.
+; machine. ./package gives VERSION, COPYRIGHT, STAGE (the folder with the files), OUTPUT, SIZE_KB,
+; ICON and, when the console program is there, CLI.
 ;
 ; Switches: /S silent, /AllUsers or /CurrentUser, /D=FOLDER (last, without quotes),
 ; /Parts=StartMenu,Desktop,Operations,Explorer,SendTo,Path (exactly these).
@@ -44,7 +44,7 @@ VIAddVersionKey "ProductVersion" "${VERSION}"
 VIAddVersionKey "FileVersion" "${VERSION}"
 VIAddVersionKey "FileDescription" "Nullwright set-up"
 VIAddVersionKey "CompanyName" "${PUBLISHER}"
-VIAddVersionKey "LegalCopyright" "MIT License"
+VIAddVersionKey "LegalCopyright" "${COPYRIGHT}"
 
 Var AllUsers    ; 1: for all users of the machine
 Var ModeGiven   ; 1: by a switch

@@ -50,6 +50,10 @@ long=$(printf 'C:\\folder %03d;' {1..90})%SystemRoot%
 quiet reg add 'HKCU\Software\Classes' /f # on Windows it is always there
 quiet reg add 'HKCU\Environment' /v Path /t REG_EXPAND_SZ /d "$long" /f
 path_now() { wine reg query "$1" /v Path 2> /dev/null < /dev/null | tr -d '\r' | sed -n 's/.*REG_EXPAND_SZ *//p'; }
+found() { # WHERE: the console program answers by its name alone
+    quiet cmd /c nullwright-cli version
+    grep -q "^Nullwright $version" "$work/wine.log" || complain "nullwright-cli is not found by $1."
+}
 machine='HKLM\System\CurrentControlSet\Control\Session Manager\Environment'
 
 # snapshot NAME: files and registry, without what is Wine's own.
@@ -89,7 +93,11 @@ expect 0 'C:\setup.exe' /S
 [ "$(path_now 'HKCU\Environment')" = "$long;C:\\${home//\//\\}" ] || complain "PATH is not as it should be."
 mkdir -p "$drive/$user/AppData/Roaming/Nullwright"
 touch "$drive/$user/AppData/Roaming/Nullwright/nullwright.pos"
+# Wine passes 1,023 characters of a variable in the registry on to programs: a short one this time.
+quiet reg add 'HKCU\Environment' /v Path /t REG_EXPAND_SZ /d '%SystemRoot%\Fonts' /f
 expect 0 'C:\setup.exe' /S # over it
+found "the user's PATH"
+quiet reg add 'HKCU\Environment' /v Path /t REG_EXPAND_SZ /d "$long;C:\\${home//\//\\}" /f
 [ -f "$drive/$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Nullwright.lnk" ] || complain "no link in the start menu"
 [ -f "$drive/$user/AppData/Roaming/Microsoft/Windows/SendTo/Nullwright.lnk" ] || complain "no link in Send to"
 NW_LINK="C:\\${user//\//\\}\\AppData\\Roaming\\Microsoft\\Windows\\SendTo\\Nullwright.lnk" tests 'SendTo.*'
@@ -103,6 +111,7 @@ before=$(path_now "$machine")
 expect 0 'C:\setup.exe' /S /AllUsers /Parts=StartMenu,Desktop,Operations,Explorer,Path
 [ -f "$drive/Program Files/Nullwright/nullwright.exe" ] || complain "It is not where programs are."
 [ "$(path_now "$machine")" = "$before;C:\\Program Files\\Nullwright" ] || complain "PATH of the machine is not as it should be."
+found "the machine's PATH"
 [ -f "$drive/users/Public/Desktop/Nullwright.lnk" ] || complain "no icon on the desktop"
 # Wine finds file types in the machine's part of the registry only, so this is the time to try them.
 export NW_LINK='C:\ProgramData\Microsoft\Windows\Start Menu\Programs\Nullwright.lnk'
