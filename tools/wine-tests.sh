@@ -3,6 +3,8 @@
 
 programs=$WINEPREFIX/drive_c/tests
 export NW_TEST_FOLDER='C:\nwtest' NW_PROGRAM='C:\Program Files\Nullwright\nullwright.exe'
+python=$(python3 -c 'import sys; print(sys.executable)')
+export NW_DROP='"\\?\unix'${python//\//\\}"\" \"$top/tools/drop-files.py\""
 rm -rf "$programs" "$WINEPREFIX/drive_c/nwtest"
 mkdir -p "$programs" "$WINEPREFIX/drive_c/nwtest"
 cp -f build/windows/tests/*.exe build/windows/tests/*.dll "$programs/"

@@ -129,6 +129,30 @@ bool IsHarmless(HWND form, const std::string& button) {
     const std::string chosen = TextOf(Named(form, "lblDirectory"));
     return chosen.find(':') == std::string::npos ? areItemsOurs : IsInScratch(chosen);
 }
+
+/// The paths as arguments; the test fails when one is not its own.
+std::wstring AsArguments(const std::vector<std::string>& paths) {
+    std::wstring line;
+    const std::string drive = Environment(L"NW_SMALL_DRIVE");
+    areItemsOurs = !paths.empty();
+    for (const std::string& path : paths) {
+        const bool isOurs = IsInScratch(path) || (!drive.empty() && path.rfind(drive, 0) == 0);
+        EXPECT_TRUE(isOurs) << path << " is not the test's own.";
+        areItemsOurs = areItemsOurs && isOurs;
+        line += L" \"" + Widen(path) + L"\"";
+    }
+    return line;
+}
+
+PROCESS_INFORMATION Execute(std::wstring line) {
+    PROCESS_INFORMATION process = {};
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &start, &process))
+        << Narrow(line) << " cannot be started: " << GetLastError();
+    return process;
+}
 } // namespace
 
 bool WaitUntil(const std::function<bool()>& condition) {
@@ -142,21 +166,18 @@ bool WaitUntil(const std::function<bool()>& condition) {
 }
 
 HWND StartProgram(const std::vector<std::string>& items) {
-    std::wstring line = L"\"" + Widen(Environment(L"NW_PROGRAM")) + L"\"";
-    const std::string drive = Environment(L"NW_SMALL_DRIVE");
-    areItemsOurs = !items.empty();
-    for (const std::string& item : items) {
-        const bool isOurs = IsInScratch(item) || (!drive.empty() && item.rfind(drive, 0) == 0);
-        EXPECT_TRUE(isOurs) << item << " is not the test's own.";
-        areItemsOurs = areItemsOurs && isOurs;
-        line += L" \"" + Widen(item) + L"\"";
-    }
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &start, &program))
-        << Narrow(line) << " (NW_PROGRAM) cannot be started: " << GetLastError();
+    program = Execute(L"\"" + Widen(Environment(L"NW_PROGRAM")) + L"\"" + AsArguments(items));
     return Window("Nullwright");
+}
+
+HWND Drop(HWND form, const std::vector<std::string>& paths) {
+    const std::string command = Environment(L"NW_DROP");
+    if (command.empty()) {
+        KillProgram();
+        return StartProgram(paths);
+    }
+    Execute(Widen(command + " \"" + TextOf(form) + "\"") + AsArguments(paths));
+    return form;
 }
 
 HWND StartByShell(const std::string& file, const std::string& verb, const std::string& itemClass,

@@ -61,6 +61,10 @@ std::string Describe();
 
 /// Presses a button, check box or option button; does not wait for what comes of it.
 void Click(HWND form, const std::string& name);
+/// Drops paths of the scratch folder or of NW_SMALL_DRIVE onto a window, as a file manager does.
+/// NW_DROP: the command line that does so, given the window's title and the paths; without one, the
+/// program is started anew with the paths as items. Returns the window, which takes them later.
+HWND Drop(HWND form, const std::vector<std::string>& paths);
 void Type(HWND edit, const std::string& text);
 /// Chooses the item that begins so; in a list of multiple choice lets it go if it was chosen.
 void Choose(HWND form, const std::string& comboOrList, const std::string& item);

@@ -104,8 +104,7 @@ TEST_F(ReportTest, ItemsOfTwoDrivesAndOneInUse) {
         CreateFileW(wide(locked).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, {});
     ASSERT_NE(INVALID_HANDLE_VALUE, other);
 
-    KillProgram();
-    main = StartProgram({in + "data\\below", in + "data", in + files.front(), in + files.back(),
+    main = Drop(main, {in + "data\\below", in + "data", in + files.front(), in + files.back(),
                          in + "alone.txt", in + "ALONE.TXT", locked, away + "\\deep", away,
                          away + "\\one.txt", away + "\\deep\\three.txt", away + "\\two.txt"});
     Expect(main, "lblDirectory", "11 chosen items (7 files, 4 folders)");
