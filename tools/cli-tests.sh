@@ -57,7 +57,7 @@ told "--remove-empty-folders"
 expect 2 < /dev/null
 expect 2 purge 'C:\cli-tests' < /dev/null
 told "--yes"
-expect 2 purge 'C:\cli-tests' -y --verify < /dev/null
+expect 2 speed C: --verify < /dev/null
 left 2
 
 # ---- Files: names, paths, input, output ----------------------------------------------------------

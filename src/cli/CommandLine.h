@@ -2,7 +2,7 @@
 // the help read.
 #pragma once
 
-#include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <vector>
@@ -10,19 +10,16 @@
 struct CommandLine {
     std::string strCommand;
     std::vector<std::string> arguments; ///< paths, a drive, a setup file, what help is wanted of
+    /// The options by their long names, with their values; of a switch there are none. "exclude ."
+    /// is one of its own.
+    std::map<std::string, std::vector<std::string>> options;
+    char chrDrive = 0; ///< of a command on a drive
 
-    std::string strFiles, strType, strPasses, strFrom, strReport;
-    std::string strExcluded; ///< a folder a line
-    bool blnSubfolders = false, blnSlackOnly = false, blnKeep = false, blnReadOnly = false;
-    bool blnSystem = false, blnSensitive = false, blnRemoveEmpty = false;
-    bool blnYes = false, blnJson = false, blnQuiet = false, blnHelp = false;
-    bool blnVerify = false, blnNames = false;
-
-    // Worked out from the others.
-    bool blnExcludes = false;          ///< --exclude names folders
-    bool blnKeepsTopFiles = false;     ///< --exclude . is there
-    std::vector<std::string> excluded; ///< names of top-level folders
-    char chrDrive = 0;
+    bool Has(const std::string& strOption) const { return options.contains(strOption); }
+    /// The value of an option, "" without it.
+    std::string Of(const std::string& strOption) const {
+        return Has(strOption) ? options.at(strOption).front() : "";
+    }
 };
 
 /// What a command is given: no path, any number of them, one drive, one file, or a word.
@@ -43,8 +40,6 @@ struct Option {
     char chrShort;             ///< 0 for none
     const char* strValue;      ///< as the help writes it, "" for a switch
     const char* strOfCommands; ///< their first letters
-    bool CommandLine::*blnSwitch;
-    std::string CommandLine::*strText;
     const char* strHelp;
     bool BelongsTo(const std::string& strCommand) const;
 };

@@ -11,16 +11,35 @@
 
 namespace {
 
-std::string Padded(const std::string& text, std::size_t width) {
-    return text + std::string(text.size() < width ? width - text.size() : 1, ' ');
+/// A row of two columns. What does not fit beside the left one, or behind the line's end, goes to a
+/// line of its own.
+std::string Row(const std::string& left, std::size_t width, const std::string& right) {
+    constexpr std::size_t most = 79;
+    std::string text = "  " + left, words = right;
+    std::string indent = "\r\n" + std::string(width + 2, ' ');
+    text += left.size() < width ? std::string(width - left.size(), ' ') : indent;
+    while (words.size() > most - width - 2) {
+        const std::size_t cut = words.rfind(' ', most - width - 2);
+        text += words.substr(0, cut) + indent;
+        words.erase(0, cut + 1);
+    }
+    return text + words + "\r\n";
 }
 
-std::string OptionLine(const Option& option) {
-    std::string name = option.chrShort ? std::string("-") + option.chrShort + ", --" : "    --";
-    name += option.strName;
-    if (*option.strValue != '\0')
-        name += std::string(" ") + option.strValue;
-    return "  " + Padded(name, 28) + option.strHelp + "\r\n";
+std::string Usage(const Command& command) {
+    return std::string("nullwright-cli ") + command.strName + " " + command.strArguments;
+}
+
+std::string CommandText(const Command& command) {
+    std::string text = Usage(command) + "\r\n" + command.strHelp + "\r\n\r\n";
+    for (const Option& option : Options()) {
+        const std::string strShort =
+            option.chrShort != 0 ? std::string("-") + option.chrShort + ", " : "    ";
+        if (option.BelongsTo(command.strName))
+            text +=
+                Row(strShort + "--" + option.strName + " " + option.strValue, 28, option.strHelp);
+    }
+    return text + Row("    --", 28, "ends the options");
 }
 
 std::string QuestionsText() {
@@ -29,11 +48,8 @@ std::string QuestionsText() {
                        "Without a terminal and without\r\n--yes nothing that destroys begins.\r\n";
     for (const Question& row : Questions()) {
         text += std::string("\r\n  ") + row.strAsks + "\r\n    " + row.strMeans;
-        for (const Option& option : Options())
-            if (row.blnOption != nullptr && (option.blnSwitch == row.blnOption ||
-                                             (option.strText == &CommandLine::strExcluded &&
-                                              row.blnOption != &CommandLine::blnSystem)))
-                text += std::string("; with --") + option.strName + " " + row.strOptionMeans;
+        if (*row.strOption != '\0')
+            text += std::string("; with --") + row.strOption + " " + row.strOptionMeans;
     }
     return text + "\r\n";
 }
@@ -41,23 +57,17 @@ std::string QuestionsText() {
 } // namespace
 
 std::string HelpText(const std::string& strOf) {
+    const std::string strExitCodes = "Exit codes:\r\n" + ExitCodesText();
     if (strOf == "questions")
         return QuestionsText();
-    if (const Command* command = FindCommand(strOf)) {
-        std::string text = std::string("nullwright-cli ") + command->strName + " " +
-                           command->strArguments + "\r\n" + command->strHelp + "\r\n\r\n";
-        for (const Option& option : Options())
-            if (option.BelongsTo(strOf))
-                text += OptionLine(option);
-        return text + "  --                          ends the options\r\n";
-    }
+    if (strOf == "exit")
+        return strExitCodes;
+    if (const Command* command = FindCommand(strOf))
+        return CommandText(*command);
     std::string text = "Nullwright " NW_VERSION ": destroys data beyond recovery.\r\n\r\n";
     for (const Command& command : Commands())
-        text +=
-            "  " +
-            Padded(std::string("nullwright-cli ") + command.strName + " " + command.strArguments,
-                   44) +
-            command.strHelp + "\r\n";
-    return text + "\r\nOptions of a command: nullwright-cli help COMMAND\r\nExit codes:\r\n" +
-           ExitCodesText();
+        text += Row(Usage(command), 34, command.strHelp);
+    return strOf.empty()
+               ? text + "\r\nOptions of a command: nullwright-cli help COMMAND\r\n" + strExitCodes
+               : "";
 }

@@ -3,5 +3,5 @@
 
 #include <string>
 
-/// Of a command, of "questions", or of the whole for "".
+/// Of a command, of "questions" or "exit", or of the whole for ""; "" for any other word.
 std::string HelpText(const std::string& strOf);

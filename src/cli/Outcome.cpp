@@ -47,7 +47,6 @@ constexpr ExitCode codeUnknown{-1};
 struct {
     std::string strTranscript; ///< for the report file
     std::size_t lngRecordsPrinted = 0;
-    bool blnQuiet = false, blnJson = false, blnUnattended = false;
     bool blnComplained = false;
     ExitCode code = codeUnknown;
 } told;
@@ -97,11 +96,11 @@ std::string ProgressText() {
            " files.  " + SpeedOfRun() + ElapsedText() + "  " + RemainingText();
 }
 
+/// Whether it was to be purged, and was not.
 bool IsLeft(const FileRecord& record) {
     return record.Fate == FileFate::Declined ||
-           ((record.Fate == FileFate::Refused || record.Fate == FileFate::Begun) &&
-            record.Result != PurgeDone && record.Result != PurgeVanished &&
-            record.Result != PurgeNoSlack);
+           (record.Fate >= FileFate::Refused && record.Result != PurgeDone &&
+            record.Result != PurgeVanished && record.Result != PurgeNoSlack);
 }
 
 ExitCode CodeOfFiles() {
@@ -120,10 +119,11 @@ void PrintRecords() {
         ui::console::Print(lines);
 }
 
+/// Of a command that did not begin, or ended without a word.
 ExitCode CodeWithoutEnd() {
-    return ui::console::StopWanted()                  ? ExitStopped
-           : told.blnComplained || told.blnUnattended ? ExitRefused
-                                                      : ExitStopped;
+    return !ui::console::StopWanted() && (told.blnComplained || !ui::console::wiring.Attended)
+               ? ExitRefused
+               : ExitStopped;
 }
 
 /// What every command ends with: the records, the failures by name, the report file.
@@ -131,18 +131,19 @@ int End(const CommandLine& line, int code) {
     ui::console::PrintRest();
     if (!told.strTranscript.empty() && told.strTranscript.back() != '\n')
         ui::console::wiring.Lines("\r\n");
-    if (line.blnJson && !currentRun.Request.strTitle.empty()) {
+    if (line.Has("json") && !currentRun.Request.strTitle.empty()) {
         PrintRecords();
         ui::console::Print(JsonOfRun() + "\n");
-    } else if (line.blnQuiet) {
+    } else if (line.Has("quiet")) {
         ui::console::PrintError(FailuresText(std::numeric_limits<std::size_t>::max()));
     }
+    const std::string strReport = line.Of("report");
     const auto write = [&](const PutText& put) {
-        return line.strReport.ends_with(".json") ? WriteReportAsJson(put) : put(told.strTranscript);
+        return strReport.ends_with(".json") ? WriteReportAsJson(put) : put(told.strTranscript);
     };
-    if (line.strReport.empty() || !Failed(WriteLongTextFile(line.strReport, write)))
+    if (strReport.empty() || !Failed(WriteLongTextFile(strReport, write)))
         return code;
-    TellError("The report cannot be written to " + line.strReport + ".");
+    TellError("The report cannot be written to " + strReport + ".");
     return ExitFailed;
 }
 
@@ -157,24 +158,22 @@ std::string ExitCodesText() {
 
 void BeginTelling(const CommandLine& line, bool blnAttended) {
     told = {};
-    told.blnQuiet = line.blnQuiet;
-    told.blnJson = line.blnJson;
-    told.blnUnattended = !blnAttended;
-    ui::console::wiring.Attended = blnAttended;
-    ui::console::wiring.Answer = [&line, blnAttended](const ui::console::Asked& asked) {
+    ui::console::Wiring& wiring = ui::console::wiring;
+    wiring.Attended = blnAttended;
+    wiring.Answer = [&line, blnAttended](const ui::console::Asked& asked) {
         return AnswerOf(asked, line, blnAttended);
     };
-    ui::console::wiring.Tell = TellBox;
-    ui::console::wiring.Report = &frmReport.txbText;
-    ui::console::wiring.Lines = [](const std::string& lines) {
+    wiring.Tell = TellBox;
+    wiring.Report = &frmReport.txbText;
+    wiring.Lines = [blnSilent = line.Has("quiet") || line.Has("json")](const std::string& lines) {
         told.strTranscript += lines;
-        if (!told.blnQuiet && !told.blnJson)
+        if (!blnSilent)
             ui::console::Print(lines);
     };
-    if (line.blnJson)
-        ui::console::wiring.Sync = PrintRecords;
-    if (!line.blnQuiet)
-        ui::console::wiring.Progress = ProgressText;
+    if (line.Has("json"))
+        wiring.Sync = PrintRecords;
+    if (!line.Has("quiet"))
+        wiring.Progress = ProgressText;
 }
 
 void Tell(const std::string& strLine) {

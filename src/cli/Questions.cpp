@@ -8,25 +8,26 @@
 #include "settings/frmPurgeConfirmation.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace {
 
 void Check(ui::CheckBox& box, bool blnChecked) {
-    if (blnChecked)
-        box.Value = 1; // what a setup has checked stays so
+    if (!blnChecked || !box.Visible)
+        return; // what a setup has checked stays so
+    box.Value = 1;
+    box.Click();
 }
 
 bool FillPurgeOptions(const CommandLine& line) {
-    FrmPurgeConfirmation& f = frmPurgeConfirmation;
-    if (line.blnSlackOnly) {
-        f.chkPurgeSlackOnly.Value = 1;
-        f.chkPurgeSlackOnly.Click(); // files are kept then; without it the click would undo --keep
-    }
-    Check(f.chkDoNotDeletePurgedFiles, line.blnKeep);
-    Check(f.chkOKToPurgeReadOnlyFiles, line.blnReadOnly);
-    Check(f.chkOKToPurgeSystemFiles, line.blnSystem);
-    Check(f.chkOKToPurgeSensitiveFiles, line.blnSensitive);
-    Check(f.chkDeleteEmptyFolders, line.blnRemoveEmpty && f.chkDeleteEmptyFolders.Visible);
+    // In the order of the boxes. The first one keeps the files: its click comes before --keep.
+    constexpr const char* strOptions[] = {"slack-only", "keep", "read-only",           "system",
+                                          "sensitive",  "",     "remove-empty-folders"};
+    for (std::size_t i = 0; i < std::size(strOptions); ++i)
+        Check(*PurgeOptionBoxes()[i], line.Has(strOptions[i]));
+    for (const FurtherOption& option : FurtherOptions())
+        Check(*option.Box, line.Has(option.strName));
     return true;
 }
 
@@ -42,28 +43,24 @@ bool FillDrive(const CommandLine& line) {
 }
 
 bool FillExcluded(const CommandLine& line) {
-    std::size_t lngFound = 0;
-    for (std::size_t i = 0; i < frmSubfolders.strNames.size(); ++i) {
-        const std::string strName = platform::UpperCase(frmSubfolders.strNames[i]);
+    std::set<std::string> kept;
+    for (const std::string& strName : line.options.at("exclude"))
+        kept.insert(platform::UpperCase(strName));
+    for (std::size_t i = 0; i < frmSubfolders.strNames.size(); ++i)
         frmSubfolders.lstSubfolders.Items[i].Selected =
-            std::any_of(line.excluded.begin(), line.excluded.end(), [&](const std::string& kept) {
-                return platform::UpperCase(kept) == strName;
-            });
-        lngFound += frmSubfolders.lstSubfolders.Items[i].Selected;
-    }
-    return lngFound == line.excluded.size(); // what is not there cannot be kept
+            kept.erase(platform::UpperCase(frmSubfolders.strNames[i])) > 0;
+    return kept.empty(); // what is not there cannot be kept
 }
 
 bool Always(const CommandLine&) {
     return true;
 }
 
-using Line = CommandLine;
 constexpr Question questions[] = {
-    {"List files", "Display folder names?", "estimate, or list of files", "Yes", "a list", nullptr,
-     "", "", Always},
-    {"frmPurgeConfirmation", "", "the purge options", "cmdDoPurge", "those of the command line",
-     nullptr, "", "", FillPurgeOptions},
+    {"List files", "Display folder names?", "estimate, or list of files", "Yes", "a list", "", "",
+     "", Always},
+    {"frmPurgeConfirmation", "", "the purge options", "cmdDoPurge", "those of the command line", "",
+     "", "", FillPurgeOptions},
     {"", "Are you sure that you want to purge", "whether to purge", "Yes", "the files are purged"},
     {"frmAntiVirusQuery", "", "active anti-virus software", "cmdNo", "no advice is given"},
     {"", "anti-virus software will probably interrupt", "to go on in spite of it", "Cancel", "no"},
@@ -73,11 +70,11 @@ constexpr Question questions[] = {
      "they stay; with --sensitive they are purged unasked"},
     {"Purge query", "The data of this file also belong to", "files with other names", "No",
      "they stay"},
-    {"frmDrives", "", "the drive", "cmdOK", "that of the command line", nullptr, "", "", FillDrive},
+    {"frmDrives", "", "the drive", "cmdOK", "that of the command line", "", "", "", FillDrive},
     {"Dummy files found", "Do you wish to delete them now?", "dummy files of a broken-off run",
      "Yes", "they are deleted: they hold nothing but what Nullwright wrote"},
     {"", "Windows runs from Drive", "the free space of the drive of Windows", "Cancel", "it stays",
-     &Line::blnSystem, "OK", "it is purged"},
+     "system", "OK", "it is purged"},
     {"", "will now be written to fill this space", "the start of a purge of free space", "OK",
      "it begins"},
     {"", "Do you wish to continue with the purge?", "to purge what null bytes fill", "OK", "yes"},
@@ -95,13 +92,13 @@ constexpr Question questions[] = {
      "go on"},
     {"Purge disk", "-step process", "the steps of a disk purge", "OK", "go on"},
     {"Purge disk", "Do you wish to EXCLUDE the", "to keep the files at the top of a disk", "No",
-     "they are purged", &Line::blnKeepsTopFiles, "Yes", "they stay"},
+     "they are purged", "exclude .", "Yes", "they stay"},
     {"Purge disk", "Do you wish to EXCLUDE files in selected", "to keep folders of a disk", "No",
-     "all are purged", &Line::blnExcludes, "Yes", "those that it names stay"},
-    {"frmSubfolders", "", "the folders to be kept", "cmdOK", "those of the command line", nullptr,
-     "", "", FillExcluded},
+     "all are purged", "exclude", "Yes", "those that it names stay"},
+    {"frmSubfolders", "", "the folders to be kept", "cmdOK", "those of the command line", "", "",
+     "", FillExcluded},
     {"Purge disk", "You have not excluded the", "WINDOWS and Program Files", "Cancel",
-     "the command ends", &Line::blnSystem, "Yes", "they are purged"},
+     "the command ends", "system", "Yes", "they are purged"},
     {"Purge disk", "without further interruption from dialog boxes", "no more boxes", "Yes",
      "none"},
     {"Purge disk", "Now all files", "the files of a disk, after its free space", "Cancel",
@@ -132,7 +129,7 @@ std::string AnswerOf(const ui::console::Asked& asked, const CommandLine& line, b
         return {};
     if (row->fill != nullptr)
         return row->fill(line) ? row->strAnswer : "none";
-    if (row->blnOption != nullptr && line.*row->blnOption)
+    if (line.Has(row->strOption))
         return row->strOptionAnswer;
     return blnAttended ? "" : row->strAnswer;
 }

@@ -15,7 +15,7 @@ struct Question {
     const char* strAnswer; ///< the button: "Yes", of a form "cmdOK"
     const char* strMeans;  ///< for the help: the answer in words
     /// With this option the other button is the answer, at a terminal, too.
-    bool CommandLine::*blnOption = nullptr;
+    const char* strOption = "";
     const char* strOptionAnswer = "";
     const char* strOptionMeans = "";
     /// The command line answers it, at a terminal, too: sets the fields of the form. False: they

@@ -10,7 +10,6 @@
 #include "disk/SpeedTest.h"
 #include "platform/Drives.h"
 #include "platform/Folders.h"
-#include "platform/System.h"
 #include "report/ReportText.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -18,12 +17,14 @@
 #include "shell/ProcessCommands.h"
 #include "shell/SetupCommands.h"
 #include "shell/Startup.h"
+#include "support/Paths.h"
 #include "ui/console/Console.h"
 #include "ui/console/Terminal.h"
 
 #include "Version.h"
 
-#include <charconv>
+#include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -31,62 +32,57 @@ namespace {
 using ui::console::IsTerminal;
 using ui::console::Stream;
 
-/// Type and passes into the dialog that holds them. False, with a message, for a number that its
-/// list has not.
-bool TakeTypeAndPasses(const CommandLine& line) {
-    FrmTypeOfPurge& f = frmTypeOfPurge;
-    if (!line.strType.empty())
-        ui::SelectOption(f.optPurgeType, line.strType == "random"     ? 0u
-                                         : line.strType == "patterns" ? 1u
-                                                                      : 2u);
-    if (line.strPasses.empty())
-        return true;
-    ui::ComboBox& list = f.cboNumberOfPasses[GetPurgeType()];
-    for (std::size_t i = 0; i < list.Items.size(); ++i)
-        if (list.Items[i].Text == line.strPasses) {
-            list.ListIndex = static_cast<int>(i);
-            return true;
-        }
-    TellError("--passes is a number from 1 to " + list.Items.back().Text +
-              " with this type of purge, not " + line.strPasses + ".");
-    return false;
+/// Type and passes into the dialog that holds them. "" or what its lists do not have.
+std::string TakeTypeAndPasses(const CommandLine& line) {
+    constexpr const char* strTypes[] = {"random", "patterns", "both"};
+    if (line.Has("type")) {
+        const auto type = std::find(std::begin(strTypes), std::end(strTypes), line.Of("type"));
+        if (type == std::end(strTypes))
+            return "--type is random, patterns or both, not " + line.Of("type") + ".";
+        ui::SelectOption(frmTypeOfPurge.optPurgeType,
+                         static_cast<std::size_t>(type - std::begin(strTypes)));
+    }
+    ui::ComboBox& list = frmTypeOfPurge.cboNumberOfPasses[GetPurgeType()];
+    const auto passes = std::find_if(list.Items.begin(), list.Items.end(), [&](const auto& item) {
+        return item.Text == line.Of("passes");
+    });
+    if (passes != list.Items.end())
+        list.ListIndex = static_cast<int>(passes - list.Items.begin());
+    else if (line.Has("passes"))
+        return "--passes is a number from 1 to " + list.Items.back().Text +
+               " with this type of purge, not " + line.Of("passes") + ".";
+    return {};
 }
 
-/// The drive is there, and the folders that are to be kept are on it.
-bool CheckDrive(const CommandLine& line) {
+/// The drive is there, and the folders that are to be kept are on it. "" or what is wrong.
+std::string TakeDrive(CommandLine& line) {
+    const std::string text = line.arguments[0],
+                      rest = text.substr(std::min<std::size_t>(1, text.size()));
+    if (rest.empty() || rest == ":" || rest == ":\\")
+        line.chrDrive = DriveLetterOf(text.substr(0, 1) + ":");
+    if (line.chrDrive == 0)
+        return text + " is no drive. It should be a letter, such as D:.";
     const std::string strDrive(1, line.chrDrive);
-    if (platform::DriveLetters().find(line.chrDrive) == std::string::npos) {
-        TellError("There is no drive " + strDrive + ":.");
-        return false;
+    if (platform::DriveLetters().find(line.chrDrive) == std::string::npos)
+        return "There is no drive " + strDrive + ":.";
+    std::vector<std::string> kept = line.options["exclude"];
+    line.options.erase("exclude");
+    if (std::erase(kept, ".") > 0)
+        line.options["exclude ."] = {};
+    for (const std::string& strName : kept) {
+        if (strName.find_first_of("\\/:") != std::string::npos)
+            return "--exclude takes the name of a top-level folder, not " + strName + ".";
+        if (!platform::FolderExists(strDrive + ":\\" + strName))
+            return "There is no folder " + strDrive + ":\\" + strName + " to be kept.";
+        line.options["exclude"] = kept;
     }
-    for (const std::string& strName : line.excluded)
-        if (!platform::FolderExists(strDrive + ":\\" + strName)) {
-            TellError("There is no folder " + strDrive + ":\\" + strName + " to be kept.");
-            return false;
-        }
-    return true;
-}
-
-void RunSetup(CommandLine& line) {
-    LoadSetupFromFile(line.arguments.front());
-    if (HasComplained())
-        return;
-    if (strDirPath.empty()) {
-        TellError("The setup names no folder.");
-        return;
-    }
-    // The dialog of the options switches it off; nobody would see that.
-    line.blnSlackOnly = line.blnSlackOnly || PurgeOptionBoxes().front()->Value == 1;
-    blnSubdirectories = blnSubdirectories || line.blnSubfolders;
-    strFilespec = line.strFiles;
-    blnMultipleFiles = true;
-    if (TakeTypeAndPasses(line))
-        cmdProcessFiles_Click(1);
+    return {};
 }
 
 int RunOnDrive(const CommandLine& line) {
-    if (!CheckDrive(line))
-        return ExitRefused;
+    // As if these had been accepted with the options of a purge.
+    purgeOptions.Verify = line.Has("verify");
+    purgeOptions.OverwriteNames = line.Has("names");
     if (line.strCommand == "free-space")
         PurgeFreeSpaceCommand();
     else if (line.strCommand == "speed")
@@ -96,21 +92,34 @@ int RunOnDrive(const CommandLine& line) {
     return EndDriveCommand(line);
 }
 
-int Perform(CommandLine& line, bool blnAttended) {
+/// What a setup file says, and what it does not. "" or what is wrong.
+std::string TakeSetup(CommandLine& line) {
+    LoadSetupFromFile(line.arguments.front());
+    if (PurgeOptionBoxes().front()->Value == 1)
+        line.options["slack-only"]; // the dialog switches it off; nobody would see that
+    strFilespec = line.Of("files");
+    blnMultipleFiles = true;
+    return strDirPath.empty() && !HasComplained() ? "The setup names no folder." : "";
+}
+
+int Perform(CommandLine& line, const Command& command, bool blnAttended) {
     PrepareProgram();
     lngReportLimit = std::numeric_limits<std::size_t>::max(); // it is told as it grows
     BeginTelling(line, blnAttended); // what start-up complained of is not the command's
-    if (line.strCommand == "run") {
-        RunSetup(line);
-        return EndRun(line);
-    }
-    if (!TakeTypeAndPasses(line))
+    std::string wrong = command.takes == Takes::Drive       ? TakeDrive(line)
+                        : command.takes == Takes::SetupFile ? TakeSetup(line)
+                                                            : "";
+    if (wrong.empty() && !HasComplained())
+        wrong = TakeTypeAndPasses(line);
+    if (!wrong.empty())
+        TellError(wrong);
+    if (HasComplained())
         return ExitRefused;
-    if (line.chrDrive != 0)
+    if (command.takes == Takes::Drive)
         return RunOnDrive(line);
-    if (TakePaths(line)) {
-        blnSubdirectories = line.blnSubfolders;
-        cmdProcessFiles_Click(line.strCommand == "purge" ? 1 : 0);
+    if (command.takes == Takes::SetupFile || TakePaths(line)) {
+        blnSubdirectories = blnSubdirectories || line.Has("subfolders");
+        cmdProcessFiles_Click(command.blnDestroys ? 1 : 0);
     }
     return EndRun(line);
 }
@@ -119,27 +128,30 @@ int Perform(CommandLine& line, bool blnAttended) {
 
 int RunCommand(const std::vector<std::string>& arguments) {
     CommandLine line;
-    std::string wrong = ReadCommandLine(arguments, line);
-    const bool blnAttended = !line.blnYes && IsTerminal(Stream::In) && IsTerminal(Stream::Error);
+    std::string wrong = ReadCommandLine(arguments, line), text;
+    const bool blnAttended =
+        !line.Has("yes") && IsTerminal(Stream::In) && IsTerminal(Stream::Error);
     BeginTelling(line, blnAttended);
-    if (wrong.empty() && line.strCommand == "help") {
+    const Command* command = wrong.empty() ? FindCommand(line.strCommand) : nullptr;
+    if (command != nullptr && command->takes == Takes::Nothing) {
+        text = "Nullwright " NW_VERSION "\r\n";
+    } else if (command != nullptr && command->takes == Takes::Word) {
         const std::string strOf = line.arguments.empty() ? "" : line.arguments.front();
-        if (strOf.empty() || strOf == "questions" || FindCommand(strOf) != nullptr) {
-            ui::console::Print(HelpText(strOf));
-            return ExitDone;
-        }
-        wrong = "There is no command " + strOf + ". See: nullwright-cli help";
-    } else if (wrong.empty() && line.strCommand == "version") {
-        ui::console::Print("Nullwright " NW_VERSION "\r\n");
-        return ExitDone;
-    } else if (wrong.empty()) {
-        if (FindCommand(line.strCommand)->blnDestroys && !line.blnYes && !blnAttended)
+        text = HelpText(strOf);
+        wrong = text.empty() ? "There is no command " + strOf + ". See: nullwright-cli help" : "";
+    } else if (command != nullptr) {
+        if (command->blnDestroys && !line.Has("yes") && !blnAttended)
             wrong = "There is no terminal to ask at. To go on without questions: --yes.";
-        else if (FindCommand(line.strCommand)->takes != Takes::Drive)
-            wrong = CompletePaths(line);
+        else
+            wrong = CompletePaths(line, command->takes != Takes::Drive);
     }
+    if (ui::console::StopWanted()) // the list may not have come to its end
+        return ExitStopped;
+    if (wrong.empty() && text.empty())
+        return Perform(line, *command, blnAttended);
     if (wrong.empty())
-        return Perform(line, blnAttended);
-    TellError(wrong);
-    return ExitRefused;
+        ui::console::Print(text);
+    else
+        TellError(wrong);
+    return wrong.empty() ? ExitDone : ExitRefused;
 }

@@ -10,15 +10,15 @@ namespace {
 
 Fault ReadUpTo(platform::File file, std::size_t lngMax, std::string& text) {
     std::string strRead;
-    char chrPiece[4096];
+    std::string strPiece(65536, '\0');
     for (;;) {
         std::size_t lngRead = 0;
-        const Fault fault = platform::ReadBytes(file, chrPiece, sizeof chrPiece, lngRead);
+        const Fault fault = platform::ReadBytes(file, strPiece.data(), strPiece.size(), lngRead);
         if (Failed(fault))
             return fault;
         if (lngRead == 0)
             break;
-        strRead.append(chrPiece, lngRead);
+        strRead.append(strPiece, 0, lngRead);
         if (strRead.size() > lngMax)
             return Fault::NotSupported;
     }
@@ -38,12 +38,12 @@ Fault MakeTemporaryFile(const std::string& path, std::string& strTemporary, plat
 
 } // namespace
 
-bool ReadTextFile(const std::string& path, std::string& text) {
+bool ReadTextFile(const std::string& path, std::string& text, std::size_t lngMax) {
     platform::File file;
     if (path.empty() || Failed(platform::OpenFile(path, platform::Access::Read, file)))
         return false;
     std::string strRead;
-    const Fault fault = ReadUpTo(file, lngMaxTextFile, strRead);
+    const Fault fault = ReadUpTo(file, lngMax, strRead);
     static_cast<void>(platform::CloseFile(file)); // nothing was written: no loss
     if (Failed(fault))
         return false;

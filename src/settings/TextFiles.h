@@ -10,9 +10,10 @@
 /// Longer files than this are none of ours.
 constexpr std::size_t lngMaxTextFile = 1024 * 1024;
 
-/// Reads a whole file of at most lngMaxTextFile bytes, without the mark of UTF-8 at its beginning.
-/// False on any error; `text` is untouched then.
-[[nodiscard]] bool ReadTextFile(const std::string& path, std::string& text);
+/// Reads a whole file of at most `lngMax` bytes, without the mark of UTF-8 at its beginning. False
+/// on any error; `text` is untouched then.
+[[nodiscard]] bool ReadTextFile(const std::string& path, std::string& text,
+                                std::size_t lngMax = lngMaxTextFile);
 /// Writes a new file beside the old one, forces it to the disk and lets it take the old one's
 /// place. False on any error: the old file is then as it was, and no other file is left.
 [[nodiscard]] bool WriteTextFile(const std::string& path, const std::string& text);

@@ -44,9 +44,9 @@ bool ReadLine(std::string& line) {
     terminal.Typed.pop_front();
     return true;
 }
-bool ReadInput(std::string& text) {
+bool ReadInput(std::string& text, std::size_t most) {
     text = terminal.Input;
-    return true;
+    return text.size() <= most;
 }
 std::uint64_t Clock() {
     return terminal.Clock += 5;
@@ -55,11 +55,11 @@ void Sleep(int milliseconds) {
     terminal.Clock += static_cast<std::uint64_t>(milliseconds);
     fake::Advance(milliseconds);
 }
-bool UsesThreads() {
-    return false;
-}
-void StayAwake() {}
 } // namespace ui::console
+void ui::RunSteps(Effort, const std::function<bool()>& step, const std::function<bool()>& poll) {
+    for (bool goesOn = true; goesOn && step(); goesOn = !poll || poll())
+        DoEvents();
+}
 
 namespace {
 
@@ -119,8 +119,8 @@ TEST_F(ConsoleTest, WrongUsageTouchesNothing) {
         {{"purge", "C:\\d", "-y", "--type", "zeros"}, "not zeros"},
         {{"purge", "C:\\d", "-y", "--keep=1"}, "--keep takes no value"},
         {{"purge", "C:\\d", "-y", "--files", "x\\*.*"}, "without a folder"},
-        {{"purge", "C:\\d", "-y", "--verify"}, "not available in this version"},
-        {{"purge", "C:\\d", "-y", "--names"}, "not available in this version"},
+        {{"speed", "D:", "--verify"}, "--verify is no option of speed"},
+        {{"purge", "C:\\d", "-y", "-o", "C:\\none\\r.txt"}, "no folder for the report"},
         {{"purge", "C:\\d", "C:\\none", "-y"}, "C:\\none was not found"},
         {{"purge", "C:\\d", "-y", "--", "--keep"}, "--keep was not found"},
         {{"purge", "\\\\server\\share", "-y"}, "not on a drive with a letter"},

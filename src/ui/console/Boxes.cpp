@@ -4,6 +4,7 @@
 #include "ui/console/Terminal.h"
 
 #include <algorithm>
+#include <tuple>
 #include <vector>
 
 namespace ui {
@@ -21,12 +22,14 @@ struct Choice {
 
 std::vector<Choice> ChoicesOf(Buttons buttons) {
     std::vector<Choice> choices;
-    if (buttons == Buttons::OK || buttons == Buttons::OKCancel)
-        choices.push_back({"OK", "OK", AnswerOK});
-    else
-        choices = {{"Yes", "Yes", AnswerYes}, {"No", "No", AnswerNo}};
-    if (buttons == Buttons::OKCancel || buttons == Buttons::YesNoCancel)
-        choices.push_back({"Cancel", "Cancel", AnswerCancel});
+    const bool ok = buttons == Buttons::OKCancel;
+    for (const auto& [word, answer, isThere] :
+         {std::tuple("OK", AnswerOK, ok),
+          {"Yes", AnswerYes, !ok},
+          {"No", AnswerNo, !ok},
+          {"Cancel", AnswerCancel, buttons != Buttons::YesNo}})
+        if (isThere)
+            choices.push_back({word, word, answer});
     return choices;
 }
 
@@ -126,7 +129,7 @@ void ShowModal(Form& form) {
         return;
     if (!Ending())
         Show(form);
-    const std::string beforehand = Beforehand({form.Name, ""});
+    const std::string beforehand = Beforehand({form.Name, ""}); // it may enable a button
     const std::vector<Choice> choices = ChoicesOf(form);
     const auto byEnter = std::find_if(choices.begin(), choices.end(),
                                       [](const Choice& choice) { return choice.Press->Default; });

@@ -1,15 +1,10 @@
-// The part of the ui seam that shows and waits: report lines, the progress line, yielding, work on
-// a thread. Timers do not run: they only refresh what windows show.
+// The part of the ui seam that shows and waits: report lines, the progress line, yielding. Timers
+// do not run: they only refresh what windows show.
 #include "ui/console/Console.h"
 
 #include "ui/console/Terminal.h"
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 
 namespace ui::console {
 
@@ -20,37 +15,30 @@ namespace {
 constexpr int intKeyF10 = 121;
 constexpr std::uint64_t lngPumpInterval = 30; ///< milliseconds
 constexpr std::uint64_t lngProgressInterval = 250;
-constexpr std::uint64_t lngStayAwakeInterval = 30'000;
 constexpr std::size_t lngProgressWidth = 79;
-constexpr auto pollInterval = std::chrono::milliseconds(15);
 
 struct {
     std::function<void(int)> KeyHandler;
     std::size_t Printed = 0; ///< of the report, bytes
     std::string Progress;    ///< what stands on the terminal's last line
-    std::uint64_t LastPump = 0, LastProgress = 0, LastAwake = 0;
+    std::uint64_t LastPump = 0, LastProgress = 0;
     int InterruptsSeen = 0;
     bool OutputGone = false;
     bool Quitting = false;
-    bool ThreadBusy = false;
 } state;
 
-void ShowProgressLine(const std::string& text) {
+/// Over what stands there, cut to the width of a terminal.
+void ShowProgressLine(std::string text) {
+    while (UnitsOf(text) > lngProgressWidth)
+        do
+            text.pop_back();
+        while ((static_cast<unsigned char>(text.back()) & 0xC0) == 0x80);
     if (text == state.Progress)
         return;
     const std::size_t before = UnitsOf(state.Progress), now = UnitsOf(text);
     Write(Stream::Error, "\r" + text + std::string(before > now ? before - now : 0, ' ') +
                              (text.empty() ? "\r" : ""));
     state.Progress = text;
-}
-
-std::string CutToWidth(std::string text) {
-    while (UnitsOf(text) > lngProgressWidth) {
-        while ((static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
-            text.pop_back();
-        text.pop_back();
-    }
-    return text;
 }
 
 /// How far the report is final. The last line that has its end may still change: a file's line gets
@@ -82,7 +70,9 @@ void PressStop() {
     state.InterruptsSeen = interrupts;
 }
 
-void Sync() {
+void Pump() {
+    state.LastPump = Clock();
+    PressStop();
     PrintReport(false);
     if (wiring.Sync)
         wiring.Sync();
@@ -90,66 +80,7 @@ void Sync() {
         Clock() - state.LastProgress < lngProgressInterval)
         return;
     state.LastProgress = Clock();
-    ShowProgressLine(CutToWidth(wiring.Progress()));
-}
-
-void Pump() {
-    state.LastPump = Clock();
-    PressStop();
-    Sync();
-}
-
-void KeepAwake() {
-    if (state.LastAwake != 0 && Clock() - state.LastAwake < lngStayAwakeInterval)
-        return;
-    state.LastAwake = Clock();
-    StayAwake();
-}
-
-/// The one thread for work that may block. It is never joined: the end of the program ends it.
-struct Worker {
-    std::mutex Mutex;
-    std::condition_variable Changed;
-    const std::function<bool()>* Step = nullptr; ///< nullptr: at rest
-    std::atomic<bool> Cancelled{false};
-
-    void Work() {
-        std::unique_lock lock(Mutex);
-        while (true) {
-            Changed.wait(lock, [&] { return Step != nullptr; });
-            lock.unlock();
-            while (!Cancelled && (*Step)()) {
-            }
-            lock.lock();
-            Step = nullptr;
-            Changed.notify_all();
-        }
-    }
-};
-
-Worker& TheWorker() {
-    static Worker* const worker = [] {
-        auto* const made = new Worker;
-        std::thread([made] { made->Work(); }).detach();
-        return made;
-    }();
-    return *worker;
-}
-
-void RunOnThread(const std::function<bool()>& step, const std::function<bool()>& poll) {
-    Worker& worker = TheWorker();
-    std::unique_lock lock(worker.Mutex);
-    worker.Cancelled = false;
-    worker.Step = &step;
-    worker.Changed.notify_all();
-    while (!worker.Changed.wait_for(lock, pollInterval, [&] { return worker.Step == nullptr; })) {
-        lock.unlock();
-        KeepAwake();
-        Pump();
-        if (!worker.Cancelled && poll && !poll())
-            worker.Cancelled = true;
-        lock.lock();
-    }
+    ShowProgressLine(wiring.Progress());
 }
 
 } // namespace
@@ -237,22 +168,6 @@ void Wait(int milliseconds) {
 
 void OnKeyReleased(std::function<void(int)> handler) {
     state.KeyHandler = std::move(handler);
-}
-
-void RunSteps(Effort effort, const std::function<bool()>& step, const std::function<bool()>& poll) {
-    KeepAwake();
-    // A handler that runs while the thread is busy has its work done here.
-    if (effort == Effort::Long && UsesThreads() && !state.ThreadBusy) {
-        state.ThreadBusy = true;
-        RunOnThread(step, poll);
-        state.ThreadBusy = false;
-        return;
-    }
-    while (step()) {
-        DoEvents();
-        if (poll && !poll())
-            return;
-    }
 }
 
 } // namespace ui

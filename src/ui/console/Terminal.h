@@ -1,7 +1,8 @@
-// What the console back end asks of the system: streams, the stop key, the clock. Declared here;
-// defined in win32/, and by the tests.
+// What the console back end asks of the system: streams, the stop key, the clock; and
+// ui::RunSteps. Declared here; defined in win32/, and by the tests.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -21,15 +22,11 @@ bool IsTerminal(Stream stream);
 bool Write(Stream stream, const std::string& text);
 /// A line that a person has typed, without its end; false at the end of the input, and for Ctrl+C.
 bool ReadLine(std::string& line);
-/// All that comes from standard input.
-bool ReadInput(std::string& text);
+/// All that comes from standard input, at most so many bytes.
+bool ReadInput(std::string& text, std::size_t most);
 
 /// Milliseconds since some moment in the past.
 std::uint64_t Clock();
 void Sleep(int milliseconds);
-/// Long work goes to a thread of its own, so that a stop is seen while the system writes.
-bool UsesThreads();
-/// The computer is not idle.
-void StayAwake();
 
 } // namespace ui::console

@@ -1,6 +1,8 @@
 // The console of Windows: its streams, and the signals that ask the program to stop.
 #include "ui/console/Terminal.h"
 
+#include "ui/Interface.h"
+#include "ui/win32/shared/Shared.h"
 #include "win32/Wide.h"
 
 #include <windows.h>
@@ -12,21 +14,25 @@ namespace ui::console {
 
 namespace {
 
-/// The longest that the system is kept waiting when it ends the program.
-constexpr DWORD lngLongestWait = 10'000;
 constexpr DWORD lngPiece = 16384; ///< a console takes no long texts at once
 
 std::atomic<int> interrupts{0};
-HANDLE over = nullptr;
 
-/// On a thread of the system's. It ends the program as soon as this returns, but for Ctrl+C.
+bool TellEnd() {
+    interrupts += 2;
+    return true;
+}
+
+/// On a thread of the system's. It ends the program as soon as this returns, but for Ctrl+C; when
+/// its console is closed after five seconds in any case. A log-off comes by a window, see
+/// WatchSessionEnd: Windows signals it to those programs only that never load user32.dll.
 BOOL WINAPI OnSignal(DWORD signal) {
     if (signal == CTRL_C_EVENT || signal == CTRL_BREAK_EVENT) {
         ++interrupts;
-        return TRUE;
+    } else {
+        TellEnd();
+        win32::HoldSessionEnd();
     }
-    interrupts += 2;
-    WaitForSingleObject(over, lngLongestWait);
     return TRUE;
 }
 
@@ -43,13 +49,13 @@ void OpenTerminal() {
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
     // Nobody may be there to answer the system's own boxes.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-    over = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    win32::WatchSessionEnd(TellEnd);
     SetConsoleCtrlHandler(nullptr, FALSE); // it may have been started with Ctrl+C switched off
     SetConsoleCtrlHandler(OnSignal, TRUE);
 }
 
 void CloseTerminal() {
-    SetEvent(over);
+    win32::LetSessionEnd();
 }
 
 int Interrupts() {
@@ -101,16 +107,17 @@ bool ReadLine(std::string& line) {
     return false;
 }
 
-bool ReadInput(std::string& text) {
-    char piece[4096];
+bool ReadInput(std::string& text, std::size_t most) {
+    std::string piece(65536, '\0');
     DWORD read = 0;
     text.clear();
-    while (ReadFile(HandleOf(Stream::In), piece, sizeof piece, &read, nullptr)) {
+    while (text.size() <= most && ReadFile(HandleOf(Stream::In), piece.data(),
+                                           static_cast<DWORD>(piece.size()), &read, nullptr)) {
         if (read == 0)
             return true;
-        text.append(piece, read);
+        text.append(piece, 0, read);
     }
-    return GetLastError() == ERROR_BROKEN_PIPE; // the end of a pipe
+    return text.size() <= most && GetLastError() == ERROR_BROKEN_PIPE; // the end of a pipe
 }
 
 std::uint64_t Clock() {
@@ -121,12 +128,15 @@ void Sleep(int milliseconds) {
     ::Sleep(static_cast<DWORD>(milliseconds));
 }
 
-bool UsesThreads() {
-    return true;
-}
-
-void StayAwake() {
-    SetThreadExecutionState(ES_SYSTEM_REQUIRED);
-}
-
 } // namespace ui::console
+
+namespace ui::win32 {
+
+bool AwaitSteps(HANDLE done, DWORD milliseconds) {
+    if (WaitForSingleObject(done, milliseconds) == WAIT_OBJECT_0)
+        return true;
+    DoEvents();
+    return false;
+}
+
+} // namespace ui::win32
