@@ -1,47 +1,49 @@
 // The tables of commands and options, and the parser that reads them.
 #include "cli/CommandLine.h"
 
+#include "disk/DiskPurge.h"
+#include "disk/FreeSpacePurge.h"
+#include "disk/SpeedTest.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
 namespace {
 
+// The help is read on terminals of 80 columns: its words have room for 57 characters here, and for
+// 50 beside the options.
 constexpr Command commands[] = {
     {"purge", "PATH...", Takes::Paths, true, "Purges files, and the files in folders."},
-    {"list", "PATH...", Takes::Paths, false,
-     "Lists what a purge would meet, and estimates the time it would take."},
-    {"free-space", "DRIVE", Takes::Drive, true, "Purges the free space of a drive."},
-    {"speed", "DRIVE", Takes::Drive, false, "Measures how fast a drive can be purged."},
-    {"disk", "DRIVE", Takes::Drive, true, "Purges a whole drive: its free space, then its files."},
-    {"run", "FILE.nws", Takes::SetupFile, true,
-     "Purges the files of the folder that a setup file names."},
+    {"list", "PATH...", Takes::Paths, false, "Lists what a purge would meet, and the time for it."},
+    {"free-space", "DRIVE", Takes::Drive, true, "Purges the free space of a drive.",
+     PurgeFreeSpaceCommand},
+    {"speed", "DRIVE", Takes::Drive, false, "Measures how fast a drive can be purged.",
+     TestPurgeSpeedCommand},
+    {"disk", "DRIVE", Takes::Drive, true, "Purges a whole drive: its free space, then its files.",
+     PurgeDiskCommand},
+    {"run", "FILE.nws", Takes::SetupFile, true, "Purges files of the folder in a setup file."},
     {"version", "", Takes::Nothing, false, "Tells the version of the program."},
     {"help", "[COMMAND]", Takes::Word, false,
-     "Tells what a command does; of \"questions\" what is answered where nobody is asked, of "
-     "\"exit\" the exit codes."}};
+     "Tells of a command, of \"questions\" or of \"exit\"."}};
 
 constexpr Option options[] = {
     {"files", 'f', "SPEC", "plr", "of folders only such files: *.tmp"},
     {"subfolders", 'r', "", "plr", "with all lower subfolders"},
-    {"from", 0, "FILE", "pl",
-     "paths from a file, - for standard input; one a line, or each ended by NUL"},
+    {"from", 0, "FILE", "pl", "paths in lines, or ended by NUL; - standard input"},
     {"type", 't', "TYPE", "plrfsd", "random, patterns or both (random)"},
-    {"passes", 'n', "N", "plrfsd", "how often: random 1-9 (6), patterns 1-7 (3), both 1-5 (2)"},
+    {"passes", 'n', "N", "plrfsd", "random 1-9 (6), patterns 1-7 (3), both 1-5 (2)"},
     {"slack-only", 's', "", "pr", "only behind the ends of files"},
     {"keep", 'k', "", "pr", "does not delete the purged files"},
     {"read-only", 0, "", "pr", "read-only files, too"},
-    {"system", 0, "", "prfd",
-     "system files, the free space beside Windows, the system's folders, too"},
+    {"system", 0, "", "prfd", "system files, folders and Windows' drive, too"},
     {"sensitive", 0, "", "pr", "programs and their parts, too"},
-    {"remove-empty-folders", 0, "", "pr", "removes subfolders that are empty after the purge"},
-    {"exclude", 'x', "FOLDER", "d",
-     "keeps a top-level folder; . keeps the files beside them; may be repeated"},
+    {"remove-empty-folders", 0, "", "pr", "removes subfolders that are empty then"},
+    {"exclude", 'x', "FOLDER", "d", "keeps a top folder, . the files there; repeatable"},
     {"verify", 0, "", "prfd", "reads back what was written, and compares it"},
-    {"names", 0, "", "prd", "overwrites the names and dates of what is deleted"},
+    {"names", 0, "", "prd", "overwrites names and dates of what is deleted"},
     {"yes", 'y', "", "prfsd", "asks nothing: see help questions"},
-    {"report", 'o', "FILE", "plrfsd",
-     "writes the report to a file; as records if its name ends in .json"},
+    {"report", 'o', "FILE", "plrfsd", "keeps the report; as records in a .json"},
     {"json", 'j', "", "plrfsd", "only records, one in a line"},
     {"quiet", 'q', "", "plrfsd", "tells only what went wrong"},
     {"help", 'h', "", "plrfsd", "this text"}};

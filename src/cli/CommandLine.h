@@ -31,6 +31,7 @@ struct Command {
     Takes takes;
     bool blnDestroys; ///< begins only when somebody can be asked, or with --yes
     const char* strHelp;
+    void (*onDrive)() = nullptr; ///< the command of the program
 };
 std::span<const Command> Commands();
 const Command* FindCommand(const std::string& strName);

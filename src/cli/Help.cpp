@@ -11,27 +11,18 @@
 
 namespace {
 
-/// A row of two columns. What does not fit beside the left one, or behind the line's end, goes to a
-/// line of its own.
-std::string Row(const std::string& left, std::size_t width, const std::string& right) {
-    constexpr std::size_t most = 79;
-    std::string text = "  " + left, words = right;
-    std::string indent = "\r\n" + std::string(width + 2, ' ');
-    text += left.size() < width ? std::string(width - left.size(), ' ') : indent;
-    while (words.size() > most - width - 2) {
-        const std::size_t cut = words.rfind(' ', most - width - 2);
-        text += words.substr(0, cut) + indent;
-        words.erase(0, cut + 1);
-    }
-    return text + words + "\r\n";
+/// A row of two columns.
+std::string Row(const std::string& left, std::size_t width, const char* right) {
+    return "  " + left + std::string(std::max(width, left.size() + 1) - left.size(), ' ') + right +
+           "\r\n";
 }
 
 std::string Usage(const Command& command) {
-    return std::string("nullwright-cli ") + command.strName + " " + command.strArguments;
+    return std::string(command.strName) + " " + command.strArguments;
 }
 
 std::string CommandText(const Command& command) {
-    std::string text = Usage(command) + "\r\n" + command.strHelp + "\r\n\r\n";
+    std::string text = "nullwright-cli " + Usage(command) + "\r\n" + command.strHelp + "\r\n\r\n";
     for (const Option& option : Options()) {
         const std::string strShort =
             option.chrShort != 0 ? std::string("-") + option.chrShort + ", " : "    ";
@@ -65,8 +56,9 @@ std::string HelpText(const std::string& strOf) {
     if (const Command* command = FindCommand(strOf))
         return CommandText(*command);
     std::string text = "Nullwright " NW_VERSION ": destroys data beyond recovery.\r\n\r\n";
+    text += "nullwright-cli COMMAND\r\n";
     for (const Command& command : Commands())
-        text += Row(Usage(command), 34, command.strHelp);
+        text += Row(Usage(command), 20, command.strHelp);
     return strOf.empty()
                ? text + "\r\nOptions of a command: nullwright-cli help COMMAND\r\n" + strExitCodes
                : "";

@@ -12,6 +12,7 @@
 #include "shell/frmMain.h"
 #include "support/Numbers.h"
 #include "support/SizeText.h"
+#include "ui/console/Terminal.h"
 
 #include <algorithm>
 #include <limits>
@@ -45,6 +46,8 @@ constexpr struct {
 constexpr ExitCode codeUnknown{-1};
 
 struct {
+    const CommandLine* line = nullptr;
+    bool blnAttended = false;
     std::string strTranscript; ///< for the report file
     std::size_t lngRecordsPrinted = 0;
     bool blnComplained = false;
@@ -69,31 +72,10 @@ void TellOnce(const std::string& strText) {
         Tell(strText);
 }
 
-void TellBox(const std::string& /*title*/, const std::string& strText, ui::Icon icon) {
-    const ExitCode code = CodeOf(strText);
-    told.code = std::max(told.code, code);
-    if (icon != ui::Icon::Exclamation)
-        TellOnce(strText);
-    else if (code == ExitDone)
-        ui::console::PrintError(strText + "\r\n");
-    else
-        TellError(strText);
-}
-
 std::string SpeedOfRun() {
     const double seconds = static_cast<double>(ClockElapsed()) / 1000;
     const double bytes = std::max(ClockShare(), 0.0) * currentRun.Request.dblBytesExpected;
     return seconds < 1 || bytes <= 0 ? "" : ByteSizeText(bytes / seconds, 1) + "/s.  ";
-}
-
-std::string ProgressText() {
-    if (!frmMain.lblStatus.Caption.empty())
-        return frmMain.lblStatus.Caption + "  " + frmMain.lblEstimatedTime.Caption;
-    if (!ClockRuns())
-        return {};
-    const double share = ClockShare();
-    return (share < 0 ? "" : FormatNumber(share * 100, 0) + " %  ") + GroupedDigits(FilesDone()) +
-           " files.  " + SpeedOfRun() + ElapsedText() + "  " + RemainingText();
 }
 
 /// Whether it was to be purged, and was not.
@@ -121,16 +103,15 @@ void PrintRecords() {
 
 /// Of a command that did not begin, or ended without a word.
 ExitCode CodeWithoutEnd() {
-    return !ui::console::StopWanted() && (told.blnComplained || !ui::console::wiring.Attended)
-               ? ExitRefused
-               : ExitStopped;
+    return !ui::console::StopWanted() && (told.blnComplained || !told.blnAttended) ? ExitRefused
+                                                                                   : ExitStopped;
 }
 
 /// What every command ends with: the records, the failures by name, the report file.
 int End(const CommandLine& line, int code) {
     ui::console::PrintRest();
     if (!told.strTranscript.empty() && told.strTranscript.back() != '\n')
-        ui::console::wiring.Lines("\r\n");
+        ui::console::TakeLines("\r\n");
     if (line.Has("json") && !currentRun.Request.strTitle.empty()) {
         PrintRecords();
         ui::console::Print(JsonOfRun() + "\n");
@@ -158,29 +139,17 @@ std::string ExitCodesText() {
 
 void BeginTelling(const CommandLine& line, bool blnAttended) {
     told = {};
-    ui::console::Wiring& wiring = ui::console::wiring;
-    wiring.Attended = blnAttended;
-    wiring.Answer = [&line, blnAttended](const ui::console::Asked& asked) {
-        return AnswerOf(asked, line, blnAttended);
-    };
-    wiring.Tell = TellBox;
-    wiring.Report = &frmReport.txbText;
-    wiring.Lines = [blnSilent = line.Has("quiet") || line.Has("json")](const std::string& lines) {
-        told.strTranscript += lines;
-        if (!blnSilent)
-            ui::console::Print(lines);
-    };
-    if (line.Has("json"))
-        wiring.Sync = PrintRecords;
-    if (!line.Has("quiet"))
-        wiring.Progress = ProgressText;
+    told.line = &line;
+    told.blnAttended = blnAttended;
 }
 
 void Tell(const std::string& strLine) {
-    ui::console::wiring.Lines(strLine + "\r\n");
+    ui::console::TakeLines(strLine + "\r\n");
 }
 
 void TellError(const std::string& strLine) {
+    if (strLine.empty())
+        return;
     told.blnComplained = true;
     ui::console::PrintError("nullwright-cli: " + strLine + "\r\n");
 }
@@ -203,3 +172,49 @@ int EndDriveCommand(const CommandLine& line) {
         return End(line, told.blnComplained ? ExitFailed : CodeWithoutEnd());
     return End(line, std::max(told.code, CodeOfFiles()));
 }
+
+namespace ui::console {
+
+std::string AnswerBeforehand(const Asked& asked) {
+    return AnswerOf(asked, *told.line, told.blnAttended);
+}
+
+bool IsAttended() {
+    return told.blnAttended;
+}
+
+void TellBox(const std::string& strText, ui::Icon icon) {
+    const ExitCode code = CodeOf(strText);
+    told.code = std::max(told.code, code);
+    if (icon != ui::Icon::Exclamation)
+        TellOnce(strText);
+    else if (code == ExitDone)
+        PrintError(strText + "\r\n");
+    else
+        TellError(strText);
+}
+
+const std::string& Report() {
+    return frmReport.txbText.Text;
+}
+
+void TakeLines(const std::string& lines) {
+    told.strTranscript += lines;
+    if (!told.line->Has("quiet") && !told.line->Has("json"))
+        Print(lines);
+}
+
+std::string Sync() {
+    if (told.line->Has("json"))
+        PrintRecords();
+    if (told.line->Has("quiet") || !IsTerminal(Stream::Error))
+        return {};
+    if (!frmMain.lblStatus.Caption.empty())
+        return frmMain.lblStatus.Caption + "  " + frmMain.lblEstimatedTime.Caption;
+    const double share = ClockShare();
+    return !ClockRuns() ? ""
+                        : (share < 0 ? "" : FormatNumber(share * 100, 0) + " %  ") + SpeedOfRun() +
+                              frmReport.lblProgress.Caption;
+}
+
+} // namespace ui::console

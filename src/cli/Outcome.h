@@ -19,7 +19,7 @@ std::string ExitCodesText();
 void BeginTelling(const CommandLine& line, bool blnAttended);
 /// A line for standard output, and for the report file.
 void Tell(const std::string& strLine);
-/// A line that says what is wrong.
+/// A line that says what is wrong; "" says nothing.
 void TellError(const std::string& strLine);
 /// Something was refused or went wrong before the command began.
 bool HasComplained();

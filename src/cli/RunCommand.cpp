@@ -5,9 +5,6 @@
 #include "cli/GivenPaths.h"
 #include "cli/Help.h"
 #include "cli/Outcome.h"
-#include "disk/DiskPurge.h"
-#include "disk/FreeSpacePurge.h"
-#include "disk/SpeedTest.h"
 #include "platform/Drives.h"
 #include "platform/Folders.h"
 #include "report/ReportText.h"
@@ -79,19 +76,6 @@ std::string TakeDrive(CommandLine& line) {
     return {};
 }
 
-int RunOnDrive(const CommandLine& line) {
-    // As if these had been accepted with the options of a purge.
-    purgeOptions.Verify = line.Has("verify");
-    purgeOptions.OverwriteNames = line.Has("names");
-    if (line.strCommand == "free-space")
-        PurgeFreeSpaceCommand();
-    else if (line.strCommand == "speed")
-        TestPurgeSpeedCommand();
-    else
-        PurgeDiskCommand();
-    return EndDriveCommand(line);
-}
-
 /// What a setup file says, and what it does not. "" or what is wrong.
 std::string TakeSetup(CommandLine& line) {
     LoadSetupFromFile(line.arguments.front());
@@ -106,17 +90,20 @@ int Perform(CommandLine& line, const Command& command, bool blnAttended) {
     PrepareProgram();
     lngReportLimit = std::numeric_limits<std::size_t>::max(); // it is told as it grows
     BeginTelling(line, blnAttended); // what start-up complained of is not the command's
-    std::string wrong = command.takes == Takes::Drive       ? TakeDrive(line)
-                        : command.takes == Takes::SetupFile ? TakeSetup(line)
-                                                            : "";
-    if (wrong.empty() && !HasComplained())
-        wrong = TakeTypeAndPasses(line);
-    if (!wrong.empty())
-        TellError(wrong);
+    TellError(command.takes == Takes::Drive       ? TakeDrive(line)
+              : command.takes == Takes::SetupFile ? TakeSetup(line)
+                                                  : "");
+    if (!HasComplained())
+        TellError(TakeTypeAndPasses(line));
     if (HasComplained())
         return ExitRefused;
-    if (command.takes == Takes::Drive)
-        return RunOnDrive(line);
+    if (command.onDrive != nullptr) {
+        // As if these had been accepted with the options of a purge.
+        purgeOptions.Verify = line.Has("verify");
+        purgeOptions.OverwriteNames = line.Has("names");
+        command.onDrive();
+        return EndDriveCommand(line);
+    }
     if (command.takes == Takes::SetupFile || TakePaths(line)) {
         blnSubdirectories = blnSubdirectories || line.Has("subfolders");
         cmdProcessFiles_Click(command.blnDestroys ? 1 : 0);
@@ -132,26 +119,23 @@ int RunCommand(const std::vector<std::string>& arguments) {
     const bool blnAttended =
         !line.Has("yes") && IsTerminal(Stream::In) && IsTerminal(Stream::Error);
     BeginTelling(line, blnAttended);
-    const Command* command = wrong.empty() ? FindCommand(line.strCommand) : nullptr;
-    if (command != nullptr && command->takes == Takes::Nothing) {
+    const Command* command = FindCommand(line.strCommand);
+    if (wrong.empty() && command->takes == Takes::Nothing) {
         text = "Nullwright " NW_VERSION "\r\n";
-    } else if (command != nullptr && command->takes == Takes::Word) {
-        const std::string strOf = line.arguments.empty() ? "" : line.arguments.front();
-        text = HelpText(strOf);
-        wrong = text.empty() ? "There is no command " + strOf + ". See: nullwright-cli help" : "";
-    } else if (command != nullptr) {
-        if (command->blnDestroys && !line.Has("yes") && !blnAttended)
-            wrong = "There is no terminal to ask at. To go on without questions: --yes.";
-        else
-            wrong = CompletePaths(line, command->takes != Takes::Drive);
+    } else if (wrong.empty() && command->takes == Takes::Word) {
+        text = HelpText(line.arguments.empty() ? "" : line.arguments[0]);
+        if (text.empty())
+            wrong = "There is no command " + line.arguments[0] + ". See: nullwright-cli help";
+    } else if (wrong.empty()) {
+        wrong = command->blnDestroys && !line.Has("yes") && !blnAttended
+                    ? "There is no terminal to ask at. To go on without questions: --yes."
+                    : CompletePaths(line, command->takes != Takes::Drive);
     }
     if (ui::console::StopWanted()) // the list may not have come to its end
         return ExitStopped;
-    if (wrong.empty() && text.empty())
-        return Perform(line, *command, blnAttended);
-    if (wrong.empty())
-        ui::console::Print(text);
-    else
-        TellError(wrong);
-    return wrong.empty() ? ExitDone : ExitRefused;
+    TellError(wrong);
+    ui::console::Print(text);
+    return !wrong.empty()  ? ExitRefused
+           : !text.empty() ? ExitDone
+                           : Perform(line, *command, blnAttended);
 }

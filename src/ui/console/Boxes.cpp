@@ -85,9 +85,8 @@ const Choice* AskPerson(const std::string& text, const std::vector<Choice>& choi
     }
 }
 
-/// The name of the button that answers unasked.
 std::string Beforehand(const Asked& asked) {
-    return Ending() || !wiring.Answer ? "" : wiring.Answer(asked);
+    return Ending() ? "" : AnswerBeforehand(asked);
 }
 
 /// Nothing: the answer that changes nothing.
@@ -96,8 +95,8 @@ const Choice* AnswerTo(const std::string& beforehand, const std::string& text,
     for (const Choice& choice : choices)
         if (choice.Name == beforehand)
             return &choice;
-    return wiring.Attended && beforehand.empty() && !Ending() ? AskPerson(text, choices, first)
-                                                              : nullptr;
+    return IsAttended() && beforehand.empty() && !Ending() ? AskPerson(text, choices, first)
+                                                           : nullptr;
 }
 
 std::string TextOf(const Form& form) {
@@ -114,8 +113,7 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
            int defaultButton) {
     if (buttons == Buttons::OK) {
         PrintRest();
-        if (wiring.Tell)
-            wiring.Tell(title, text, icon);
+        TellBox(text, icon);
         return AnswerOK;
     }
     const std::vector<Choice> choices = ChoicesOf(buttons);

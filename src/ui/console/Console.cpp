@@ -8,8 +8,6 @@
 
 namespace ui::console {
 
-Wiring wiring;
-
 namespace {
 
 constexpr int intKeyF10 = 121;
@@ -24,7 +22,6 @@ struct {
     std::uint64_t LastPump = 0, LastProgress = 0;
     int InterruptsSeen = 0;
     bool OutputGone = false;
-    bool Quitting = false;
 } state;
 
 /// Over what stands there, cut to the width of a terminal.
@@ -44,22 +41,15 @@ void ShowProgressLine(std::string text) {
 /// How far the report is final. The last line that has its end may still change: a file's line gets
 /// a ruler under it while the file is at work.
 std::size_t FinalEnd(const std::string& text) {
-    const std::size_t last = text.rfind('\n');
-    const std::size_t before =
-        last == std::string::npos || last == 0 ? last : text.rfind('\n', last - 1);
-    return before == std::string::npos || last == 0 ? 0 : before + 1;
+    const std::size_t last = std::min(text.rfind('\n'), text.size());
+    return last == 0 || last == text.size() ? 0 : text.rfind('\n', last - 1) + 1; // npos + 1 is 0
 }
 
-void PrintReport(bool all) {
-    if (!wiring.Report)
-        return;
-    const std::string& text = wiring.Report->Text;
-    state.Printed = text.empty() ? 0 : std::min(state.Printed, text.size());
-    const std::size_t end = all ? text.size() : FinalEnd(text);
-    if (end <= state.Printed)
-        return;
-    wiring.Lines(text.substr(state.Printed, end - state.Printed));
-    state.Printed = end;
+void PrintReport(std::size_t end) {
+    state.Printed = std::min(state.Printed, Report().size()); // it may have begun anew
+    if (end > state.Printed)
+        TakeLines(Report().substr(state.Printed, end - state.Printed));
+    state.Printed = std::max(state.Printed, end);
 }
 
 /// Ctrl+C is the stop key. A program that is ending presses it for whoever may not have seen it.
@@ -73,14 +63,12 @@ void PressStop() {
 void Pump() {
     state.LastPump = Clock();
     PressStop();
-    PrintReport(false);
-    if (wiring.Sync)
-        wiring.Sync();
-    if (!wiring.Progress || !IsTerminal(Stream::Error) ||
-        Clock() - state.LastProgress < lngProgressInterval)
+    PrintReport(FinalEnd(Report()));
+    const std::string progress = Sync();
+    if (progress.empty() || Clock() - state.LastProgress < lngProgressInterval)
         return;
     state.LastProgress = Clock();
-    ShowProgressLine(wiring.Progress());
+    ShowProgressLine(progress);
 }
 
 } // namespace
@@ -96,7 +84,7 @@ void PrintError(const std::string& text) {
 }
 
 void PrintRest() {
-    PrintReport(true);
+    PrintReport(Report().size());
     ShowProgressLine("");
 }
 
@@ -105,7 +93,6 @@ bool StopWanted() {
 }
 
 void Reset() {
-    wiring = {};
     state = {};
 }
 
@@ -145,12 +132,10 @@ int RunMessageLoop() {
     return 0;
 }
 
-void EndProgram() {
-    state.Quitting = true;
-}
+void EndProgram() {}
 
 bool Ending() {
-    return state.Quitting || Interrupts() >= 2;
+    return Interrupts() >= 2;
 }
 
 void DoEvents() {

@@ -14,7 +14,7 @@ namespace ui::console {
 
 namespace {
 
-constexpr DWORD lngPiece = 16384; ///< a console takes no long texts at once
+constexpr std::size_t lngPiece = 16384; ///< a console takes no long texts at once
 
 std::atomic<int> interrupts{0};
 
@@ -69,42 +69,31 @@ bool IsTerminal(Stream stream) {
 
 bool Write(Stream stream, const std::string& text) {
     const HANDLE handle = HandleOf(stream);
-    DWORD done = 0;
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
         return true; // it was started without: nobody ever wanted it
-    if (IsTerminal(stream)) {
-        const std::wstring wide = platform::Widen(text);
-        for (std::size_t from = 0; from < wide.size(); from += done)
-            if (!WriteConsoleW(
-                    handle, wide.data() + from,
-                    static_cast<DWORD>(std::min<std::size_t>(wide.size() - from, lngPiece)), &done,
-                    nullptr) ||
-                done == 0)
-                return false;
-        return true;
-    }
-    for (std::size_t from = 0; from < text.size(); from += done)
-        if (!WriteFile(handle, text.data() + from, static_cast<DWORD>(text.size() - from), &done,
-                       nullptr) ||
+    const bool console = IsTerminal(stream);
+    const std::wstring wide = console ? platform::Widen(text) : L"";
+    const std::size_t size = console ? wide.size() : text.size();
+    DWORD done = 0;
+    for (std::size_t from = 0; from < size; from += done) {
+        const auto piece = static_cast<DWORD>(std::min(size - from, lngPiece));
+        if (!(console ? WriteConsoleW(handle, wide.data() + from, piece, &done, nullptr)
+                      : WriteFile(handle, text.data() + from, piece, &done, nullptr)) ||
             done == 0)
             return false;
+    }
     return true;
 }
 
 bool ReadLine(std::string& line) {
-    std::wstring wide;
-    wchar_t unit = 0;
+    wchar_t units[1024]; // what is longer is no answer
     DWORD read = 0;
-    while (ReadConsoleW(HandleOf(Stream::In), &unit, 1, &read, nullptr) && read == 1 &&
-           unit != L'\x1A') {
-        if (unit == L'\n') {
-            line = platform::Narrow(wide);
-            return true;
-        }
-        if (unit != L'\r')
-            wide += unit;
-    }
-    return false;
+    if (!ReadConsoleW(HandleOf(Stream::In), units, 1024, &read, nullptr) || read == 0 ||
+        units[0] == L'\x1A')
+        return false;
+    line = platform::Narrow({units, read});
+    line.erase(std::min(line.find_first_of("\r\n"), line.size()));
+    return true;
 }
 
 bool ReadInput(std::string& text, std::size_t most) {
