@@ -6,6 +6,7 @@
 #include "fakes/FakePlatform.h"
 #include "report/ReportText.h"
 #include "session/Session.h"
+#include "support/StrProc.h"
 #include "ui/console/Terminal.h"
 
 #include <deque>
@@ -64,6 +65,8 @@ void ui::RunSteps(Effort, const std::function<bool()>& step, const std::function
 namespace {
 
 constexpr std::uint64_t MiB = 1048576;
+const std::string strSetup = "1.0\r\n0\r\n0\r\nC:\\d\\\r\nC:\\d\\\r\n0\r\n2\r\n1\r\n1\r\n0\r\n0\r\n"
+                             "0\r\n0\r\n0\r\n";
 
 struct ConsoleTest : testing::Test {
     void SetUp() override { Begin(); }
@@ -126,6 +129,8 @@ TEST_F(ConsoleTest, WrongUsageTouchesNothing) {
         {{"purge", "\\\\server\\share", "-y"}, "not on a drive with a letter"},
         {{"purge", "-y", "--from", "C:\\none"}, "cannot be read"},
         {{"purge", "-y", "--from", "-"}, "not UTF-8"},
+        {{"purge", "-y", "--from", "C:\\utf16"}, "control characters"}, // each letter a path
+        {{"purge", "-y", "--from", "C:\\empty"}, "names no path"},
         {{"purge", "D:", "-y"}, "\"D:\" is no path"}, // it would be some current folder
         {{"run", "C:\\none.nws", "-y", "--files", "*.*"}, "not found"},
         {{"run", "C:\\d\\a.txt", "-y"}, "--files"},
@@ -138,6 +143,8 @@ TEST_F(ConsoleTest, WrongUsageTouchesNothing) {
         {{"disk", "D:"}, "--yes"},
         {{"help", "wipe"}, "There is no command wipe."}};
     terminal.Input = notUtf8;
+    fake::PutFile("C:\\utf16", std::string("C\0:\0\\\0\r\0\n\0", 10));
+    fake::PutFile("C:\\empty", "\r\n\r\n");
     for (const auto& [arguments, part] : cases) {
         EXPECT_EQ(2, Run(arguments)) << part;
         EXPECT_TRUE(Told(part)) << part << ": " << terminal.Error;
@@ -167,6 +174,14 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     EXPECT_EQ(0, Run({"purge", "C:\\d\\a.txt", "-y", "--keep"}));
     EXPECT_EQ("a.txt b.txt lib.dll sub\\c.txt ", Left());
     EXPECT_NE("secret", fake::ContentOf("C:\\d\\a.txt"));
+
+    Begin(); // what else is asked for, by options and by a setup
+    EXPECT_EQ(0, Run({"purge", "C:\\d\\a.txt", "-y", "-n", "1", "--verify", "--names"}));
+    EXPECT_TRUE(Told("a.txt (6 bytes) purged and verified\r\n")) << terminal.Out;
+    EXPECT_NE(std::string::npos, fake::JournalText().find("rename C:\\d")) << fake::JournalText();
+    fake::PutFile("C:\\s.nws", strSetup + "verify=1\r\n");
+    EXPECT_EQ(0, Run({"run", "C:\\s.nws", "-y", "-f", "b.*"}));
+    EXPECT_TRUE(Told("b.txt (6 bytes) slack area purged and verified\r\n")) << terminal.Out;
 
     Begin(); // files by a file specification, beside a chosen one; more than the window's report
              // holds
@@ -226,9 +241,7 @@ TEST_F(ConsoleTest, AsksAtATerminal) {
 }
 
 TEST_F(ConsoleTest, SetupsAndStops) {
-    fake::PutFile("C:\\s.nws",
-                  "1.0\r\n0\r\n0\r\nC:\\d\\\r\nC:\\d\\\r\n0\r\n2\r\n1\r\n1\r\n0\r\n0\r\n"
-                  "0\r\n0\r\n0\r\n");
+    fake::PutFile("C:\\s.nws", strSetup);
     EXPECT_EQ(0, Run({"run", "C:\\s.nws", "-y", "--files", "*.txt"}));
     EXPECT_TRUE(Told("Purging the slack area of files C:\\d\\*.txt")) << terminal.Out;
     EXPECT_TRUE(Told("using random bytes twice")) << terminal.Out;
@@ -268,7 +281,10 @@ TEST_F(ConsoleTest, Drives) {
     EXPECT_TRUE(Told("The free space has been purged.")) << terminal.Out;
     EXPECT_EQ(terminal.Out.find("has been purged"), terminal.Out.rfind("has been purged"));
     EXPECT_EQ("docs\\letter.txt top.txt ", Left("D:"));
-    EXPECT_EQ(0, Run({"disk", "D:", "-y", "-n", "1", "-x", "DOCS"})) << terminal.Error;
+    EXPECT_EQ(0,
+              Run({"disk", "D:", "-y", "-n", "1", "-x", "DOCS", "--verify", "-o", "C:\\r.json"}));
+    EXPECT_NE(std::string::npos, fake::ContentOf("C:\\r.json").find("\"verified\":true"));
+    EXPECT_EQ(std::string::npos, fake::JournalText().find("rename D:\\top"));
     EXPECT_EQ("docs\\letter.txt ", Left("D:"));
     EXPECT_TRUE(Told("The disk has been purged (except for excluded files).")) << terminal.Out;
 
@@ -305,6 +321,9 @@ TEST_F(ConsoleTest, Questions) {
             EXPECT_EQ("", AnswerOf(asked, line, true));
         }
     }
+    for (const Command& command : Commands()) // fits 80 columns
+        for (const std::string& text : LinesOf(HelpText(command.strName) + HelpText("")))
+            EXPECT_GE(80u, text.size()) << text;
     EXPECT_EQ(0, Run({"list", "C:\\d", "-q"}));
     EXPECT_EQ(ui::AnswerNo, ui::MsgBox("Destroy all?", ui::Buttons::YesNo, ui::Icon::Question, ""));
     EXPECT_EQ(ui::AnswerCancel,
