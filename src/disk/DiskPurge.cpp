@@ -11,6 +11,7 @@
 #include "disk/RunProgress.h"
 #include "engine/FilePurge.h"
 #include "report/run/Run.h"
+#include "selection/frmDrives.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "support/FolderSearch.h"
@@ -122,7 +123,8 @@ std::string ExclusionsText(const DiskPurgeState& state) {
 
 void PurgeDisk() {
     DiskPurgeState state;
-    state.chrDrive = ChooseWritableDrive("Purge (wipe) which drive?", strTitle);
+    state.chrDrive =
+        ChooseWritableDrive("Purge (wipe) which drive?", strTitle, DriveOptions::ForFiles);
     if (state.chrDrive == 0)
         return;
     state.strRoot = std::string(1, state.chrDrive) + ":\\";
@@ -138,7 +140,8 @@ void PurgeDisk() {
     blnStop = false;
     ui::HoldEscape(true);
     BeginDriveReport(strTitle,
-                     "Purging Drive " + std::string(1, state.chrDrive) + ExclusionsText(state));
+                     "Purging Drive " + std::string(1, state.chrDrive) + ExclusionsText(state),
+                     state.strRoot);
     if (ReadFreeSpace(state.chrDrive))
         PlanRunProgress(dblSpaceInFreeClusters * (1 + GetNumOverwrites()) +
                         state.dblFileBytes * GetNumOverwrites());

@@ -5,8 +5,9 @@
 #include "drives/DiskProc.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
-#include "selection/frmDrives.h"
+#include "report/run/Run.h"
 #include "selection/Selection.h"
+#include "settings/frmPurgeConfirmation.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
@@ -47,11 +48,16 @@ bool CheckDriveWritable(char chrDrive, const std::string& strTitle) {
     return true;
 }
 
-char ChooseWritableDrive(const std::string& strQuestion, const std::string& strTitle) {
+char ChooseWritableDrive(const std::string& strQuestion, const std::string& strTitle,
+                         DriveOptions options) {
     const std::string strLetters = FindDrives(strTitle);
     if (strLetters.empty())
         return 0;
-    const char chrDrive = ChooseDrive(strQuestion, strLetters);
+    const char chrDrive = ChooseDrive(strQuestion, strLetters, options);
+    currentRun.Request.How.Options.Verify = purgeOptions.Verify;
+    // The names of dummy files tell nothing.
+    currentRun.Request.How.Options.OverwriteNames =
+        purgeOptions.OverwriteNames && options == DriveOptions::ForFiles;
     if (chrDrive == 0 || !CheckDriveWritable(chrDrive, strTitle))
         return 0;
     OfferToRemoveLeftoversOn(chrDrive);

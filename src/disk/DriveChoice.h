@@ -2,6 +2,8 @@
 // its free space is filled.
 #pragma once
 
+#include "selection/frmDrives.h"
+
 #include <string>
 
 /// The letters of the drives, or "" after telling the user that there are none.
@@ -10,8 +12,10 @@ std::string FindDrives(const std::string& strTitle);
 /// drive.
 bool CheckDriveWritable(char chrDrive, const std::string& strTitle);
 /// Shows the drive chooser, checks the drive, and offers to remove dummy files that an earlier run
-/// left on it. Returns the letter, or 0.
-char ChooseWritableDrive(const std::string& strQuestion, const std::string& strTitle);
+/// left on it. The options that are chosen with the drive are in force from then on, also for the
+/// current run. Returns the letter, or 0.
+char ChooseWritableDrive(const std::string& strQuestion, const std::string& strTitle,
+                         DriveOptions options);
 /// Tells the user that the free space of a drive cannot be read.
 void ComplainOfUnknownSpace(char chrDrive, const std::string& strTitle);
 /// Warns that filling the system drive leaves other programs without space: OK or Cancel. True at

@@ -8,7 +8,6 @@
 #include "report/run/RunDriver.h"
 #include "report/run/RunEvents.h"
 #include "report/run/RunRecords.h"
-#include "settings/frmTypeOfPurge.h"
 #include "support/Numbers.h"
 #include "support/SizeText.h"
 #include "ui/Interface.h"
@@ -29,22 +28,22 @@ std::string AsLine(std::string strText) {
 
 } // namespace
 
-void BeginDriveReport(const std::string& strTitle, const std::string& strWhat) {
+void BeginDriveReport(const std::string& strTitle, const std::string& strWhat,
+                      const std::string& strPlace) {
     RunRequest& request = currentRun.Request;
     // A disk purge may have begun with a test of the speed.
     if (!blnBegun || request.strTitle != strTitle)
         request.strItems = strWhat;
     request.strTitle = frmReport.Caption = strTitle;
+    const std::string strRemarks = strPlace.empty() ? "" : HeadRemarks({strPlace});
     if (blnBegun) {
-        TellInReport(strWhat);
+        TellInReport(AsLine(strWhat) + strRemarks);
         return;
     }
     blnBegun = true;
     ResetReportWindow();
     frmReport.cmdPauseContinue.Enabled = false;
-    TellInReport(DateAndTime() + AsLine(strWhat) + "using " +
-                 PurgeTypeNumPasses(request.How.intPurgeType, request.How.intNumberOfPasses) +
-                 ".\r\n");
+    TellInReport(DateAndTime() + AsLine(strWhat) + UsingText() + strRemarks);
 }
 
 void TellInReport(const std::string& strText) {

@@ -250,7 +250,7 @@ void WriteDummyFiles() {
     FillDisk.Outcome = FillOutcome::NothingWritten;
     FillDisk.strDummyFolder.clear();
     FillDisk.strCurrentDummyFile.clear();
-    FillDisk.lngFilesWritten = FillDisk.lngFilesPurged = 0;
+    FillDisk.lngFilesWritten = FillDisk.lngFilesPurged = FillDisk.lngFilesVerified = 0;
     FillDisk.lngBytesInCurrentFile = 0;
     FillDisk.dblBytesInFinishedFiles = 0;
     FillDisk.dblUnfilled = FillDisk.dblKeptBack = 0;

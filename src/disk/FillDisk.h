@@ -34,7 +34,8 @@ struct FillDiskState {
     double dblKeptBack = 0; ///< free on the volume, but not for this user (quota, reserve)
     std::int64_t lngFilesWritten = 0;
     std::int64_t lngFilesPurged = 0;
-    platform::File Marker; ///< keeps the folder marked as in use
+    std::int64_t lngFilesVerified = 0; ///< of these: read back past the cache, and alike
+    platform::File Marker;             ///< keeps the folder marked as in use
 };
 extern FillDiskState FillDisk;
 

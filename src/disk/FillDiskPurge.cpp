@@ -141,6 +141,8 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
         RunJobOfRun(job, counts);
         if (job.Result == PurgeDone)
             ++FillDisk.lngFilesPurged;
+        if (job.Result == PurgeDone && job.HasReadBack == ReadBack::PastCache)
+            ++FillDisk.lngFilesVerified;
         ui::DoEvents();
         if (!blnInteractive) {
             if (blnStop)

@@ -15,7 +15,9 @@
 #include "engine/FileProc.h"
 #include "engine/FilePurge.h"
 #include "platform/Drives.h"
+#include "report/run/Run.h"
 #include "report/run/TimeEstimates.h"
+#include "selection/frmDrives.h"
 #include "session/Session.h"
 #include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
@@ -51,6 +53,9 @@ std::string AnnouncementText(char chrDrive) {
     } else
         strText += std::string("It is advisable to test the purge speed of Drive ") + chrDrive +
                    " first, so as to get an estimate of the time required.";
+    if (currentRun.Request.How.Options.Verify)
+        strText += "\r\n\r\nWhat the purge has written over " + strFiles +
+                   " will be read back and compared.";
     return strText + "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.";
 }
 
@@ -151,8 +156,10 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
         !AskToContinue(AnnouncementText(chrDrive), strTitle))
         return FreeSpaceResult::Stopped;
 
-    BeginDriveReport(strTitle, "Purging the free space of Drive " + strDrive + " (" +
-                                   ByteSizeText(dblSpaceInFreeClusters, 2) + ")");
+    BeginDriveReport(strTitle,
+                     "Purging the free space of Drive " + strDrive + " (" +
+                         ByteSizeText(dblSpaceInFreeClusters, 2) + ")",
+                     blnPurgingDrive ? "" : strDrive + ":\\"); // the disk purge has told it
     if (!blnPurgingDrive) // the disk purge has already planned more than this
         PlanRunProgress(dblSpaceInFreeClusters * (1 + GetNumOverwrites()));
     FillDisk.strDriveRoot = strDrive + ":\\";
@@ -166,6 +173,10 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     RepaintMain();
     TellInReport("Dummy files written: " + GroupedDigits(FillDisk.lngFilesWritten) +
                  "\r\nDummy files purged: " + GroupedDigits(FillDisk.lngFilesPurged) + "\r\n" +
+                 (currentRun.Request.How.Options.Verify
+                      ? "Dummy files verified by reading back from the disk: " +
+                            GroupedDigits(FillDisk.lngFilesVerified) + "\r\n"
+                      : "") +
                  FreeSpaceResultText(result));
     return result;
 }
@@ -176,7 +187,8 @@ void PurgeFreeSpaceCommand() {
         SetMainLine(MainLine::LargePurgeMessage, "");
         if (!PurgeLibraryReady())
             return;
-        const char chrDrive = ChooseWritableDrive("Purge free space on which drive?", strTitle);
+        const char chrDrive = ChooseWritableDrive("Purge free space on which drive?", strTitle,
+                                                  DriveOptions::ForDummies);
         if (chrDrive == 0 || !AcceptFillingOf(chrDrive, strTitle))
             return;
         const auto result = PurgeFreeSpaceOf(chrDrive, strTitle);

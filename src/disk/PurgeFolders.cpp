@@ -98,7 +98,8 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
     std::string strNames;
     for (const std::string& strName : names)
         strNames += "\r\n" + FolderWithBackslash(strFolder) + strName + "\\";
-    BeginDriveReport(strTitle, "Purging all files in these folders and below:" + strNames);
+    BeginDriveReport(strTitle, "Purging all files in these folders and below:" + strNames,
+                     strFolder);
     loop.isChosen = [&](const std::string& strPath) {
         return std::any_of(names.begin(), names.end(), [&](const std::string& strName) {
             return IsBelow(strPath, FolderWithBackslash(strFolder) + strName + "\\");

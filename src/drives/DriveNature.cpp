@@ -1,8 +1,10 @@
 // Remarks on limits of a drive that the user should know before a purge.
 #include "drives/DriveNature.h"
 
+#include "drives/ClusterSizes.h"
 #include "drives/DriveWork.h"
 #include "platform/Drives.h"
+#include "support/Paths.h"
 
 namespace {
 
@@ -57,4 +59,20 @@ std::string DriveRemarks(char chrDrive) {
     const std::string strKind = KindRemark(strDrive, type, nature);
     const std::string strOther = OtherRemark(strDrive, !strKind.empty(), nature);
     return strKind + (strKind.empty() || strOther.empty() ? "" : " ") + strOther;
+}
+
+std::string DriveRemarksOn(const std::vector<std::string>& paths) {
+    std::string strDone, strRemarks;
+    for (const std::string& strPath : paths) {
+        const char chrDrive = DriveLetterOf(strPath);
+        if (!chrDrive || strDone.find(chrDrive) != std::string::npos)
+            continue;
+        SettleVolume(strPath);
+        if (!MountedRootOf(strPath).empty())
+            continue;
+        strDone += chrDrive;
+        const std::string strRemark = DriveRemarks(chrDrive);
+        strRemarks += (strRemarks.empty() || strRemark.empty() ? "" : "\r\n") + strRemark;
+    }
+    return strRemarks;
 }

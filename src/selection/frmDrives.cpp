@@ -6,6 +6,7 @@
 #include "engine/FileProc.h"
 #include "platform/Drives.h"
 #include "selection/Selection.h"
+#include "settings/frmPurgeConfirmation.h"
 #include "ui/Interface.h"
 
 FrmDrives frmDrives;
@@ -65,11 +66,39 @@ void lstDrives_Click() {
     frm.cmdOK.Enabled = HasChoice();
 }
 
+/// Shows an option as it was last accepted, or a setup has it.
+void Offer(ui::CheckBox& box, bool blnOffered, const ui::CheckBox& option, bool blnInForce) {
+    box.Visible = blnOffered;
+    box.Value = blnInForce || option.Value == 1;
+}
+
+void Accept(const ui::CheckBox& box, ui::CheckBox& option, bool& blnInForce) {
+    if (!box.Visible)
+        return;
+    option.Value = box.Value;
+    blnInForce = box.Value == 1;
+}
+
+/// The options stand between the list and the buttons.
+std::vector<ui::Placed> Table(int intOptions) {
+    const int intBelow = 3030 + 330 * intOptions;
+    frm.Height = intBelow + 570;
+    return {{&frm.lblMessage, "lblMessage", 120, 120, 6360, 285},
+            {&frm.lstDrives, "lstDrives", 120, 465, 6360, 2475},
+            {&frm.chkVerifyPurge, "chkVerifyPurge", 120, 3060, 6360, 300},
+            {&frm.chkOverwriteNames, "chkOverwriteNames", 120, 3390, 6360, 300},
+            {&frm.cmdOK, "cmdOK", 3360, intBelow + 75, 1500, 375},
+            {&frm.cmdCancel, "cmdCancel", 4980, intBelow + 75, 1500, 375}};
+}
+
 void cmdOK_Click() {
     if (!HasChoice())
         return;
     const auto index = static_cast<std::size_t>(frm.lstDrives.ListIndex);
     frm.chrDrive = static_cast<char>(frm.lstDrives.Items[index].Data);
+    Accept(frm.chkVerifyPurge, frmPurgeConfirmation.chkVerifyPurge, purgeOptions.Verify);
+    Accept(frm.chkOverwriteNames, frmPurgeConfirmation.chkOverwriteNames,
+           purgeOptions.OverwriteNames);
     ui::Hide(frm);
 }
 
@@ -83,19 +112,15 @@ void cmdCancel_Click() {
 void LoadDrivesForm() {
     frm.Name = "frmDrives";
     frm.Width = 6600;
-    frm.Height = 3600;
 
     ui::PutWords({{&frm.lblMessage, "Choose the drive:"},
+                  {&frm.chkVerifyPurge, "Verify by reading back", 'b'},
+                  {&frm.chkOverwriteNames, "Overwrite file names and dates", 'O'},
                   {&frm.cmdOK, "OK", 0, cmdOK_Click},
                   {&frm.cmdCancel, "Cancel", 0, cmdCancel_Click}});
     frm.cmdOK.Default = frm.cmdCancel.Cancel = true;
 
-    ui::Bind(frm, {
-                      {&frm.lblMessage, "lblMessage", 120, 120, 6360, 285},
-                      {&frm.lstDrives, "lstDrives", 120, 465, 6360, 2475},
-                      {&frm.cmdOK, "cmdOK", 3360, 3105, 1500, 375},
-                      {&frm.cmdCancel, "cmdCancel", 4980, 3105, 1500, 375},
-                  });
+    ui::Bind(frm, Table(0));
 
     frm.Activate = [] { ui::SetFocus(frm.lstDrives); };
     frm.Close = cmdCancel_Click;
@@ -104,8 +129,13 @@ void LoadDrivesForm() {
 }
 
 // With several drives, none is preselected, so that Enter alone cannot choose one.
-char ChooseDrive(const std::string& strTitle, const std::string& strLetters) {
+char ChooseDrive(const std::string& strTitle, const std::string& strLetters, DriveOptions options) {
     frm.Caption = strTitle;
+    Offer(frm.chkVerifyPurge, options != DriveOptions::None, frmPurgeConfirmation.chkVerifyPurge,
+          purgeOptions.Verify);
+    Offer(frm.chkOverwriteNames, options == DriveOptions::ForFiles,
+          frmPurgeConfirmation.chkOverwriteNames, purgeOptions.OverwriteNames);
+    ui::Place(Table(static_cast<int>(options)));
     frm.lstDrives.Items.clear();
     for (const char letter : strLetters)
         frm.lstDrives.Items.push_back({DriveText(letter), letter, false});

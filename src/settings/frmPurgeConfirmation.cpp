@@ -3,6 +3,7 @@
 
 #include "drives/ClusterSizes.h"
 #include "drives/DiskProc.h"
+#include "drives/DriveNature.h"
 #include "platform/Drives.h"
 #include "support/Paths.h"
 #include "support/ProgramTexts.h"
@@ -10,6 +11,9 @@
 
 #include <array>
 #include <cstddef>
+#include <initializer_list>
+#include <utility>
+#include <vector>
 
 FrmPurgeConfirmation frmPurgeConfirmation;
 
@@ -131,37 +135,57 @@ void lblClusterSize_Click() {
     label.Visible = !label.Visible;
 }
 
+/// The remarks stand in the frame of the drive, which grows by their lines.
+std::vector<ui::Placed> Table(int intRemarkLines) {
+    FrmPurgeConfirmation& f = frmPurgeConfirmation;
+    constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
+    const int intRemarks = intRemarkLines * 225;
+    const int intBelow = 4830 + intRemarks + (intRemarkLines > 0 ? 60 : 0);
+    f.Height = intBelow + 675;
+    std::vector<ui::Placed> table = {{&f.lblWhat, "lblWhat", intLeft, 165, intWidth, 270},
+                                     {&f.lblMessage, "lblMessage", intLeft, 465, intWidth, 525}};
+    int intTop = 1035;
+    for (const auto& [box, strName] : std::initializer_list<std::pair<ui::CheckBox*, const char*>>{
+             {&f.chkPurgeSlackOnly, "chkPurgeSlackOnly"},
+             {&f.chkDoNotDeletePurgedFiles, "chkDoNotDeletePurgedFiles"},
+             {&f.chkOverwriteNames, "chkOverwriteNames"},
+             {&f.chkVerifyPurge, "chkVerifyPurge"},
+             {&f.chkOKToPurgeReadOnlyFiles, "chkOKToPurgeReadOnlyFiles"},
+             {&f.chkOKToPurgeSystemFiles, "chkOKToPurgeSystemFiles"},
+             {&f.chkOKToPurgeSensitiveFiles, "chkOKToPurgeSensitiveFiles"},
+             {&f.chkFolderNamesOnly, "chkFolderNamesOnly"},
+             {&f.chkDeleteEmptyFolders, "chkDeleteEmptyFolders"}}) {
+        table.push_back({box, strName, intLeft, intTop, intWidth, intHeight});
+        intTop += 315;
+    }
+    table.insert(table.end(),
+                 {{&f.fraClusterSize, "fraClusterSize", intLeft, 3960, intWidth, intBelow - 4005},
+                  {&f.lblClusterSize, "lblClusterSize", 180, 360, 1380, 270},
+                  {&f.cboClusterSize, "cboClusterSize", 1620, 300, 1440, 345},
+                  {&f.lblFileSystem, "lblFileSystem", 3300, 360, 3300, 270},
+                  {&f.lblRemarks, "lblRemarks", 180, 765, intWidth - 360, intRemarks},
+                  {&f.cmdDoPurge, "cmdDoPurge", 3000, intBelow + 90, 2400, 405},
+                  {&f.cmdCancel, "cmdCancel", 5520, intBelow + 90, 1500, 405}});
+    return table;
+}
+
+void ShowRemarks(const std::string& strRemarks) {
+    constexpr std::size_t lngCharactersInLine = 72; // at least, in the label's width
+    frmPurgeConfirmation.lblRemarks.Caption = strRemarks;
+    frmPurgeConfirmation.lblRemarks.Visible = !strRemarks.empty();
+    ui::Place(Table(
+        static_cast<int>((strRemarks.size() + lngCharactersInLine - 1) / lngCharactersInLine)));
+}
+
 void LayOut() {
     FrmPurgeConfirmation& f = frmPurgeConfirmation;
     f.Name = "frmPurgeConfirmation";
     f.Caption = "Purge options";
     f.lblWhat.Bold = f.lblWhat.Ellipsis = true;
     f.Width = 7260;
-    f.Height = 5940;
-    ui::PutInto(f.fraClusterSize, {&f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem});
-    constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
-    ui::Bind(
-        f, {{&f.lblWhat, "lblWhat", intLeft, 165, intWidth, 270},
-            {&f.lblMessage, "lblMessage", intLeft, 465, intWidth, 525},
-            {&f.chkPurgeSlackOnly, "chkPurgeSlackOnly", intLeft, 1050, intWidth, intHeight},
-            {&f.chkDoNotDeletePurgedFiles, "chkDoNotDeletePurgedFiles", intLeft, 1395, intWidth,
-             intHeight},
-            {&f.chkOverwriteNames, "chkOverwriteNames", intLeft, 1740, intWidth, intHeight},
-            {&f.chkVerifyPurge, "chkVerifyPurge", intLeft, 2085, intWidth, intHeight},
-            {&f.chkOKToPurgeReadOnlyFiles, "chkOKToPurgeReadOnlyFiles", intLeft, 2430, intWidth,
-             intHeight},
-            {&f.chkOKToPurgeSystemFiles, "chkOKToPurgeSystemFiles", intLeft, 2775, intWidth,
-             intHeight},
-            {&f.chkOKToPurgeSensitiveFiles, "chkOKToPurgeSensitiveFiles", intLeft, 3120, intWidth,
-             intHeight},
-            {&f.chkFolderNamesOnly, "chkFolderNamesOnly", intLeft, 3465, intWidth, intHeight},
-            {&f.chkDeleteEmptyFolders, "chkDeleteEmptyFolders", intLeft, 3810, intWidth, intHeight},
-            {&f.fraClusterSize, "fraClusterSize", intLeft, 4260, intWidth, 840},
-            {&f.lblClusterSize, "lblClusterSize", 180, 390, 1380, 270},
-            {&f.cboClusterSize, "cboClusterSize", 1620, 330, 1440, 345},
-            {&f.lblFileSystem, "lblFileSystem", 3300, 390, 3300, 270},
-            {&f.cmdDoPurge, "cmdDoPurge", 3000, 5295, 2400, 405},
-            {&f.cmdCancel, "cmdCancel", 5520, 5295, 1500, 405}});
+    ui::PutInto(f.fraClusterSize,
+                {&f.lblClusterSize, &f.cboClusterSize, &f.lblFileSystem, &f.lblRemarks});
+    ui::Bind(f, Table(0));
 
     ui::PutWords({
         {&f.chkPurgeSlackOnly, "Purge only the slack area behind the end of the files", 's',
@@ -239,6 +263,7 @@ bool AskPurgeOptions(const std::string& folder, bool blnSingleFile, bool blnFold
         !MountedRootOf(folder).empty() || Failed(GetVolumeFacts(DriveShown() + ":\\", volume))
             ? ""
             : volume.FileSystem;
+    ShowRemarks(DriveRemarksOn({folder}));
     ui::ShowModal(frmPurgeConfirmation);
     return frmPurgeConfirmation.blnAccepted;
 }

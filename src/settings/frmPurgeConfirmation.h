@@ -15,7 +15,7 @@ struct FrmPurgeConfirmation : ui::Form {
         chkDeleteEmptyFolders, chkVerifyPurge, chkOverwriteNames;
     ui::Frame fraClusterSize;
     ui::ComboBox cboClusterSize;
-    ui::Label lblClusterSize, lblFileSystem, lblWhat, lblMessage;
+    ui::Label lblClusterSize, lblFileSystem, lblWhat, lblMessage, lblRemarks;
     ui::Button cmdDoPurge, cmdCancel;
 
     /// chkDoNotDeletePurgedFiles as it was before slack-only forced it.

@@ -12,7 +12,14 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
     const std::uint64_t freeBefore = fake::drives['D'].Free();
     std::uint64_t freeThen = 1;
     Paths filesThen, lines;
-    AnnounceThree();
+    fake::drives['D'].Nature.Protected = true;
+    user.Modal(frmDrives, [] {
+        EXPECT_FALSE(frmDrives.chkOverwriteNames.Visible || frmDrives.chkVerifyPurge.Value == 1);
+        fake::Choose(frmDrives.lstDrives, frmDrives.lstDrives.Items.back().Text);
+        fake::Click(frmDrives.chkVerifyPurge);
+        fake::Click(frmDrives.cmdOK);
+    });
+    user.BoxLike(strTitle, "the dummy files will be read back and compared.");
     Written(strThree, [&] {
         fake::PressF10(); // the answer to the box counts
         freeThen = fake::drives['D'].Free();
@@ -33,6 +40,10 @@ TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
     EXPECT_EQ(freeBefore, fake::drives['D'].Free());
     EXPECT_EQ("somebody's", fake::ContentOf("D:\\docs\\letter.txt"));
     EXPECT_EQ(strPurged, frmMain.lblLargePurgeMessage.Caption);
+    EXPECT_TRUE(frmPurgeConfirmation.chkVerifyPurge.Value == 1 && purgeOptions.Verify);
+    for (const char* part : {"once.\r\nWith \"Verify by reading back\".\r\nRestore points that",
+                             "\r\nDummy files verified by reading back from the disk: 3\r\n"})
+        EXPECT_NE(frmReport.txbText.Text.find(part), std::string::npos) << part;
     for (const char* line :
          {"3 dummy files are being written to fill the disk in Drive D.\r\nTo interrupt this "
           "operation press the F10 key twice\r\nand wait for the 'Cancel' query.\r\n",

@@ -13,6 +13,7 @@ TEST_F(RunTest, VerifiedAndRenamedFilesAreToldSo) {
         blnPurgeSlackOnly = slackOnly;
         for (const char* name : {"cached", "fine", "lost", "stuck"})
             fake::PutBigFile(std::string("C:\\d\\") + name, 5000);
+        fake::drives['C'].Nature = {true, {}, {}, {}, {}};
         fake::PutFolder("C:\\d\\gone").Attributes |= platform::AttributeReadOnly;
         fake::PutFolder("C:\\d\\kept\\link").LinkTarget = "C:\\out";
         fake::FailNth(1, Fault::NotSupported, "ReadBytes");
@@ -38,6 +39,10 @@ Folder C:\d\gone\ removed.
 C:\d\kept\link\: a link, not purged.
 )";
     EXPECT_NE(report.find(files), report.npos) << report << files;
+    EXPECT_NE(report.find("once.\nWith \"Verify by reading back\" and \"Overwrite file names and "
+                          "dates\".\nDrive C is a solid-state drive: "),
+              report.npos)
+        << report;
     EXPECT_EQ(ReasonText(RecordAt(2), ""), "verification failed at byte 8,191, not purged");
     EXPECT_TRUE(fake::At("C:\\d\\kept") && !fake::At("C:\\d\\gone"));
     EXPECT_NE(JsonOfRecord(RecordAt(1)).find("\"verified\":true"), std::string::npos);

@@ -33,7 +33,13 @@ struct PurgeOptions : StartedTest {
 };
 
 TEST_F(PurgeOptions, BoxesBecomeFlagsOnAcceptanceOnly) {
+    const int intHeight = f.Height;
+    fake::drives['C'].Nature.Compressed = true;
     EXPECT_TRUE(Ask([&] {
+        EXPECT_TRUE(f.lblRemarks.Visible &&
+                    f.lblRemarks.Caption.starts_with("Windows compresses "));
+        EXPECT_TRUE(f.Height > intHeight && f.cmdCancel.Top + f.cmdCancel.Height < f.Height);
+        fake::drives['C'].Nature = {};
         EXPECT_EQ("Yes, purge these files", f.cmdDoPurge.Caption);
         EXPECT_EQ(&f.cmdCancel, user.Focus);
         for (ui::CheckBox* box : PurgeOptionBoxes()) {
@@ -50,6 +56,7 @@ TEST_F(PurgeOptions, BoxesBecomeFlagsOnAcceptanceOnly) {
     EXPECT_FALSE(Ask(
         [&] {
             EXPECT_EQ("Yes, purge this file", f.cmdDoPurge.Caption);
+            EXPECT_TRUE(!f.lblRemarks.Visible && f.Height == intHeight);
             EXPECT_EQ(1, f.chkDoNotDeletePurgedFiles.Value);
             EXPECT_FALSE(f.chkDeleteEmptyFolders.Visible || f.chkDeleteEmptyFolders.Value == 1);
             fake::Click(f.chkOKToPurgeReadOnlyFiles);

@@ -2,6 +2,7 @@
 #include "report/run/RunDriver.h"
 
 #include "drives/ClusterSizes.h"
+#include "drives/DriveNature.h"
 #include "engine/FileOps.h"
 #include "platform/System.h"
 #include "report/run/ListWalk.h"
@@ -63,9 +64,10 @@ std::string RunHeader() {
         if (request.blnSubdirectories)
             text += "\r\n(including " + request.strFilespec + " files in subfolders) ";
     }
-    return text + "\r\nusing " +
-           PurgeTypeNumPasses(request.How.intPurgeType, request.How.intNumberOfPasses) +
-           ".\r\n\r\n";
+    std::vector<std::string> places;
+    for (const RunItem& item : ItemsOf(request))
+        places.push_back(item.strFolder);
+    return text + "\r\n" + UsingText() + HeadRemarks(places) + "\r\n";
 }
 
 void RunPurge() {
@@ -93,6 +95,24 @@ void RunListing() {
 }
 
 } // namespace
+
+std::string UsingText() {
+    const PurgeHow& how = currentRun.Request.How;
+    return "using " + PurgeTypeNumPasses(how.intPurgeType, how.intNumberOfPasses) + ".\r\n";
+}
+
+std::string HeadRemarks(const std::vector<std::string>& places) {
+    const PurgeHow& how = currentRun.Request.How;
+    std::string text;
+    if (how.Options.Verify)
+        text = "\"Verify by reading back\"";
+    if (how.Options.OverwriteNames)
+        text += std::string(text.empty() ? "" : " and ") + "\"Overwrite file names and dates\"";
+    if (!text.empty())
+        text = "With " + text + ".\r\n";
+    const std::string remarks = DriveRemarksOn(places);
+    return text + remarks + (remarks.empty() ? "" : "\r\n");
+}
 
 std::string DateAndTime() {
     return platform::DateText() + ", " + platform::TimeText() + "\r\n";
