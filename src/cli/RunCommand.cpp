@@ -99,8 +99,7 @@ int Perform(CommandLine& line, const Command& command, bool blnAttended) {
         return ExitRefused;
     if (command.onDrive != nullptr) {
         // As if these had been accepted with the options of a purge.
-        purgeOptions.Verify = line.Has("verify");
-        purgeOptions.OverwriteNames = line.Has("names");
+        purgeOptions = {line.Has("verify"), line.Has("names")};
         command.onDrive();
         return EndDriveCommand(line);
     }

@@ -54,10 +54,9 @@ char ChooseWritableDrive(const std::string& strQuestion, const std::string& strT
     if (strLetters.empty())
         return 0;
     const char chrDrive = ChooseDrive(strQuestion, strLetters, options);
-    currentRun.Request.How.Options.Verify = purgeOptions.Verify;
-    // The names of dummy files tell nothing.
-    currentRun.Request.How.Options.OverwriteNames =
-        purgeOptions.OverwriteNames && options == DriveOptions::ForFiles;
+    currentRun.Request.How.Options = purgeOptions;
+    if (options != DriveOptions::ForFiles) // the names of dummy files tell nothing
+        currentRun.Request.How.Options.OverwriteNames = false;
     if (chrDrive == 0 || !CheckDriveWritable(chrDrive, strTitle))
         return 0;
     OfferToRemoveLeftoversOn(chrDrive);
