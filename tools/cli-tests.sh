@@ -72,11 +72,22 @@ told "ünïcødé 文字 😀.txt (7 bytes)"
 told "Number of files: 4"
 expect 0 purge 'C:\cli-tests\ünïcødé 文字 😀.txt' -y -n 1 < /dev/null
 left 3
-(cd "$folder" && expect 0 purge sub -y --type both --passes 1 < /dev/null)
+cd "$folder"
+expect 0 purge sub -y --type both --passes 1 < /dev/null
+cd "$top"
 left 2
-printf 'C:\\cli-tests\\%s\\y*.txt\0' "$(realpath --relative-to="$folder" "$long" | tr / '\\')" > "$top/build/cli-tests.in"
+place="C:\\cli-tests\\$(realpath --relative-to="$folder" "$long" | tr / '\\')"
+# A list of more than a megabyte: one file.
+name=$place\\$(printf 'y%.0s' {1..50}).txt
+for _ in {1..2600}; do printf '%s\r\n' "$name"; done > "$top/build/cli-tests.in"
+[ "$(stat -c %s "$top/build/cli-tests.in")" -gt 1048576 ] || complain "The list is too short."
+expect 0 list --from - < "$top/build/cli-tests.in"
+[ "$(grep -c 'yyy.txt (7 bytes)' "$log")" = 1 ] || complain "A file that a list names often is not there once."
+printf '%s\\y*.txt\0' "$place" > "$top/build/cli-tests.in"
 expect 0 purge -y -n 1 --from - < "$top/build/cli-tests.in"
 left 1
+expect 0 purge 'C:\cli-tests\a.txt' -y -n 1 --verify --keep < /dev/null
+told "a.txt (7 bytes) purged and verified"
 expect 0 purge 'C:\cli-tests' -y -q --keep -o 'C:\cli-tests\report.txt' < /dev/null
 [ -s "$log" ] && complain "--quiet told something."
 grep -q 'Purged files not deleted' "$folder/report.txt" || complain "The report file is not right."
@@ -133,15 +144,17 @@ rm -f "$folder"/big*
 if [ -n "${NW_SMALL_DRIVE-}" ]; then
     small=$WINEPREFIX/dosdevices/t:/
     echo secret > "$small/kept.txt"
-    expect 0 speed T: < /dev/null
-    told "The purge speed is approximately"
+    cd "$folder"
+    expect 0 speed T: -o speed.txt < /dev/null
+    cd "$top"
+    grep -q "The purge speed is approximately" "$folder/speed.txt" || complain "The report of a test is not there."
     expect 0 free-space 't:\' --yes --passes 1 < /dev/null
     told "The free space has been purged."
     interrupted 'ls "$small"/_nw_dummy*' 1 free-space T: -y -t both -n 5
     [ "$(ls "$small")" = kept.txt ] || complain "After Ctrl+C there is left: $(ls "$small")"
     mkdir "$small/Keep"
     echo secret > "$small/Keep/k.txt"
-    expect 0 disk T: -y -n 1 --exclude Keep --json < /dev/null
+    expect 0 disk T: -y -n 1 --exclude Keep --verify --names --json < /dev/null
     python3 -c 'import json, sys; assert [json.loads(l) for l in open(sys.argv[1])][0]["path"] == "T:\\kept.txt"' "$log" ||
         complain "The records of a disk are not right."
     [ "$(cd "$small" && find . -type f)" = ./Keep/k.txt ] || complain "A disk holds: $(cd "$small" && find .)"

@@ -15,22 +15,23 @@ namespace {
 // 50 beside the options.
 constexpr Command commands[] = {
     {"purge", "PATH...", Takes::Paths, true, "Purges files, and the files in folders."},
-    {"list", "PATH...", Takes::Paths, false, "Lists what a purge would meet, and the time for it."},
+    {"list", "PATH...", Takes::Paths, false,
+     "Lists what a purge would meet, and estimates its time."},
     {"free-space", "DRIVE", Takes::Drive, true, "Purges the free space of a drive.",
      PurgeFreeSpaceCommand},
     {"speed", "DRIVE", Takes::Drive, false, "Measures how fast a drive can be purged.",
      TestPurgeSpeedCommand},
     {"disk", "DRIVE", Takes::Drive, true, "Purges a whole drive: its free space, then its files.",
      PurgeDiskCommand},
-    {"run", "FILE.nws", Takes::SetupFile, true, "Purges files of the folder in a setup file."},
+    {"run", "FILE.nws", Takes::SetupFile, true, "Purges files of the folder that a setup names."},
     {"version", "", Takes::Nothing, false, "Tells the version of the program."},
     {"help", "[COMMAND]", Takes::Word, false,
-     "Tells of a command, of \"questions\" or of \"exit\"."}};
+     "Tells more: of a command, \"questions\" or \"exit\" codes."}};
 
 constexpr Option options[] = {
     {"files", 'f', "SPEC", "plr", "of folders only such files: *.tmp"},
     {"subfolders", 'r', "", "plr", "with all lower subfolders"},
-    {"from", 0, "FILE", "pl", "paths in lines, or ended by NUL; - standard input"},
+    {"from", 0, "FILE", "pl", "paths from a file, - from input; by line or NUL"},
     {"type", 't', "TYPE", "plrfsd", "random, patterns or both (random)"},
     {"passes", 'n', "N", "plrfsd", "random 1-9 (6), patterns 1-7 (3), both 1-5 (2)"},
     {"slack-only", 's', "", "pr", "only behind the ends of files"},
@@ -38,12 +39,12 @@ constexpr Option options[] = {
     {"read-only", 0, "", "pr", "read-only files, too"},
     {"system", 0, "", "prfd", "system files, folders and Windows' drive, too"},
     {"sensitive", 0, "", "pr", "programs and their parts, too"},
-    {"remove-empty-folders", 0, "", "pr", "removes subfolders that are empty then"},
+    {"remove-empty-folders", 0, "", "pr", "removes subfolders that are empty afterwards"},
     {"exclude", 'x', "FOLDER", "d", "keeps a top folder, . the files there; repeatable"},
     {"verify", 0, "", "prfd", "reads back what was written, and compares it"},
     {"names", 0, "", "prd", "overwrites names and dates of what is deleted"},
     {"yes", 'y', "", "prfsd", "asks nothing: see help questions"},
-    {"report", 'o', "FILE", "plrfsd", "keeps the report; as records in a .json"},
+    {"report", 'o', "FILE", "plrfsd", "writes the report to a file, .json as records"},
     {"json", 'j', "", "plrfsd", "only records, one in a line"},
     {"quiet", 'q', "", "plrfsd", "tells only what went wrong"},
     {"help", 'h', "", "plrfsd", "this text"}};

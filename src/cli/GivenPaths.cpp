@@ -61,6 +61,9 @@ std::string CompletePaths(CommandLine& line, bool blnPaths) {
     for (std::string& path : line.arguments) {
         if (blnPaths && (path.empty() || (path.size() == 2 && path[1] == ':')))
             return "\"" + path + "\" is no path: D:\\ is a drive, D:. its current folder.";
+        const bool blnAlone = line.arguments.size() == 1 && !line.Has("files");
+        if (blnPaths && !blnAlone && IsWildcard(FileNameOf(path)))
+            return path + " is a pattern, which stands alone. Of several folders: --files SPEC.";
         path = blnPaths ? platform::FullPath(path) : path;
     }
     return {};

@@ -132,6 +132,7 @@ TEST_F(ConsoleTest, WrongUsageTouchesNothing) {
         {{"purge", "-y", "--from", "C:\\utf16"}, "control characters"}, // each letter a path
         {{"purge", "-y", "--from", "C:\\empty"}, "names no path"},
         {{"purge", "D:", "-y"}, "\"D:\" is no path"}, // it would be some current folder
+        {{"purge", "C:\\d\\*.txt", "C:\\d\\lib.dll", "-y"}, "a pattern, which stands alone"},
         {{"run", "C:\\none.nws", "-y", "--files", "*.*"}, "not found"},
         {{"run", "C:\\d\\a.txt", "-y"}, "--files"},
         {{"run", "C:\\d\\a.txt", "-y", "-f", "*.*"}, "Error when attempting to load setup"},

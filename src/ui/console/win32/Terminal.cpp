@@ -16,6 +16,8 @@ namespace {
 
 constexpr std::size_t lngPiece = 16384; ///< a console takes no long texts at once
 
+constexpr DWORD lngPatience = 50; ///< milliseconds
+
 std::atomic<int> interrupts{0};
 
 bool TellEnd() {
@@ -86,10 +88,15 @@ bool Write(Stream stream, const std::string& text) {
 }
 
 bool ReadLine(std::string& line) {
+    const HANDLE input = HandleOf(Stream::In);
+    const int before = interrupts;
+    while (WaitForSingleObject(input, lngPatience) ==
+           WAIT_TIMEOUT) // a stop may not end the reading
+        if (interrupts > before)
+            return false;
     wchar_t units[1024]; // what is longer is no answer
     DWORD read = 0;
-    if (!ReadConsoleW(HandleOf(Stream::In), units, 1024, &read, nullptr) || read == 0 ||
-        units[0] == L'\x1A')
+    if (!ReadConsoleW(input, units, 1024, &read, nullptr) || read == 0 || units[0] == L'\x1A')
         return false;
     line = platform::Narrow({units, read});
     line.erase(std::min(line.find_first_of("\r\n"), line.size()));
