@@ -13,26 +13,32 @@
 
 namespace {
 
-bool WantsJson(const std::string& path) {
+/// Whether the file is to have JSON lines. A name with the extension of neither type gets that of
+/// the one chosen.
+bool TakesJson(std::string& path, bool chosen) {
     const std::string extension = platform::LowerCase(ExtensionOf(path));
-    return extension == "json" || extension == "jsonl";
+    if (extension == "txt")
+        return false;
+    if (extension == "json" || extension == "jsonl")
+        return true;
+    path += chosen ? ".json" : ".txt";
+    return chosen;
 }
 
 } // namespace
 
 void SaveReport() {
     std::string path;
-    // All files: a dialog may append the first extension of a filter to a name with the second.
-    if (!ui::SaveFileDialog("Save report as text (.txt) or as JSON lines (.json)",
-                            "All files (*.*)", "*.*", strBrowsePath, path))
+    std::size_t type = 0;
+    if (!ui::SaveFileDialog("Save report",
+                            {{"Text (*.txt)", "*.txt"}, {"JSON lines (*.json)", "*.json"}},
+                            strBrowsePath, path, type))
         return;
-    if (ExtensionOf(path).empty())
-        path += ".txt";
+    const bool json = TakesJson(path, type == 1);
     if (platform::FileExists(path) &&
         ui::MsgBox("Overwrite existing file " + path + "?", ui::Buttons::YesNoCancel,
                    ui::Icon::Question, "File exists") != ui::AnswerYes)
         return;
-    const bool json = WantsJson(path);
     // The windows stay alive while a long report is written. No new run may begin: it would take
     // the records away.
     frmReport.cmdSaveReport.Enabled = false;

@@ -182,8 +182,10 @@ void cmdSaveSetupForNextRun_Click() {
 
 void cmdSaveSetupAsOperationFile_Click() {
     std::string strPath;
-    if (ui::SaveFileDialog("Specify operation file to be saved", strOperationFiles,
-                           strOperationPattern, strBrowsePath, strPath)) {
+    std::size_t only = 0;
+    if (ui::SaveFileDialog("Specify operation file to be saved",
+                           {{strOperationFiles, strOperationPattern}}, strBrowsePath, strPath,
+                           only)) {
         // With another extension, the file would not be offered for loading. When dropped, it would
         // be taken for a file to purge and not for a setup.
         if (platform::LowerCase(ExtensionOf(strPath)) != "nws")

@@ -85,9 +85,13 @@ bool OpenFileDialog(const std::string& title, const std::string& filterName,
 bool OpenFilesDialog(const std::string& title, const std::string& filterName,
                      const std::string& filterPattern, const std::string& startFolder,
                      std::vector<std::string>& paths);
-bool SaveFileDialog(const std::string& title, const std::string& filterName,
-                    const std::string& filterPattern, const std::string& startFolder,
-                    std::string& path);
+struct FileType {
+    std::string Name, Pattern; ///< "Text (*.txt)", "*.txt"
+};
+/// With one type, the system may add its extension; with several, nothing changes the name. `type`:
+/// the position of the type that was chosen, at first 0.
+bool SaveFileDialog(const std::string& title, const std::vector<FileType>& types,
+                    const std::string& startFolder, std::string& path, std::size_t& type);
 /// The folder browser; returns the path as the system gives it, "" when cancelled.
 std::string BrowseFolderDialog(const std::string& title, const std::string& startFolder);
 

@@ -327,10 +327,17 @@ bool OpenFilesDialog(const std::string& title, const std::string& filterName,
     return true;
 }
 
-bool SaveFileDialog(const std::string& title, const std::string& filterName,
-                    const std::string& filterPattern, const std::string& startFolder,
-                    std::string& path) {
-    return OpenFileDialog(title, filterName, filterPattern, startFolder, path);
+/// Answers with the path and, behind "|", the name of a type other than the first.
+bool SaveFileDialog(const std::string& title, const std::vector<FileType>& types,
+                    const std::string& startFolder, std::string& path, std::size_t& type) {
+    std::vector<std::string> answer;
+    if (!OpenFilesDialog(title, "", "", startFolder, answer))
+        return false;
+    path = answer.front();
+    for (std::size_t i = 1; i < types.size(); ++i)
+        if (types[i].Name == answer.back())
+            type = i;
+    return true;
 }
 
 std::string BrowseFolderDialog(const std::string& title, const std::string& /*startFolder*/) {

@@ -55,7 +55,7 @@ TEST_F(ChosenItems, FromTwoDrivesWithOverlapsArePurgedOnce) {
     EXPECT_EQ("data", fake::ContentOf("C:\\other\\7.txt"));
 
     // Both forms of the saved report hold each file; what cannot be saved loses nothing.
-    const char* const question = "Save report as text (.txt) or as JSON lines (.json)";
+    const char* const question = "Save report";
     user.Dialog(question, "C:\\report");
     fake::Click(frmReport.cmdSaveReport);
     std::string saved = fake::ContentOf("C:\\report.txt");
@@ -63,7 +63,7 @@ TEST_F(ChosenItems, FromTwoDrivesWithOverlapsArePurgedOnce) {
     for (const char* line : {"C:\\a\\2.txt (4 bytes) purged\r\n", "Number of files purged: 6\r\n",
                              "\r\nFiles that could not be purged: 1\r\nD:\\locked.txt: unable"})
         EXPECT_NE(saved.find(line), saved.npos) << line << saved;
-    user.Dialog(question, "C:\\report.json");
+    user.Dialog(question, "C:\\report|JSON lines (*.json)");
     fake::Click(frmReport.cmdSaveReport);
     saved = fake::ContentOf("C:\\report.json");
     EXPECT_EQ(8, std::count(saved.begin(), saved.end(), '\n'));

@@ -4,7 +4,6 @@
 #include "windows/Environment.h"
 
 #include <algorithm>
-
 #include <shellapi.h>
 
 namespace driver {
@@ -118,7 +117,7 @@ bool IsInScratch(const std::string& path) {
            path.find("..") == std::string::npos;
 }
 
-/// What a click on a button of the main window would destroy must lie in the scratch folder.
+/// What a click in the main window would destroy must lie in the scratch folder.
 bool IsHarmless(HWND form, const std::string& button) {
     if (button == "cmdLargePurge(0)") // writes and purges a file of its own
         return true;
@@ -333,9 +332,9 @@ void Choose(HWND form, const std::string& comboOrList, const std::string& item) 
     ExpectUsable(form, comboOrList);
     HWND list = Named(form, comboOrList);
     const bool combo = ClassOf(list) == "ComboBox";
-    const auto index = static_cast<WPARAM>(Ask(list, combo ? CB_FINDSTRING : LB_FINDSTRING,
-                                               static_cast<WPARAM>(-1),
-                                               reinterpret_cast<LPARAM>(Widen(item).c_str())));
+    const auto index =
+        static_cast<WPARAM>(Ask(list, combo ? CB_FINDSTRING : LB_FINDSTRING, ~WPARAM{0},
+                                reinterpret_cast<LPARAM>(Widen(item).c_str())));
     if (!IsUsable(list) || static_cast<LRESULT>(index) < 0)
         return Fail("\"" + item + "\" cannot be chosen in " + comboOrList);
     if (combo)
@@ -370,10 +369,9 @@ HWND Focused(HWND form) {
 }
 
 void CloseByCross(HWND form) {
-    if (IsUsable(form))
-        PostMessageW(form, WM_SYSCOMMAND, SC_CLOSE, 0);
-    else
-        Fail("\"" + TextOf(form) + "\" cannot be closed.");
+    if (!IsUsable(form))
+        return Fail("\"" + TextOf(form) + "\" cannot be closed.");
+    PostMessageW(form, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
 void AnswerBox(const std::string& title, const std::string& text, int button) {
@@ -384,13 +382,18 @@ void AnswerBox(const std::string& title, const std::string& text, int button) {
     PressAndWait(box, button);
 }
 
-void AnswerDialog(const std::string& title, const std::string& path) {
+void AnswerDialog(const std::string& title, const std::string& path, const std::string& type) {
     if (!IsInScratch(path))
         return Fail(path + " is outside the scratch folder.");
     HWND dialog = WaitForDialog(title, PathField);
     if (dialog == nullptr)
         return;
     Ask(PathField(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(path).c_str()));
+    for (HWND child : Children(dialog))
+        if (!type.empty() && TextOf(child).ends_with(")")) {
+            PostMessageW(child, WM_KEYDOWN, VK_DOWN, 0);
+            EXPECT_TRUE(WaitUntil([&] { return TextOf(child) == type; })) << TextOf(child);
+        }
     PressAndWait(dialog, IDOK);
 }
 

@@ -78,7 +78,8 @@ void CloseByCross(HWND form);
 /// Waits for a message box with this title, checks its text (unless empty) and presses a button
 /// (IDOK, IDCANCEL, IDYES, IDNO). Returns when the box is gone.
 void AnswerBox(const std::string& title, const std::string& text, int button);
-/// Waits for a common dialog (open, save, folder), names the path in it and accepts.
-void AnswerDialog(const std::string& title, const std::string& path);
+/// Waits for a common dialog (open, save, folder), names the path in it, goes down in the box of
+/// types to this one (unless empty) and accepts.
+void AnswerDialog(const std::string& title, const std::string& path, const std::string& type = "");
 
 } // namespace driver

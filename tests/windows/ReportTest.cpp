@@ -105,8 +105,8 @@ TEST_F(ReportTest, ItemsOfTwoDrivesAndOneInUse) {
     ASSERT_NE(INVALID_HANDLE_VALUE, other);
 
     main = Drop(main, {in + "data\\below", in + "data", in + files.front(), in + files.back(),
-                         in + "alone.txt", in + "ALONE.TXT", locked, away + "\\deep", away,
-                         away + "\\one.txt", away + "\\deep\\three.txt", away + "\\two.txt"});
+                       in + "alone.txt", in + "ALONE.TXT", locked, away + "\\deep", away,
+                       away + "\\one.txt", away + "\\deep\\three.txt", away + "\\two.txt"});
     Expect(main, "lblDirectory", "11 chosen items (7 files, 4 folders)");
     Click(main, "cmdSubdirectories");
     Expect(main, "lblSubdirectories", "Yes");
@@ -124,9 +124,12 @@ TEST_F(ReportTest, ItemsOfTwoDrivesAndOneInUse) {
                                     "Files that could not be purged: 1\r\n" + locked + ": "})
         EXPECT_EQ(1, CountOccurrences(text, line)) << text;
 
-    for (const char* name : {"report.txt", "report.json"}) {
+    // The second name gets its extension by the type that is chosen.
+    for (const std::string name : {"report.txt", "report.json"}) {
+        const bool isText = name == "report.txt";
         PressKey(report, 'S', VK_CONTROL);
-        AnswerDialog("Save report as text (.txt) or as JSON lines (.json)", in + name);
+        AnswerDialog("Save report", in + (isText ? name : "report"),
+                     isText ? "" : "JSON lines (*.json)");
         EXPECT_TRUE(WaitUntil([&] { return ContentOf(name).ends_with('\n'); })) << Describe();
         ExpectUsable(report, "cmdSaveReport");
         std::filesystem::rename(wide(in + name), wide(in + "..\\" + name));

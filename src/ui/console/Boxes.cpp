@@ -150,8 +150,8 @@ bool OpenFilesDialog(const std::string&, const std::string&, const std::string&,
     return false;
 }
 
-bool SaveFileDialog(const std::string&, const std::string&, const std::string&, const std::string&,
-                    std::string&) {
+bool SaveFileDialog(const std::string&, const std::vector<FileType>&, const std::string&,
+                    std::string&, std::size_t&) {
     return false;
 }
 

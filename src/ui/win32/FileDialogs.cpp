@@ -32,11 +32,22 @@ enum class Outcome { Chosen, Cancelled, Unavailable };
 
 struct Question {
     Purpose For;
-    std::wstring Title, FilterName, FilterPattern, StartFolder;
+    std::wstring Title, StartFolder;
+    /// Name and pattern of each type of file; none for folders.
+    std::vector<std::array<std::wstring, 2>> Types;
 };
 
-/// "nws" for "*.nws"; empty for patterns with an arbitrary extension.
-std::wstring ExtensionOfPattern(const std::wstring& pattern) {
+struct Choice {
+    std::vector<std::wstring> Paths;
+    UINT Type = 1; ///< counts from 1
+};
+
+/// "nws" for "*.nws"; empty for patterns with an arbitrary extension, and where there is a choice:
+/// a dialog would append the first extension to a name with the second.
+std::wstring UsualExtension(const Question& question) {
+    if (question.Types.size() != 1)
+        return L"";
+    const std::wstring& pattern = question.Types[0][1];
     const std::wstring extension = pattern.starts_with(L"*.") ? pattern.substr(2) : L"";
     return extension.find_first_of(L"*?.;") == std::wstring::npos ? extension : L"";
 }
@@ -82,7 +93,7 @@ bool TakeResults(IFileDialog& dialog, std::vector<std::wstring>& paths) {
     return all;
 }
 
-Outcome AskByItemDialog(HWND owner, const Question& question, std::vector<std::wstring>& paths) {
+Outcome AskByItemDialog(HWND owner, const Question& question, Choice& choice) {
     const bool save = question.For == Purpose::Save;
     IFileDialog* dialog = nullptr;
     if (!EnsureCom() || FAILED(CoCreateInstance(save ? CLSID_FileSaveDialog : CLSID_FileOpenDialog,
@@ -104,9 +115,11 @@ Outcome AskByItemDialog(HWND owner, const Question& question, std::vector<std::w
     dialog->SetOptions(options);
     dialog->SetTitle(question.Title.c_str());
     if (question.For != Purpose::Folder) {
-        const COMDLG_FILTERSPEC filter{question.FilterName.c_str(), question.FilterPattern.c_str()};
-        dialog->SetFileTypes(1, &filter);
-        const std::wstring extension = ExtensionOfPattern(question.FilterPattern);
+        std::vector<COMDLG_FILTERSPEC> filters;
+        for (const auto& [name, pattern] : question.Types)
+            filters.push_back({name.c_str(), pattern.c_str()});
+        dialog->SetFileTypes(static_cast<UINT>(filters.size()), filters.data());
+        const std::wstring extension = UsualExtension(question);
         if (save && !extension.empty())
             dialog->SetDefaultExtension(extension.c_str());
     }
@@ -114,12 +127,13 @@ Outcome AskByItemDialog(HWND owner, const Question& question, std::vector<std::w
     const HRESULT shown = dialog->Show(owner);
     Outcome outcome = Outcome::Cancelled;
     if (SUCCEEDED(shown))
-        outcome = (question.For == Purpose::OpenSeveral ? TakeResults(*dialog, paths)
-                                                        : TakeResult(*dialog, paths))
+        outcome = (question.For == Purpose::OpenSeveral ? TakeResults(*dialog, choice.Paths)
+                                                        : TakeResult(*dialog, choice.Paths))
                       ? Outcome::Chosen
                       : Outcome::Cancelled;
     else if (shown != HRESULT_FROM_WIN32(ERROR_CANCELLED))
         outcome = Outcome::Unavailable;
+    dialog->GetFileTypeIndex(&choice.Type); // a dialog for folders has none
     dialog->Release();
     return outcome;
 }
@@ -134,14 +148,17 @@ void TakeNames(const wchar_t* names, std::vector<std::wstring>& paths) {
         paths.push_back(first);
 }
 
-bool AskByOldDialog(HWND owner, const Question& question, std::vector<std::wstring>& paths) {
-    std::wstring filter = question.FilterName + L'\0' + question.FilterPattern + L'\0' + L'\0';
+bool AskByOldDialog(HWND owner, const Question& question, Choice& choice) {
+    std::wstring filter;
+    for (const auto& [typeName, pattern] : question.Types)
+        filter += typeName + L'\0' + pattern + L'\0';
     std::wstring name(32768, L'\0');
-    const std::wstring extension = ExtensionOfPattern(question.FilterPattern);
+    const std::wstring extension = UsualExtension(question);
     OPENFILENAMEW ask{};
     ask.lStructSize = sizeof ask;
     ask.hwndOwner = owner;
     ask.lpstrFilter = filter.c_str();
+    ask.nFilterIndex = choice.Type;
     ask.lpstrFile = name.data();
     ask.nMaxFile = static_cast<DWORD>(name.size());
     ask.lpstrTitle = question.Title.c_str();
@@ -158,10 +175,11 @@ bool AskByOldDialog(HWND owner, const Question& question, std::vector<std::wstri
             ask.Flags |= OFN_ALLOWMULTISELECT;
         chosen = GetOpenFileNameW(&ask);
     }
+    choice.Type = ask.nFilterIndex;
     if (chosen && question.For == Purpose::OpenSeveral)
-        TakeNames(name.c_str(), paths);
+        TakeNames(name.c_str(), choice.Paths);
     else if (chosen)
-        paths.emplace_back(name.c_str());
+        choice.Paths.emplace_back(name.c_str());
     return chosen != FALSE;
 }
 
@@ -181,28 +199,31 @@ bool AskByOldFolderDialog(HWND owner, const Question& question, std::vector<std:
     return named != FALSE;
 }
 
-bool Ask(const Question& question, std::vector<std::string>& paths) {
+/// `type`: the position of the type chosen, where the caller wants to know.
+bool Ask(const Question& question, std::vector<std::string>& paths, std::size_t* type = nullptr) {
     if (Quitting())
         return false;
     const BoxOpen box(false, IDCANCEL);
-    std::vector<std::wstring> answers;
-    const Outcome outcome = AskByItemDialog(box.Owner, question, answers);
+    Choice choice;
+    const Outcome outcome = AskByItemDialog(box.Owner, question, choice);
     bool chosen = outcome == Outcome::Chosen;
     if (outcome == Outcome::Unavailable)
         chosen = question.For == Purpose::Folder
-                     ? AskByOldFolderDialog(box.Owner, question, answers)
-                     : AskByOldDialog(box.Owner, question, answers);
+                     ? AskByOldFolderDialog(box.Owner, question, choice.Paths)
+                     : AskByOldDialog(box.Owner, question, choice);
     if (chosen) {
         paths.clear();
-        for (const std::wstring& answer : answers)
+        for (const std::wstring& answer : choice.Paths)
             paths.push_back(platform::NarrowPath(answer));
+        if (type)
+            *type = choice.Type - 1;
     }
     return chosen;
 }
 
-bool AskForOne(const Question& question, std::string& path) {
+bool AskForOne(const Question& question, std::string& path, std::size_t* type = nullptr) {
     std::vector<std::string> paths;
-    const bool chosen = Ask(question, paths);
+    const bool chosen = Ask(question, paths, type);
     if (chosen)
         path = paths.front();
     return chosen;
@@ -213,30 +234,34 @@ bool AskForOne(const Question& question, std::string& path) {
 bool OpenFileDialog(const std::string& title, const std::string& filterName,
                     const std::string& filterPattern, const std::string& startFolder,
                     std::string& path) {
-    return AskForOne(
-        {Purpose::Open, Widen(title), Widen(filterName), Widen(filterPattern), Widen(startFolder)},
-        path);
+    return AskForOne({Purpose::Open,
+                      Widen(title),
+                      Widen(startFolder),
+                      {{Widen(filterName), Widen(filterPattern)}}},
+                     path);
 }
 
 bool OpenFilesDialog(const std::string& title, const std::string& filterName,
                      const std::string& filterPattern, const std::string& startFolder,
                      std::vector<std::string>& paths) {
-    return Ask({Purpose::OpenSeveral, Widen(title), Widen(filterName), Widen(filterPattern),
-                Widen(startFolder)},
+    return Ask({Purpose::OpenSeveral,
+                Widen(title),
+                Widen(startFolder),
+                {{Widen(filterName), Widen(filterPattern)}}},
                paths);
 }
 
-bool SaveFileDialog(const std::string& title, const std::string& filterName,
-                    const std::string& filterPattern, const std::string& startFolder,
-                    std::string& path) {
-    return AskForOne(
-        {Purpose::Save, Widen(title), Widen(filterName), Widen(filterPattern), Widen(startFolder)},
-        path);
+bool SaveFileDialog(const std::string& title, const std::vector<FileType>& types,
+                    const std::string& startFolder, std::string& path, std::size_t& type) {
+    Question question{Purpose::Save, Widen(title), Widen(startFolder), {}};
+    for (const FileType& each : types)
+        question.Types.push_back({Widen(each.Name), Widen(each.Pattern)});
+    return AskForOne(question, path, &type);
 }
 
 std::string BrowseFolderDialog(const std::string& title, const std::string& startFolder) {
     std::string path;
-    AskForOne({Purpose::Folder, Widen(title), L"", L"", Widen(startFolder)}, path);
+    AskForOne({Purpose::Folder, Widen(title), Widen(startFolder), {}}, path);
     return path;
 }
 
