@@ -5,6 +5,7 @@
 #include "disk/DriveReport.h"
 #include "disk/RunProgress.h"
 #include "engine/FileOps.h"
+#include "engine/OverwriteName.h"
 #include "platform/Files.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunJob.h"
@@ -142,6 +143,10 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
             ++currentRun.Counts.lngNumFoldersUnread;
     };
     walk.onUnread = [&](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
+    if (!loop.blnCounting && currentRun.Request.How.Options.OverwriteNames)
+        walk.onFolderDone = [](const std::string& strFound) {
+            TellInReport(FillIndexOf(strFound));
+        };
     walk.onStop = walk.onTurn = [&](const std::string& strPath) {
         ui::DoEvents();
         return !blnStop || GoOn(loop, strPath + "\r\n");

@@ -20,7 +20,29 @@ struct PurgeFolder : WindowTest {
         StartPurge();
         Expect(Window("Purge files"), "lblPausedDone", "Done");
     }
+    void PurgeBelow(bool names) {
+        ChooseType("0");
+        Click(main, "cmdSubdirectories");
+        Expect(main, "lblSubdirectories", "Yes");
+        Click(main, "cmdProcessFiles(1)");
+        HWND options = Window("Purge options");
+        Click(options, "chkDeleteEmptyFolders");
+        if (names)
+            Click(options, "chkOverwriteNames");
+        Click(options, "cmdDoPurge");
+        AnswerBox("Purge files", "", IDYES);
+        Expect(Window("Purge files"), "lblPausedDone", "Done");
+    }
 };
+
+// With the folders below, which go, too.
+TEST_F(PurgeFolder, AllBelow) {
+    PurgeBelow(false);
+}
+
+TEST_F(PurgeFolder, AllBelowAndTheNames) {
+    PurgeBelow(true);
+}
 
 TEST_F(PurgeFolder, WithRandomBytes) {
     PurgeOnce("0");

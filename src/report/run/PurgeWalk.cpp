@@ -120,6 +120,12 @@ TreeWalk PurgeTreeWalk(const std::string& spec, bool slackOnly) {
     };
     walk.onUnread = [](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
     walk.onTurn = GoesOn;
+    if (currentRun.Request.How.Options.OverwriteNames)
+        walk.onFolderDone = [](const std::string& folder) {
+            const std::string text = FillIndexOf(folder);
+            if (!text.empty())
+                AppendReport(text, false);
+        };
     // A slack-only purge disables this check box in the options dialog without clearing it.
     if (currentRun.Request.How.blnDeleteEmptyFolders && !slackOnly)
         walk.onSubfolderDone = RemoveIfEmpty;

@@ -80,6 +80,7 @@ bool Enter(const TreeWalk& walk, const std::string& folder, bool& entered) {
     std::vector<FoundFolder> subfolders;
     const bool goesOn =
         WalkFiles(walk, folder, own, subfolders) && WalkSubfolders(walk, folder, subfolders);
+    Tell(walk.onFolderDone, folder);
     if (walk.blnHoldFolders)
         platform::LetGo(hold);
     return goesOn;

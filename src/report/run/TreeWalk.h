@@ -27,7 +27,9 @@ struct TreeWalk {
     std::function<void(const std::string& strPath)> onGone;
     /// A folder that could not be read completely.
     std::function<void(const std::string& strFolder)> onUnread;
-    /// Called after all of a subfolder was walked.
+    /// Called after all of a folder was walked, while it is held.
+    std::function<void(const std::string& strFolder)> onFolderDone;
+    /// Called after all of a subfolder was walked and let go.
     std::function<void(const std::string& strFolder)> onSubfolderDone;
     /// Called after each file and each subfolder.
     std::function<bool(const std::string& strPath)> onTurn;
