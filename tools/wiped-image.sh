@@ -98,10 +98,13 @@ purge_free_space() {
 }
 
 # places TEXT WHEN: how often it is in free file records of NTFS, in those of folders that are there,
-# in index blocks, and elsewhere.
+# in index blocks, and elsewhere. Names are in UTF-16 there.
 places() {
     perl -0777 -ne '
-        BEGIN { ($text, $when) = splice @ARGV, 0, 2; $text =~ s/(.)/$1\0/g if $when =~ /names/ }
+        BEGIN {
+            ($text, $when) = splice @ARGV, 0, 2;
+            $text =~ s/(.)/$1\0/g if $when =~ /names/ && $when =~ /^ntfs/;
+        }
         while (/\Q$text\E/g) {
             my $at = pos() - length $text;
             my $record = substr $_, $at - $at % 1024, 23;
@@ -111,6 +114,29 @@ places() {
         }
         printf "%s: in free records %d, in folders %d + %d, elsewhere %d\n", $when, map { $_ // 0 } @n[0 .. 3];
     ' "$1" "$disk: $2" "$image"
+}
+
+# Names of small files in a folder and below it, purged and deleted, with and without "Overwrite file
+# names and dates"; the folders below it go, too. What NTFS keeps in its log does not count.
+purge_names() {
+    local test i folder found count log=0
+    for test in AllBelowAndTheNames AllBelow; do # in this order: later names would hide earlier ones
+        for i in $(seq 200); do
+            folder=$mounted/data
+            [ $((i % 2)) = 0 ] || folder=$folder/nested/$((i % 5))/below
+            mkdir -p "$folder"
+            markers_of 240 "$folder/$test-$i.txt"
+            markers_of 600 "$folder/second-$test-$i.txt"
+        done
+        # What was written here is on the disk before it is purged.
+        detach && attach "$1" && drive nullwright_purge "PurgeFolder.$test" && detach || return 1
+        [ "$1" != ntfs ] || log=$(ntfscat -i 2 "$image" | tr -d '\0' | { grep -a -o "$test-" || true; } | wc -l)
+        found=$(places "$test-" "names after $test")
+        echo "$found (in the log of NTFS $log)"
+        count=$(sed 's/.*: //; s/[^0-9]/ /g' <<< "$found" | awk '{ print $1 + $2 + $3 + $4 }')
+        if [ "$test" = AllBelow ]; then [ "$count" -ge 100 ]; else [ "$count" = "$log" ]; fi || return 1
+        expect_markers 0 "after $test" && attach "$1" || return 1
+    done
 }
 
 # Small files that were deleted one by one, or with their folders: contents and names lie in records.
@@ -156,6 +182,11 @@ for disk in "$@"; do
     0) ;;
     77) echo "skipped: free space of $disk" ;;
     *) failed=1 ;;
+    esac
+    detach || failed=1
+    # shellcheck disable=SC2086
+    case $disk in
+    ntfs* | ext4-inline*) make_image $disk && attach $disk && purge_names $disk || failed=1 ;;
     esac
     detach || failed=1
     # shellcheck disable=SC2086

@@ -66,6 +66,26 @@ C:\d\kept\link\: a link, not purged.
     EXPECT_NE(report.find("Folder C:\\d\\stays\\ not removed, left as C:\\d\\" + folder + "\\.\n"),
               report.npos)
         << report;
+
+    // The files that fill the folder's index, where the old names were.
+    for (const bool blnRoom : {true, false}) {
+        Begin(1);
+        purgeOptions.OverwriteNames = true;
+        fake::PutFile("C:\\d\\secret.txt", "M");
+        int intMade = 0;
+        fake::OnCall(blnRoom ? "RemoveFile" : "OpenFile", [&](const std::string& path) {
+            if (path.find("_nw_name_") == path.npos || ++intMade <= 3)
+                return Fault{Fault::None};
+            return Fault{blnRoom ? Fault::AccessDenied : Fault::DiskFull};
+        });
+        report = Purge();
+        const auto fillers = fake::FilesBelow("C:\\d");
+        EXPECT_EQ(fillers.size(), blnRoom ? 5u : 0u);
+        for (const std::string& path : fillers)
+            EXPECT_NE(report.find(path + ": an empty file, which could not be deleted.\n"),
+                      report.npos);
+        EXPECT_EQ(blnRoom, report.find("may remain in the index of C:\\d\\.\n") == report.npos);
+    }
 }
 
 } // namespace

@@ -31,7 +31,10 @@ struct PurgeFolder : WindowTest {
             Click(options, "chkOverwriteNames");
         Click(options, "cmdDoPurge");
         AnswerBox("Purge files", "", IDYES);
-        Expect(Window("Purge files"), "lblPausedDone", "Done");
+        HWND report = Window("Purge files");
+        for (int i = 0; i < 4 && TextOf(Named(report, "lblPausedDone")).empty(); ++i) // many files
+            (void)WaitUntil([&] { return !TextOf(Named(report, "lblPausedDone")).empty(); });
+        Expect(report, "lblPausedDone", "Done");
     }
 };
 
