@@ -14,6 +14,7 @@ packages_test=(googletest clang-14 libclang-rt-14-dev clang-format-14
     e2fsprogs ntfs-3g mount python3)
 packages_package=(googletest nsis zip)
 packages_disk=(libfuse3-dev fuse3)
+packages_recovery=(e2fsprogs ntfs-3g mount python3 sleuthkit testdisk foremost)
 
 say() { printf '\n== %s\n' "$*"; }
 die() { printf '\n%s\n' "$*" >&2; exit 1; }
