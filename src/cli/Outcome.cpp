@@ -176,11 +176,7 @@ int EndDriveCommand(const CommandLine& line) {
 namespace ui::console {
 
 std::string AnswerBeforehand(const Asked& asked) {
-    return AnswerOf(asked, *told.line, told.blnAttended);
-}
-
-bool IsAttended() {
-    return told.blnAttended;
+    return Ending() ? "none" : AnswerOf(asked, *told.line, told.blnAttended);
 }
 
 void TellBox(const std::string& strText, ui::Icon icon) {

@@ -79,9 +79,9 @@ constexpr Question questions[] = {
      "Yes", "they are deleted: they hold nothing but what Nullwright wrote"},
     {"", "Windows runs from Drive", "the free space of the drive of Windows", "Cancel", "it stays",
      "system", "OK", "it is purged"},
-    {"", "will now be written to fill this space", "to begin to fill the free space", "OK", "yes"},
+    {"", "will now be written to fill this space", "to begin to fill the free space", "OK"},
     {"", "Do you wish to continue with the purge?", "to purge what was filled with null bytes",
-     "OK", "yes"},
+     "OK"},
     {"", "Do you wish to continue with this operation?",
      "to go on when a dummy file was not purged", "Yes", "yes; exit code 1"},
     {"Cancel?", "Do you wish to cancel this operation?", "Ctrl+C while free space is filled", "Yes",
@@ -91,13 +91,12 @@ constexpr Question questions[] = {
     {"", "to continue with the files of the disk", "Ctrl+C before the files of a disk", "Cancel",
      "they stay"},
     {"Test purge speed", "Do you wish to proceed with this test?", "to test the speed of a drive",
-     "Yes", "yes"},
-    {"Purge disk", "will now be tested", "to test the speed before a disk purge", "OK", "yes"},
-    {"Purge disk", "Estimated time to purge", "to go on with that estimate of the time", "OK",
-     "yes"},
+     "Yes"},
+    {"Purge disk", "will now be tested", "to test the speed before a disk purge", "OK"},
+    {"Purge disk", "Estimated time to purge", "to go on with that estimate of the time", "OK"},
     {"Purge disk", "not possible to obtain sufficient information", "to go on without an estimate",
-     "OK", "yes"},
-    {"Purge disk", "-step process", "to begin the steps of a disk purge", "OK", "yes"},
+     "OK"},
+    {"Purge disk", "-step process", "to begin the steps of a disk purge", "OK"},
     {"Purge disk", "Do you wish to EXCLUDE the", "to keep the files at the top of a disk", "No",
      "they are purged", "exclude .", "Yes", "they stay"},
     {"Purge disk", "Do you wish to EXCLUDE files in selected", "to keep folders of a disk", "No",
@@ -107,7 +106,7 @@ constexpr Question questions[] = {
     {"Purge disk", "You have not excluded the", "to purge WINDOWS and Program Files, too", "Cancel",
      "the command ends", "system", "Yes", "they are purged"},
     {"Purge disk", "without further interruption from dialog boxes",
-     "to purge a disk without further questions", "Yes", "yes"},
+     "to purge a disk without further questions", "Yes"},
     {"Purge disk", "Now all files", "the files of a disk, after its free space", "Cancel",
      "they stay"},
     {"", "Do you wish to see the report?", "to see the report of a disk", "No",
@@ -133,11 +132,9 @@ const Question* QuestionOf(const ui::console::Asked& asked) {
 
 std::string AnswerOf(const ui::console::Asked& asked, const CommandLine& line, bool blnAttended) {
     const Question* row = QuestionOf(asked);
-    if (row == nullptr)
-        return {};
-    if (row->fill != nullptr)
+    if (row != nullptr && row->fill != nullptr)
         return row->fill(line) ? row->strAnswer : "none";
-    if (line.Has(row->strOption))
+    if (row != nullptr && line.Has(row->strOption))
         return row->strOptionAnswer;
-    return blnAttended ? "" : row->strAnswer;
+    return blnAttended ? "" : row == nullptr ? "none" : row->strAnswer;
 }

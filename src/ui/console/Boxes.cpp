@@ -85,18 +85,13 @@ const Choice* AskPerson(const std::string& text, const std::vector<Choice>& choi
     }
 }
 
-std::string Beforehand(const Asked& asked) {
-    return Ending() ? "" : AnswerBeforehand(asked);
-}
-
 /// Nothing: the answer that changes nothing.
 const Choice* AnswerTo(const std::string& beforehand, const std::string& text,
                        const std::vector<Choice>& choices, std::size_t first) {
     for (const Choice& choice : choices)
         if (choice.Name == beforehand)
             return &choice;
-    return IsAttended() && beforehand.empty() && !Ending() ? AskPerson(text, choices, first)
-                                                           : nullptr;
+    return beforehand.empty() ? AskPerson(text, choices, first) : nullptr;
 }
 
 std::string TextOf(const Form& form) {
@@ -117,7 +112,7 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
         return AnswerOK;
     }
     const std::vector<Choice> choices = ChoicesOf(buttons);
-    const Choice* answer = AnswerTo(Beforehand({title, text}), text, choices,
+    const Choice* answer = AnswerTo(AnswerBeforehand({title, text}), text, choices,
                                     static_cast<std::size_t>(defaultButton - 1));
     return answer ? answer->Answer : buttons == Buttons::YesNo ? AnswerNo : AnswerCancel;
 }
@@ -127,7 +122,7 @@ void ShowModal(Form& form) {
         return;
     if (!Ending())
         Show(form);
-    const std::string beforehand = Beforehand({form.Name, ""}); // it may enable a button
+    const std::string beforehand = AnswerBeforehand({form.Name, ""}); // it may enable a button
     const std::vector<Choice> choices = ChoicesOf(form);
     const auto byEnter = std::find_if(choices.begin(), choices.end(),
                                       [](const Choice& choice) { return choice.Press->Default; });

@@ -27,10 +27,8 @@ struct Asked {
     std::string Text;  ///< of the box
 };
 /// The button that answers without asking: of a box by its word ("Yes"), of a form by its name
-/// ("cmdOK"). "": the person is asked; where there is none the answer is what changes nothing.
+/// ("cmdOK"). "": the person is asked; what names no button is answered by what changes nothing.
 std::string AnswerBeforehand(const Asked& asked);
-/// Somebody sits at a terminal and can be asked.
-bool IsAttended();
 /// A box that asks nothing.
 void TellBox(const std::string& text, Icon icon);
 /// The text that grows, and who gets its lines, each of them once it is final.
