@@ -1,7 +1,6 @@
 // The drives and the journal.
 #include "fakes/FakeDisk.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <sstream>
@@ -21,17 +20,10 @@ Spoil spoil{};
 bool Join(Run& run, const Run& next) {
     const std::uint64_t period = run.Pattern.size(), count = std::min(next.Length, period);
     const Run longer{run.Length + next.Length, run.Pattern};
-    if ((next.Length == count || next.Pattern.size() == period) &&
-        longer.Bytes(run.Length, count) == next.Bytes(0, count)) {
-        run.Length = longer.Length;
-        return true;
-    }
-    const auto isLiteral = [](const Run& r) {
-        return r.Pattern.size() == r.Length || r.Length <= 512;
-    };
-    if (!isLiteral(run) || !isLiteral(next))
+    if ((next.Length != count && next.Pattern.size() != period) ||
+        longer.Bytes(run.Length, count) != next.Bytes(0, count))
         return false;
-    run = {longer.Length, run.Bytes(0, run.Length) + next.Bytes(0, next.Length)};
+    run.Length = longer.Length;
     return true;
 }
 

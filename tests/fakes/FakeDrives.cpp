@@ -1,8 +1,6 @@
 // Folders, drives, the current folder and the auxiliary library of the fake platform.
 #include "fakes/FakeDisk.h"
 
-#include <algorithm>
-
 namespace platform {
 
 using namespace fake;
@@ -82,14 +80,10 @@ Fault ReadRealPath(const std::string& path, std::string& real) {
 
 Fault ReadVolumeRoot(const std::string& path, std::string& root) {
     return OnItem(__func__, path, true, [&](const Place& place) {
-        root = place.Path.substr(0, 2) + "\\";
-        for (std::size_t at = 3; at < place.Path.size(); at = place.Path.find('\\', at) + 1) {
-            const std::string folder = place.Path.substr(0, place.Path.find('\\', at));
-            if (Find(folder, false).Item->MountedCluster != 0)
-                root = folder + "\\";
-            if (folder == place.Path)
-                break;
-        }
+        root = place.Path;
+        while (root.size() > 2 && Find(root, false).Item->MountedCluster == 0)
+            root.resize(root.rfind('\\'));
+        root += "\\";
         return Fault::None;
     });
 }

@@ -9,13 +9,10 @@
 #include "platform/System.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
-#include <string>
 #include <unordered_map>
-#include <vector>
 
 namespace fake {
 

@@ -2,13 +2,12 @@
 // because it is also linked with other file back ends.
 #include "fakes/FakePlatform.h"
 
-#include <algorithm>
 #include <chrono>
 #include <climits>
 #include <clocale>
 #include <cmath>
 #include <cstdio>
-#include <cwchar>
+#include <cstdlib>
 #include <cwctype>
 
 namespace fake {
@@ -106,18 +105,14 @@ bool SameButForCase(const std::string& name, const std::string& other) {
 }
 
 std::uint64_t TickCount() {
-    using namespace std::chrono;
-    if (blnRealClock)
-        return static_cast<std::uint64_t>(
-            duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
-    return static_cast<std::uint64_t>(tick);
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    const Milliseconds real = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint64_t>(blnRealClock ? real.count() : tick);
 }
 
 double SecondsSinceMidnight() {
-    using namespace std::chrono;
-    if (blnRealClock) // seconds of the current UTC day
-        return std::fmod(duration<double>(system_clock::now().time_since_epoch()).count(), 86400);
-    return secondsSinceMidnight;
+    return blnRealClock ? std::fmod(static_cast<double>(TickCount()) / 1000, 86400)
+                        : secondsSinceMidnight;
 }
 
 std::string DateText() {

@@ -3,17 +3,11 @@
 
 #include "fakes/FakePlatform.h"
 
-#include <algorithm>
-#include <atomic>
-#include <condition_variable>
 #include <deque>
+#include <future>
 #include <gtest/gtest.h>
-#include <map>
-#include <mutex>
 #include <set>
 #include <stdexcept>
-#include <thread>
-#include <utility>
 
 namespace fake {
 
@@ -233,24 +227,14 @@ bool RunStep(const std::function<bool()>& step) {
 
 /// As in the product: the steps run in sequence on a separate thread.
 void RunStepsOnThread(const std::function<bool()>& step, const std::function<bool()>& poll) {
-    std::mutex mutex;
-    std::condition_variable changed;
-    bool done = false;
     std::atomic<bool> cancelled = false;
-    const std::jthread worker([&] {
+    const auto worker = std::async(std::launch::async, [&] {
         while (!cancelled && RunStep(step)) {
         }
-        const std::scoped_lock lock(mutex);
-        done = true;
-        changed.notify_one();
     });
-    std::unique_lock lock(mutex);
-    while (!changed.wait_for(lock, std::chrono::milliseconds(15), [&] { return done; })) {
-        lock.unlock();
+    while (worker.wait_for(std::chrono::milliseconds(15)) != std::future_status::ready) {
         Pump();
-        if (poll && !poll())
-            cancelled = true;
-        lock.lock();
+        cancelled = cancelled || (poll && !poll());
     }
 }
 } // namespace

@@ -4,10 +4,7 @@
 
 #include "ui/Interface.h"
 
-#include <functional>
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace fake {
 
