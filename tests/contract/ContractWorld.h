@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <string>
 
 namespace contract {
 
@@ -45,6 +44,18 @@ struct Contract : testing::Test {
     std::string In(const std::string& name) const { return folder + "\\" + name; }
     std::string folder;
 };
+
+inline platform::File Opened(const std::string& path, platform::Access access) {
+    platform::File file;
+    EXPECT_EQ(OpenFile(path, access, file), platform::Fault::None) << path;
+    return file;
+}
+
+inline platform::FileFacts FactsOf(const std::string& path) {
+    platform::FileFacts facts;
+    EXPECT_EQ(ReadFileFacts(path, facts), platform::Fault::None) << path;
+    return facts;
+}
 
 inline platform::Fault Put(const std::string& path, const std::string& bytes) {
     platform::File file;

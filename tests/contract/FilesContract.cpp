@@ -2,15 +2,13 @@
 #include "contract/ContractWorld.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 
 using namespace platform;
 using namespace contract;
 
 TEST_F(Contract, BytesPositionsAndLengths) {
-    File file;
-    ASSERT_EQ(OpenFile(In("a.bin"), Access::CreateNew, file), Fault::None);
+    File file = Opened(In("a.bin"), Access::CreateNew);
     ASSERT_TRUE(file.IsOpen());
     EXPECT_EQ(WriteBytes(file, "hello world", 11), Fault::None);
     EXPECT_EQ(SeekTo(file, 6), Fault::None);
@@ -38,8 +36,7 @@ TEST_F(Contract, BytesPositionsAndLengths) {
 
 TEST_F(Contract, LengthsBeyondFourGigabytes) {
     constexpr std::uint64_t fiveGiB = 5ULL << 30;
-    File file;
-    ASSERT_EQ(OpenFile(In("big"), Access::CreateNew, file), Fault::None);
+    File file = Opened(In("big"), Access::CreateNew);
     const Fault fault = ChangeLength(file, fiveGiB + 1);
     char byte = 'x';
     std::size_t read = 0;
@@ -50,9 +47,7 @@ TEST_F(Contract, LengthsBeyondFourGigabytes) {
         GTEST_SKIP() << "less than 5 GiB free here";
     ASSERT_EQ(fault, Fault::None);
     EXPECT_TRUE(read == 1 && byte == '\0');
-    FileFacts facts;
-    EXPECT_EQ(ReadFileFacts(In("big"), facts), Fault::None);
-    EXPECT_EQ(facts.Length, fiveGiB + 1);
+    EXPECT_EQ(FactsOf(In("big")).Length, fiveGiB + 1);
 }
 
 TEST_F(Contract, WhatIsMissingIsNotFoundAndOutputsStay) {
@@ -83,8 +78,7 @@ TEST_F(Contract, CreatingReplacingAndRenaming) {
     EXPECT_EQ(Put(In("a"), "x"), Fault::AlreadyExists);
     EXPECT_EQ(Content(In("a")), "old bytes");
     ASSERT_EQ(WriteAttributes(In("a"), AttributeHidden), Fault::None);
-    File file;
-    ASSERT_EQ(OpenFile(In("a"), Access::Replace, file), Fault::None);
+    File file = Opened(In("a"), Access::Replace);
     EXPECT_EQ(WriteBytes(file, "new", 3), Fault::None);
     EXPECT_EQ(CloseFile(file), Fault::None);
     EXPECT_EQ(Content(In("a")), "new");
@@ -121,8 +115,7 @@ TEST_F(Contract, NamesAndDatesOfWhatIsAboutToGo) {
 
 TEST_F(Contract, ReadingPastTheCache) {
     ASSERT_EQ(Put(In("a"), std::string(unbufferedUnit + 300, 'x') + "y"), Fault::None);
-    File change, file;
-    ASSERT_EQ(OpenFile(In("a"), Access::Change, change), Fault::None);
+    File change = Opened(In("a"), Access::Change), file;
     std::vector<char> room(3 * unbufferedUnit);
     void* bytes = room.data();
     std::size_t size = room.size(), read = 0;
@@ -153,12 +146,10 @@ TEST_F(Contract, AHeldFileIsASharingViolation) {
     for (const Access access : {Access::Read, Access::Change, Access::Replace})
         EXPECT_EQ(OpenFile(In("a"), access, file), Fault::SharingViolation);
     EXPECT_EQ(RemoveFile(In("a")), Fault::SharingViolation);
-    FileFacts facts;
-    EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
+    (void)FactsOf(In("a"));
     LetGoOfFile();
     // One's own file, being changed, can be read, and no more.
-    File change;
-    ASSERT_EQ(OpenFile(In("a"), Access::Change, change), Fault::None);
+    File change = Opened(In("a"), Access::Change);
     EXPECT_EQ(OpenFile(In("a"), Access::Change, file), Fault::SharingViolation);
     EXPECT_EQ(RemoveFile(In("a")), Fault::SharingViolation);
     EXPECT_EQ(Content(In("a")), "held");
@@ -184,9 +175,8 @@ TEST_F(Contract, AttributesAreToldTheSameEverywhere) {
     for (const std::uint32_t wanted : {mask, 0u, 0u | AttributeHidden, 0u | AttributeSystem}) {
         ASSERT_EQ(WriteAttributes(In("a"), wanted), Fault::None);
         std::uint32_t attributes = 0;
-        FileFacts facts;
+        const FileFacts facts = FactsOf(In("a"));
         EXPECT_EQ(ReadAttributes(In("a"), attributes), Fault::None);
-        EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
         EXPECT_EQ(attributes & mask, wanted);
         EXPECT_EQ(facts.Attributes & mask, wanted);
         EXPECT_FALSE(facts.IsLink);
@@ -210,16 +200,13 @@ TEST_F(Contract, Streams) {
 
 TEST_F(Contract, HardLinksAreCountedAndNamed) {
     ASSERT_EQ(Put(In("a"), "x"), Fault::None);
-    FileFacts facts;
     if (!MakeHardLink(In("a"), In("b")))
         GTEST_SKIP() << "no hard links here";
-    EXPECT_EQ(ReadFileFacts(In("a"), facts), Fault::None);
-    File file;
+    File file = Opened(In("a"), Access::Change);
     OpenFileFacts known;
-    ASSERT_EQ(OpenFile(In("a"), Access::Change, file), Fault::None);
     EXPECT_EQ(ReadOpenFileFacts(file, known), Fault::None);
     EXPECT_EQ(CloseFile(file), Fault::None);
-    EXPECT_TRUE(facts.HardLinks == 2 && known.HardLinks == 2);
+    EXPECT_TRUE(FactsOf(In("a")).HardLinks == 2 && known.HardLinks == 2);
     std::vector<std::string> names{"untouched"};
     const Fault fault = ListNames(In("b"), names);
     std::sort(names.begin(), names.end());
@@ -231,16 +218,14 @@ TEST_F(Contract, HardLinksAreCountedAndNamed) {
 
 TEST_F(Contract, WhereBytesLie) {
     ASSERT_EQ(Put(In("a"), std::string(70000, 'x')), Fault::None);
-    File file;
-    ASSERT_EQ(OpenFile(In("a"), Access::Change, file), Fault::None);
+    File file = Opened(In("a"), Access::Change);
     EXPECT_EQ(FlushBytes(file), Fault::None); // some systems find a place for them then only
     OpenFileFacts known;
     EXPECT_EQ(ReadOpenFileFacts(file, known), Fault::None);
     EXPECT_TRUE(known.Length == 70000 && known.HardLinks == 1);
     std::uint64_t number = 0, another = 0;
     EXPECT_EQ(ReadFileNumber(file, number), Fault::None);
-    File other;
-    ASSERT_EQ(OpenFile(In("b"), Access::CreateNew, other), Fault::None);
+    File other = Opened(In("b"), Access::CreateNew);
     EXPECT_EQ(ReadFileNumber(other, another), Fault::None);
     EXPECT_EQ(CloseFile(other), Fault::None);
     EXPECT_NE(number, another);

@@ -52,8 +52,7 @@ TEST_F(Contract, ALinkToAFolderIsToldAndRemovedAsALink) {
         GTEST_SKIP() << "links to folders cannot be made here";
     auto entries = Entries(In("sub"));
     EXPECT_TRUE(entries.size() == 1 && entries["link"].IsFolder && entries["link"].IsLink);
-    FileFacts facts;
-    EXPECT_EQ(ReadFileFacts(In("sub\\link"), facts), Fault::None);
+    const FileFacts facts = FactsOf(In("sub\\link"));
     EXPECT_TRUE(facts.IsLink && (facts.Attributes & AttributeReparsePoint) != 0);
     EXPECT_NE(RemoveFile(In("sub\\link")), Fault::None);
     const Fault removal = RemoveFolder(In("sub\\link\\"));

@@ -14,8 +14,7 @@ TEST_F(Contract, AFullDriveIsDiskFullAndShortCountsAreFaults) {
     ASSERT_EQ(ReadDriveSpace(root, free, total), Fault::None);
     ASSERT_LE(total, 64u << 20) << "that is no small drive";
     const std::string path = root + "nullwright-contract";
-    File file;
-    ASSERT_EQ(OpenFile(path, Access::CreateNew, file), Fault::None);
+    File file = Opened(path, Access::CreateNew);
     const std::string block(100000, 'x'); // no multiple of a cluster: the last one fits in part
     Fault fault = Fault::None;
     int blocks = 0;
