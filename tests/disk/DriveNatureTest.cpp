@@ -8,9 +8,11 @@ using platform::DriveType;
 TEST_F(DriveNatureTest, RemarksOnDrives) {
     const std::string ssd = "Drive D is a solid-state drive: overwriting in place may miss older "
                             "copies of the data, and one pass is as good as many.";
-    const std::string stick = "Drive D is a removable drive: a stick or memory card may keep older "
-                              "copies of the data that are overwritten, and one pass is as good as "
-                              "many.";
+    const std::string stick =
+        "Drive D is a removable drive: a stick or memory card may keep older copies of the data "
+        "that are overwritten, and one pass is as good as many.";
+    const std::string off = " TRIM is off: it does not erase by itself what was deleted.";
+    const std::string locked = " As BitLocker encrypts it, they cannot be read without the key.";
     const std::string compressed = "Windows compresses what is written to Drive D, and may write "
                                    "it to another place than that of the old data.";
     const std::string kept =
@@ -22,22 +24,13 @@ TEST_F(DriveNatureTest, RemarksOnDrives) {
     } cases[] = {
         {DriveType::Fixed, {}, ""},
         {DriveType::Fixed, {false, false, false, true, false}, ""}, // nothing that matters
-        {DriveType::Fixed, {true, true, false, false, false}, ssd},
         {DriveType::Fixed, {true, {}, {}, {}, {}}, ssd},
-        {DriveType::Fixed,
-         {true, false, false, false, false},
-         ssd + " TRIM is off: it does not erase by itself what was deleted."},
-        {DriveType::Fixed,
-         {true, false, false, true, false},
-         ssd + " As BitLocker encrypts it, they cannot be read without the key."},
+        {DriveType::Fixed, {true, false, false, false, false}, ssd + off},
+        {DriveType::Fixed, {true, false, false, true, false}, ssd + locked},
         {DriveType::Fixed, {true, true, true, true, true}, ssd + " " + compressed},
-        {DriveType::Fixed, {true, true, false, true, true}, ssd + " " + kept},
-        {DriveType::Fixed, {false, {}, true, {}, true}, compressed},
         {DriveType::Fixed, {false, {}, false, {}, true}, kept},
         {DriveType::Removable, {false, false, {}, {}, {}}, stick},
-        {DriveType::Removable, {}, stick},
         {DriveType::Remote, {true, {}, true, {}, true}, ""},
-        {DriveType::CdRom, {true, {}, true, {}, true}, ""},
     };
     fake::AddDrive('D', 1 << 20);
     fake::OnCall("ReadDriveNature", [](const std::string&) { // it may have to spin up

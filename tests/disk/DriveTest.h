@@ -10,9 +10,6 @@
 #include "settings/frmTypeOfPurge.h"
 #include "shell/frmMain.h"
 
-#include <string>
-#include <vector>
-
 using Paths = std::vector<std::string>;
 
 constexpr std::uint64_t MiB = 1048576;

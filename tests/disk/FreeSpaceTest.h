@@ -3,9 +3,6 @@
 
 #include "DriveTest.h"
 
-#include <string>
-#include <vector>
-
 inline const char* const strTitle = "Purge free space";
 inline const char* const strQuestion = "Purge free space on which drive?";
 inline const char* const strAdvice =

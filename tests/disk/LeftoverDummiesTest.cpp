@@ -1,7 +1,6 @@
 // What an interrupted run left behind: at the start, and on a stick that is chosen later.
 #include "disk/LeftoverDummies.h"
 #include "DriveTest.h"
-#include "selection/frmDrives.h"
 
 namespace {
 
@@ -18,15 +17,15 @@ struct LeftoverDummies : DriveTest {
 
 TEST_F(LeftoverDummies, SayWhatTheyAreAlsoOnAStickThatIsChosenLater) {
     const std::string a = "0123456789abcde1", b = "0123456789abcde2";
+    fake::drives['D'].Type = platform::DriveType::Removable;
     const std::string test = PutLeftover(b, ".test", MiB);
     const std::string testText = "A test of the purge speed was interrupted before its dummy files "
                                  "were deleted.  They still take up space, in the folder\r\n" +
                                  test + "\r\n\r\nDo you wish to delete them now?";
-    user.Box("Dummy files found", testText, ui::AnswerNo);
+    bool& busy = fake::At(test + "\\nullwright-" + b + ".test")->Open;
+    busy = true; // another run is at it
     OfferToRemoveLeftoverDummies();
-    fake::At(test + "\\nullwright-" + b + ".test")->Open = true; // another run is at it
-    OfferToRemoveLeftoverDummies();
-    fake::At(test + "\\nullwright-" + b + ".test")->Open = false;
+    busy = false;
     // C: has to spin up. F10 then ends the search after the drive that is being looked at.
     fake::AddDrive('E', MiB);
     Paths looked;
@@ -59,10 +58,27 @@ TEST_F(LeftoverDummies, SayWhatTheyAreAlsoOnAStickThatIsChosenLater) {
              fake::Warns);
     fake::Click(frmMain.cmdLargePurge[2]);
     EXPECT_EQ(2u, Dummies().size());
+    // What only looks like ours stays, and so does what is not ours inside. Small files, empty ones
+    // with the folder's last digits at the top, go.
+    const Paths kept{"D:\\docs\\letter.txt",
+                     test + "\\_nw_dummy_notes.txt",
+                     "D:\\_nw_dummy\\_nw_dummy1",
+                     "D:\\_nw_dummy_notes\\x",
+                     "D:\\_nw_dummy_0123456789abcdef\\_nw_dummy1",
+                     "D:\\_NW00001.DEE",
+                     "D:\\_NW00001",
+                     "D:\\_NW00002.DE1"};
+    for (const std::string& path : Paths{kept.begin() + 1, kept.end()})
+        fake::PutFile(path, path == kept.back() ? "somebody's" : "");
+    for (const std::string& path : {fill + "\\_NW00001", std::string("D:\\_NW0000A.DE1"),
+                                    fill + "\\_NW0000Z" + std::string(200, 'Z')})
+        fake::PutFile(path, "");
     ChooseDrive("Purge free space on which drive?");
     user.Box("Dummy files found", both, ui::AnswerYes);
-    user.BoxLike("Purge free space", "Drive D has 120.00 MB free.", ui::AnswerCancel);
-    Run(frmMain.cmdLargePurge[2]);
+    user.BoxLike("Error", test + "\r\nholds something that is not Nullwright's.  It was");
+    user.BoxLike("Purge free space", "Drive D has 119.99 MB free.", ui::AnswerCancel);
+    fake::Click(frmMain.cmdLargePurge[2]);
+    EXPECT_EQ(kept, fake::FilesBelow("D:\\"));
 }
 
 } // namespace

@@ -1,8 +1,5 @@
 // What deleted files left outside all clusters: "Purge free space" takes it by small files.
-#include "disk/LeftoverDummies.h"
 #include "FreeSpaceTest.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -79,7 +76,7 @@ TEST_F(SmallRecords, AllFreeRecordsAreTakenBeforeTheDiskIsFull) {
     Click();
 }
 
-TEST_F(SmallRecords, NoStopNoFaultAndNoCrashLeavesOne) {
+TEST_F(SmallRecords, NoStopAndNoFaultLeavesOne) {
     for (const int answer : {int{ui::AnswerNo}, int{ui::AnswerYes}}) {
         Begin(20 * MiB);
         fake::Drive& drive = PutOldRecords(true);
@@ -113,21 +110,7 @@ TEST_F(SmallRecords, NoStopNoFaultAndNoCrashLeavesOne) {
         } while (fake::HasFailed() && !HasFailure());
         EXPECT_GT(n, 100);
     }
-    // After a crash the next start removes them, and nothing that only looks like them.
     user.Reset();
-    Begin(MiB);
-    const std::string folder = "D:\\_nw_dummy_0123456789abcdef\\";
-    const Paths kept = {"D:\\_NW00001.DEE", "D:\\_NW00001", "D:\\_NW00002.DEF"};
-    for (const Paths& paths :
-         {kept, Paths{folder + "nullwright-0123456789abcdef.mark", folder + "_NW00001",
-                      folder + "_NW0000Z" + std::string(200, 'Z'), "D:\\_NW0000A.DEF"}})
-        for (const std::string& path : paths)
-            fake::PutFile(path, path == kept[2] ? "somebody's" : "");
-    user.BoxLike("Dummy files found", "Do you wish to delete them now?", ui::AnswerYes);
-    OfferToRemoveLeftoverDummies();
-    EXPECT_EQ(1 + kept.size(), fake::drives['D'].Root->Children.size());
-    for (const std::string& path : kept)
-        EXPECT_TRUE(fake::At(path)) << path;
 }
 
 TEST_F(SmallRecords, OnFatTheNamesInTheTopFolder) {
