@@ -31,7 +31,6 @@ TEST_F(PurgeType, AcceptsWithTheQuestionThatTheNumberAsksFor) {
         std::string Summary;
     } cases[] = {
         {0, "1", "once", false, "Random bytes, once (= 1 overwrite)"},
-        {0, "2", "twice", false, "Random bytes, twice (= 2 overwrites)"},
         {1, "6", "24 times", false, patterns + ", 6 times (= 24 overwrites)"},
         {1, "7", "28 times", true, patterns + ", 7 times (= 28 overwrites)"},
         {2, "5", "30 times", true, patterns + " plus random bytes, 5 times (= 30 overwrites)"},

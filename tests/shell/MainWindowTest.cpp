@@ -5,8 +5,6 @@
 #include "ui/PathEllipsis.h"
 #include "Version.h"
 
-#include <set>
-
 namespace {
 
 using MainWindow = StartedShell;
@@ -60,10 +58,9 @@ TEST_F(MainWindow, HelpAndLinks) {
         fake::Click(f.cmdHelp);
     }
     user.KeyHandler(112); // F1
-    for (ui::Label* link : {&f.lblCorvaneSystems, &f.lblCV_URL, &f.lblOnlineDocumentation})
+    for (ui::Label* link : {&f.lblCorvaneSystems, &f.lblOnlineDocumentation})
         fake::Click(*link);
-    EXPECT_EQ((std::vector<std::string>{strManual, strManual, "https://maker/", "https://maker/",
-                                        "https://manual/"}),
+    EXPECT_EQ((std::vector<std::string>{strManual, strManual, "https://maker/", "https://manual/"}),
               fake::linksOpened);
     fake::FailNth(1, platform::Fault::NotFound, "OpenLink");
     user.BoxLike("Error", "Cannot open https://maker/.\r\n");
@@ -157,9 +154,7 @@ TEST(PathEllipsis, KeepsDriveAndNameOfTheFile) {
         {R"(C:\Documents and Settings\me\letters\a.txt)", 33,
          R"(C:\Documents and...\letters\a.txt)"},
         {R"(C:\Documents and Settings\me\letters\a.txt)", 20, R"(C:\Document...\a.txt)"},
-        {R"(C:\one\two\three\)", 17, R"(C:\one\two\three\)"},
         {R"(C:\one\two\three\)", 16, R"(C:\one...\three\)"},
-        {R"(C:\one\a name too long for it.txt)", 16, "a name to....txt"},
         {"a name without end", 9, "a name..."},
         {"\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4", 8, "\u00e4\u00e4..."},
         {R"(Reading C:\data\letters\2019\ ...)", 26, R"(Reading C:\da...\2019\ ...)"},

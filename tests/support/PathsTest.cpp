@@ -1,8 +1,6 @@
 // File specifications.
 #include "support/Paths.h"
-#include "fakes/FakePlatform.h"
-
-#include <gtest/gtest.h>
+#include "fakes/ProgramTest.h"
 
 TEST(Paths, Wildcards) {
     // A name, a blank, and the pattern.
