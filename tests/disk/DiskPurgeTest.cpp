@@ -150,7 +150,7 @@ TEST_F(DiskPurgeTest, EveryBoxCanEndItAndKeepsTheFiles) {
           "without further", "will now be written", "have been written.", "Now all files"}) {
         Fresh();
         const std::string before = Left();
-        answers[part] = Cancel;
+        answers[part] = part[0] == 'Y' ? No : Cancel;
         Click();
         EXPECT_NE(std::string::npos, user.Boxes.back().Text.find(part)) << part;
         EXPECT_EQ(before, Left()) << part;
@@ -159,10 +159,6 @@ TEST_F(DiskPurgeTest, EveryBoxCanEndItAndKeepsTheFiles) {
         EXPECT_EQ("(Do not operate on files in lower subfolders.)",
                   frmMain.lblSubdirectories2.Caption);
     }
-    Fresh();
-    answers["You have not excluded"] = No;
-    Click();
-    EXPECT_TRUE(fake::journal.empty());
     // Cancelled in the chooser is not "none is to be kept".
     Fresh();
     answers["EXCLUDE files"] = Yes;

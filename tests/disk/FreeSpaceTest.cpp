@@ -214,7 +214,8 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     removal = Fault::None;
     fake::Watch("RemoveFile", [](const std::string&) { EXPECT_FALSE(frmMain.fraMenu.Enabled); });
 
-    user.BoxLike("Dummy files found", "Do you wish to delete them now?", ui::AnswerYes);
+    user.BoxLike("Dummy files found",
+                 "A purge of free space was interrupted before its dummy files ", ui::AnswerYes);
     OfferToRemoveLeftoverDummies();
     ExpectRest();
 }

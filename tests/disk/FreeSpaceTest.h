@@ -37,17 +37,19 @@ struct FreeSpaceTest : DriveTest {
     }
     void AnnounceThree() { Announce(120 * MiB, "120.00 MB", "3 dummy files"); }
     void AnnounceOne() { Announce(20 * MiB, "20.00 MB", "A dummy file"); }
-    /// The box between writing and purging, and what happens meanwhile.
+    /// The box between writing and purging, with the count of files where one is given, and what
+    /// happens meanwhile.
     static void Written(const std::string& files, const fake::Action& meanwhile = {},
                         const std::string& unfilled = "") {
         user.BoxLike(strTitle, [=](const std::string& text) {
             if (meanwhile)
                 meanwhile();
-            return text == files + "\r\nThis has overwritten " +
-                               (unfilled.empty() ? "all the " : "") +
-                               "free space with null bytes.\r\n" + unfilled +
-                               "This provides some security but is not very secure.\r\n\r\n"
-                               "Do you wish to continue with the purge?";
+            const std::string rest = "\r\nThis has overwritten " +
+                                     std::string(unfilled.empty() ? "all the " : "") +
+                                     "free space with null bytes.\r\n" + unfilled +
+                                     "This provides some security but is not very secure.\r\n\r\n"
+                                     "Do you wish to continue with the purge?";
+            return files.empty() ? text.ends_with(rest) : text == files + rest;
         });
     }
     static void Click() { Run(frmMain.cmdLargePurge[2]); }

@@ -22,14 +22,6 @@ struct SmallRecords : FreeSpaceTest {
             return old.second.find("ssss") != std::string::npos;
         });
     }
-    /// One dummy file, or two where what remains lies in a record.
-    static void WrittenAll(const fake::Action& look = {}) {
-        user.BoxLike(strTitle, [=](const std::string& text) {
-            if (look)
-                look();
-            return text.find("This has overwritten all the free space") != text.npos;
-        });
-    }
     static bool IsTaking() { return frmMain.lblStatus.Caption.starts_with("Places of deleted"); }
     void Start() {
         ChooseDrive(strQuestion);
@@ -49,7 +41,7 @@ TEST_F(SmallRecords, AllFreeRecordsAreTakenBeforeTheDiskIsFull) {
         if (told == 0)
             fake::FailAlways("ReadFileNumber", "", Fault::NotSupported);
         Start();
-        WrittenAll([&] {
+        Written("", [&] {
             EXPECT_EQ(0u, drive.Free());
             EXPECT_EQ(0u, drive.FreeRecords.size());
         });
@@ -64,14 +56,14 @@ TEST_F(SmallRecords, AllFreeRecordsAreTakenBeforeTheDiskIsFull) {
     PutOldRecords(true);
     LeaveFree(40 * 1024);
     Start();
-    WrittenAll();
+    Written("");
     user.Box(strTitle, strPurged);
     Click();
     // Small files have clusters here, whatever the file system calls itself: it is left at that.
     Begin(20 * MiB);
     fake::drives['D'].FileSystem = "NTFS";
     Start();
-    WrittenAll([] { EXPECT_EQ(2u, fake::At("D:\\" + Dummies()[0])->Children.size()); });
+    Written("", [] { EXPECT_EQ(2u, fake::At("D:\\" + Dummies()[0])->Children.size()); });
     user.Box(strTitle, strPurged);
     Click();
 }
@@ -84,7 +76,7 @@ TEST_F(SmallRecords, NoStopAndNoFaultLeavesOne) {
         PressF10When([&] { return IsTaking() && drive.FreeRecords.size() < 400; });
         user.Box("Cancel?", "Do you wish to cancel this operation?", answer, fake::AsksYesNo);
         if (answer == ui::AnswerNo)
-            WrittenAll();
+            Written("");
         user.BoxLike(strTitle, answer == ui::AnswerNo ? strPurged : strStopped);
         Click();
         EXPECT_EQ(answer == ui::AnswerYes, AnyLeft(drive));
@@ -122,7 +114,7 @@ TEST_F(SmallRecords, OnFatTheNamesInTheTopFolder) {
     ChooseDrive(strQuestion);
     user.BoxLike(strTitle, "\r\n\r\nEmpty files will also take the places in the top folder where "
                            "deleted files have left their names.\r\n\r\nIt is advisable");
-    WrittenAll([&] {
+    Written("", [&] {
         EXPECT_EQ(300u, drive.FreeEntries.size());
         for (const std::string& name : drive.FreeEntries)
             EXPECT_TRUE(name.starts_with("_NW")) << name;
