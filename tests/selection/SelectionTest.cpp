@@ -42,6 +42,7 @@ TEST_F(SelectionTest, FileSpecificationForms) {
     } cases[] = {
         {0, " a.txt", " a.txt", "One file in this folder matches."},
         {0, "a.txt ", "a.txt ", "No files in this folder match."},
+        {0, "C.DOC", "C.DOC", "One file in this folder matches."},
         {0, "c:\\sub\\..\\DOCS\\c.doc", "c.doc", "One file in this folder matches."},
         {1, "", "*.*", "Five files in this folder match."},
         {2, " txt ", "*.txt", "Three files in this folder match."},

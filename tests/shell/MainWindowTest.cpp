@@ -79,18 +79,16 @@ TEST_F(MainWindow, HelpAndLinks) {
     expectAbout("Settings (portable): C:\\Program Files\\Nullwright\\");
 }
 
-/// Where a control stands on the form.
 struct Box {
-    explicit Box(const ui::Control& control) {
-        for (const ui::Control* c = &control; c; c = c->Container) {
-            Left += c->Left;
-            Top += c->Top;
-        }
-        Right = Left + control.Width;
-        Bottom = Top + control.Height;
-    }
     int Left = 0, Top = 0, Right = 0, Bottom = 0;
 };
+
+/// Where a control stands on the form.
+Box BoxOf(const ui::Control& c) {
+    const Box in = c.Container ? BoxOf(*c.Container) : Box{};
+    const int left = in.Left + c.Left, top = in.Top + c.Top;
+    return {left, top, left + c.Width, top + c.Height};
+}
 
 // Inside 1366 x 768 at 150 % with a taskbar there are 6390 twips, 1920 x 1080 at 175 % has 8130.
 TEST_F(MainWindow, FitsIntoLowNarrowAndLargeWindows) {
@@ -103,7 +101,7 @@ TEST_F(MainWindow, FitsIntoLowNarrowAndLargeWindows) {
     for (const int intWidth : {f.MinWidth, f.Width, 20000}) {
         for (const int intHeight : {f.MinHeight, 6390, 8130, intUsual, 12000}) {
             for (ui::Frame* panel :
-                 {static_cast<ui::Frame*>(nullptr), &f.fraSetup, &f.picSaveSetup}) {
+                 std::initializer_list<ui::Frame*>{nullptr, &f.fraSetup, &f.picSaveSetup}) {
                 SCOPED_TRACE(testing::Message() << intWidth << " x " << intHeight << " " << panel);
                 f.Width = intWidth;
                 f.Height = intHeight;
@@ -118,13 +116,13 @@ TEST_F(MainWindow, FitsIntoLowNarrowAndLargeWindows) {
                     if (c->Visible && (!c->Container || c->Container->Visible) && c != &f.fraMenu)
                         shown.push_back(c);
                 for (const ui::Control* a : shown) {
-                    const Box one(*a);
+                    const Box one = BoxOf(*a);
                     EXPECT_GE(one.Left, 120) << a->Name;
                     EXPECT_LE(one.Right, intWidth - 120) << a->Name;
                     EXPECT_LE(one.Bottom, std::max(intHeight, f.ContentHeight)) << a->Name;
                     EXPECT_GE(a->Height, a->Kind == ui::ControlKind::Frame ? 15 : 240) << a->Name;
                     for (const ui::Control* b : shown) {
-                        const Box two(*b);
+                        const Box two = BoxOf(*b);
                         EXPECT_FALSE(a < b && a->Container != b && b->Container != a &&
                                      one.Left < two.Right && two.Left < one.Right &&
                                      one.Top < two.Bottom && two.Top < one.Bottom)
