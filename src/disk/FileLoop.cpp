@@ -7,6 +7,7 @@
 #include "engine/FileOps.h"
 #include "engine/OverwriteName.h"
 #include "platform/Files.h"
+#include "report/run/FileGroup.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunJob.h"
 #include "report/run/RunRecords.h"
@@ -68,21 +69,12 @@ void PassOver(FileLoop& loop, const std::string& strPath) {
         loop.otherNames.push_back(strPath);
 }
 
-/// Runs all passes over one file, showing each; deletes the file after the last pass. A file that
-/// is passed over or has vanished is no failure.
-std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
-    PurgeJob job = JobOfRun(strPath);
-    job.MayPurgeAllNames = [&] { return AllNamesChosen(loop, strPath); };
-    job.GoOn = [&] {
-        ShowFile(job.PassesDone + 1, strPath);
-        return true;
-    };
-    ShowFile(1, strPath);
-    RunJobOfRun(job, currentRun.Counts);
+/// Keeps what became of a file. A file that is passed over or has vanished is no failure.
+std::int16_t NoteFile(FileLoop& loop, PurgeJob& job) {
     job.Reach &= ~std::uint32_t{ReachHardLinks}; // the loop reaches the other names itself
     NoteJob(job);
     if (job.Result == PurgeSeveralNames)
-        PassOver(loop, strPath);
+        PassOver(loop, job.Path);
     if (job.Result == PurgeSeveralNames || job.Result == PurgeVanished)
         return PurgeDone;
     if (job.Result != PurgeDone)
@@ -92,27 +84,27 @@ std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
     return job.Result;
 }
 
+/// Runs all passes over one file, showing each; deletes the file after the last pass.
+std::int16_t PurgeFileOfLoop(FileLoop& loop, const std::string& strPath) {
+    PurgeJob job = JobOfRun(strPath);
+    job.MayPurgeAllNames = [&] { return AllNamesChosen(loop, strPath); };
+    job.GoOn = [&] {
+        ShowFile(job.PassesDone + 1, strPath);
+        return true;
+    };
+    ShowFile(1, strPath);
+    RunJobOfRun(job, currentRun.Counts);
+    return NoteFile(loop, job);
+}
+
 std::string FailureText(std::int16_t intResult) {
     return intResult == PurgeNotDeleted
                ? std::string("File deletion error.  File (shown below) may be hidden.")
                : "An error (" + std::to_string(intResult) + ") has been reported.";
 }
 
-bool VisitFile(FileLoop& loop, const std::string& strPath, const FoundFile& file) {
-    if (file.NeverPurged)
-        return true;
-    const auto bytes = static_cast<double>(file.Length);
-    std::int16_t intResult = 0;
-    if (loop.blnCounting) {
-        ++currentRun.Request.lngNumFilesExpected;
-        currentRun.Request.dblBytesExpected += bytes;
-    } else {
-        const std::int64_t lngPurged = currentRun.Counts.lngNumFilesPurged;
-        NoteFileBegun(static_cast<std::int64_t>(file.Length));
-        intResult = PurgeFileOfLoop(loop, strPath);
-        NoteFileDone(bytes, currentRun.Counts.lngNumFilesPurged > lngPurged);
-        RefreshClock();
-    }
+/// After a file is counted or purged. False: the user ended the loop.
+bool EndVisit(const FileLoop& loop, const std::string& strPath, std::int16_t intResult) {
     ui::DoEvents();
     if (blnStop && !GoOn(loop, strPath + "\r\n"))
         return false;
@@ -120,6 +112,58 @@ bool VisitFile(FileLoop& loop, const std::string& strPath, const FoundFile& file
     if (intResult >= 0 || intResult == PurgeCannotOpen || !loop.blnErrorBoxes)
         return true;
     return GoOn(loop, FailureText(intResult) + "\r\n" + strPath + "\r\n\r\n");
+}
+
+void NoteDone(const GatheredFile& file, bool blnPurged) {
+    NoteFileDone(static_cast<double>(file.lngLength), blnPurged);
+    RefreshClock();
+}
+
+bool PurgeAlone(FileLoop& loop, const GatheredFile& file) {
+    const std::int64_t lngPurged = currentRun.Counts.lngNumFilesPurged;
+    NoteFileBegun(file.lngLength);
+    const std::int16_t intResult = PurgeFileOfLoop(loop, file.strPath);
+    NoteDone(file, currentRun.Counts.lngNumFilesPurged > lngPurged);
+    return EndVisit(loop, file.strPath, intResult);
+}
+
+/// What is purged in a group has had all its passes when the user is asked whether to go on; so it
+/// is noted all the same when the answer is no.
+FileGroup GroupOfLoop(FileLoop& loop) {
+    FileGroup group;
+    group.goOn = [&](int intPassesDone, const std::string& strFirst) {
+        ShowFile(intPassesDone + 1, strFirst);
+        return true;
+    };
+    group.onPurged = [&](PurgeJob& job, const GatheredFile& file) {
+        const std::int16_t intResult = NoteFile(loop, job);
+        NoteDone(file, job.Result == PurgeDone);
+        if (!loop.blnEnded)
+            loop.blnEnded = !EndVisit(loop, file.strPath, intResult);
+    };
+    group.purgeAlone = [&](const GatheredFile& file) {
+        if (!loop.blnEnded)
+            loop.blnEnded = !PurgeAlone(loop, file);
+    };
+    return group;
+}
+
+bool VisitFile(FileLoop& loop, FileGroup& group, const std::string& strPath,
+               const FoundFile& file) {
+    if (file.NeverPurged)
+        return true;
+    const GatheredFile found{strPath, static_cast<std::int64_t>(file.Length)};
+    if (loop.blnCounting) {
+        ++currentRun.Request.lngNumFilesExpected;
+        currentRun.Request.dblBytesExpected += static_cast<double>(file.Length);
+        return EndVisit(loop, strPath, PurgeDone);
+    }
+    if (IsForGroup(strPath, found.lngLength)) {
+        GatherFile(group, strPath, found.lngLength);
+        return !loop.blnEnded && EndVisit(loop, strPath, PurgeDone);
+    }
+    PurgeGathered(group);
+    return !loop.blnEnded && PurgeAlone(loop, found);
 }
 
 } // namespace
@@ -130,12 +174,17 @@ bool IsNeverPurged(const std::string& strPath) {
 }
 
 bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders) {
+    FileGroup group = GroupOfLoop(loop);
     TreeWalk walk;
     walk.blnSubfolders = blnSubfolders;
     walk.blnHoldFolders = true;
     walk.blnPagefile = true;
     walk.onFile = [&](const std::string& strPath, const FoundFile& file) {
-        return VisitFile(loop, strPath, file);
+        return VisitFile(loop, group, strPath, file);
+    };
+    walk.onFilesDone = [&] {
+        PurgeGathered(group);
+        return !loop.blnEnded;
     };
     // A link replaced the folder after it was listed, so its files can no longer be reached.
     walk.onLink = [&](const std::string&, bool, bool blnInPlace) {

@@ -13,6 +13,7 @@ struct FileLoop {
     std::string strTitle;       ///< of its boxes
     bool blnCounting = true;    ///< only adds to the counts that the current run expects
     bool blnErrorBoxes = true;  ///< a failed file gets a box; else it is only counted
+    bool blnEnded = false;      ///< by the user, while files were purged side by side
     std::int64_t lngFailed = 0; ///< files that could not be purged; vanished files do not count
     std::int64_t lngPartly = 0; ///< purged files of which writing in place does not reach all data
     /// Whether a path lies in what was chosen. A file is passed over if one of its names lies

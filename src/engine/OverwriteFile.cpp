@@ -101,50 +101,27 @@ std::int16_t RunOverwrite(Overwrite& work) {
 /// Random slack is as many draws long as it has bytes; beyond this it repeats them.
 constexpr std::int64_t lngLargestSlackBlock = 65536;
 
-std::string RunOfBlocks(const std::string& block, std::int64_t blocks) {
-    std::string run;
-    run.reserve(block.size() * static_cast<std::size_t>(blocks));
-    for (std::int64_t i = 0; i < blocks; ++i)
-        run += block;
-    return run;
-}
-
-std::int16_t OverwriteSlack(PurgeJob& job, PurgeTarget& target, std::int16_t value) {
-    const std::int64_t covered = job.Clusters.Covered;
+/// Neither progress nor a stop there.
+void PrepareSlack(Overwrite& work, std::int16_t value) {
+    const PurgeTarget& target = work.Target;
+    const std::int64_t covered = work.Job.Clusters.Covered;
     const std::int64_t slack = (target.Length / covered + 1) * covered - target.Length;
-    PrepareSlackBuffer(value, std::min(slack, lngLargestSlackBlock));
-    Overwrite work{job, target};
+    const std::string fill = SlackFill(value, std::min(slack, lngLargestSlackBlock));
     work.Slack = slack;
-    work.Run = &strSlackFill;
-    work.BlockSize = static_cast<std::int64_t>(strSlackFill.size());
+    work.BlockSize = static_cast<std::int64_t>(fill.size());
     work.Blocks = RoundedUp(slack, work.BlockSize) / work.BlockSize;
     work.BlocksPerRun = std::clamp<std::int64_t>(lngLongestRun / work.BlockSize, 1, work.Blocks);
-    std::string strRun;
-    if (work.BlocksPerRun > 1) {
-        strRun = RunOfBlocks(strSlackFill, work.BlocksPerRun);
-        work.Run = &strRun;
-    }
-    // Neither progress nor a stop here. A flush concerns the whole file.
+    for (std::int64_t i = 0; i < work.BlocksPerRun; ++i)
+        work.Run += fill;
+    // A flush concerns the whole file.
     work.Effort = EffortFor(std::max(target.Length, slack));
-    RunStepsOf(work, [] { return true; });
-    return work.Result;
 }
 
-} // namespace
-
-std::int16_t OverwriteFileOnce(PurgeJob& job, PurgeTarget& target, std::int16_t value) {
-    if (job.SlackOnly)
-        return target.NoSlack ? std::int16_t{PurgeDone} : OverwriteSlack(job, target, value);
-    if ((blnPurgingFreeSpace || ui::Ending()) && blnStop) // before the first byte
-        return PurgeStopped;
-
-    const std::string& strBlock = BlockOfValue(value);
-    Overwrite work{job, target};
-    work.Run = &strBlock;
-    work.BlockSize = job.Clusters.Block;
+void PrepareWhole(Overwrite& work, std::int16_t value, const OverwriteBlocks& blocks) {
+    work.BlockSize = work.Job.Clusters.Block;
     // By the length that is known; how many there are is seen once the file is open.
     const std::int64_t end =
-        RoundedUp(std::max<std::int64_t>(target.Length, 1), job.Clusters.Covered);
+        RoundedUp(std::max<std::int64_t>(work.Target.Length, 1), work.Job.Clusters.Covered);
     work.Blocks = RoundedUp(end, work.BlockSize) / work.BlockSize;
     work.BlocksPerRun = std::clamp<std::int64_t>(lngLongestRun / work.BlockSize, 1, work.Blocks);
     if (blnPurgingFreeSpace) {
@@ -157,11 +134,38 @@ std::int16_t OverwriteFileOnce(PurgeJob& job, PurgeTarget& target, std::int16_t 
     }
     work.BlocksPerRun =
         std::max(work.BlocksPerRun, RoundedUp(lngShortestRun, work.BlockSize) / work.BlockSize);
-    std::string strRun;
-    if (work.BlocksPerRun > 1) {
-        strRun = RunOfBlocks(strBlock, work.BlocksPerRun);
-        work.Run = &strRun;
-    }
+    work.Run = RunOfBlocks(blocks, value, work.BlocksPerRun);
     work.Effort = EffortFor(end);
+}
+
+} // namespace
+
+std::int16_t OverwriteFileOnce(PurgeJob& job, PurgeTarget& target, std::int16_t value,
+                               const OverwriteBlocks& blocks) {
+    Overwrite work{job, target};
+    if (job.SlackOnly) {
+        if (target.NoSlack)
+            return PurgeDone;
+        PrepareSlack(work, value);
+        RunStepsOf(work, [] { return true; });
+        return work.Result;
+    }
+    if ((blnPurgingFreeSpace || ui::Ending()) && blnStop) // before the first byte
+        return PurgeStopped;
+    PrepareWhole(work, value, blocks);
     return RunOverwrite(work);
+}
+
+std::int16_t OverwriteFileAtOnce(PurgeJob& job, PurgeTarget& target, std::int16_t value,
+                                 const OverwriteBlocks& blocks) {
+    Overwrite work{job, target};
+    if (job.SlackOnly && target.NoSlack)
+        return PurgeDone;
+    if (job.SlackOnly)
+        PrepareSlack(work, value);
+    else
+        PrepareWhole(work, value, blocks);
+    while (StepOverwrite(work)) {
+    }
+    return work.Result;
 }

@@ -89,7 +89,7 @@ std::int16_t ResultOfWriteFault(Overwrite& work, platform::Fault fault) {
 std::int16_t OverwriteInItsRecord(Overwrite& work) {
     work.Written = true;
     const platform::Fault fault = platform::WriteBytes(
-        work.File, work.Run->data(), static_cast<std::size_t>(work.Target.Length));
+        work.File, work.Run.data(), static_cast<std::size_t>(work.Target.Length));
     if (Failed(fault))
         return ResultOfWriteFault(work, fault);
     const std::int16_t result = FlushOverwrite(work);
@@ -220,7 +220,7 @@ platform::Fault WriteWhatHasRoom(Overwrite& work, std::int64_t end) {
         if (Failed(platform::SeekTo(work.File, static_cast<std::uint64_t>(work.Position))))
             return platform::Fault::WriteFault;
         const auto size = static_cast<std::size_t>(shorter - work.Position);
-        const platform::Fault fault = platform::WriteBytes(work.File, work.Run->data(), size);
+        const platform::Fault fault = platform::WriteBytes(work.File, work.Run.data(), size);
         if (fault != platform::Fault::DiskFull)
             return fault;
     }
@@ -236,7 +236,7 @@ std::int16_t WriteRun(Overwrite& work) {
     const std::int64_t size = end - work.Position;
     work.Written = true;
     platform::Fault fault =
-        platform::WriteBytes(work.File, work.Run->data(), static_cast<std::size_t>(size));
+        platform::WriteBytes(work.File, work.Run.data(), static_cast<std::size_t>(size));
     work.EndUnknown = work.EndUnknown || Failed(fault);
     if (fault == platform::Fault::DiskFull && work.RangeIndex + 1 == work.Ranges.size() &&
         end == to)

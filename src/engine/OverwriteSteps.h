@@ -21,8 +21,8 @@ inline std::int64_t RoundedUp(std::int64_t length, std::int64_t unit) {
 struct Overwrite {
     PurgeJob& Job;
     PurgeTarget& Target;
-    std::int64_t Slack = 0;           ///< in slack mode: bytes up to the end of the cluster
-    const std::string* Run = nullptr; ///< what one call writes: the block, as often as will do
+    std::int64_t Slack = 0; ///< in slack mode: bytes up to the end of the cluster
+    std::string Run{};      ///< what one call writes: the block, as often as will do
     std::int64_t BlockSize = 0, BlocksPerRun = 1;
     ui::Effort Effort = ui::Effort::Long;
     bool FirstBlockAlone = false;

@@ -3,6 +3,7 @@
 
 #include "platform/Fault.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -107,7 +108,12 @@ struct PurgeJob {
     std::string DifferentPath{};   ///< ... and the file or the stream
     std::string LeftAs{};          ///< the path of a file that has another name and was not deleted
 
+    double Seconds = 0; ///< that it took, without the time between two passes
+
     // The purge under way.
+    std::uint32_t Attributes = 0; ///< platform::Attribute bits, as they were before
+    std::size_t NextOverwrite = 0, NextTarget = 0; ///< where the pass under way stands
+    bool Deleted = false;
     std::vector<PurgeTarget> Targets{};
     ClusterSizes Clusters{};
     bool FirstOverwrite = false;   ///< the file has not been overwritten yet
@@ -122,6 +128,11 @@ struct PurgeJob {
 /// it its length back. Nothing else in the program overwrites a file.
 void RunPurgeJob(PurgeJob& job);
 
-/// The share (0 to 1) of the job under way that is written, for whoever shows it while the job
-/// yields; 0 when none is under way. Slack is too little to be counted.
+/// The share (0 to 1) of the job or the group under way that is written, for whoever shows it while
+/// that yields; 0 when none is under way. Slack is too little to be counted.
 double PurgeShareDone();
+
+/// Tells the share of what is under way; empty when nothing is.
+using ShareOfPurge = std::function<double()>;
+/// Sets who tells PurgeShareDone from now on. Who did before.
+ShareOfPurge TellPurgeShareBy(ShareOfPurge share);

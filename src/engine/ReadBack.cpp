@@ -58,7 +58,7 @@ std::int16_t Begin(Overwrite& work) {
 /// range's beginning on.
 std::uint64_t AgreeingBytes(const Overwrite& work, const char* bytes, std::uint64_t count,
                             std::uint64_t intoRange) {
-    const std::string& run = *work.Run;
+    const std::string& run = work.Run;
     const auto block = static_cast<std::uint64_t>(work.BlockSize);
     std::uint64_t done = 0;
     while (done < count) {

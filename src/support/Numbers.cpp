@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -72,8 +73,11 @@ std::string RoundedDigits(double value, int decimals) {
     return digits;
 }
 
-/// The state of xoshiro256++, which is small, fast, and uniform in all bits.
-std::array<std::uint64_t, 4> lngRandomState = {1, 2, 3, 4};
+/// The state of xoshiro256++, which is small, fast, and uniform in all bits. Each thread draws its
+/// own numbers.
+thread_local std::array<std::uint64_t, 4> lngRandomState = {1, 2, 3, 4};
+/// Counts the seeds, so that two threads never have the same.
+std::atomic<std::uint64_t> lngSeeds = 0;
 
 std::uint64_t RotatedLeft(std::uint64_t value, int bits) {
     return value << bits | value >> (64 - bits);
@@ -138,7 +142,7 @@ void ReseedRandom() {
     std::uint64_t seed =
         NextBits(lngRandomState) ^
         static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()) ^
-        RotatedLeft(platform::TickCount(), 40);
+        RotatedLeft(platform::TickCount(), 40) ^ RotatedLeft(++lngSeeds, 52);
     for (std::uint64_t& word : lngRandomState) { // SplitMix64 fills every word with well-mixed bits
         seed += 0x9E3779B97F4A7C15U;
         std::uint64_t mixed = (seed ^ seed >> 30) * 0xBF58476D1CE4E5B9U;

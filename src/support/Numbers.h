@@ -17,7 +17,7 @@ std::string SignedDigits(std::int64_t value);
 /// Nearest integer, halves to even.
 std::int64_t RoundHalfEven(double value);
 
-/// Reseeds the random numbers from the clock.
+/// Reseeds this thread's random numbers from the clock.
 void ReseedRandom();
 /// The next uniform number in [0, 1), single precision.
 float NextRandom();

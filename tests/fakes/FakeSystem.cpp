@@ -2,6 +2,9 @@
 // because it is also linked with other file back ends.
 #include "fakes/FakePlatform.h"
 
+#include "engine/GroupPace.h"
+#include "support/Workers.h"
+
 #include <chrono>
 #include <climits>
 #include <clocale>
@@ -22,6 +25,8 @@ bool blnRealClock;
 void ResetMachine() {
     ResetOrders();
     blnRealClock = false;
+    intMostWorkers = 1; // the fake drives are for one thread
+    intGroupThreads = 0;
     commandLine.clear();
     linksOpened.clear();
     holders.clear();

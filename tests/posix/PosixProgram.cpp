@@ -11,12 +11,14 @@
 #include "shell/frmMain.h"
 #include "shell/frmMainLayout.h"
 #include "shell/Startup.h"
+#include "support/Workers.h"
 
 namespace posix {
 
 void BeginProgram(int passes) {
     fake::ResetMachine();
     fake::blnRealClock = true;
+    intMostWorkers = 16;
     fake::user.Reset();
     fake::user.RealThreads = true;
     ResetSession();

@@ -31,7 +31,8 @@ std::string Ruler(int passesDone, int passes) {
            std::string(passes - passesDone, '_') + " ";
 }
 
-FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) {
+FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler,
+                   bool blnShow = true) {
     if (ReportIsFull())
         return {};
     AppendReport(path, false);
@@ -40,7 +41,7 @@ FileLine BeginLine(const std::string& path, std::int64_t length, bool blnRuler) 
     if (blnRuler) // at first with no more than ten marks, however many passes there are
         tail += "\r\n" +
                 std::string(std::min<int>(currentRun.Request.How.intNumberOfPasses, 10), '_') + " ";
-    AppendReport(tail, true);
+    AppendReport(tail, blnShow);
     return line;
 }
 
@@ -84,18 +85,30 @@ void DrivePasses(PurgeJob& job, const FileLine& line) {
     ui::DoEvents();
 }
 
-void PurgeAndTell(const std::string& path, std::int64_t length) {
-    PurgeJob job = JobOfRun(path);
-    const bool ruler = job.Passes >= 2 && !job.SlackOnly &&
-                       static_cast<double>(length) >= currentRun.dblRulerLength;
-    const FileLine line = BeginLine(path, length, ruler);
-    NoteFileBegun(length);
-    DrivePasses(job, line);
+bool HasRuler(std::int64_t length) {
+    const PurgeHow& how = currentRun.Request.How;
+    return how.intNumberOfPasses >= 2 && !how.blnPurgeSlackOnly &&
+           static_cast<double>(length) >= currentRun.dblRulerLength;
+}
+
+void EndLine(const PurgeJob& job, std::int64_t length, const FileLine& line) {
     // Of a file that no pass has touched, the length that is listed says more than none.
     FileRecord record = RecordOfJob(job);
     if (job.Targets.empty())
         record.Bytes = length;
     EndFile(record, &line);
+}
+
+void PurgeAndTell(const std::string& path, std::int64_t length) {
+    PurgeJob job = JobOfRun(path);
+    const FileLine line = BeginLine(path, length, HasRuler(length));
+    NoteFileBegun(length);
+    DrivePasses(job, line);
+    EndLine(job, length, line);
+}
+
+bool AsksForAdvice(const std::string& path) {
+    return blnShowPurgeWarning && IsSensitiveFile(path, false);
 }
 
 void CancelRun(const std::string& path) {
@@ -154,7 +167,7 @@ void PurgeListedFile(const std::string& strPath, std::int64_t lngLength) {
         refuse(PurgeNoSlack);
         return;
     }
-    if (blnShowPurgeWarning && IsSensitiveFile(strPath, false) && !GivePurgeAdvice(strPath)) {
+    if (AsksForAdvice(strPath) && !GivePurgeAdvice(strPath)) {
         CancelRun(strPath);
         return;
     }
@@ -163,4 +176,17 @@ void PurgeListedFile(const std::string& strPath, std::int64_t lngLength) {
         return;
     }
     PurgeAndTell(strPath, lngLength);
+}
+
+bool IsPurgedPlainly(const std::string& strPath, std::int64_t lngLength) {
+    if (HasRuler(lngLength) || AsksForAdvice(strPath) ||
+        (blnConfirmFiles && !blnPurgeRemainingFiles))
+        return false;
+    const std::int16_t code = ClassifyFileForPurge(strPath);
+    return code == ClassNoObjection ||
+           (code == ClassSystemUndecided && currentRun.Request.How.blnOKToPurgeSensitiveFiles);
+}
+
+void TellPurgedFile(const PurgeJob& job, std::int64_t lngLength) {
+    EndLine(job, lngLength, BeginLine(job.Path, lngLength, false, false));
 }

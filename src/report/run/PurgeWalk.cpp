@@ -5,6 +5,7 @@
 #include "engine/PurgeJob.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
+#include "report/run/FileGroup.h"
 #include "report/run/ListedFile.h"
 #include "report/run/ResultTexts.h"
 #include "report/run/RunClock.h"
@@ -13,6 +14,7 @@
 #include "report/run/TreeWalk.h"
 #include "session/Session.h"
 #include "support/Paths.h"
+#include "ui/Interface.h"
 
 namespace {
 
@@ -38,14 +40,50 @@ bool BeginFolder(const std::string& folder, const FolderList& list) {
     return true;
 }
 
-bool PurgeFoundFile(const std::string& path, const FoundFile& file) {
+/// A file is done, purged or not.
+void NoteDone(std::int64_t length, bool blnPurged) {
     ++currentRun.Counts.lngNumFilesProcessed;
+    NoteFileDone(static_cast<double>(length), blnPurged);
+}
+
+void PurgeAlone(const GatheredFile& file) {
     const std::int64_t purged = currentRun.Counts.lngNumFilesPurged;
-    PurgeListedFile(path, static_cast<std::int64_t>(file.Length));
-    if (!file.NeverPurged) // files that are never purged were not counted
-        NoteFileDone(static_cast<double>(file.Length),
-                     currentRun.Counts.lngNumFilesPurged > purged);
+    PurgeListedFile(file.strPath, file.lngLength);
+    NoteDone(file.lngLength, currentRun.Counts.lngNumFilesPurged > purged);
+}
+
+// Small files that need no question are gathered; all others are purged after those before them.
+bool PurgeFoundFile(FileGroup& group, const std::string& path, const FoundFile& file) {
+    const auto length = static_cast<std::int64_t>(file.Length);
+    if (!file.NeverPurged && IsForGroup(path, length) && IsPurgedPlainly(path, length)) {
+        GatherFile(group, path, length);
+        return true;
+    }
+    PurgeGathered(group);
+    if (blnStop)
+        return false;
+    if (!file.NeverPurged) {
+        PurgeAlone({path, length});
+    } else { // these were not counted
+        PurgeListedFile(path, length);
+        ++currentRun.Counts.lngNumFilesProcessed;
+    }
     return true;
+}
+
+FileGroup GroupOfRun() {
+    FileGroup group;
+    group.goOn = [](int, const std::string&) {
+        CheckPauseStop();
+        return !blnStop;
+    };
+    group.onPurged = [](PurgeJob& job, const GatheredFile& file) {
+        TellPurgedFile(job, file.lngLength);
+        NoteDone(file.lngLength, job.Result == PurgeDone);
+        ui::DoEvents();
+    };
+    group.purgeAlone = PurgeAlone;
+    return group;
 }
 
 bool GoesOn(const std::string&) {
@@ -105,14 +143,24 @@ void TellLink(const std::string& strPath) {
 
 namespace {
 
-TreeWalk PurgeTreeWalk(const std::string& spec, bool slackOnly) {
+TreeWalk PurgeTreeWalk(FileGroup& group, const std::string& spec, bool slackOnly) {
     TreeWalk walk;
     walk.strFilespec = spec;
     walk.blnSubfolders = currentRun.Request.blnSubdirectories;
     walk.blnHoldFolders = true;
     walk.onFolder = BeginFolder;
-    walk.onFile = PurgeFoundFile;
-    walk.onLink = [](const std::string& path, bool, bool) { TellLink(path); };
+    walk.onFile = [&](const std::string& path, const FoundFile& file) {
+        return PurgeFoundFile(group, path, file);
+    };
+    walk.onFilesDone = [&] {
+        PurgeGathered(group);
+        return !blnStop;
+    };
+    walk.onLink = [&](const std::string& path, bool, bool) {
+        PurgeGathered(group);
+        if (!blnStop)
+            TellLink(path);
+    };
     walk.onGone = [](const std::string& path) {
         const FileRecord record{path, FileFate::Refused, 0, PurgeVanished};
         WriteReportLine(path + RecordTail(record));
@@ -136,7 +184,8 @@ TreeWalk PurgeTreeWalk(const std::string& spec, bool slackOnly) {
 
 void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
                         bool blnSlackOnly) {
-    WalkTree(PurgeTreeWalk(strSpec, blnSlackOnly), strFolder);
+    FileGroup group = GroupOfRun();
+    WalkTree(PurgeTreeWalk(group, strSpec, blnSlackOnly), strFolder);
 }
 
 void PurgeItem(const RunItem& item) {
@@ -145,7 +194,8 @@ void PurgeItem(const RunItem& item) {
         NWesPurgeRecursive(item.strFolder, item.strFilespec, slackOnly);
         return;
     }
-    TreeWalk walk = PurgeTreeWalk(item.strFilespec, slackOnly);
+    FileGroup group = GroupOfRun();
+    TreeWalk walk = PurgeTreeWalk(group, item.strFilespec, slackOnly);
     walk.names = item.names;
     WalkTree(walk, item.strFolder);
 }

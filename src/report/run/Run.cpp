@@ -3,6 +3,7 @@
 
 #include "drives/FileSystems.h"
 #include "engine/FileOps.h"
+#include "engine/GroupPace.h"
 #include "engine/HeldFiles.h"
 #include "platform/System.h"
 #include "report/run/RunRecords.h"
@@ -44,6 +45,7 @@ void BeginRun(const RunRequest& request) {
     blnStop = false;
     blnPurgeRemainingFiles = false;
     ResetHeldFileWaits();
+    ForgetGroupPaces();
     ForgetFileSystems();
     ForgetFolders();
 }

@@ -23,7 +23,9 @@ std::uint64_t lngSecondShown = 0;
 bool blnInPause = false;
 std::int64_t lngFilesDone = 0;
 double dblBytesDone = 0;
-double dblBytesAtWork = 0;
+double dblBytesAtWork = 0, dblFilesAtWork = 0;
+/// Of files that were purged side by side and are still to be noted as done.
+double dblBytesToNote = 0, dblFilesToNote = 0;
 
 } // namespace
 
@@ -33,7 +35,7 @@ void BeginClock(std::function<double()> share, std::function<void()> show) {
     lngStartTick = platform::TickCount();
     blnInPause = false;
     lngFilesDone = 0;
-    dblBytesDone = dblBytesAtWork = 0;
+    dblBytesDone = dblBytesAtWork = dblFilesAtWork = dblBytesToNote = dblFilesToNote = 0;
     ShowClock();
 }
 
@@ -101,6 +103,13 @@ std::string RemainingText() {
                : std::string();
 }
 
+namespace {
+void TakeFromNote(double bytes) {
+    dblBytesToNote = std::max(dblBytesToNote - bytes, 0.0);
+    dblFilesToNote = std::max(dblFilesToNote - 1, 0.0);
+}
+} // namespace
+
 void NoteFileDone(double dblBytes, bool blnPurged) {
     ++lngFilesDone;
     double& expected = currentRun.Request.dblBytesExpected;
@@ -108,7 +117,9 @@ void NoteFileDone(double dblBytes, bool blnPurged) {
         dblBytesDone += dblBytes;
     else
         expected = std::max(expected - dblBytes, 0.0);
-    dblBytesAtWork = 0;
+    if (dblFilesAtWork == 0)
+        TakeFromNote(dblBytes);
+    dblBytesAtWork = dblFilesAtWork = 0;
 }
 
 std::int64_t FilesDone() {
@@ -116,16 +127,29 @@ std::int64_t FilesDone() {
 }
 
 void NoteFileBegun(std::int64_t lngBytes) {
-    dblBytesAtWork = static_cast<double>(lngBytes);
+    NoteFilesBegun(static_cast<double>(lngBytes), 1);
+    TakeFromNote(dblBytesAtWork);
+}
+
+void NoteFilesBegun(double dblBytes, std::int64_t lngFiles) {
+    dblBytesAtWork = dblBytes;
+    dblFilesAtWork = static_cast<double>(lngFiles);
+}
+
+void NoteFilesOverwritten() {
+    dblBytesToNote = std::exchange(dblBytesAtWork, 0);
+    dblFilesToNote = std::exchange(dblFilesAtWork, 0);
 }
 
 // ClockShare limits the result: files may have been added or have grown since the count.
 double ShareOfRun() {
     const RunRequest& request = currentRun.Request;
+    const double dblShare = PurgeShareDone();
     if (request.dblBytesExpected > 0 && !request.How.blnPurgeSlackOnly)
-        return (dblBytesDone + PurgeShareDone() * dblBytesAtWork) / request.dblBytesExpected;
+        return (dblBytesDone + dblBytesToNote + dblShare * dblBytesAtWork) /
+               request.dblBytesExpected;
     if (request.lngNumFilesExpected > 0)
-        return (static_cast<double>(lngFilesDone) + PurgeShareDone()) /
+        return (static_cast<double>(lngFilesDone) + dblFilesToNote + dblShare * dblFilesAtWork) /
                static_cast<double>(request.lngNumFilesExpected);
     return -1;
 }

@@ -36,6 +36,10 @@ void NoteFileDone(double dblBytes, bool blnPurged);
 std::int64_t FilesDone();
 /// Tells that work on a file of this length begins; the engine reports its progress.
 void NoteFileBegun(std::int64_t lngBytes);
+/// The same for several files that are purged side by side ...
+void NoteFilesBegun(double dblBytes, std::int64_t lngFiles);
+/// ... and that this is over: each of them is still to be begun on its own, or to be noted as done.
+void NoteFilesOverwritten();
 /// The share of the current run that is done: by bytes if the run writes whole files, else by
 /// number of files; negative while the totals are unknown.
 double ShareOfRun();

@@ -2,6 +2,8 @@
 #include "report/run/RunJob.h"
 
 #include "engine/FileProc.h"
+#include "engine/GroupPace.h"
+#include "engine/PurgeGroup.h"
 #include "support/Check.h"
 #include "support/Numbers.h"
 
@@ -38,6 +40,12 @@ PurgeJob JobOfRun(const std::string& strPath) {
 
 void RunJobOfRun(PurgeJob& job, RunCounts& counts) {
     RunPurgeJob(job);
+    if (job.Result == PurgeDone && !job.SlackOnly && job.Length <= lngLongestInGroup)
+        NoteGroupPace(job.Path, 1, 1, job.Seconds);
+    CountJob(job, counts);
+}
+
+void CountJob(PurgeJob& job, RunCounts& counts) {
     if (job.Result == PurgeCannotOpen && IsGone(job.LeftAs.empty() ? job.Path : job.LeftAs))
         job.Result = PurgeVanished;
     if (job.Result == PurgeDone && job.SlackOnly && !job.HasWritten)

@@ -7,9 +7,11 @@
 
 /// Creates a job for a file by the run's settings. It deletes the file unless they say otherwise.
 PurgeJob JobOfRun(const std::string& strPath);
-/// Runs a job and counts it in `counts`. The result is PurgeVanished when the file no longer
-/// exists, and PurgeNoSlack when there was no slack to overwrite.
+/// Runs a job and counts it.
 void RunJobOfRun(PurgeJob& job, RunCounts& counts = currentRun.Counts);
+/// Counts a job that was run in `counts`. The result is PurgeVanished when the file no longer
+/// exists, and PurgeNoSlack when there was no slack to overwrite.
+void CountJob(PurgeJob& job, RunCounts& counts = currentRun.Counts);
 /// The record of a job that was run.
 FileRecord RecordOfJob(const PurgeJob& job);
 /// Keeps it.

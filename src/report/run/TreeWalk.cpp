@@ -49,6 +49,8 @@ bool WalkFiles(const TreeWalk& walk, const std::string& folder, bool own,
         if (!GoesOn(walk.onTurn, path))
             return false;
     }
+    if (!GoesOn(walk.onFilesDone))
+        return false;
     subfolders = std::move(list.Subfolders);
     return !blnStop;
 }

@@ -20,6 +20,8 @@ struct TreeWalk {
     // Each function may be empty. If a function with a result returns false, the walk ends.
     std::function<bool(const std::string& strFolder, const FolderList& list)> onFolder;
     std::function<bool(const std::string& strPath, const FoundFile& file)> onFile;
+    /// Called after the last file of a folder, before its subfolders.
+    std::function<bool()> onFilesDone;
     /// A link to a file or a folder, which is not followed. `blnInPlace`: the link replaced a
     /// folder between listing and entering it.
     std::function<void(const std::string& strPath, bool blnFolder, bool blnInPlace)> onLink;
