@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <cwctype>
 
 namespace fake {
@@ -25,8 +26,9 @@ bool blnRealClock;
 void ResetMachine() {
     ResetOrders();
     blnRealClock = false;
-    intMostWorkers = 1; // the fake drives are for one thread
-    intGroupThreads = 0;
+    intMostWorkers = 1;                                       // the fake drives are for one thread
+    const char* const groups = std::getenv("NW_TEST_GROUPS"); // ./test sets it for a second round
+    intGroupThreads = groups ? std::atoi(groups) : 0;
     commandLine.clear();
     linksOpened.clear();
     holders.clear();

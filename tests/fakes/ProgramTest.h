@@ -1,6 +1,7 @@
 // The fixture of the tests that run the program's logic over the fakes.
 #pragma once
 
+#include "engine/GroupPace.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ScriptedUser.h"
 #include "session/Session.h"

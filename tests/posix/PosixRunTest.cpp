@@ -2,6 +2,7 @@
 #include "posix/ScratchRoot.h"
 
 #include "engine/FileProc.h"
+#include "engine/GroupPace.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ScriptedUser.h"
 #include "platform/Folders.h"
@@ -12,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <set>
 
 using namespace platform;
 
@@ -68,6 +70,7 @@ TEST_F(PosixRun, WhicheverCallFailsTheCountTellsWhatIsGone) {
     for (const bool options : {false, true})
         for (int n = blnFailed = 1; blnFailed && n < 2000; ++n) {
             SCOPED_TRACE(n);
+            intGroupThreads = n % 2 ? 3 : 0;
             PutThree();
             const int before = FilesLeft();
             purgeOptions.Verify = purgeOptions.OverwriteNames = options;
@@ -79,6 +82,34 @@ TEST_F(PosixRun, WhicheverCallFailsTheCountTellsWhatIsGone) {
         }
     EXPECT_FALSE(blnFailed);
     EXPECT_EQ(FilesLeft(), 0);
+}
+
+TEST_F(PosixRun, SideBySideTheReportIsTheSame) {
+    // What is not plain stands amid what is: held, read-only, long, a second name; and what failed.
+    std::string reports[2];
+    std::set<std::string> left[2];
+    for (const int threads : {1, 8}) {
+        posix::BeginProgram(2);
+        intGroupThreads = threads;
+        fake::user.AnswerOthers = [](const fake::BoxSeen&) { return ui::AnswerNo; };
+        fake::FailAlways("RemoveFile", "f17", Fault::AccessDenied);
+        for (int i = 10; i < 90; ++i)
+            Put("C/d/f" + std::to_string(i), i == 40 ? 700'000 : static_cast<std::size_t>(i) * 99);
+        std::filesystem::permissions(Host("C/d/f30"), std::filesystem::perms::owner_read);
+        std::filesystem::create_hard_link(Host("C/d/f50"), Host("C/other"));
+        posix::Hold("C:\\d\\f60");
+        reports[threads > 1] = posix::PurgeFolder("C:\\d");
+        EXPECT_EQ(fake::user.Boxes.size(), 1u) << "the second name alone is asked about";
+        posix::LetGo();
+        for (const auto& file : std::filesystem::recursive_directory_iterator(Host("C")))
+            left[threads > 1].insert(file.path());
+        std::filesystem::remove_all(Host("C/d"));
+        std::filesystem::remove(Host("C/other"));
+        std::filesystem::create_directory(Host("C/d"));
+    }
+    EXPECT_EQ(reports[0], reports[1]);
+    EXPECT_EQ(left[0], left[1]);
+    EXPECT_EQ(currentRun.Counts.lngNumFilesPurged, 76);
 }
 
 TEST_F(PosixRun, NothingOutsideTheRootIsReached) {

@@ -152,7 +152,10 @@ TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
             how == 3 ? fake::PressF10() : fake::CloseForm(frmReport);
         });
 
-        EXPECT_EQ(Middle(Purge(), "3 times"), stopped + strNoneStopped);
+        // With others of its group it was in the same pass.
+        const std::string other =
+            intGroupThreads > 1 && how < 3 ? "C:\\d\\b" + stopped.substr(14) : "";
+        EXPECT_EQ(Middle(Purge(), "3 times"), stopped + other + strNoneStopped);
         EXPECT_EQ(frmReport.lblPausedDone.Caption, "Stopped");
         EXPECT_LT(frmReport.barProgress.Fraction, 1);
         EXPECT_EQ(frmReport.Visible, how == 0 || how == 3);

@@ -52,6 +52,19 @@ void PurgeAlone(const GatheredFile& file) {
     NoteDone(file.lngLength, currentRun.Counts.lngNumFilesPurged > purged);
 }
 
+bool GoesOn(const std::string&) {
+    CheckPauseStop();
+    return !blnStop;
+}
+
+// Purges what is gathered. False: the run was stopped meanwhile.
+bool EndGroup(FileGroup& group) {
+    if (group.files.empty())
+        return !blnStop;
+    PurgeGathered(group);
+    return GoesOn({});
+}
+
 // Small files that need no question are gathered; all others are purged after those before them.
 bool PurgeFoundFile(FileGroup& group, const std::string& path, const FoundFile& file) {
     const auto length = static_cast<std::int64_t>(file.Length);
@@ -59,8 +72,7 @@ bool PurgeFoundFile(FileGroup& group, const std::string& path, const FoundFile& 
         GatherFile(group, path, length);
         return true;
     }
-    PurgeGathered(group);
-    if (blnStop)
+    if (!EndGroup(group))
         return false;
     if (!file.NeverPurged) {
         PurgeAlone({path, length});
@@ -74,7 +86,10 @@ bool PurgeFoundFile(FileGroup& group, const std::string& path, const FoundFile& 
 FileGroup GroupOfRun() {
     FileGroup group;
     group.goOn = [](int, const std::string&) {
+        const std::size_t end = ReportEnd();
         CheckPauseStop();
+        if (blnStop) // its empty line comes after the lines of the files
+            ReplaceReportTail(end, {});
         return !blnStop;
     };
     group.onPurged = [](PurgeJob& job, const GatheredFile& file) {
@@ -84,11 +99,6 @@ FileGroup GroupOfRun() {
     };
     group.purgeAlone = PurgeAlone;
     return group;
-}
-
-bool GoesOn(const std::string&) {
-    CheckPauseStop();
-    return !blnStop;
 }
 
 // The read-only attribute of a folder protects nothing; it marks a custom icon, for example. But
@@ -152,13 +162,9 @@ TreeWalk PurgeTreeWalk(FileGroup& group, const std::string& spec, bool slackOnly
     walk.onFile = [&](const std::string& path, const FoundFile& file) {
         return PurgeFoundFile(group, path, file);
     };
-    walk.onFilesDone = [&] {
-        PurgeGathered(group);
-        return !blnStop;
-    };
+    walk.onFilesDone = [&] { return EndGroup(group); };
     walk.onLink = [&](const std::string& path, bool, bool) {
-        PurgeGathered(group);
-        if (!blnStop)
+        if (EndGroup(group))
             TellLink(path);
     };
     walk.onGone = [](const std::string& path) {
