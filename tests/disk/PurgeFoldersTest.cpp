@@ -186,13 +186,16 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     EXPECT_EQ("secret", fake::ContentOf("D:\\work\\c\\f3"));
     EXPECT_EQ((Paths{file, "D:\\work\\a\\f3", "D:\\work\\c\\f3"}), fake::FilesBelow("D:\\work"));
     // F10 while a folder is listed, not only between files, asks before anything is purged.
-    Begin(60 * MiB);
-    PutFiles(3);
-    ChooseOne("a");
-    StopReading("D:\\work\\a\\");
-    user.Box(strTitle, "D:\\work\\a\\\r\n" + std::string(strGoOn), ui::AnswerCancel);
-    Click();
-    EXPECT_EQ(3u, fake::FilesBelow("D:\\work").size());
+    for (const bool goOn : {true, false}) {
+        Begin(60 * MiB);
+        PutFiles(3);
+        ChooseOne("a");
+        StopReading("D:\\work\\a\\");
+        user.Box(strTitle, "D:\\work\\a\\\r\n" + std::string(strGoOn),
+                 goOn ? ui::AnswerOK : ui::AnswerCancel);
+        Click();
+        EXPECT_EQ(goOn ? 0u : 3u, fake::FilesBelow("D:\\work").size());
+    }
 }
 
 } // namespace
