@@ -97,7 +97,10 @@ FileGroup GroupOfRun() {
         NoteDone(file.lngLength, job.Result == PurgeDone);
         ui::DoEvents();
     };
-    group.purgeAlone = PurgeAlone;
+    group.purgeAlone = [](const GatheredFile& file) {
+        if (!blnStop) // as between files that were not gathered
+            PurgeAlone(file);
+    };
     return group;
 }
 
