@@ -11,9 +11,9 @@
 #include "disk/RunProgress.h"
 #include "engine/FilePurge.h"
 #include "report/run/Run.h"
+#include "report/run/TimeEstimates.h"
 #include "selection/frmDrives.h"
 #include "session/Session.h"
-#include "settings/frmTypeOfPurge.h"
 #include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
@@ -143,8 +143,8 @@ void PurgeDisk() {
                      "Purging Drive " + std::string(1, state.chrDrive) + ExclusionsText(state),
                      state.strRoot);
     if (ReadFreeSpace(state.chrDrive))
-        PlanRunProgress(dblSpaceInFreeClusters * (1 + GetNumOverwrites()) +
-                        state.dblFileBytes * GetNumOverwrites());
+        PlanRunProgress(dblSpaceInFreeClusters * (1 + OverwritesToEstimate()) +
+                        state.dblFileBytes * OverwritesToEstimate());
     const auto result = PurgeFreeSpaceOf(state.chrDrive, strTitle);
     const std::string strUndone = UnpurgedText(result);
     if (result == FreeSpaceResult::Stopped || result == FreeSpaceResult::Failed ||

@@ -48,7 +48,8 @@ std::string TimeText(double dblSeconds) {
 
 /// First the free space and the files separately, then the table for the whole disk.
 std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, double dblBytes) {
-    const auto intOverwrites = GetNumOverwrites();
+    const auto intOverwrites = OverwritesToEstimate();
+    const std::string strRoot = std::string(1, chrDrive) + ":\\";
     PlanDummyFiles(chrDrive);
     // The free space is written once by the dummy files and then overwritten by the purge.
     const double dblFreeSeconds = SecondsToFill(chrDrive) * (1 + intOverwrites);
@@ -58,20 +59,22 @@ std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, d
     if (lngFiles > 0 && dblBytes > 0) {
         const double dblMB = dblBytes / dblBytesPerMB;
         const double dblRaw = static_cast<double>(RoundHalfEven(dblMB / sngSpeed * intOverwrites));
-        strText += "Estimated time to purge " +
-                   (lngFiles == 1 ? std::string("one file") : GroupedDigits(lngFiles) + " files") +
-                   " (" + ByteSizeText(dblBytes, 2) + "): " +
-                   TimeText(dblRaw * AdjustmentFactor(dblMB / static_cast<double>(lngFiles))) +
-                   "\r\n";
+        strText +=
+            "Estimated time to purge " +
+            (lngFiles == 1 ? std::string("one file") : GroupedDigits(lngFiles) + " files") + " (" +
+            ByteSizeText(dblBytes, 2) + "): " +
+            TimeText(dblRaw * AdjustmentFactor(strRoot, dblMB / static_cast<double>(lngFiles))) +
+            "\r\n";
     }
     const double dblTotal = dblSpaceInFreeClusters + dblBytes;
     const auto lngPieces = lngFiles + intNumDummyFiles;
     if (dblTotal > 0 && lngPieces > 0) {
         std::string strTable;
         InitializeOverwritesForEstimatedPurgeTimes();
-        EstimatedTimes(sngSpeed, dblTotal,
-                       AdjustmentFactor(dblTotal / dblBytesPerMB / static_cast<double>(lngPieces)),
-                       strTable);
+        EstimatedTimes(
+            sngSpeed, dblTotal,
+            AdjustmentFactor(strRoot, dblTotal / dblBytesPerMB / static_cast<double>(lngPieces)),
+            strTable);
         strText += "\r\n" + strTable;
     }
     return strText;

@@ -49,7 +49,7 @@ double SecondsToFill(char chrDrive) {
     if (sngSpeed <= 0 || intNumDummyFiles <= 0)
         return 0;
     return dblSpaceInFreeClusters / dblBytesPerMB / sngSpeed *
-           AdjustmentFactor(BytesPerDummy() / dblBytesPerMB);
+           AdjustmentFactor(std::string(1, chrDrive) + ":\\", BytesPerDummy() / dblBytesPerMB);
 }
 
 double BytesPerDummy() {

@@ -11,9 +11,9 @@
 #include "report/run/RunClock.h"
 #include "report/run/RunJob.h"
 #include "report/run/RunRecords.h"
+#include "report/run/TimeEstimates.h"
 #include "report/run/TreeWalk.h"
 #include "session/Session.h"
-#include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -210,7 +210,7 @@ std::int64_t EndCounting(FileLoop& loop) {
 }
 
 double BytesToPurge() {
-    return currentRun.Request.dblBytesExpected * GetNumOverwrites();
+    return currentRun.Request.dblBytesExpected * OverwritesToEstimate();
 }
 
 void BeginLoopProgress() {

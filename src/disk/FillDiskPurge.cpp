@@ -7,8 +7,8 @@
 #include "engine/FileProc.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunJob.h"
+#include "report/run/TimeEstimates.h"
 #include "session/Session.h"
-#include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -122,7 +122,7 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     std::int64_t lngDone = 0;
     if (blnInteractive)
         BeginRunProgress(
-            BytesOf(files) * GetNumOverwrites(),
+            BytesOf(files) * OverwritesToEstimate(),
             [&] {
                 return "Purging dummy file " + GroupedDigits(lngDone + 1) + " of " +
                        GroupedDigits(std::ssize(files)) + ".";

@@ -19,7 +19,6 @@
 #include "report/run/TimeEstimates.h"
 #include "selection/frmDrives.h"
 #include "session/Session.h"
-#include "settings/frmTypeOfPurge.h"
 #include "support/MainWindow.h"
 #include "support/Numbers.h"
 #include "support/SizeText.h"
@@ -42,10 +41,12 @@ std::string AnnouncementText(char chrDrive) {
     const float sngSpeed = sngPurgeSpeeds[static_cast<std::size_t>(chrDrive - 'A')];
     const std::string strFiles = intNumDummyFiles == 1 ? "the dummy file" : "the dummy files";
     if (sngSpeed > 0) {
-        const auto intOverwrites = GetNumOverwrites();
+        const auto intOverwrites = OverwritesToEstimate();
         strText += "Assuming a disk write speed (as measured) of " + FormatNumber(sngSpeed, 2) +
                    " MB/sec\r\nand using an adjustment factor of " +
-                   FormatNumber(AdjustmentFactor(BytesPerDummy() / dblBytesPerMB), 2) +
+                   FormatNumber(AdjustmentFactor(std::string(1, chrDrive) + ":\\",
+                                                 BytesPerDummy() / dblBytesPerMB),
+                                2) +
                    "\r\nthis will take about " + EstimateDurationText(SecondsToFill(chrDrive)) +
                    ".\r\n\r\nPurging " + strFiles + " will then take about " +
                    (intOverwrites == 1 ? std::string("the same time.")
@@ -161,7 +162,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
                          ByteSizeText(dblSpaceInFreeClusters, 2) + ")",
                      blnPurgingDrive ? "" : strDrive + ":\\"); // the disk purge has told it
     if (!blnPurgingDrive) // the disk purge has already planned more than this
-        PlanRunProgress(dblSpaceInFreeClusters * (1 + GetNumOverwrites()));
+        PlanRunProgress(dblSpaceInFreeClusters * (1 + OverwritesToEstimate()));
     FillDisk.strDriveRoot = strDrive + ":\\";
     FillDisk.intTestQuantity = 0;
     blnPurgingFreeSpace = true;

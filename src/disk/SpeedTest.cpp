@@ -9,6 +9,7 @@
 #include "disk/FillDiskPurge.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/LeftoverDummies.h"
+#include "disk/SmallFileTest.h"
 #include "drives/DiskProc.h"
 #include "engine/FilePurge.h"
 #include "platform/System.h"
@@ -21,6 +22,8 @@
 #include "support/SizeText.h"
 #include "support/StrProc.h"
 #include "ui/Interface.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -66,13 +69,23 @@ std::string SpeedResultText(bool blnFloppy, float sngSpeed, std::int16_t intOver
     return strText;
 }
 
-/// Writes and purges the test quantity. Returns the seconds taken, or a negative number.
-double TimedWriteAndPurge() {
-    const double t0 = platform::SecondsSinceMidnight();
+double SecondsSince(double t0) {
+    const double dt = platform::SecondsSinceMidnight() - t0;
+    return dt < 0 ? dt + dblSecondsPerDay : dt;
+}
+
+/// Writes and purges the test quantity. Returns the seconds taken, or a negative number. Small
+/// files are purged in between; `dblSmallFile` are the seconds for one overwrite of one of these, 0
+/// when that could not be measured.
+double TimedWriteAndPurge(double& dblSmallFile) {
+    double t0 = platform::SecondsSinceMidnight();
     WriteDummyFiles();
+    const double dblWriting = SecondsSince(t0);
     const bool blnWritten =
         FillDisk.Outcome == FillOutcome::Done && FillDisk.dblBytesInFinishedFiles > 0;
     if (blnWritten) {
+        dblSmallFile = SecondsForSmallFile(FillDisk.strDummyFolder);
+        t0 = platform::SecondsSinceMidnight();
         blnPurgingFreeSpace = true; // else F10 would only take effect after all passes
         (void)PurgeDummyFiles(false, FillDisk.lngFilesWritten, "");
         blnPurgingFreeSpace = false;
@@ -83,9 +96,7 @@ double TimedWriteAndPurge() {
             FillDisk.Outcome = FillOutcome::Stopped;
         return -1;
     }
-    double dt = platform::SecondsSinceMidnight() - t0;
-    if (dt < 0)
-        dt += dblSecondsPerDay;
+    const double dt = dblWriting + SecondsSince(t0);
     return dt <= dblLeastSeconds ? dblLeastSeconds : dt;
 }
 
@@ -119,7 +130,8 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
     SetMainLine(MainLine::EstimatedTime, "");
     RepaintMain();
     ui::Wait(intMillisecondsBeforeTest);
-    const double dblSeconds = TimedWriteAndPurge();
+    double dblSmallFile = 0;
+    const double dblSeconds = TimedWriteAndPurge(dblSmallFile);
     FillDisk.intTestQuantity = 0;
     blnStop = false;
     SetMainLine(MainLine::LargePurgeMessage, "");
@@ -139,6 +151,9 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
     sngPurgeSpeeds[intDrive] = sngSpeed;
     dblBytesMeasured[intDrive] = dblBytes;
     dblSecondsMeasured[intDrive] = dblSeconds;
+    // What is left beyond the bytes: opening, waiting for the flush, a share of the deletion.
+    dblSmallFileSeconds[intDrive] =
+        std::max(dblSmallFile - intSmallFileLength / dblBytesPerMB / sngSpeed, 0.0);
     SetMainLine(MainLine::PurgeSpeed,
                 SpeedText(sngSpeed) + " MB/sec. (1 overwrite) for Drive " + strDrive + ".");
     RepaintMain();

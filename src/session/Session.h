@@ -30,6 +30,10 @@ inline std::array<float, intNumDrives> sngPurgeSpeeds{};
 inline std::array<double, intNumDrives> dblBytesMeasured{};
 inline std::array<double, intNumDrives> dblSecondsMeasured{};
 
+/// Per drive letter: the seconds that a small file takes beyond its bytes, for one overwrite; 0 =
+/// not measured.
+inline std::array<double, intNumDrives> dblSmallFileSeconds{};
+
 /// The two coefficients of the write-time adjustment factor AF = A / (size in MB ^ B).
 constexpr double dblDefaultAF_A = 0.917;
 constexpr double dblDefaultAF_B = 0.2;

@@ -71,6 +71,7 @@ void ResetSession() {
     sngPurgeSpeeds.fill(0);
     dblBytesMeasured.fill(0);
     dblSecondsMeasured.fill(0);
+    dblSmallFileSeconds.fill(0);
     dblAF_A = dblDefaultAF_A;
     dblAF_B = dblDefaultAF_B;
     strDummyFileFolderStub = strDefaultDummyFileFolderStub;

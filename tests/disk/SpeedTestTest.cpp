@@ -33,6 +33,7 @@ TEST_F(SpeedTestTest, MeasuresOneOverwriteAlsoPastMidnight) {
     Click();
     EXPECT_NEAR(0.5, sngPurgeSpeeds[3], 0.0001);
     EXPECT_EQ(sngPurgeSpeed, sngPurgeSpeeds[3]);
+    EXPECT_LT(64, std::ranges::count(fake::journal, "flush", &fake::Event::What)) << "small files";
     EXPECT_EQ("0.500 MB/sec. (1 overwrite) for Drive D.", frmMain.lblPurgeSpeed.Caption);
     EXPECT_NE(std::string::npos, fake::JournalText().find(".test: create")) << "the marker's name";
 }

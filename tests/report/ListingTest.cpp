@@ -126,6 +126,16 @@ and an adjustment factor of 0.50:
                          "43 seconds\n24 overwrites: 8 minutes and 4 seconds\n28 overwrites: "
                          "9 minutes and 24 seconds\n30 overwrites: 10 minutes and 4 "
                          "seconds\n"));
+    // With what the speed test has found small files to take, and with reading back as one more
+    // overwrite: three times 4 s for 2 MB, and 1,000 times 50 ms.
+    fake::TakeAway("C:\\d\\a.txt");
+    for (int i = 0; i < 1000; ++i)
+        fake::PutBigFile("C:\\d\\" + std::to_string(i), 2097);
+    dblSmallFileSeconds[2] = 0.05;
+    purgeOptions.Verify = true;
+    EXPECT_NE(List(false, false).find("Estimated purge time: 2m 42s\n\n"), std::string::npos);
+    dblSmallFileSeconds[2] = 0;
+    EXPECT_NE(List(false, false).find("less than a minute"), std::string::npos);
 }
 
 TEST_F(RunTest, ReportWindowCopiesAndComesBack) {

@@ -5,6 +5,7 @@
 #include "engine/FileProc.h"
 #include "report/run/Run.h"
 #include "session/Session.h"
+#include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -29,6 +30,11 @@ std::int64_t WholeSeconds(double seconds) {
     return RoundHalfEven(std::isnan(seconds) ? 0 : std::clamp(seconds, 0.0, 1e15));
 }
 
+double SmallFileSecondsOf(const std::string& path) {
+    const int drive = DriveIndexOf(path);
+    return drive >= 0 ? dblSmallFileSeconds[static_cast<std::size_t>(drive)] : 0;
+}
+
 std::string TableDuration(std::int64_t seconds) {
     if (seconds < lngDay)
         return EstimateDurationText(static_cast<double>(seconds));
@@ -43,11 +49,17 @@ float PurgeSpeedOf(const std::string& path) {
     return drive >= 0 ? sngPurgeSpeeds[static_cast<std::size_t>(drive)] : 0.0F;
 }
 
+int OverwritesToEstimate() {
+    return GetNumOverwrites() + (purgeOptions.Verify ? 1 : 0);
+}
+
 void InitializeOverwritesForEstimatedPurgeTimes() {
     intOverwrites = {0, 1, 2, 4, 6, 8, 12, 16, 18, 20, 24, 28, 30};
 }
 
-double AdjustmentFactor(double dblAverageMB) {
+double AdjustmentFactor(const std::string& path, double dblAverageMB) {
+    if (const double small = SmallFileSecondsOf(path); small > 0)
+        return 1 + small * PurgeSpeedOf(path) / dblAverageMB;
     return dblAF_A / std::pow(dblAverageMB, dblAF_B);
 }
 
@@ -68,7 +80,8 @@ void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
     for (int i = 1; i <= intNumEntries; ++i) {
         const std::int16_t n = intOverwrites[static_cast<std::size_t>(i)];
         // Deliberate oddity: rounded before the factor is applied, and again after it.
-        const std::int64_t raw = WholeSeconds(sizeMB / sngSpeed * n);
+        const int all = n + (purgeOptions.Verify ? 1 : 0);
+        const std::int64_t raw = WholeSeconds(sizeMB / sngSpeed * all);
         const std::int64_t seconds = WholeSeconds(static_cast<double>(raw) * dblFactor);
         if (seconds < lngShortestShown)
             continue;
@@ -92,12 +105,12 @@ std::string EstimateText() {
     std::string text =
         "Purge type: " + PurgeTypeNumPasses(GetPurgeType(), GetNumberOfPasses()) + "\r\n";
     const double total = currentRun.Counts.dblTotalBytesPurged;
-    const std::int64_t raw = WholeSeconds(total / dblBytesPerMB / speed * GetNumOverwrites());
-    if (raw < 60)
+    const std::int64_t raw = WholeSeconds(total / dblBytesPerMB / speed * OverwritesToEstimate());
+    const double files = static_cast<double>(currentRun.Counts.lngNumFilesProcessed);
+    const std::string& path = currentRun.Request.strDirPath;
+    if (static_cast<double>(raw) + files * SmallFileSecondsOf(path) * GetNumOverwrites() < 60)
         return text + "Estimated purge time: less than a minute.\r\n";
-    const double average =
-        total / static_cast<double>(currentRun.Counts.lngNumFilesProcessed) / dblBytesPerMB;
-    const double factor = AdjustmentFactor(average);
+    const double factor = AdjustmentFactor(path, total / files / dblBytesPerMB);
     const std::int64_t seconds = WholeSeconds(static_cast<double>(raw) * factor);
     text +=
         "Estimated purge time: " + EstimateDurationText(static_cast<double>(seconds)) + "\r\n\r\n";
@@ -112,8 +125,8 @@ std::string SingleFileEstimate(const std::string& path) {
     if (!(speed > 0))
         return {};
     const double sizeMB = static_cast<double>(GetFileLength(path)) / dblBytesPerMB;
-    const std::int64_t raw = WholeSeconds(sizeMB / speed * GetNumOverwrites());
+    const std::int64_t raw = WholeSeconds(sizeMB / speed * OverwritesToEstimate());
     const std::int64_t seconds =
-        sizeMB > 0 ? WholeSeconds(static_cast<double>(raw) * AdjustmentFactor(sizeMB)) : 0;
+        sizeMB > 0 ? WholeSeconds(static_cast<double>(raw) * AdjustmentFactor(path, sizeMB)) : 0;
     return seconds >= 60 ? SecondsText(seconds, true) : "Less than a minute.";
 }

@@ -13,9 +13,12 @@ void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor, std:
 /// The estimate after a listing, by the run's totals: purge type, time and table; or how to get an
 /// estimate if the drive was not measured.
 std::string EstimateText();
-/// AF = A / (average size in MB ^ B): small files purge more slowly per megabyte than the large
-/// file of the speed test. A and B are dblAF_A and dblAF_B.
-double AdjustmentFactor(double dblAverageMB);
+/// Small files purge more slowly per megabyte than the large file of the speed test. By the time
+/// that it has measured for small files on the drive of a path; if it has not, AF = A / (average
+/// size in MB ^ B), with dblAF_A and dblAF_B.
+double AdjustmentFactor(const std::string& path, double dblAverageMB);
+/// The overwrites of a purge as set, and one for reading the last of them back.
+int OverwritesToEstimate();
 /// The duration text in estimates: short below 300 s, else long.
 std::string EstimateDurationText(double dblSeconds);
 /// The estimate for a single file, for the main window; "" when the drive was not measured.
