@@ -50,6 +50,7 @@ std::string TimeText(double dblSeconds) {
 std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, double dblBytes) {
     const auto intOverwrites = OverwritesToEstimate();
     const std::string strRoot = std::string(1, chrDrive) + ":\\";
+    const bool blnMeasured = IsSmallFileMeasured(strRoot);
     PlanDummyFiles(chrDrive);
     // The free space is written once by the dummy files and then overwritten by the purge.
     const double dblFreeSeconds = SecondsToFill(chrDrive) * (1 + intOverwrites);
@@ -58,12 +59,12 @@ std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, d
                           "): " + TimeText(dblFreeSeconds) + "\r\n";
     if (lngFiles > 0 && dblBytes > 0) {
         const double dblMB = dblBytes / dblBytesPerMB;
-        const double dblRaw = static_cast<double>(RoundHalfEven(dblMB / sngSpeed * intOverwrites));
+        const double dblFactor = AdjustmentFactor(strRoot, dblMB / static_cast<double>(lngFiles));
         strText +=
             "Estimated time to purge " +
             (lngFiles == 1 ? std::string("one file") : GroupedDigits(lngFiles) + " files") + " (" +
             ByteSizeText(dblBytes, 2) + "): " +
-            TimeText(dblRaw * AdjustmentFactor(strRoot, dblMB / static_cast<double>(lngFiles))) +
+            TimeText(AdjustedSeconds(dblMB / sngSpeed * intOverwrites, dblFactor, blnMeasured)) +
             "\r\n";
     }
     const double dblTotal = dblSpaceInFreeClusters + dblBytes;
@@ -74,7 +75,7 @@ std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, d
         EstimatedTimes(
             sngSpeed, dblTotal,
             AdjustmentFactor(strRoot, dblTotal / dblBytesPerMB / static_cast<double>(lngPieces)),
-            strTable);
+            blnMeasured, strTable);
         strText += "\r\n" + strTable;
     }
     return strText;

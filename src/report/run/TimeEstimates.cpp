@@ -63,12 +63,22 @@ double AdjustmentFactor(const std::string& path, double dblAverageMB) {
     return dblAF_A / std::pow(dblAverageMB, dblAF_B);
 }
 
+bool IsSmallFileMeasured(const std::string& path) {
+    return SmallFileSecondsOf(path) > 0;
+}
+
+double AdjustedSeconds(double dblRaw, double dblFactor, bool blnMeasured) {
+    // Deliberate oddity: rounded before a factor by the formula. A measured one may be in the
+    // hundreds, and would make minutes of that.
+    return (blnMeasured ? dblRaw : static_cast<double>(WholeSeconds(dblRaw))) * dblFactor;
+}
+
 std::string EstimateDurationText(double dblSeconds) {
     const std::int64_t seconds = WholeSeconds(dblSeconds);
     return SecondsText(seconds, seconds >= 300);
 }
 
-void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
+void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor, bool blnMeasured,
                     std::string& strResult) {
     const double sizeMB = dblTotalBytes / dblBytesPerMB;
     std::string text = "Estimated purge times ";
@@ -79,10 +89,9 @@ void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor,
             FormatNumber(dblFactor, 2) + ":\r\n";
     for (int i = 1; i <= intNumEntries; ++i) {
         const std::int16_t n = intOverwrites[static_cast<std::size_t>(i)];
-        // Deliberate oddity: rounded before the factor is applied, and again after it.
         const int all = n + (purgeOptions.Verify ? 1 : 0);
-        const std::int64_t raw = WholeSeconds(sizeMB / sngSpeed * all);
-        const std::int64_t seconds = WholeSeconds(static_cast<double>(raw) * dblFactor);
+        const std::int64_t seconds =
+            WholeSeconds(AdjustedSeconds(sizeMB / sngSpeed * all, dblFactor, blnMeasured));
         if (seconds < lngShortestShown)
             continue;
         text += std::to_string(n) + (i == 1 ? " overwrite:  " : " overwrites: ") +
@@ -105,18 +114,19 @@ std::string EstimateText() {
     std::string text =
         "Purge type: " + PurgeTypeNumPasses(GetPurgeType(), GetNumberOfPasses()) + "\r\n";
     const double total = currentRun.Counts.dblTotalBytesPurged;
-    const std::int64_t raw = WholeSeconds(total / dblBytesPerMB / speed * OverwritesToEstimate());
-    const double files = static_cast<double>(currentRun.Counts.lngNumFilesProcessed);
+    const double raw = total / dblBytesPerMB / speed * OverwritesToEstimate();
+    const auto files = static_cast<double>(currentRun.Counts.lngNumFilesProcessed);
     const std::string& path = currentRun.Request.strDirPath;
-    if (static_cast<double>(raw) + files * SmallFileSecondsOf(path) * GetNumOverwrites() < 60)
-        return text + "Estimated purge time: less than a minute.\r\n";
+    const bool measured = IsSmallFileMeasured(path);
     const double factor = AdjustmentFactor(path, total / files / dblBytesPerMB);
-    const std::int64_t seconds = WholeSeconds(static_cast<double>(raw) * factor);
+    const std::int64_t seconds = WholeSeconds(AdjustedSeconds(raw, factor, measured));
+    if ((measured ? seconds : WholeSeconds(raw)) < 60)
+        return text + "Estimated purge time: less than a minute.\r\n";
     text +=
         "Estimated purge time: " + EstimateDurationText(static_cast<double>(seconds)) + "\r\n\r\n";
     InitializeOverwritesForEstimatedPurgeTimes();
     std::string table;
-    EstimatedTimes(speed, total, factor, table);
+    EstimatedTimes(speed, total, factor, measured, table);
     return text + table;
 }
 
@@ -125,8 +135,10 @@ std::string SingleFileEstimate(const std::string& path) {
     if (!(speed > 0))
         return {};
     const double sizeMB = static_cast<double>(GetFileLength(path)) / dblBytesPerMB;
-    const std::int64_t raw = WholeSeconds(sizeMB / speed * OverwritesToEstimate());
+    const double raw = sizeMB / speed * OverwritesToEstimate();
     const std::int64_t seconds =
-        sizeMB > 0 ? WholeSeconds(static_cast<double>(raw) * AdjustmentFactor(path, sizeMB)) : 0;
+        sizeMB > 0 ? WholeSeconds(AdjustedSeconds(raw, AdjustmentFactor(path, sizeMB),
+                                                  IsSmallFileMeasured(path)))
+                   : 0;
     return seconds >= 60 ? SecondsText(seconds, true) : "Less than a minute.";
 }
