@@ -43,13 +43,14 @@ void SaveReport() {
     // the records away.
     frmReport.cmdSaveReport.Enabled = false;
     EnableMenu(false);
-    const platform::Fault fault = WriteLongTextFile(path, [&](const PutText& put) {
+    const auto write = [&](const PutText& put) {
         const PutText putAndYield = [&put](const std::string& piece) {
             ui::DoEvents();
             return put(piece);
         };
         return json ? WriteReportAsJson(putAndYield) : WriteReportAsText(putAndYield);
-    });
+    };
+    const platform::Fault fault = WriteLongTextFile(path, write, ui::Effort::Long);
     EnableMenu(true);
     frmReport.cmdSaveReport.Enabled = true;
     if (Failed(fault))

@@ -58,7 +58,8 @@ bool WriteTextFile(const std::string& path, const std::string& text) {
 
 Fault WriteLongTextFile(
     const std::string& path,
-    const std::function<bool(const std::function<bool(const std::string&)>&)>& write) {
+    const std::function<bool(const std::function<bool(const std::string&)>&)>& write,
+    ui::Effort flush) {
     platform::File file;
     std::string strTemporary;
     Fault fault = MakeTemporaryFile(path, strTemporary, file);
@@ -68,8 +69,13 @@ Fault WriteLongTextFile(
         fault = platform::WriteBytes(file, piece.data(), piece.size());
         return !Failed(fault);
     }));
-    if (!Failed(fault))
-        fault = platform::FlushBytes(file);
+    if (!Failed(fault)) {
+        const auto flushOnce = [&] {
+            fault = platform::FlushBytes(file);
+            return false;
+        };
+        ui::RunSteps(flush, flushOnce, [] { return true; });
+    }
     const Fault faultOfClose = platform::CloseFile(file);
     if (!Failed(fault))
         fault = faultOfClose;

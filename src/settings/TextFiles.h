@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Fault.h"
+#include "ui/Interface.h"
 
 #include <cstddef>
 #include <functional>
@@ -18,7 +19,8 @@ constexpr std::size_t lngMaxTextFile = 1024 * 1024;
 /// place. False on any error: the old file is then as it was, and no other file is left.
 [[nodiscard]] bool WriteTextFile(const std::string& path, const std::string& text);
 /// The same for a text of any length: `write` hands it over piece by piece, and ends early when it
-/// is told false.
+/// is told false. `flush`: Long pumps messages while the disk takes the text.
 platform::Fault
 WriteLongTextFile(const std::string& path,
-                  const std::function<bool(const std::function<bool(const std::string&)>&)>& write);
+                  const std::function<bool(const std::function<bool(const std::string&)>&)>& write,
+                  ui::Effort flush = ui::Effort::Brief);
