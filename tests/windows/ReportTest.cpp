@@ -4,6 +4,7 @@
 #include "windows/WindowTest.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 
@@ -124,12 +125,13 @@ TEST_F(ReportTest, ItemsOfTwoDrivesAndOneInUse) {
                                     "Files that could not be purged: 1\r\n" + locked + ": "})
         EXPECT_EQ(1, CountOccurrences(text, line)) << text;
 
-    // The second name gets its extension by the type that is chosen.
-    for (const std::string name : {"report.txt", "report.json"}) {
-        const bool isText = name == "report.txt";
+    // The type comes with the name, or the extension with the type that is chosen.
+    const std::string json = "JSON lines (*.json)";
+    for (const auto& [name, typed, type] : {std::array<std::string, 3>{"report.txt", "report", ""},
+                                            {"report.json", "report.JSON", ""},
+                                            {"report.json", "report", json}}) {
         PressKey(report, 'S', VK_CONTROL);
-        AnswerDialog("Save report", in + (isText ? name : "report"),
-                     isText ? "" : "JSON lines (*.json)");
+        AnswerDialog("Save report", in + typed, type);
         EXPECT_TRUE(WaitUntil([&] { return ContentOf(name).ends_with('\n'); })) << Describe();
         ExpectUsable(report, "cmdSaveReport");
         std::filesystem::rename(wide(in + name), wide(in + "..\\" + name));

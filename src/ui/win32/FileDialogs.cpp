@@ -42,14 +42,33 @@ struct Choice {
     UINT Type = 1; ///< counts from 1
 };
 
-/// "nws" for "*.nws"; empty for patterns with an arbitrary extension, and where there is a choice:
-/// a dialog would append the first extension to a name with the second.
-std::wstring UsualExtension(const Question& question) {
-    if (question.Types.size() != 1)
-        return L"";
-    const std::wstring& pattern = question.Types[0][1];
+/// "nws" for "*.nws"; empty for patterns with an arbitrary extension.
+std::wstring ExtensionOfPattern(const std::wstring& pattern) {
     const std::wstring extension = pattern.starts_with(L"*.") ? pattern.substr(2) : L"";
     return extension.find_first_of(L"*?.;") == std::wstring::npos ? extension : L"";
+}
+
+/// What a dialog may append; nothing where there is a choice, since it would go to every name.
+std::wstring UsualExtension(const Question& question) {
+    return question.Types.size() == 1 ? ExtensionOfPattern(question.Types[0][1]) : L"";
+}
+
+/// Some systems append the extension of the type that is chosen even to a name with another type's.
+void TakeSecondExtensionOff(const Question& question, std::wstring& path) {
+    const auto endsIn = [](const std::wstring& name, const std::wstring& extension) {
+        return name.size() > extension.size() &&
+               CompareStringOrdinal(name.c_str() + name.size() - extension.size(), -1,
+                                    extension.c_str(), -1, TRUE) == CSTR_EQUAL;
+    };
+    for (const auto& added : question.Types)
+        for (const auto& typed : question.Types) {
+            const std::wstring first = L"." + ExtensionOfPattern(typed[1]),
+                               second = L"." + ExtensionOfPattern(added[1]);
+            if (first != second && endsIn(path, first + second)) {
+                path.resize(path.size() - second.size());
+                return;
+            }
+        }
 }
 
 void SetStartFolder(IFileDialog& dialog, const std::wstring& folder) {
@@ -213,6 +232,8 @@ bool Ask(const Question& question, std::vector<std::string>& paths, std::size_t*
                      : AskByOldDialog(box.Owner, question, choice);
     if (chosen) {
         paths.clear();
+        if (question.Types.size() > 1)
+            TakeSecondExtensionOff(question, choice.Paths.front());
         for (const std::wstring& answer : choice.Paths)
             paths.push_back(platform::NarrowPath(answer));
         if (type)
