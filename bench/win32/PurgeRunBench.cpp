@@ -17,6 +17,7 @@
 // takes after the run for the lines that it lacks, when all of them are asked for at once.
 #include "bench/runs/Tools.h"
 #include "engine/FilePurge.h"
+#include "engine/GroupPace.h"
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
@@ -227,6 +228,7 @@ int main(int argc, char** argv) {
     for (const std::string& folder : {top + "\\engine", top + "\\run"})
         if (!ListedFiles(folder).empty())
             bench::Give(folder + " is not empty");
+    intGroupThreads = 1; // the engine's calls are told apart file by file
     LoadMainForm();
     Initialization();
     InitializePurgeOptions();
