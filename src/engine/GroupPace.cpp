@@ -1,5 +1,6 @@
-// The number of threads doubles as long as that gains something. A rotating disk may prefer one,
-// and what is best may change while others use the disk: so it is tried again from time to time.
+// The number of threads grows as long as that gains something, at first by steps of four. A
+// rotating disk may prefer one. What is best may change while others use the disk, and is tried
+// again from time to time.
 #include "engine/GroupPace.h"
 
 #include "support/Paths.h"
@@ -34,6 +35,7 @@ struct Pace {
     std::size_t Files = 0; ///< measured with `Threads`; when settled since the last trial
     double Seconds = 0;
     std::size_t UntilTrial = intFilesBetweenTrials;
+    int Step = 4; ///< so many times the threads are tried next
 };
 
 /// By letter; the last entry is for paths without a letter.
@@ -59,6 +61,7 @@ void Try(Pace& pace, int threads) {
 void Settle(Pace& pace) {
     Try(pace, pace.Base);
     pace.Settled = true;
+    pace.Step = 2;
 }
 
 /// What a trial has told leads to the next one, or to the best of them.
@@ -72,7 +75,7 @@ void Judge(Pace& pace) {
         pace.Base = pace.Threads;
         pace.BaseTime = dblTime;
         if (!blnFewer && pace.Threads < intMostWorkers)
-            return Try(pace, pace.Threads * 2);
+            return Try(pace, std::min(pace.Threads * pace.Step, intMostWorkers));
         return Settle(pace);
     }
     // More was worse than the base: perhaps less is better.
