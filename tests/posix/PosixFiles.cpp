@@ -78,6 +78,12 @@ Fault Close(File& file) {
     return close(descriptor) == 0 ? Fault::None : LastFault();
 }
 
+/// What a call tells unless it is ordered to fail.
+Fault Unless(const char* call, Fault told) {
+    const Fault ordered = Start(call, "");
+    return Failed(ordered) ? ordered : told;
+}
+
 /// A call that tells, done by `work`, 0 or negative, when no order is in the way.
 template<typename Work>
 Fault OnOpen(const char* call, Work work) {
@@ -158,22 +164,16 @@ Fault SeekTo(File file, std::uint64_t position) {
     });
 }
 
-namespace {
-Fault Ask(const char* call, File file, struct stat& known) {
-    return OnOpen(call, [&] { return fstat(Descriptor(file), &known); });
-}
-} // namespace
-
 Fault ReadLength(File file, std::uint64_t& length) {
-    struct stat known;
-    const Fault fault = Ask(__func__, file, known);
-    length = Failed(fault) ? length : static_cast<std::uint64_t>(known.st_size);
+    OpenFileFacts known{length};
+    const Fault fault = ReadOpenFileFacts(file, known);
+    length = known.Length;
     return fault;
 }
 
 Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
     struct stat known;
-    const Fault fault = Ask(__func__, file, known);
+    const Fault fault = OnOpen(__func__, [&] { return fstat(Descriptor(file), &known); });
     if (!Failed(fault))
         facts = {static_cast<std::uint64_t>(known.st_size),
                  static_cast<std::uint64_t>(known.st_blocks) * 512,
@@ -183,19 +183,17 @@ Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
 
 Fault ReadFileNumber(File file, std::uint64_t& number) {
     struct stat known;
-    const Fault fault = Ask(__func__, file, known);
+    const Fault fault = OnOpen(__func__, [&] { return fstat(Descriptor(file), &known); });
     number = Failed(fault) ? number : known.st_ino;
     return fault;
 }
 
 Fault HasClusters(File /*file*/, bool& /*hasClusters*/) {
-    const Fault fault = Start(__func__, "");
-    return Failed(fault) ? fault : Fault::NotSupported;
+    return Unless(__func__, Fault::NotSupported);
 }
 
 Fault ListAllocatedRanges(File /*file*/, std::uint64_t /*length*/, std::vector<Range>& /*ranges*/) {
-    const Fault fault = Start(__func__, "");
-    return Failed(fault) ? fault : Fault::NotSupported;
+    return Unless(__func__, Fault::NotSupported);
 }
 
 Fault ChangeLength(File file, std::uint64_t length) {
@@ -208,9 +206,7 @@ Fault FlushBytes(File file) {
 }
 
 Fault CloseFile(File& file) {
-    const Fault fault = Close(file);
-    const Fault ordered = Start(__func__, "");
-    return Failed(fault) ? fault : ordered;
+    return Unless(__func__, Close(file));
 }
 
 Fault ReadAttributes(const std::string& path, std::uint32_t& attributes, std::uint64_t* length) {
@@ -236,13 +232,12 @@ Fault WriteAttributes(const std::string& path, std::uint32_t attributes) {
 }
 
 Fault ReadFileLength(const std::string& path, std::uint64_t& length) {
-    std::uint32_t attributes = 0;
-    std::uint64_t known = 0;
-    const Fault fault = ReadAttributes(path, attributes, &known);
-    if (!Failed(fault) && (attributes & AttributeFolder) != 0)
-        return Fault::AccessDenied;
-    length = Failed(fault) ? length : known;
-    return fault;
+    return OnStat(__func__, path, [&](const struct stat& known, int, const char*) {
+        if (S_ISDIR(known.st_mode))
+            return Fault{Fault::AccessDenied};
+        length = static_cast<std::uint64_t>(known.st_size);
+        return Fault{Fault::None};
+    });
 }
 
 Fault ReadFileFacts(const std::string& path, FileFacts& facts) {
@@ -262,9 +257,8 @@ Fault ListStreams(const std::string& path, std::vector<Stream>& streams) {
     return fault;
 }
 
-Fault ListNames(const std::string& path, std::vector<std::string>& /*names*/) {
-    const Fault fault = Start(__func__, path);
-    return Failed(fault) ? fault : Fault::NotSupported; // the disk knows their number only
+Fault ListNames(const std::string& /*path*/, std::vector<std::string>& /*names*/) {
+    return Unless(__func__, Fault::NotSupported); // the disk knows their number only
 }
 
 namespace {
@@ -281,9 +275,7 @@ Fault MayRemove(const struct stat& known, int folder, const char* name) {
 Fault RemoveFile(const std::string& path) {
     return OnStat(__func__, path, [](const struct stat& known, int folder, const char* name) {
         const Fault fault = MayRemove(known, folder, name);
-        if (Failed(fault))
-            return fault;
-        return unlinkat(folder, name, 0) != 0 ? LastFault() : Fault::None;
+        return Failed(fault) || unlinkat(folder, name, 0) == 0 ? fault : LastFault();
     });
 }
 
@@ -295,9 +287,8 @@ Fault RenameReplacing(const std::string& from, const std::string& to) {
             struct stat replaced;
             const bool there = fstatat(newFolder, newName, &replaced, AT_SYMLINK_NOFOLLOW) == 0;
             const Fault fault = there ? MayRemove(replaced, newFolder, newName) : Fault::None;
-            if (Failed(fault))
-                return fault;
-            return renameat(folder, name, newFolder, newName) != 0 ? LastFault() : Fault::None;
+            return Failed(fault) || renameat(folder, name, newFolder, newName) == 0 ? fault
+                                                                                    : LastFault();
         });
     });
 }

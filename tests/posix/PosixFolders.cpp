@@ -58,9 +58,8 @@ Fault RemoveFolder(const std::string& path) {
                             : (known.st_mode & S_IWUSR) == 0
                                 ? Fault::AccessDenied
                                 : Exclusively(folder, name, O_DIRECTORY);
-        if (Failed(fault))
-            return fault;
-        return unlinkat(folder, name, isLink ? 0 : AT_REMOVEDIR) != 0 ? LastFault() : Fault::None;
+        const int how = isLink ? 0 : AT_REMOVEDIR;
+        return Failed(fault) || unlinkat(folder, name, how) == 0 ? fault : LastFault();
     });
 }
 
@@ -69,15 +68,23 @@ bool FolderExists(const std::string& path) {
     return folder >= 0 && close(folder) == 0;
 }
 
-Fault FlushFolder(const std::string& path) {
-    if (const Fault fault = Start(__func__, path); Failed(fault))
+namespace {
+/// A call that tells, done on the open folder by `work`, 0 or negative.
+template<typename Work>
+Fault OnFolder(const char* call, const std::string& path, int flags, Work work) {
+    if (const Fault fault = Start(call, path); Failed(fault))
         return fault;
-    const int opened = OpenFolder(path, O_RDONLY);
+    const int opened = OpenFolder(path, flags);
     if (opened < 0)
         return LastFault();
-    const Fault fault = fsync(opened) != 0 ? LastFault() : Fault::None;
+    const Fault fault = work(opened) != 0 ? LastFault() : Fault::None;
     close(opened);
     return fault;
+}
+} // namespace
+
+Fault FlushFolder(const std::string& path) {
+    return OnFolder(__func__, path, O_RDONLY, fsync);
 }
 
 Fault ChangeCurrentFolder(const std::string& folder) {
@@ -92,14 +99,8 @@ std::string RootOf(const std::string& text) {
 }
 
 Fault OnDrive(const char* call, const std::string& root, struct statvfs& known) {
-    if (const Fault fault = Start(call, root); Failed(fault))
-        return fault;
-    const int folder = OpenFolder(RootOf(root), O_PATH);
-    if (folder < 0)
-        return LastFault();
-    const Fault fault = fstatvfs(folder, &known) != 0 ? LastFault() : Fault::None;
-    close(folder);
-    return fault;
+    return OnFolder(call, RootOf(root), O_PATH,
+                    [&](int folder) { return fstatvfs(folder, &known); });
 }
 } // namespace
 
@@ -154,14 +155,7 @@ Fault ReadRecordCount(const std::string&, std::uint64_t&) {
 }
 
 Fault FlushRecords(const std::string& folder) {
-    if (const Fault fault = Start(__func__, folder); Failed(fault))
-        return fault;
-    const int opened = OpenFolder(folder, O_RDONLY);
-    if (opened < 0)
-        return LastFault();
-    const Fault fault = syncfs(opened) != 0 ? LastFault() : Fault::None;
-    close(opened);
-    return fault;
+    return OnFolder(__func__, folder, O_RDONLY, syncfs);
 }
 
 } // namespace platform

@@ -8,19 +8,15 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-namespace posix {
-
-namespace {
-platform::FolderIdentity IdentityOf(const struct stat& known) {
-    return {known.st_dev, known.st_ino, 0};
-}
-} // namespace
-
-} // namespace posix
-
 namespace platform {
 
 using namespace posix;
+
+namespace {
+FolderIdentity IdentityOf(const struct stat& known) {
+    return {known.st_dev, known.st_ino, 0};
+}
+} // namespace
 
 Fault HoldFolder(const std::string& path, FolderHold& hold) {
     return OnStat(__func__, path, [&](const struct stat& known, int folder, const char* name) {
