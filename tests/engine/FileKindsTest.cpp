@@ -37,27 +37,25 @@ TEST_F(FilePurgeTest, DataOfSeveralNames) {
     fake::PutFile(path, "data", platform::AttributeReadOnly);
     fake::PutFile(stream, "more");
     fake::PutName("C:\\g\\other", path);
-    const auto purge = [&](bool refuse, bool slackOnly) {
-        job = {path, 0, 1, true, true, true, slackOnly, refuse};
-        RunPurgeJob(job);
-        return PurgeResult{job.Result};
-    };
-    EXPECT_EQ(PurgeSeveralNames, purge(true, false));
+    refuseNames = true;
+    EXPECT_EQ(PurgeSeveralNames, Purge(path, 0, 1, true));
     EXPECT_EQ("data", fake::ContentOf(path));
     EXPECT_EQ("more", fake::ContentOf(stream));
     EXPECT_TRUE(fake::At(path)->Attributes & platform::AttributeReadOnly);
     EXPECT_FALSE(job.HasWritten);
-    EXPECT_EQ(PurgeDone, purge(true, true)); // slack is nobody's data
+    EXPECT_EQ(PurgeDone, Purge(path, 0, 1, true, true)); // slack is nobody's data
     EXPECT_EQ("data", fake::ContentOf("C:\\g\\other"));
     // The name that remains keeps the file's length; where it would not, the file stays.
+    refuseNames = false;
     fake::FailNth(1, Fault::WriteFault, "ChangeLength");
-    EXPECT_EQ(PurgeLengthNotRestored, purge(false, false));
+    EXPECT_EQ(PurgeLengthNotRestored, Purge(path, 0, 1, true));
     EXPECT_TRUE(job.HasWritten);
-    EXPECT_EQ(PurgeDone, purge(false, false));
+    EXPECT_EQ(PurgeDone, Purge(path, 0, 1, true));
     EXPECT_EQ(nullptr, fake::At(path));
     EXPECT_EQ(4u, fake::ContentOf("C:\\g\\other").size());
     EXPECT_NE("data", fake::ContentOf("C:\\g\\other"));
     // Somebody puts a link, or another name of other data, in the file's place before an opening.
+    refuseNames = true;
     for (const bool link : {true, false})
         for (int opening = 1; opening <= 5; ++opening) {
             SCOPED_TRACE((link ? "link " : "name ") + std::to_string(opening));
@@ -74,8 +72,7 @@ TEST_F(FilePurgeTest, DataOfSeveralNames) {
                 else
                     fake::PutName(path, "C:\\g\\other");
             });
-            job = {path, 1, 1, false, true, true, false, true};
-            RunPurgeJob(job);
+            (void)Purge(path, 1, 1, false);
             EXPECT_EQ("other", fake::ContentOf("C:\\g\\other"));
         }
 }

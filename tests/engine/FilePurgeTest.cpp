@@ -168,42 +168,6 @@ TEST_F(FilePurgeTest, RefusalsAndCodes) {
     EXPECT_EQ(0u, file.Attributes & R); // stays writable
 }
 
-TEST_F(FilePurgeTest, AnyCallMayFail) {
-    // The outcome of clearing attributes, and of the last restoring of the length do not count;
-    // everything else does.
-    const std::string mayPass = "ReadAttributes WriteAttributes ReadClusterFacts ReadVolumeFacts "
-                                "HasClusters OpenFile ReadOpenFileFacts ChangeLength CloseFile";
-    for (const bool deleteAfter : {true, false})
-        for (const bool slackOnly : {true, false}) {
-            std::vector<std::vector<fake::Run>> all;
-            int n = 0;
-            do {
-                SetUp();
-                fake::PutFile(path, std::string(600, 'M'),
-                              platform::AttributeHidden | platform::AttributeReadOnly);
-                fake::PutFile(stream, std::string(9000, 'S'));
-                fake::FailNth(n, Fault::WriteFault);
-                const int code = Purge(path, 1, 1, deleteAfter, slackOnly);
-                const std::string call = fake::FailedCall();
-                SCOPED_TRACE(call + " as call " + std::to_string(n));
-                const std::vector done{Written(path), Written(stream)};
-                all = n == 0 ? done : all;
-                EXPECT_EQ(0, fake::OpenHandles());
-                const fake::Node* left = fake::At(path);
-                EXPECT_EQ(left == nullptr, code >= 0 && deleteAfter && !slackOnly);
-                EXPECT_TRUE(code < 0 || (mayPass.find(call) != std::string::npos && done == all) ||
-                            call == "HasClusters");
-                if (!left)
-                    continue;
-                if (code < 0 || mayPass.find(call) == std::string::npos) {
-                    EXPECT_EQ(600u, left->Data.Length());
-                    EXPECT_EQ(9000u, left->Children[0]->Data.Length());
-                }
-                EXPECT_TRUE(!slackOnly || left->Data.Read(0, 600) == std::string(600, 'M'));
-            } while (n++ == 0 || fake::HasFailed());
-        }
-}
-
 TEST_F(FilePurgeTest, CodesOfFaults) {
     const struct {
         int Code, N;

@@ -20,8 +20,12 @@ struct FilePurgeTest : ProgramTest {
                deleteAfter,
                true,
                true,
-               slackOnly};
+               slackOnly,
+               refuseNames};
+        job.Options.Verify = verify;
+        job.Options.OverwriteNames = rename;
         RunPurgeJob(job);
+        EXPECT_EQ(0, fake::OpenHandles());
         return job.Result;
     }
     /// What a purge that goes well does to the file.
@@ -32,6 +36,7 @@ struct FilePurgeTest : ProgramTest {
         return fake::JournalText(file);
     }
     const std::string stream = std::string(path) + ":s";
+    bool refuseNames = false, verify = false, rename = false;
     PurgeJob job;
 };
 
