@@ -142,7 +142,7 @@ TEST_F(FilePurgeTest, WhatChangesMeanwhileIsCoveredOrLeftAlone) {
     change("OpenFile", 3, 5000); // the main stream, after its overwrite
     fake::At(path)->Data.Resize(1);
     EXPECT_EQ(0, Purge(path, 0, 1, false));
-    EXPECT_EQ(std::string::npos, fake::ContentOf(path).find(std::string(100, 'L')));
+    EXPECT_THAT(fake::ContentOf(path), Not(HasSubstr(std::string(100, 'L'))));
 }
 
 TEST_F(FilePurgeTest, WhatLiesInARecordIsOverwrittenThereOrLeftThere) {
@@ -187,8 +187,8 @@ TEST_F(FilePurgeTest, BlocksGoOnToTheEndOfALargeCluster) {
     fake::Watch("OpenFile", [](const std::string& file) {
         fake::At(file)->Data.Resize(std::max<std::uint64_t>(fake::At(file)->Data.Length(), 4000));
     });
-    EXPECT_TRUE(
-        Journal("E:\\a", 1, 1, true).starts_with("write 0+4000 AA\nflush\nwrite 0+6144 AA\n"));
+    EXPECT_THAT(Journal("E:\\a", 1, 1, true),
+                StartsWith("write 0+4000 AA\nflush\nwrite 0+6144 AA\n"));
     fake::ResetOrders();
     fake::AddDrive('D', 1 << 30, 1 << 20);
     fake::PutBigFile("D:\\a", 70000, 'M');
@@ -245,7 +245,7 @@ TEST_F(FilePurgeTest, OfASparseFileOnlyWhatIsThereIsOverwritten) {
               Journal(path, 1, 1, false).substr(0, 55));
     EXPECT_EQ(tera + 5, fake::At(path)->Data.Length());
     EXPECT_EQ(ReachSparse, job.Reach);
-    EXPECT_TRUE(Journal(path, 1, 1, false, true).starts_with("write 1099511627781+4091 AA\n"));
+    EXPECT_THAT(Journal(path, 1, 1, false, true), StartsWith("write 1099511627781+4091 AA\n"));
     put(tera + 5, {{65536, 131072}}); // nothing at its end
     EXPECT_EQ("write 65536+65536 *\nflush\n", Journal(path, 0, 1, false));
     EXPECT_EQ(-55, Purge(path, 0, 1, false, true));

@@ -7,8 +7,6 @@
 #include "engine/PurgeTypes.h"
 #include "shell/frmMain.h"
 
-#include <algorithm>
-
 TEST_F(FilePurgeTest, EveryOverwriteIsWholeClustersAndFlushedBeforeTheNext) {
     for (const std::uint32_t cluster : {512u, 4096u, 65536u})
         for (const std::uint64_t length :
@@ -94,8 +92,8 @@ TEST_F(FilePurgeTest, LengthsBeyond32Bits) {
     const std::uint64_t length = (5ULL << 30) + 123;
     fake::AddDrive('D', 64ULL << 30, 65536);
     fake::PutBigFile("D:\\a", length, 'M');
-    EXPECT_TRUE(
-        Journal("D:\\a", 1, 1, false, true).starts_with("write 5368709243+65413 AA\nflush\n"));
+    EXPECT_THAT(Journal("D:\\a", 1, 1, false, true),
+                StartsWith("write 5368709243+65413 AA\nflush\n"));
     ASSERT_EQ("write 0+5368774656 *\nflush\nlength 5368709243\n", Journal("D:\\a", 0, 1, false));
     EXPECT_EQ(65536u, fake::journal[0].Data.Pattern.size());
     EXPECT_EQ(length, fake::At("D:\\a")->Data.Length());
@@ -109,8 +107,8 @@ TEST_F(FilePurgeTest, LengthsBeyond32Bits) {
     // The longest file of FAT: its last cluster ends a byte behind what can be written.
     fake::PutBigFile("D:\\b", 0xFFFFFFFF, 'M');
     fake::FailNth(4096, Fault::DiskFull, "WriteBytes");
-    EXPECT_TRUE(
-        Journal("D:\\b", 0, 1, true).ends_with("write 4293918720+1048575 *\nflush\nremove\n"));
+    EXPECT_THAT(Journal("D:\\b", 0, 1, true),
+                EndsWith("write 4293918720+1048575 *\nflush\nremove\n"));
 }
 
 TEST_F(FilePurgeTest, StreamsGoWithTheFile) {
@@ -119,7 +117,7 @@ TEST_F(FilePurgeTest, StreamsGoWithTheFile) {
     (void)Journal(path, 1, 1, false);
     EXPECT_EQ(Overwrites(1, 1, 5000, 4096) + "length 5000\n", fake::JournalText(stream));
     (void)Journal(path, 1, 1, false, true); // the slack of both
-    EXPECT_TRUE(fake::JournalText(stream).starts_with("write 5000+3192 AA\nflush\n"));
+    EXPECT_THAT(fake::JournalText(stream), StartsWith("write 5000+3192 AA\nflush\n"));
     EXPECT_EQ(std::string(5000, '\xF5'), fake::ContentOf(stream));
     (void)Journal(path, 0, 1, true);
     EXPECT_EQ("write 0+8192 *\nflush\n", fake::JournalText(stream));

@@ -6,8 +6,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <gmock/gmock.h>
 #include <string>
 #include <vector>
+
+using namespace testing;
 
 inline constexpr const char* path = "C:\\f\\a.bin";
 

@@ -123,7 +123,7 @@ TEST_F(VerifyAndNames, NamesMeanNothingAndTakeNobodysPlace) {
                 event.Path == names[std::max<std::size_t>(names.size(), 2) - 2])
                 done += event.What.substr(0, event.What.find(' ')) + " ";
         }
-        EXPECT_TRUE(done.ends_with("dates rename rename rename ")) << done;
+        EXPECT_THAT(done, EndsWith("dates rename rename rename "));
         ASSERT_EQ(4u, names.size());
         for (std::size_t i = 1; i < 4; ++i) {
             const std::string made = names[i].substr(5);
@@ -143,9 +143,9 @@ TEST_F(VerifyAndNames, NamesMeanNothingAndTakeNobodysPlace) {
     fake::PutName("C:\\g\\other", path);
     fake::journal.clear();
     EXPECT_EQ(0, Run(false));
-    EXPECT_EQ(std::string::npos, fake::JournalText().find("rename"));
+    EXPECT_THAT(fake::JournalText(), Not(HasSubstr("rename")));
     EXPECT_EQ(0, Run(true));
-    EXPECT_EQ(std::string::npos, fake::JournalText().find("dates"));
+    EXPECT_THAT(fake::JournalText(), Not(HasSubstr("dates")));
     EXPECT_EQ(nullptr, fake::At(path));
 }
 

@@ -42,7 +42,6 @@ Sum of file sizes: 1.21 KB
     blnSubdirectories = false;
     EXPECT_EQ(List(true, true, "a.txt"),
               std::string("\nC:\\d\\\nC:\\d\\a.txt (1,234 bytes)   \n") + strHint);
-
     EXPECT_EQ(List(true, false, "a.txt"), std::string("\nC:\\d\\\n") + strHint);
     EXPECT_EQ(List(false, false),
               std::string("Number of files: 2\n\nSum of file sizes: 1.21 KB\n") + strHint);
@@ -83,14 +82,13 @@ TEST_F(RunTest, AFullReportEndsAListing) {
     const std::int64_t lines = (lngMaxReportText - 9) / 31 + 1;
     const std::string last = std::to_string(10000 + (31 * lines - 1024) / 31 - 1);
     const std::string report = List(true, true), end = report.substr(report.find(last));
-    EXPECT_TRUE(end.starts_with(last +
+    EXPECT_THAT(end, StartsWith(last +
                                 "\xF0\x9F\x97\x91.txt (1 bytes)   \n\n"
                                 "The output report buffer was filled.\n"
                                 "Note: Some files were not listed.\n\n"
                                 "Number of files: " +
-                                GroupedDigits(lines)))
-        << end;
-    EXPECT_EQ(end.find("stopped"), end.npos); // nobody did
+                                GroupedDigits(lines)));
+    EXPECT_THAT(end, Not(HasSubstr("stopped"))); // nobody did
     EXPECT_EQ(frmReport.lblPausedDone.Caption, "Done");
 }
 
@@ -110,7 +108,7 @@ TEST_F(RunTest, EstimatesAfterAListing) {
                                   "Estimated purge time: less than a minute.\n");
     SetPasses(2);
     const std::string report = List(false, false);
-    EXPECT_TRUE(report.starts_with(R"(Purge type: random bytes twice
+    EXPECT_THAT(report, StartsWith(R"(Purge type: random bytes twice
 Estimated purge time: 40s
 
 Estimated purge times for various numbers of overwrites
@@ -119,9 +117,9 @@ and an adjustment factor of 0.50:
 1 overwrite:  20s
 2 overwrites: 40s
 4 overwrites: 1m 21s
-)")) << report;
-    EXPECT_TRUE(
-        report.ends_with("12 overwrites: 4m 2s\n16 overwrites: 5 minutes and 22 seconds\n18 "
+)"));
+    EXPECT_THAT(report,
+                EndsWith("12 overwrites: 4m 2s\n16 overwrites: 5 minutes and 22 seconds\n18 "
                          "overwrites: 6 minutes and 3 seconds\n20 overwrites: 6 minutes and "
                          "43 seconds\n24 overwrites: 8 minutes and 4 seconds\n28 overwrites: "
                          "9 minutes and 24 seconds\n30 overwrites: 10 minutes and 4 "

@@ -38,11 +38,10 @@ C:\d\stuck (5,000 bytes) purging: file overwritten but not deleted, left as )" +
 Folder C:\d\gone\ removed.
 C:\d\kept\link\: a link, not purged.
 )";
-    EXPECT_NE(report.find(files), report.npos) << report << files;
-    EXPECT_NE(report.find("once.\nWith \"Verify by reading back\" and \"Overwrite file names and "
-                          "dates\".\nDrive C is a solid-state drive: "),
-              report.npos)
-        << report;
+    EXPECT_THAT(report, HasSubstr(files));
+    EXPECT_THAT(report,
+                HasSubstr("once.\nWith \"Verify by reading back\" and \"Overwrite file names and "
+                          "dates\".\nDrive C is a solid-state drive: "));
     EXPECT_EQ(ReasonText(RecordAt(2), ""), "verification failed at byte 8,191, not purged");
     EXPECT_TRUE(fake::At("C:\\d\\kept") && !fake::At("C:\\d\\gone"));
     EXPECT_NE(JsonOfRecord(RecordAt(1)).find("\"verified\":true"), std::string::npos);
@@ -52,7 +51,7 @@ C:\d\kept\link\: a link, not purged.
     for (const char* line : {"cached (5,000 bytes) slack area purged, verified in memory only\n",
                              "fine (5,000 bytes) slack area purged and verified\n",
                              "not purged.\nC:\\d\\stuck (5,000 bytes) slack area purged and ver"})
-        EXPECT_NE(report.find(line), report.npos) << report;
+        EXPECT_THAT(report, HasSubstr(line));
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 4u);
 
     // A folder that cannot be removed after all.
@@ -63,9 +62,8 @@ C:\d\kept\link\: a link, not purged.
     report = Purge();
     const std::string folder = fake::At("C:\\d")->Children[0]->Name;
     EXPECT_NE(folder, "stays");
-    EXPECT_NE(report.find("Folder C:\\d\\stays\\ not removed, left as C:\\d\\" + folder + "\\.\n"),
-              report.npos)
-        << report;
+    EXPECT_THAT(report,
+                HasSubstr("Folder C:\\d\\stays\\ not removed, left as C:\\d\\" + folder + "\\.\n"));
 
     // The files that fill the folder's index, where the old names were.
     for (const bool blnRoom : {true, false}) {
@@ -82,8 +80,7 @@ C:\d\kept\link\: a link, not purged.
         const auto fillers = fake::FilesBelow("C:\\d");
         EXPECT_EQ(fillers.size(), blnRoom ? 5u : 0u);
         for (const std::string& path : fillers)
-            EXPECT_NE(report.find(path + ": an empty file, which could not be deleted.\n"),
-                      report.npos);
+            EXPECT_THAT(report, HasSubstr(path + ": an empty file, which could not be deleted.\n"));
         EXPECT_EQ(blnRoom, report.find("may remain in the index of C:\\d\\.\n") == report.npos);
     }
 }

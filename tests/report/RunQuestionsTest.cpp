@@ -35,7 +35,7 @@ Sum of sizes of files purged: 3 bytes
     EXPECT_EQ(Middle(Purge()), "\nC:\\d\\\n\nC:\\d\\a.exe -- not purged.\n" + strNoneStopped);
     EXPECT_TRUE(user.Boxes.front().EscapeHeld);
     blnOKToPurgeSensitiveFiles = true;
-    EXPECT_NE(Purge().find("Number of files purged: 2\n"), std::string::npos);
+    EXPECT_THAT(Purge(), HasSubstr("Number of files purged: 2\n"));
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 0U);
     // None is purged, but the data of one are destroyed.
     blnOKToPurgeSensitiveFiles = false;
@@ -64,15 +64,15 @@ TEST_F(RunTest, MonitoringIsAskedOncePerRun) {
         fake::Click(frmPurgeWarning.cmdOK);
     });
     user.Modal(frmPurgeWarning, [] {
-        EXPECT_TRUE(frmPurgeWarning.lblMessage.Caption.starts_with("The file C:\\d\\c.rtf will"));
+        EXPECT_THAT(frmPurgeWarning.lblMessage.Caption, StartsWith("The file C:\\d\\c.rtf will"));
         fake::Click(frmPurgeWarning.chkDontShowAgain);
         fake::Click(frmPurgeWarning.cmdStopPurge);
     });
     user.Box("Purge cancelled", "Purge operation terminated.");
-    EXPECT_TRUE(
-        purge().ends_with("C:\\d\\b.doc (1 bytes) purged\nC:\\d\\c.rtf -- not purged.\n\n"
-                          "Number of files purged: 2\n\nSum of sizes of files purged: 2 bytes\n\n"
-                          "Purge operation was stopped.\n"));
+    EXPECT_THAT(purge(),
+                EndsWith("C:\\d\\b.doc (1 bytes) purged\nC:\\d\\c.rtf -- not purged.\n\n"
+                         "Number of files purged: 2\n\nSum of sizes of files purged: 2 bytes\n\n"
+                         "Purge operation was stopped.\n"));
     EXPECT_FALSE(blnShowPurgeWarning);
     user.Modal(frmAntiVirusQuery, [] { fake::CloseForm(frmAntiVirusQuery); });
     user.Box("Purge cancelled", "Purge operation terminated.");
@@ -86,7 +86,7 @@ TEST_F(RunTest, EachFileIsConfirmedUntilAllAre) {
     blnConfirmFiles = true;
     user.Modal(frmConfirmFiles, [] {
         // The report behind the question shows all that was written before it.
-        EXPECT_TRUE(frmReport.txbText.Text.ends_with("\r\nC:\\d\\\r\n\r\n"));
+        EXPECT_THAT(frmReport.txbText.Text, EndsWith("\r\nC:\\d\\\r\n\r\n"));
         fake::PressEnter(frmConfirmFiles);
     });
     user.Modal(frmConfirmFiles, [] {
@@ -200,9 +200,10 @@ TEST_F(RunTest, AFullReportDoesNotEndThePurge) {
     const std::string report = Purge();
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 400U);
     EXPECT_LE(frmReport.txbText.Text.size(), lngMaxReportText);
-    EXPECT_NE(report.find("swap file), not purged.\n\nThe report buffer has been filled, so this "),
-              report.npos);
-    EXPECT_TRUE(report.ends_with("\n\nNumber of files purged: 400\n\nSum of sizes of files purged: "
+    EXPECT_THAT(
+        report,
+        HasSubstr("swap file), not purged.\n\nThe report buffer has been filled, so this "));
+    EXPECT_THAT(report, EndsWith("\n\nNumber of files purged: 400\n\nSum of sizes of files purged: "
                                  "400 bytes\n11/21/2026, 12:00:00\n"));
     // 1,024 characters and the line that they broke were cut off at the limit.
     EXPECT_GT(frmReport.txbText.Text.size(), lngMaxReportText - 1024 - 250);

@@ -12,7 +12,10 @@
 #include "support/Numbers.h"
 
 #include <algorithm>
+#include <gmock/gmock.h>
 #include <string>
+
+using namespace testing;
 
 struct RunTest : StartedTest {
     void SetUp() override { Begin(1); }
@@ -62,8 +65,8 @@ struct RunTest : StartedTest {
         const std::string head = "11/21/2026, 12:00:00\nPurging all files in C:\\d\\\n" +
                                  std::string("using random bytes ") + how + ".\n\n";
         const std::string foot = "11/21/2026, " + end + "\n";
-        EXPECT_TRUE(report.starts_with(head)) << report;
-        EXPECT_TRUE(report.ends_with(foot)) << report;
+        EXPECT_THAT(report, StartsWith(head));
+        EXPECT_THAT(report, EndsWith(foot));
         return report.substr(head.size(), report.size() - head.size() - foot.size());
     }
 };
