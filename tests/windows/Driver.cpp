@@ -40,20 +40,15 @@ std::vector<HWND> Children(HWND form) {
     return windows;
 }
 
-std::vector<HWND> AllTopWindows() {
+/// The visible ones of the program, or all.
+std::vector<HWND> TopWindows(bool all = false) {
     std::vector<HWND> windows;
     EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
-    std::erase_if(windows, [](HWND window) {
+    std::erase_if(windows, [=](HWND window) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
-        return process != program.dwProcessId;
+        return process != program.dwProcessId || !(all || IsWindowVisible(window));
     });
-    return windows;
-}
-
-std::vector<HWND> TopWindows() {
-    std::vector<HWND> windows = AllTopWindows();
-    std::erase_if(windows, [](HWND window) { return !IsWindowVisible(window); });
     return windows;
 }
 
@@ -142,16 +137,6 @@ std::wstring AsArguments(const std::vector<std::string>& paths) {
     }
     return line;
 }
-
-PROCESS_INFORMATION Execute(std::wstring line) {
-    PROCESS_INFORMATION process = {};
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &start, &process))
-        << Narrow(line) << " cannot be started: " << GetLastError();
-    return process;
-}
 } // namespace
 
 bool WaitUntil(const std::function<bool()>& condition) {
@@ -179,17 +164,16 @@ HWND Drop(HWND form, const std::vector<std::string>& paths) {
     return form;
 }
 
-HWND StartByShell(const std::string& file, const std::string& verb, const std::string& itemClass,
+HWND StartByShell(const std::string& file, const wchar_t* itemClass,
                   const std::string& parameters) {
-    const std::wstring wideFile = Widen(file), wideVerb = Widen(verb), wideClass = Widen(itemClass),
-                       wideParameters = Widen(parameters);
+    const std::wstring wideFile = Widen(file), wideParameters = Widen(parameters);
     SHELLEXECUTEINFOW what = {};
     what.cbSize = sizeof what;
-    what.fMask = SEE_MASK_FLAG_NO_UI | (itemClass.empty() ? 0 : SEE_MASK_CLASSNAME);
+    what.fMask = SEE_MASK_FLAG_NO_UI | (itemClass != nullptr ? SEE_MASK_CLASSNAME : 0);
     what.lpFile = wideFile.c_str();
-    what.lpVerb = verb.empty() ? nullptr : wideVerb.c_str();
-    what.lpClass = wideClass.c_str();
-    what.lpParameters = parameters.empty() ? nullptr : wideParameters.c_str();
+    what.lpVerb = itemClass != nullptr ? L"Nullwright" : nullptr;
+    what.lpClass = itemClass;
+    what.lpParameters = wideParameters.c_str();
     what.nShow = SW_SHOWNORMAL;
     EXPECT_TRUE(ShellExecuteExW(&what)) << file << " cannot be opened: " << GetLastError();
     // Not every system tells which process came of it, and with a link it need not be the first.
@@ -226,7 +210,7 @@ void KillProgram() {
 
 void EndSession() {
     for (const UINT message : {WM_QUERYENDSESSION, WM_ENDSESSION})
-        for (HWND window : AllTopWindows())
+        for (HWND window : TopWindows(true))
             Ask(window, message, message == WM_ENDSESSION);
     KillProgram();
 }

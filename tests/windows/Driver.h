@@ -26,11 +26,11 @@ extern std::string scratch;
 /// Starts the program (NW_PROGRAM), with paths of the scratch folder or of NW_SMALL_DRIVE as items,
 /// and waits for its main window.
 HWND StartProgram(const std::vector<std::string>& items = {});
-/// What Explorer does with a file: its own verb ("" the usual one), or that of a class of items;
-/// with a link in "Send to" and the files that are sent. Waits for the main window of the program
-/// that comes of it.
-HWND StartByShell(const std::string& file, const std::string& verb = "",
-                  const std::string& itemClass = "", const std::string& parameters = "");
+/// What Explorer does with a file: the usual, or the program's verb of a class of items; with a
+/// link in "Send to" and the files that are sent. Waits for the main window of the program that
+/// comes of it.
+HWND StartByShell(const std::string& file, const wchar_t* itemClass = nullptr,
+                  const std::string& parameters = "");
 /// Waits for the program to end by itself; STILL_ACTIVE when it does not.
 int WaitForEnd();
 /// Ends the program by force if it still runs.

@@ -1,11 +1,9 @@
 // The commands on whole drives through the real windows, on a small drive that really fills up.
 // NW_SMALL_DRIVE names it ("T:\"); everything on it is destroyed.
 #include "platform/Drives.h"
-#include "selection/frmDrives.h"
 #include "windows/Environment.h"
 #include "windows/WindowTest.h"
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -33,6 +31,13 @@ struct DrivesTest : WindowTest {
         Choose(chooser, "lstDrives", root.substr(0, 2));
         Click(chooser, "cmdOK");
     }
+    /// Up to the question whether to go on when the drive is full.
+    void FillFreeSpace() const {
+        Click(main, "cmdLargePurge(2)");
+        ChooseDrive("Purge free space on which drive?");
+        AnswerBox("Purge free space", "", IDOK);
+        EXPECT_TRUE(WaitUntil([&] { return FreeBytes() == 0; })) << FreeBytes();
+    }
     void ExpectEnd(const std::string& message) {
         Expect(main, "lblLargePurgeMessage", message);
         ExpectUsable(main, "cmdQuit");
@@ -40,10 +45,7 @@ struct DrivesTest : WindowTest {
 };
 
 TEST_F(DrivesTest, FreeSpaceIsPurged) {
-    Click(main, "cmdLargePurge(2)");
-    ChooseDrive("Purge free space on which drive?");
-    AnswerBox("Purge free space", "", IDOK);
-    EXPECT_TRUE(WaitUntil([&] { return FreeBytes() == 0; })) << FreeBytes();
+    FillFreeSpace();
     AnswerBox("Purge free space", "", IDOK);
     AnswerBox("Purge free space", "The free space has been purged.", IDOK);
     ExpectEnd("The free space has been purged.");
@@ -52,10 +54,7 @@ TEST_F(DrivesTest, FreeSpaceIsPurged) {
 }
 
 TEST_F(DrivesTest, TheEndOfTheSessionLeavesNoDummies) {
-    Click(main, "cmdLargePurge(2)");
-    ChooseDrive("Purge free space on which drive?");
-    AnswerBox("Purge free space", "", IDOK);
-    EXPECT_TRUE(WaitUntil([&] { return FreeBytes() == 0; })) << FreeBytes();
+    FillFreeSpace();
     Window("Purge free space"); // whether to go on
     EndSession();
     EXPECT_EQ(freeBefore, FreeBytes());

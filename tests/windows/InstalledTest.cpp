@@ -18,20 +18,8 @@ struct Installed : testing::Test {
 using Portable = Installed;
 using SendTo = Installed;
 
-int ExitCodeOf(const std::string& command) {
-    std::wstring line = Widen(command);
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &process))
-        return -1;
-    WaitForSingleObject(process.hProcess, patience);
-    DWORD code = STILL_ACTIVE;
-    GetExitCodeProcess(process.hProcess, &code);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    return static_cast<int>(code);
+void Put(const std::string& path) {
+    std::ofstream(std::filesystem::path(Widen(path))) << "secret";
 }
 
 } // namespace
@@ -39,8 +27,11 @@ int ExitCodeOf(const std::string& command) {
 TEST_F(Installed, StartsByItsLinkAndIsNotReplacedMeanwhile) {
     HWND main = StartByShell(Environment(L"NW_LINK"));
     ExpectUsable(main, "cmdQuit");
-    const int running = 3;
-    EXPECT_EQ(running, ExitCodeOf(Environment(L"NW_SETUP") + " /S"));
+    const PROCESS_INFORMATION setup = Execute(Widen(Environment(L"NW_SETUP")) + L" /S");
+    DWORD code = STILL_ACTIVE;
+    WaitForSingleObject(setup.hProcess, patience);
+    GetExitCodeProcess(setup.hProcess, &code);
+    EXPECT_EQ(DWORD{3}, code) << "it runs";
     Click(main, "cmdQuit");
     EXPECT_EQ(0, WaitForEnd());
 }
@@ -56,12 +47,12 @@ TEST_F(Installed, OpensAnOperationFile) {
 
 TEST_F(Installed, TakesWhatExplorerHandsOver) {
     const std::string file = folder + "\\a file \xE6\x97\xA5.txt", empty = folder + "\\a folder";
-    std::ofstream(std::filesystem::path(Widen(file)), std::ios::binary) << "secret";
+    Put(file);
     std::filesystem::create_directory(Widen(empty));
-    HWND main = StartByShell(file, "Nullwright", "*");
+    HWND main = StartByShell(file, L"*");
     Expect(main, "lblFiles", "a file \xE6\x97\xA5.txt");
     KillProgram();
-    main = StartByShell(empty, "Nullwright", "Directory");
+    main = StartByShell(empty, L"Directory");
     Expect(main, "lblDirectory", empty + "\\");
     EXPECT_TRUE(std::filesystem::exists(Widen(file))) << "it was only chosen";
 }
@@ -69,10 +60,10 @@ TEST_F(Installed, TakesWhatExplorerHandsOver) {
 TEST_F(SendTo, SeveralFilesAreChosenItems) {
     std::string sent;
     for (const char* name : {"one.txt", "two \xC3\xBC.txt", "three.txt"}) {
-        std::ofstream(std::filesystem::path(Widen(folder + "\\" + name)), std::ios::binary) << "s";
+        Put(folder + "\\" + name);
         sent += (sent.empty() ? "\"" : " \"") + folder + "\\" + name + "\"";
     }
-    HWND main = StartByShell(Environment(L"NW_LINK"), "", "", sent);
+    HWND main = StartByShell(Environment(L"NW_LINK"), nullptr, sent);
     Expect(main, "lblDirectory", "3 chosen items (3 files)");
     EXPECT_TRUE(std::filesystem::exists(Widen(folder + "\\one.txt"))) << "they were only chosen";
 }

@@ -1,6 +1,5 @@
 // The main window on the screen there is, and in less room than it needs. Run at 96 dpi on a large
 // screen, and at 144 dpi on one of 1366 x 768.
-#include "win32/Wide.h"
 #include "windows/Environment.h"
 #include "windows/WindowTest.h"
 
@@ -9,8 +8,7 @@ using namespace driver;
 struct LayoutTest : WindowTest {
     bool InView(const char* name) { return InView(Named(main, name)); }
     bool InView(HWND control) const {
-        RECT place{}, inside{};
-        GetWindowRect(control, &place);
+        RECT place = PlaceOf(control), inside{};
         GetClientRect(main, &inside);
         MapWindowPoints(nullptr, main, reinterpret_cast<POINT*>(&place), 2);
         return place.top >= 0 && place.bottom <= inside.bottom && place.right <= inside.right;
@@ -62,12 +60,8 @@ TEST_F(LayoutTest, FitsTheScreenAndScrollsWithLessRoom) {
 }
 
 TEST_F(LayoutTest, ASecondInstanceDoesNotHideTheFirst) {
-    std::wstring line = L"\"" + platform::Widen(Environment(L"NW_PROGRAM")) + L"\"";
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION second{};
-    ASSERT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &start, &second));
+    const PROCESS_INFORMATION second =
+        Execute(L"\"" + platform::Widen(Environment(L"NW_PROGRAM")) + L"\"");
     HWND other = nullptr;
     EXPECT_TRUE(WaitUntil([&] {
         DWORD process = 0;

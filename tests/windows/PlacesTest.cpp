@@ -4,19 +4,14 @@
 
 using namespace driver;
 
-struct PlacesTest : WindowTest {
-    static std::wstring Wide(const std::string& name) {
-        return platform::WidePath(scratch + "\\" + name);
-    }
-    void ExpectDone() { Expect(Window("Purge files"), "lblPausedDone", "Done"); }
-};
+using PlacesTest = WindowTest;
 
 TEST_F(PlacesTest, AShortNameIsShownAsItIsOnTheDisk) {
     Put("A long name\\a.txt", "secret");
     wchar_t name[MAX_PATH] = L"";
-    GetShortPathNameW(platform::Widen(scratch + "\\A long name").c_str(), name, MAX_PATH);
-    const std::string path = platform::Narrow(name);
-    const std::string shortName = path.substr(path.rfind('\\') + 1);
+    GetShortPathNameW(InScratch("A long name").c_str(), name, MAX_PATH);
+    const std::string shortName =
+        platform::Narrow(std::filesystem::path(name).filename().wstring());
     if (shortName.empty() || shortName == "A long name")
         GTEST_SKIP() << "there are no short names here";
     Click(main, "cmdSpecifyDirectory(0)");
@@ -25,7 +20,7 @@ TEST_F(PlacesTest, AShortNameIsShownAsItIsOnTheDisk) {
               IDYES);
     Expect(main, "lblDirectory", scratch + "\\A long name\\");
     StartPurge();
-    ExpectDone();
+    Expect(Window("Purge files"), "lblPausedDone", "Done");
     EXPECT_FALSE(Exists("A long name\\a.txt"));
 }
 
@@ -36,12 +31,13 @@ TEST_F(PlacesTest, TheChosenFolderIsHeldAndKnown) {
     SpecifyFolder("data", IDYES);
     Click(main, "cmdProcessFiles(1)");
     HWND options = Window("Purge options");
-    EXPECT_FALSE(MoveFileW(Wide("data").c_str(), Wide("moved").c_str()));
+    const std::filesystem::path data = InScratch("data"), moved = InScratch("moved");
+    EXPECT_FALSE(MoveFileW(data.c_str(), moved.c_str()));
     EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, GetLastError());
     Click(options, "cmdCancel");
     AnswerBox("Purge cancelled", "No files purged.", IDOK);
     ExpectUsable(main, "cmdQuit");
-    EXPECT_TRUE(WaitUntil([&] { return MoveFileW(Wide("data").c_str(), Wide("moved").c_str()); }));
+    EXPECT_TRUE(WaitUntil([&] { return MoveFileW(data.c_str(), moved.c_str()); }));
     Put("data\\a.txt", "another");
     Click(main, "cmdProcessFiles(1)");
     AnswerBox("Error",

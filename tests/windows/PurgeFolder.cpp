@@ -15,44 +15,39 @@ struct PurgeFolder : WindowTest {
         AnswerBox("Nullwright", "", IDYES);
         SpecifyFolder("data", IDYES);
     }
-    void PurgeOnce(const std::string& typeIndex) {
-        ChooseType(typeIndex);
-        StartPurge();
-        Expect(Window("Purge files"), "lblPausedDone", "Done");
-    }
-    void PurgeBelow(bool names) {
-        ChooseType("0");
-        Click(main, "cmdSubdirectories");
-        Expect(main, "lblSubdirectories", "Yes");
-        Click(main, "cmdProcessFiles(1)");
-        HWND options = Window("Purge options");
-        Click(options, "chkDeleteEmptyFolders");
-        if (names)
-            Click(options, "chkOverwriteNames");
-        Click(options, "cmdDoPurge");
-        AnswerBox("Purge files", "", IDYES);
+    void Purge(std::initializer_list<const char*> options = {}) {
+        StartPurge(options);
         HWND report = Window("Purge files");
         for (int i = 0; i < 4 && TextOf(Named(report, "lblPausedDone")).empty(); ++i) // many files
             (void)WaitUntil([&] { return !TextOf(Named(report, "lblPausedDone")).empty(); });
         Expect(report, "lblPausedDone", "Done");
     }
+    void ChooseAllBelow() {
+        ChooseType("0");
+        Click(main, "cmdSubdirectories");
+        Expect(main, "lblSubdirectories", "Yes");
+    }
 };
 
 // With the folders below, which go, too.
 TEST_F(PurgeFolder, AllBelow) {
-    PurgeBelow(false);
+    ChooseAllBelow();
+    Purge({"chkDeleteEmptyFolders"});
 }
 
 TEST_F(PurgeFolder, AllBelowAndTheNames) {
-    PurgeBelow(true);
+    ChooseAllBelow();
+    Purge({"chkDeleteEmptyFolders", "chkOverwriteNames"});
 }
 
 TEST_F(PurgeFolder, WithRandomBytes) {
-    PurgeOnce("0");
+    ChooseType("0");
+    Purge();
 }
 
 TEST_F(PurgeFolder, WithPatternsAndRandomBytes) {
-    PurgeOnce("2");
+    ChooseType("2");
+    Purge();
 }
 
 // Neither writing behind the files nor small blocks move a file out of a record unpurged.
@@ -67,6 +62,5 @@ TEST_F(PurgeFolder, SlackThenAllInBlocksOf512) {
     HWND report = Window("Purge files");
     Expect(report, "lblPausedDone", "Done");
     Click(report, "cmdClose");
-    StartPurge();
-    Expect(Window("Purge files"), "lblPausedDone", "Done");
+    Purge();
 }

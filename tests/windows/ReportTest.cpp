@@ -5,10 +5,10 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <fstream>
 
 using namespace driver;
+using platform::Widen;
 
 struct ReportTest : WindowTest {
     std::vector<std::string> files;
@@ -68,9 +68,7 @@ TEST_F(ReportTest, PauseContinueStop) {
 
 TEST_F(ReportTest, EscapeDoesNotEndIt) {
     Put("data\\two names.exe", "kept");
-    const auto path = [](const char* name) { return platform::Widen(scratch + "\\" + name); };
-    ASSERT_TRUE(
-        CreateHardLinkW(path("other").c_str(), path("data\\two names.exe").c_str(), nullptr));
+    std::filesystem::create_hard_link(InScratch("data\\two names.exe"), InScratch("other"));
     StartPurge();
     Click(Window("File-monitoring software query"), "cmdNo");
     HWND box = Window("Purge query");
@@ -89,9 +87,7 @@ TEST_F(ReportTest, EscapeDoesNotEndIt) {
 
 // The saved reports stay beside the scratch folder, for tools/check-reports.py.
 TEST_F(ReportTest, ItemsOfTwoDrivesAndOneInUse) {
-    const auto wide = [](const std::string& path) {
-        return std::filesystem::path(platform::Widen(path));
-    };
+    const auto wide = [](const std::string& path) { return std::filesystem::path(Widen(path)); };
     const std::string drive = Environment(L"NW_SMALL_DRIVE"), in = scratch + "\\";
     const std::string away = (drive.empty() ? in : drive) + "far",
                       locked = in + "locked \xE6\x96\x87.txt";
@@ -134,7 +130,7 @@ TEST_F(ReportTest, ItemsOfTwoDrivesAndOneInUse) {
         AnswerDialog("Save report", in + typed, type);
         EXPECT_TRUE(WaitUntil([&] { return ContentOf(name).ends_with('\n'); })) << Describe();
         ExpectUsable(report, "cmdSaveReport");
-        std::filesystem::rename(wide(in + name), wide(in + "..\\" + name));
+        std::filesystem::rename(InScratch(name), InScratch("..\\" + name));
     }
     Expect(report, "lblPausedDone", "Saved");
 }

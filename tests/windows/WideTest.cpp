@@ -4,10 +4,6 @@
 #include "platform/Files.h"
 #include "platform/System.h"
 
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
 using platform::Narrow;
 using platform::Widen;
 

@@ -3,7 +3,6 @@
 
 #include "windows/Environment.h"
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -12,10 +11,6 @@ namespace driver {
 using platform::Widen;
 
 namespace {
-
-std::filesystem::path InScratch(const std::string& name) {
-    return Widen(scratch + "\\" + name);
-}
 
 /// The folder with the setup that the user has saved: put aside while a test runs.
 std::filesystem::path SavedSetup(const char* suffix = "") {
@@ -39,6 +34,10 @@ void BringSavedSetupBack() {
 }
 
 } // namespace
+
+std::filesystem::path InScratch(const std::string& name) {
+    return Widen(scratch + "\\" + name);
+}
 
 void Put(const std::string& name, const std::string& content) {
     std::filesystem::create_directories(InScratch(name).parent_path());
@@ -99,9 +98,12 @@ HWND WindowTest::OpenTypeOfPurge() {
     return Window("What type of purge should be used?");
 }
 
-void WindowTest::StartPurge() {
+void WindowTest::StartPurge(std::initializer_list<const char*> options) {
     Click(main, "cmdProcessFiles(1)");
-    Click(Window("Purge options"), "cmdDoPurge");
+    HWND dialog = Window("Purge options");
+    for (const char* option : options)
+        Click(dialog, option);
+    Click(dialog, "cmdDoPurge");
     AnswerBox("Purge files", "", IDYES);
 }
 

@@ -3,8 +3,12 @@
 
 #include "windows/Driver.h"
 
+#include <filesystem>
+
 namespace driver {
 
+/// Names in the scratch folder.
+std::filesystem::path InScratch(const std::string& name);
 void Put(const std::string& name, const std::string& content);
 bool Exists(const std::string& name);
 std::string ContentOf(const std::string& name);
@@ -21,8 +25,8 @@ struct WindowTest : testing::Test {
     /// "Type of purge", and "Purge folders" up to the choice of subfolders of a folder.
     HWND OpenTypeOfPurge();
     HWND OpenSubfolders(const std::string& name);
-    /// "Purge files" with the options as they are, up to "Yes" to its question.
-    void StartPurge();
+    /// "Purge files" with the options as they are and these, up to "Yes" to its question.
+    void StartPurge(std::initializer_list<const char*> options = {});
     HWND main = nullptr;
 
 private:

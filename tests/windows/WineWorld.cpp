@@ -3,8 +3,6 @@
 
 #include "windows/Environment.h"
 
-#include <windows.h>
-
 namespace contract {
 namespace {
 
@@ -25,16 +23,11 @@ std::wstring HostName(const std::wstring& path) {
 
 /// Lets a program of the host make or remove a link, as Wine says that it makes links and makes
 /// none. True when `path` is there, or gone, in the end.
-bool LetHostLink(std::wstring line, const std::wstring& path, bool toBeThere) {
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process;
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &process))
-        return false;
+bool LetHostLink(const std::wstring& line, const std::wstring& path, bool toBeThere) {
+    const PROCESS_INFORMATION process = Execute(line);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
-    for (int i = 0; i < 1000; ++i) { // a program of the host cannot be waited for
+    for (int i = 0; i < 1000; ++i) { // a program of the host cannot be waited for: it has no handle
         if ((GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) == toBeThere)
             return true;
         Sleep(10);
