@@ -151,20 +151,16 @@ TEST_F(FilePurgeTest, WhatLiesInARecordIsOverwrittenThereOrLeftThere) {
             SCOPED_TRACE(std::to_string(cluster) + "/" + std::to_string(length));
             SetUp();
             fake::AddDrive('D', 1 << 30, cluster);
-            const auto put = [&]() -> fake::Node& {
-                fake::Node& file = fake::PutBigFile("D:\\a", length, 'M');
-                file.InRecord = true;
-                return file;
-            };
-            const fake::Node& file = put();
+            fake::Node& file = fake::PutBigFile("D:\\a", length, 'M');
+            file.InRecord = true;
             EXPECT_EQ(length % cluster == 0 ? 0 : -55, Purge("D:\\a", 2, 2, false, true));
             EXPECT_EQ(0, Purge("D:\\a", 2, 2, false));
             EXPECT_EQ(std::string::npos, file.LeftInRecord.find('M'));
             // Where nobody tells, it counts as being in a record, but not where there are none.
-            fake::Node& untold = put();
+            file.InRecord = true;
             fake::FailAlways("HasClusters", "", Fault::NotSupported);
             EXPECT_EQ(length % cluster == 0 ? 0 : -55, Purge("D:\\a", 2, 2, false, true));
-            EXPECT_TRUE(untold.InRecord);
+            EXPECT_TRUE(file.InRecord);
             fake::drives['D'].FileSystem = "exFAT";
             ForgetFileSystems();
             EXPECT_EQ(0, Purge("D:\\a", 2, 2, false, true));

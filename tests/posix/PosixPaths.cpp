@@ -26,7 +26,7 @@ namespace {
 
 int fdRoot = -1;
 
-/// Nothing above the root folder can be reached by what is opened so.
+/// Nothing above the root folder can be reached by what is opened so, and nothing by "".
 int OpenBelow(const std::string& path, int flags) {
     open_how how = {};
     how.flags = static_cast<std::uint64_t>(flags | O_DIRECTORY | O_CLOEXEC);
@@ -79,19 +79,13 @@ Fault LastFault() {
 }
 
 int OpenFolder(const std::string& path, int flags) {
-    const std::string below = PathBelow(path);
-    if (!below.empty())
-        return OpenBelow(below, flags);
-    errno = EILSEQ;
-    return -1;
+    return OpenBelow(PathBelow(path), flags);
 }
 
 Fault At(const char* call, const std::string& path, const Work& work) {
     if (const Fault ordered = Start(call, path); Failed(ordered))
         return ordered;
     const std::string below = PathBelow(path);
-    if (below.empty())
-        return Fault::InvalidName;
     const std::size_t end = below.rfind('/');
     const int folder = OpenBelow(below.substr(0, end), O_PATH);
     if (folder < 0)
