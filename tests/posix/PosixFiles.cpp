@@ -328,31 +328,26 @@ Fault LoadAuxiliaryLibrary() {
 namespace {
 /// 0, −1, or −4 of a file that is held, as the library answers.
 std::int32_t OnChangeable(const char* call, const std::string& path,
-                          const std::function<Fault(File file)>& work) {
+                          const std::function<int(int descriptor)>& work) {
     File file;
     const auto open = [&](int folder, const char* name) {
         return OpenAt(folder, name, Access::Change, file);
     };
     if (const Fault fault = At(call, path, open); Failed(fault))
         return fault == Fault::SharingViolation ? -4 : -1;
-    const Fault fault = work(file);
-    return Failed(Close(file)) || Failed(fault) ? -1 : 0;
+    const int done = work(Descriptor(file));
+    return Failed(Close(file)) || done != 0 ? -1 : 0;
 }
 } // namespace
 
 std::int32_t AuxiliaryChangeFileSize(const std::string& path, std::int64_t newLength) {
-    return OnChangeable(__func__, path, [&](File file) {
-        if (newLength < -1)
-            return Fault::Other;
-        return newLength >= 0 && ftruncate(Descriptor(file), newLength) != 0 ? LastFault()
-                                                                             : Fault::None;
+    return OnChangeable(__func__, path, [=](int descriptor) {
+        return newLength < -1 ? -1 : newLength < 0 ? 0 : ftruncate(descriptor, newLength);
     });
 }
 
 std::int32_t AuxiliaryFlushFile(const std::string& path) {
-    return OnChangeable(__func__, path, [](File file) {
-        return fdatasync(Descriptor(file)) != 0 ? LastFault() : Fault::None;
-    });
+    return OnChangeable(__func__, path, fdatasync);
 }
 
 } // namespace platform
