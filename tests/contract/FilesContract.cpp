@@ -2,7 +2,6 @@
 #include "contract/ContractWorld.h"
 
 #include <algorithm>
-#include <memory>
 
 using namespace platform;
 using namespace contract;

@@ -30,14 +30,13 @@ TEST_F(FileProcTest, SensitiveFiles) {
 TEST_F(FileProcTest, Classification) {
     InitSystemExtensions(0);
     EXPECT_EQ(ClassProgramFolder, ClassifyFileForPurge("c:\\PROGRAM files\\nullwright\\x.dll"));
-    EXPECT_EQ(ClassSystemUndecided,
-              ClassifyFileForPurge("C:\\Program Files\\Nullwright\\sub\\x.dll"));
     EXPECT_EQ(ClassSwapFile, ClassifyFileForPurge("pagefile.sys"));
-    EXPECT_EQ(ClassSystemUndecided, ClassifyFileForPurge("C:\\pagefile.sys"));
     for (const char* name : {"readme", "a.txt", "a.", "C:\\x.dll\\a", "a.dll.txt"})
         EXPECT_EQ(ClassNoObjection, ClassifyFileForPurge(name)) << name;
-    const std::string path = "C:\\x\\ARCHIVE.tar.EXE";
-    EXPECT_EQ(ClassSystemUndecided, ClassifyFileForPurge(path));
+    const std::string path = "C:\\x\\a.tar.EXE";
+    for (const std::string& name : std::vector<std::string>{
+             path, "C:\\Program Files\\Nullwright\\sub\\x.dll", "C:\\pagefile.sys"})
+        EXPECT_EQ(ClassSystemUndecided, ClassifyFileForPurge(name)) << name;
     SetExtensionVerdict("exe", 1);
     SetExtensionVerdict("EXE", -1); // no row of the table, nor this
     SetExtensionVerdict("txt", -1);

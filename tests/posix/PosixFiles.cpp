@@ -4,7 +4,6 @@
 #include "platform/Files.h"
 #include "platform/System.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
