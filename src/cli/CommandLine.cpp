@@ -1,12 +1,16 @@
-// The tables of commands and options, and the parser that reads them.
+// The tables of commands and options, the parser that works by them, and the help, which is made of
+// them.
 #include "cli/CommandLine.h"
 
+#include "cli/Outcome.h"
+#include "cli/Questions.h"
 #include "disk/DiskPurge.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/SpeedTest.h"
 
+#include "Version.h"
+
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace {
@@ -49,31 +53,55 @@ constexpr Option options[] = {
     {"quiet", 'q', "", "plrfsd", "tells only what went wrong"},
     {"help", 'h', "", "plrfsd", "this text"}};
 
+/// A row of two columns.
+std::string Row(const std::string& left, std::size_t width, const char* right) {
+    return "  " + left + std::string(std::max(width, left.size() + 1) - left.size(), ' ') + right +
+           "\r\n";
+}
+
+std::string Usage(const Command& command) {
+    return std::string(command.strName) + " " + command.strArguments;
+}
+
+std::string CommandText(const Command& command) {
+    std::string text = "nullwright-cli " + Usage(command) + "\r\n" + command.strHelp + "\r\n\r\n";
+    for (const Option& option : options) {
+        const std::string strShort =
+            option.chrShort != 0 ? std::string{'-', option.chrShort, ','} : "";
+        if (option.BelongsTo(command.strName))
+            text += Row(strShort + std::string(4 - strShort.size(), ' ') + "--" + option.strName +
+                            " " + option.strValue,
+                        28, option.strHelp);
+    }
+    return text + Row("    --", 28, "ends the options");
+}
+
 std::string SeeHelp(const CommandLine& line) {
     return " See: nullwright-cli help" + (line.strCommand.empty() ? "" : " " + line.strCommand);
 }
 
-/// "-n 3", "--passes 3", "--passes=3".
+/// "-n 3", "--passes 3", "--passes=3". Takes the value from `next` on.
 std::string TakeOption(CommandLine& line, const std::string& argument,
                        const std::vector<std::string>& arguments, std::size_t& next) {
     const std::size_t equals = argument.find('=');
+    const bool blnEquals = equals != std::string::npos;
     const std::string name = argument.substr(0, equals);
-    const auto option = std::find_if(std::begin(options), std::end(options), [&](auto& one) {
+    const auto option = std::ranges::find_if(options, [&](const Option& one) {
         return name == std::string("--") + one.strName ||
-               (one.chrShort != 0 && name == std::string("-") + one.chrShort);
+               (one.chrShort != 0 && name == std::string{'-', one.chrShort});
     });
     if (option == std::end(options))
         return "There is no option " + name + "." + SeeHelp(line);
     std::vector<std::string>& values = line.options[option->strName];
     if (*option->strValue == '\0')
-        return equals == std::string::npos ? "" : name + " takes no value.";
-    if (equals == std::string::npos && next == arguments.size())
+        return blnEquals ? name + " takes no value." : "";
+    if (!blnEquals && next == arguments.size())
         return name + " needs a value: " + name + " " + option->strValue + ".";
-    values.push_back(equals == std::string::npos ? arguments[next++] : argument.substr(equals + 1));
+    values.push_back(blnEquals ? argument.substr(equals + 1) : arguments[next++]);
     if (values.back().empty())
         return name + " needs a value that is not empty.";
-    const bool blnOnce = std::string(option->strName) != "exclude";
-    return values.size() > 1 && blnOnce ? name + " stands twice." : "";
+    return values.size() > 1 && option->strName != std::string("exclude") ? name + " stands twice."
+                                                                          : "";
 }
 
 std::string Check(const CommandLine& line, const Command& command) {
@@ -85,8 +113,7 @@ std::string Check(const CommandLine& line, const Command& command) {
     const bool blnMayBeNone = command.takes == Takes::Nothing || command.takes == Takes::Word;
     const std::size_t most = command.takes == Takes::Nothing ? 0 : 1;
     if ((count == 0 && !blnMayBeNone) || (count > most && command.takes != Takes::Paths))
-        return std::string("That should be: nullwright-cli ") + command.strName + " " +
-               command.strArguments + "." + SeeHelp(line);
+        return "That should be: nullwright-cli " + Usage(command) + "." + SeeHelp(line);
     if (line.Of("files").find_first_of("\\/:") != std::string::npos)
         return "--files is a name or a pattern, without a folder: " + line.Of("files") + ".";
     return command.takes == Takes::SetupFile && !line.Has("files")
@@ -100,18 +127,29 @@ std::span<const Command> Commands() {
     return commands;
 }
 
-std::span<const Option> Options() {
-    return options;
-}
-
 bool Option::BelongsTo(const std::string& strCommand) const {
     return std::string(strOfCommands).find(strCommand[0]) != std::string::npos;
 }
 
 const Command* FindCommand(const std::string& strName) {
-    const auto found = std::find_if(std::begin(commands), std::end(commands),
-                                    [&](const Command& one) { return one.strName == strName; });
+    const auto found = std::ranges::find(commands, strName, &Command::strName);
     return found == std::end(commands) ? nullptr : found;
+}
+
+std::string HelpText(const std::string& strOf) {
+    const std::string strExitCodes = "Exit codes:\r\n" + ExitCodesText();
+    if (strOf == "questions")
+        return QuestionsText();
+    if (strOf == "exit")
+        return strExitCodes;
+    if (const Command* command = FindCommand(strOf))
+        return CommandText(*command);
+    std::string text = "Nullwright " NW_VERSION ": destroys data beyond recovery.\r\n\r\n"
+                       "nullwright-cli COMMAND\r\n";
+    for (const Command& command : commands)
+        text += Row(Usage(command), 20, command.strHelp);
+    text += "\r\nOptions of a command: nullwright-cli help COMMAND\r\n" + strExitCodes;
+    return strOf.empty() ? text : "";
 }
 
 std::string ReadCommandLine(const std::vector<std::string>& arguments, CommandLine& line) {
@@ -126,17 +164,15 @@ std::string ReadCommandLine(const std::vector<std::string>& arguments, CommandLi
             const std::string wrong = TakeOption(line, argument, arguments, next);
             if (!wrong.empty())
                 return wrong;
-        } else if (line.strCommand.empty()) {
-            line.strCommand = argument;
         } else {
-            line.arguments.push_back(argument);
+            (line.strCommand.empty() ? line.strCommand : line.arguments.emplace_back()) = argument;
         }
     }
-    if (line.Has("help")) {
+    if (line.Has("help")) { // of the command before it, whatever else stands there
         line.options.clear();
-        const std::string strOf = std::exchange(line.strCommand, "help");
-        if (strOf != "help")
-            line.arguments.assign(strOf.empty() ? 0 : 1, strOf);
+        if (line.strCommand != "help")
+            line.arguments.assign(line.strCommand.empty() ? 0 : 1, line.strCommand);
+        line.strCommand = "help";
     }
     if (const Command* command = FindCommand(line.strCommand))
         return Check(line, *command);

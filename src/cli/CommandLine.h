@@ -44,7 +44,9 @@ struct Option {
     const char* strHelp;
     bool BelongsTo(const std::string& strCommand) const;
 };
-std::span<const Option> Options();
+
+/// The help of a command, of "questions" or "exit", or of the whole for ""; "" for any other word.
+std::string HelpText(const std::string& strOf);
 
 /// Reads the command line. "" or what is wrong with it, in one line.
 std::string ReadCommandLine(const std::vector<std::string>& arguments, CommandLine& line);

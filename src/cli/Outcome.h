@@ -17,13 +17,9 @@ std::string ExitCodesText();
 
 /// Wires the console: what answers questions, where report and messages go.
 void BeginTelling(const CommandLine& line, bool blnAttended);
-/// A line for standard output, and for the report file.
-void Tell(const std::string& strLine);
 /// A line that says what is wrong; "" says nothing.
 void TellError(const std::string& strLine);
 /// Something was refused or went wrong before the command began.
 bool HasComplained();
-/// Ends the telling, and writes the report file. The exit code of a purge or a list.
-int EndRun(const CommandLine& line);
-/// The same of a command on a drive, by what it has told.
-int EndDriveCommand(const CommandLine& line);
+/// Ends the telling, and writes the report file. The exit code of the run.
+int EndTelling();

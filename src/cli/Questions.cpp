@@ -22,19 +22,16 @@ void Check(ui::CheckBox& box, bool blnChecked) {
 
 bool FillPurgeOptions(const CommandLine& line) {
     // In the order of the boxes. The first one keeps the files: its click comes before --keep.
-    constexpr const char* strOptions[] = {"slack-only", "keep", "read-only",           "system",
-                                          "sensitive",  "",     "remove-empty-folders"};
-    for (std::size_t i = 0; i < std::size(strOptions); ++i)
-        Check(*PurgeOptionBoxes()[i], line.Has(strOptions[i]));
-    for (const FurtherOption& option : FurtherOptions())
+    for (const OptionBox& option : PurgeOptionBoxes())
+        Check(*option.Box, line.Has(option.strName));
+    for (const OptionBox& option : FurtherOptions())
         Check(*option.Box, line.Has(option.strName));
     return true;
 }
 
 bool FillDrive(const CommandLine& line) {
     ui::ListBox& list = frmDrives.lstDrives;
-    const auto found = std::find_if(list.Items.begin(), list.Items.end(),
-                                    [&](const auto& item) { return item.Data == line.chrDrive; });
+    const auto found = std::ranges::find(list.Items, line.chrDrive, &ui::ListItem::Data);
     if (found == list.Items.end())
         return false;
     list.ListIndex = static_cast<int>(found - list.Items.begin());
@@ -57,62 +54,48 @@ bool Always(const CommandLine&) {
 }
 
 constexpr Question questions[] = {
-    {"List files", "Display folder names?", "whether to list names, too", "Yes", "yes", "", "", "",
-     Always},
-    {"frmPurgeConfirmation", "", "the purge options", "cmdDoPurge", "as the command line says", "",
-     "", "", FillPurgeOptions},
-    {"", "Are you sure that you want to purge", "whether to purge", "Yes",
-     "yes: the files are purged"},
-    {"frmAntiVirusQuery", "", "whether anti-virus software is active", "cmdNo",
+    {"list names", "whether to list names, too", "Yes", "yes", "", "", "", Always},
+    {"frmPurgeConfirmation", "the purge options", "cmdDoPurge", "as the command line says", "", "",
+     "", FillPurgeOptions},
+    {"purge files", "whether to purge", "Yes", "yes: the files are purged"},
+    {"frmAntiVirusQuery", "whether anti-virus software is active", "cmdNo",
      "no: no advice is given"},
-    {"", "anti-virus software will probably interrupt",
-     "to go on though it will interrupt the purge", "Cancel", "no"},
-    {"frmPurgeWarning", "", "what to do about a file that is watched", "cmdStopPurge",
-     "the run ends"},
-    {"frmConfirmFiles", "", "each file, where a setup says so", "cmdNo", "the file stays"},
-    {"Purge query", "extension to be purged?", "programs and their parts", "No",
+    {"anti-virus", "to go on though it will interrupt the purge", "Cancel", "no"},
+    {"frmPurgeWarning", "what to do about a file that is watched", "cmdStopPurge", "the run ends"},
+    {"frmConfirmFiles", "each file, where a setup says so", "cmdNo", "the file stays"},
+    {"sensitive file", "programs and their parts", "No",
      "they stay; with --sensitive they are purged unasked"},
-    {"Purge query", "The data of this file also belong to", "files with other names", "No",
-     "they stay"},
-    {"frmDrives", "", "the drive", "cmdOK", "as the command line says", "", "", "", FillDrive},
-    {"Dummy files found", "Do you wish to delete them now?", "dummy files of a broken-off run",
-     "Yes", "they are deleted: they hold nothing but what Nullwright wrote"},
-    {"", "Windows runs from Drive", "the free space of the drive of Windows", "Cancel", "it stays",
-     "system", "OK", "it is purged"},
-    {"", "will now be written to fill this space", "to begin to fill the free space", "OK"},
-    {"", "Do you wish to continue with the purge?", "to purge what was filled with null bytes",
-     "OK"},
-    {"", "Do you wish to continue with this operation?",
-     "to go on when a dummy file was not purged", "Yes", "yes; exit code 1"},
-    {"Cancel?", "Do you wish to cancel this operation?", "Ctrl+C while free space is filled", "Yes",
+    {"other names", "files with other names", "No", "they stay"},
+    {"frmDrives", "the drive", "cmdOK", "as the command line says", "", "", "", FillDrive},
+    {"left dummies", "dummy files of a broken-off run", "Yes",
+     "they are deleted: they hold nothing but what Nullwright wrote"},
+    {"drive of Windows", "the free space of the drive of Windows", "Cancel", "it stays", "system",
+     "OK", "it is purged"},
+    {"fill", "to begin to fill the free space", "OK"},
+    {"purge dummies", "to purge what was filled with null bytes", "OK"},
+    {"failed dummy", "to go on when a dummy file was not purged", "Yes", "yes; exit code 1"},
+    {"cancel filling", "Ctrl+C while free space is filled", "Yes",
      "it ends, and the dummy files are deleted"},
-    {"", "to continue with the next file\r\nor click 'Cancel'", "Ctrl+C in the purge of free space",
-     "Cancel", "it ends, and the dummy files are deleted"},
-    {"", "to continue with the files of the disk", "Ctrl+C before the files of a disk", "Cancel",
-     "they stay"},
-    {"Test purge speed", "Do you wish to proceed with this test?", "to test the speed of a drive",
-     "Yes"},
-    {"Purge disk", "will now be tested", "to test the speed before a disk purge", "OK"},
-    {"Purge disk", "Estimated time to purge", "to go on with that estimate of the time", "OK"},
-    {"Purge disk", "not possible to obtain sufficient information", "to go on without an estimate",
-     "OK"},
-    {"Purge disk", "-step process", "to begin the steps of a disk purge", "OK"},
-    {"Purge disk", "Do you wish to EXCLUDE the", "to keep the files at the top of a disk", "No",
-     "they are purged", "exclude .", "Yes", "they stay"},
-    {"Purge disk", "Do you wish to EXCLUDE files in selected", "to keep folders of a disk", "No",
-     "all are purged", "exclude", "Yes", "those that it names stay"},
-    {"frmSubfolders", "", "the folders to be kept", "cmdOK", "as the command line says", "", "", "",
+    {"next dummy", "Ctrl+C in the purge of free space", "Cancel",
+     "it ends, and the dummy files are deleted"},
+    {"files after dummies", "Ctrl+C before the files of a disk", "Cancel", "they stay"},
+    {"test", "to test the speed of a drive", "Yes"},
+    {"test before disk", "to test the speed before a disk purge", "OK"},
+    {"disk estimate", "to go on with that estimate of the time", "OK"},
+    {"no estimate", "to go on without an estimate", "OK"},
+    {"disk steps", "to begin the steps of a disk purge", "OK"},
+    {"keep top files", "to keep the files at the top of a disk", "No", "they are purged",
+     "exclude .", "Yes", "they stay"},
+    {"keep folders", "to keep folders of a disk", "No", "all are purged", "exclude", "Yes",
+     "those that it names stay"},
+    {"frmSubfolders", "the folders to be kept", "cmdOK", "as the command line says", "", "", "",
      FillExcluded},
-    {"Purge disk", "You have not excluded the", "to purge WINDOWS and Program Files, too", "Cancel",
-     "the command ends", "system", "Yes", "they are purged"},
-    {"Purge disk", "without further interruption from dialog boxes",
-     "to purge a disk without further questions", "Yes"},
-    {"Purge disk", "Now all files", "the files of a disk, after its free space", "Cancel",
-     "they stay"},
-    {"", "Do you wish to see the report?", "to see the report of a disk", "No",
-     "no: it was told as it grew"},
-    {"", "Click 'OK' to continue, or 'Cancel' to terminate this operation.",
-     "Ctrl+C while the files of a disk are purged", "Cancel", "it ends"}};
+    {"folders of Windows", "to purge WINDOWS and Program Files, too", "Cancel", "the command ends",
+     "system", "Yes", "they are purged"},
+    {"no interruption", "to purge a disk without further questions", "Yes"},
+    {"files of disk", "the files of a disk, after its free space", "Cancel", "they stay"},
+    {"report", "to see the report of a disk", "No", "no: it was told as it grew"},
+    {"next file", "Ctrl+C while the files of a disk are purged", "Cancel", "it ends"}};
 
 } // namespace
 
@@ -120,18 +103,25 @@ std::span<const Question> Questions() {
     return questions;
 }
 
-const Question* QuestionOf(const ui::console::Asked& asked) {
-    const auto found = std::find_if(std::begin(questions), std::end(questions), [&](auto& row) {
-        return asked.Text.empty()
-                   ? row.strWhere == asked.Where
-                   : *row.strPart != '\0' && asked.Text.find(row.strPart) != std::string::npos &&
-                         (*row.strWhere == '\0' || row.strWhere == asked.Where);
-    });
+std::string QuestionsText() {
+    std::string text = "Where nobody is asked (without a terminal, or with --yes), these are the "
+                       "answers.\r\nEach other question is answered by what destroys nothing. "
+                       "Without a terminal and without\r\n--yes nothing that destroys begins.\r\n";
+    for (const Question& row : questions) {
+        text += std::string("\r\n  ") + row.strAsks + "\r\n    " + row.strMeans;
+        if (*row.strOption != '\0')
+            text += std::string("; with --") + row.strOption + " " + row.strOptionMeans;
+    }
+    return text + "\r\n";
+}
+
+const Question* QuestionOf(const std::string& strName) {
+    const auto found = std::ranges::find(questions, strName, &Question::strName);
     return found == std::end(questions) ? nullptr : found;
 }
 
-std::string AnswerOf(const ui::console::Asked& asked, const CommandLine& line, bool blnAttended) {
-    const Question* row = QuestionOf(asked);
+std::string AnswerOf(const std::string& strName, const CommandLine& line, bool blnAttended) {
+    const Question* row = QuestionOf(strName);
     if (row != nullptr && row->fill != nullptr)
         return row->fill(line) ? row->strAnswer : "none";
     if (row != nullptr && line.Has(row->strOption))

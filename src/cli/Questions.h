@@ -3,14 +3,12 @@
 #pragma once
 
 #include "cli/CommandLine.h"
-#include "ui/console/Console.h"
 
 #include <span>
 #include <string>
 
 struct Question {
-    const char* strWhere;         ///< the title of the box, or the name of the form; "" any box
-    const char* strPart;          ///< a piece of the text
+    const char* strName;          ///< of the question or the form
     const char* strAsks;          ///< for the help
     const char* strAnswer;        ///< the button: "Yes", of a form "cmdOK"
     const char* strMeans = "yes"; ///< for the help: the answer in words
@@ -23,9 +21,11 @@ struct Question {
     bool (*fill)(const CommandLine& line) = nullptr;
 };
 std::span<const Question> Questions();
+/// The table as the help prints it.
+std::string QuestionsText();
 
 /// The row of a question; nullptr: it is not in the table, and its answer is what changes nothing.
-const Question* QuestionOf(const ui::console::Asked& asked);
+const Question* QuestionOf(const std::string& strName);
 /// The button that answers a question of a command; "" for whoever sits at the terminal, "none" for
 /// what changes nothing.
-std::string AnswerOf(const ui::console::Asked& asked, const CommandLine& line, bool blnAttended);
+std::string AnswerOf(const std::string& strName, const CommandLine& line, bool blnAttended);

@@ -74,7 +74,7 @@ bool WalkDisk(FileLoop& loop, const DiskPurgeState& state) {
 }
 
 /// strUndoneBefore: what the purge of the free space could not do.
-void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneBefore) {
+RunState PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneBefore) {
     FileLoop loop;
     loop.strTitle = strTitle;
     loop.blnErrorBoxes = blnDisplayDialogBoxesDuringRemainderOfPurgeDrive;
@@ -88,7 +88,7 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
         ui::MsgBox("There are no non-excluded files,\r\nthus there are no files to purge.",
                    ui::Buttons::OK, ui::Icon::Information, strTitle);
         ShowUndone(loop, strUndoneBefore);
-        return;
+        return RunState::Done;
     }
     const std::int64_t lngFiles = EndCounting(loop);
     PlanRunProgress(0); // only the files remain to be planned
@@ -109,6 +109,7 @@ void PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneB
     Message(strEnd);
     TellInReport(strEnd);
     ShowUndone(loop, strUndoneBefore);
+    return blnFinished ? RunState::Done : RunState::Stopped;
 }
 
 /// Text after the drive in the report head: the folders that the user wants to keep.
@@ -121,12 +122,12 @@ std::string ExclusionsText(const DiskPurgeState& state) {
     return strText;
 }
 
-void PurgeDisk() {
+RunState PurgeDisk() {
     DiskPurgeState state;
     state.chrDrive =
         ChooseWritableDrive("Purge (wipe) which drive?", strTitle, DriveOptions::ForFiles);
     if (state.chrDrive == 0)
-        return;
+        return RunState::Idle;
     state.strRoot = std::string(1, state.chrDrive) + ":\\";
     blnPurgingDrive = true;
     float sngSpeed = 0;
@@ -135,7 +136,7 @@ void PurgeDisk() {
         !AskAboutTopFolders(state) || !AskAboutSystemFolders(state) ||
         !AcceptFillingOf(state.chrDrive, strTitle) || !AskAboutInterruption()) {
         SetMainLine(MainLine::Subdirectories2, "");
-        return;
+        return RunState::Idle;
     }
     blnStop = false;
     ui::HoldEscape(true);
@@ -153,10 +154,10 @@ void PurgeDisk() {
         Message(result == FreeSpaceResult::Failed
                     ? "Purge disk ended, as the free space was not purged."
                     : "Purge disk cancelled.");
-        return;
+        return result == FreeSpaceResult::Failed ? RunState::Failed : RunState::Stopped;
     }
     blnStop = false;
-    PurgeFilesOfDisk(state, strUndone);
+    return PurgeFilesOfDisk(state, strUndone);
 }
 
 } // namespace
@@ -165,7 +166,6 @@ void PurgeDiskCommand() {
     RunDriveCommand([] {
         blnStop = false;
         SetMainLine(MainLine::LargePurgeMessage, "");
-        if (PurgeLibraryReady())
-            PurgeDisk();
+        return PurgeLibraryReady() ? PurgeDisk() : RunState::Failed;
     });
 }

@@ -31,14 +31,15 @@ namespace {
 const char* const strTitle = "Purge disk";
 constexpr int intSpeedTests = 4;
 
-bool Continue(const std::string& strText) {
+bool Continue(const std::string& strText, const std::string& strQuestion) {
     return AskToContinue(
         strText + "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.",
-        strTitle);
+        strTitle, strQuestion);
 }
 
-int AskYesNoCancel(const std::string& strText, int intDefault = 1) {
-    return ui::MsgBox(strText, ui::Buttons::YesNoCancel, ui::Icon::Question, strTitle, intDefault);
+int AskYesNoCancel(const std::string& strText, const std::string& strQuestion, int intDefault = 1) {
+    return ui::MsgBox(strText, ui::Buttons::YesNoCancel, ui::Icon::Question, strTitle, strQuestion,
+                      intDefault);
 }
 
 std::string TimeText(double dblSeconds) {
@@ -83,8 +84,9 @@ std::string EstimateText(char chrDrive, float sngSpeed, std::int64_t lngFiles, d
 
 bool Unknown(char chrDrive) {
     return Continue("It is not possible to obtain sufficient information about the disk in Drive " +
-                    std::string(1, chrDrive) +
-                    "\r\nso as to estimate the time required for the disk purge.");
+                        std::string(1, chrDrive) +
+                        "\r\nso as to estimate the time required for the disk purge.",
+                    "no estimate");
 }
 
 std::string SubfoldersText(const DiskPurgeState& state) {
@@ -119,8 +121,9 @@ bool MeasureSpeed(const DiskPurgeState& state, float& sngSpeed) {
     if (sngSpeed > 0)
         return true;
     if (!Continue("The purge speed for Drive " + std::string(1, state.chrDrive) +
-                  " will now be tested so as to get\r\n"
-                  "an estimate of the time required for this operation."))
+                      " will now be tested so as to get\r\n"
+                      "an estimate of the time required for this operation.",
+                  "test before disk"))
         return false;
     for (int i = 0; i < intSpeedTests; ++i)
         if (TestPurgeSpeed(state.chrDrive, false, sngSpeed) ||
@@ -157,7 +160,7 @@ bool ShowDiskEstimate(DiskPurgeState& state, float sngSpeed) {
                    " overwrites.\r\n\r\n"
                    "To decrease the time required, specify a type of purge\r\n"
                    "which involves fewer overwrites.";
-    return Continue(strText);
+    return Continue(strText, "disk estimate");
 }
 
 bool ShowPlan(const DiskPurgeState& state) {
@@ -173,7 +176,8 @@ bool ShowPlan(const DiskPurgeState& state) {
                               "are selected.\r\n"
                               "2.  The free space is purged.\r\n"
                               "3.  All files in the top folder (unless excluded)\r\n"
-                              "and in all NON-EXCLUDED subfolders are purged.");
+                              "and in all NON-EXCLUDED subfolders are purged.",
+                    "disk steps");
 }
 
 bool AskAboutTopFiles(DiskPurgeState& state) {
@@ -182,9 +186,10 @@ bool AskAboutTopFiles(DiskPurgeState& state) {
     // SignedDigits supplies the blank before the count.
     const int intAnswer = AskYesNoCancel(
         "Do you wish to EXCLUDE the" +
-        (state.lngTopFiles == 1 ? std::string(" single top-level file in ")
-                                : SignedDigits(state.lngTopFiles) + " top-level files in ") +
-        state.strRoot + " from this purge operation?");
+            (state.lngTopFiles == 1 ? std::string(" single top-level file in ")
+                                    : SignedDigits(state.lngTopFiles) + " top-level files in ") +
+            state.strRoot + " from this purge operation?",
+        "keep top files");
     state.blnExcludeTopFiles = intAnswer == ui::AnswerYes;
     return intAnswer != ui::AnswerCancel;
 }
@@ -195,7 +200,8 @@ bool AskAboutTopFolders(DiskPurgeState& state) {
         "ALL top-level folders of Drive " + strDrive + " and all their subfolders will be purged.";
     if (!state.subfolders.empty()) {
         const int intAnswer = AskYesNoCancel("Do you wish to EXCLUDE files in selected top-level "
-                                             "folders\r\nfrom this purge operation?");
+                                             "folders\r\nfrom this purge operation?",
+                                             "keep folders");
         if (intAnswer == ui::AnswerCancel)
             return false;
         std::string strChosen;
@@ -233,8 +239,9 @@ bool AskAboutSystemFolders(const DiskPurgeState& state) {
         const std::string strPath = state.strRoot + folder.strName;
         if (platform::FolderExists(strPath) && !state.IsExcluded(folder.strName) &&
             AskYesNoCancel("You have not excluded the " + strPath +
-                           " folder.\r\nAre you sure that you wish to purge all files in that "
-                           "folder?") != ui::AnswerYes)
+                               " folder.\r\nAre you sure that you wish to purge all files in that "
+                               "folder?",
+                           "folders of Windows") != ui::AnswerYes)
             return false;
     }
     return true;
@@ -244,7 +251,7 @@ bool AskAboutInterruption() {
     const int intAnswer =
         AskYesNoCancel("\r\nDo you want this operation to continue to completion\r\n"
                        "without further interruption from dialog boxes?",
-                       2);
+                       "no interruption", 2);
     blnDisplayDialogBoxesDuringRemainderOfPurgeDrive = intAnswer != ui::AnswerYes;
     return intAnswer != ui::AnswerCancel;
 }
@@ -254,6 +261,7 @@ bool ShowFilesNext(const DiskPurgeState& state, const std::string& strUndone) {
     if (!state.blnExcludeTopFiles)
         strFolders = "in the top folder " + (strFolders.empty() ? "" : "and " + strFolders);
     return Continue("The free space has been purged.  " +
-                    (strUndone.empty() ? "" : "\r\n" + strUndone + "\r\n\r\n") +
-                    "Now all files\r\n" + strFolders + "will be purged.");
+                        (strUndone.empty() ? "" : "\r\n" + strUndone + "\r\n\r\n") +
+                        "Now all files\r\n" + strFolders + "will be purged.",
+                    "files of disk");
 }

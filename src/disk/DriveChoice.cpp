@@ -81,10 +81,12 @@ bool AcceptFillingOf(char chrDrive, const std::string& strTitle) {
                           "make room.  "
                           "Save your work and close other programs first.\r\n\r\n"
                           "Click 'OK' to continue or 'Cancel' to terminate this operation.",
-                      ui::Buttons::OKCancel, ui::Icon::Exclamation, strTitle) == ui::AnswerOK;
+                      ui::Buttons::OKCancel, ui::Icon::Exclamation, strTitle,
+                      "drive of Windows") == ui::AnswerOK;
 }
 
-bool AskToContinue(const std::string& strText, const std::string& strTitle) {
-    return ui::MsgBox(strText, ui::Buttons::OKCancel, ui::Icon::Information, strTitle) ==
-           ui::AnswerOK;
+bool AskToContinue(const std::string& strText, const std::string& strTitle,
+                   const std::string& strQuestion) {
+    return ui::MsgBox(strText, ui::Buttons::OKCancel, ui::Icon::Information, strTitle,
+                      strQuestion) == ui::AnswerOK;
 }

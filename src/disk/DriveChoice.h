@@ -22,4 +22,5 @@ void ComplainOfUnknownSpace(char chrDrive, const std::string& strTitle);
 /// once for other drives.
 bool AcceptFillingOf(char chrDrive, const std::string& strTitle);
 /// OK/Cancel with the given text; true on OK.
-bool AskToContinue(const std::string& strText, const std::string& strTitle);
+bool AskToContinue(const std::string& strText, const std::string& strTitle,
+                   const std::string& strQuestion);

@@ -5,12 +5,11 @@
 #include "disk/FillDisk.h"
 #include "disk/FillDiskPurge.h"
 #include "disk/RunProgress.h"
-#include "report/run/Run.h"
 #include "session/Session.h"
 #include "support/MainWindow.h"
 #include "ui/Interface.h"
 
-void RunDriveCommand(const std::function<void()>& command) {
+void RunDriveCommand(const std::function<RunState()>& command) {
     EnableMenu(false);
     RunRequest request;
     request.blnPurgeFiles = true;
@@ -19,9 +18,8 @@ void RunDriveCommand(const std::function<void()>& command) {
     request.How.blnPurgeSlackOnly = request.How.blnDoNotDeletePurgedFiles = false;
     request.How.blnOKToPurgeReadOnlyFiles = request.How.blnOKToPurgeSystemFiles = true;
     BeginRun(request);
-    command();
+    currentRun.State = command();
     ForgetRunProgress();
-    currentRun.State = blnStop ? RunState::Stopped : RunState::Done;
     EndDriveReport();
     ui::HoldEscape(false);
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);

@@ -72,5 +72,5 @@ void EndDriveReport() {
 
 void OfferReport(const std::string& strText, const std::string& strTitle) {
     blnOffered = ui::MsgBox(strText + "\r\n\r\nDo you wish to see the report?", ui::Buttons::YesNo,
-                            ui::Icon::Information, strTitle) == ui::AnswerYes;
+                            ui::Icon::Information, strTitle, "report") == ui::AnswerYes;
 }

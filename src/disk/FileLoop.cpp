@@ -30,8 +30,8 @@ const char* const strGoOn = "Click 'OK' to continue, or 'Cancel' to terminate th
 
 /// Asks whether to go on; on Cancel the loop ends with blnStop set.
 bool GoOn(const FileLoop& loop, const std::string& strText) {
-    if (AskInRun(strText + strGoOn, ui::Buttons::OKCancel, ui::Icon::Question, loop.strTitle) ==
-        ui::AnswerOK) {
+    if (AskInRun(strText + strGoOn, ui::Buttons::OKCancel, ui::Icon::Question, loop.strTitle,
+                 "next file") == ui::AnswerOK) {
         blnStop = false;
         return true;
     }

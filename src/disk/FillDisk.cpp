@@ -233,7 +233,7 @@ std::string StatusText(char chrDrive) {
 
 bool CancelFilling() {
     if (AskInRun("Do you wish to cancel this operation?", ui::Buttons::YesNo, ui::Icon::Question,
-                 "Cancel?") == ui::AnswerYes ||
+                 "Cancel?", "cancel filling") == ui::AnswerYes ||
         ui::Ending())
         return true;
     blnStop = false;

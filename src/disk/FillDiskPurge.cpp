@@ -52,7 +52,8 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
         AskInRun(CountsText(lngNotPurged) + "Error " + std::to_string(intResult) +
                      " when purging " + FileNameOf(strPath) +
                      ".\r\nDo you wish to continue with this operation?",
-                 ui::Buttons::YesNo, ui::Icon::Question, OperationTitle()) != ui::AnswerYes) {
+                 ui::Buttons::YesNo, ui::Icon::Question, OperationTitle(),
+                 "failed dummy") != ui::AnswerYes) {
         blnStop = true;
         return false;
     }
@@ -66,7 +67,8 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
         // The stop concerned one dummy file only; the files of the disk still have to be purged.
         if (AskInRun(strText + "\r\n\r\nClick 'OK' to continue with the files of the disk\r\n"
                                "or click 'Cancel' to terminate this operation.",
-                     ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle()) == ui::AnswerOK)
+                     ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle(),
+                     "files after dummies") == ui::AnswerOK)
             blnStop = false;
         return false;
     }
@@ -74,7 +76,8 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
         return true;
     if (AskInRun(CountsText(lngNotPurged) + "Click 'OK' to continue with the next file\r\n"
                                             "or click 'Cancel' to terminate this operation.",
-                 ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle()) != ui::AnswerOK)
+                 ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle(),
+                 "next dummy") != ui::AnswerOK)
         return false;
     blnStop = false;
     return true;

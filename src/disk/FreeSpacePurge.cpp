@@ -94,7 +94,7 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
                                                         : FreeSpaceResult::Failed;
     }
     if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive) {
-        if (!AskToContinue(WrittenText(), strTitle)) {
+        if (!AskToContinue(WrittenText(), strTitle, "purge dummies")) {
             DeleteDummiesWithMessage(FillDisk.strDummyFolder);
             return FreeSpaceResult::Stopped;
         }
@@ -117,6 +117,12 @@ std::string FreeSpaceResultText(FreeSpaceResult result) {
         return strStopped;
     const std::string strUnpurged = UnpurgedText(result);
     return std::string(strPurged) + (strUnpurged.empty() ? "" : "\r\n" + strUnpurged);
+}
+
+RunState StateAfter(FreeSpaceResult result) {
+    return result == FreeSpaceResult::Stopped  ? RunState::Stopped
+           : result == FreeSpaceResult::Failed ? RunState::Failed
+                                               : RunState::Done;
 }
 
 } // namespace
@@ -146,6 +152,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     if (dblSpaceInFreeClusters <= 0) {
         WorkOnDrive(strDrive + ":\\", [&] { ReadUnfilledSpace(strDrive + ":\\"); });
         const std::string strUnfilled = UnfilledText();
+        currentRun.blnSpaceLeft = !strUnfilled.empty();
         if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive)
             ui::Complain(NoFreeSpaceText(chrDrive) +
                              (strUnfilled.empty() ? "" : "\r\n" + strUnfilled),
@@ -154,7 +161,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     }
     PlanDummyFiles(chrDrive);
     if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive &&
-        !AskToContinue(AnnouncementText(chrDrive), strTitle))
+        !AskToContinue(AnnouncementText(chrDrive), strTitle, "fill"))
         return FreeSpaceResult::Stopped;
 
     BeginDriveReport(strTitle,
@@ -168,6 +175,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     blnPurgingFreeSpace = true;
     ui::HoldEscape(true); // to the end of the command
     const auto result = FillAndPurge(strTitle);
+    currentRun.blnSpaceLeft = !UnpurgedText(result).empty();
     blnPurgingFreeSpace = false;
     SetMainLine(MainLine::Status, "");
     SetMainLine(MainLine::LargePurgeMessage, FreeSpaceResultText(result));
@@ -187,15 +195,16 @@ void PurgeFreeSpaceCommand() {
         const std::string strTitle = "Purge free space";
         SetMainLine(MainLine::LargePurgeMessage, "");
         if (!PurgeLibraryReady())
-            return;
+            return RunState::Failed;
         const char chrDrive = ChooseWritableDrive("Purge free space on which drive?", strTitle,
                                                   DriveOptions::ForDummies);
         if (chrDrive == 0 || !AcceptFillingOf(chrDrive, strTitle))
-            return;
+            return RunState::Idle;
         const auto result = PurgeFreeSpaceOf(chrDrive, strTitle);
         if (result == FreeSpaceResult::Purged ||
             (result == FreeSpaceResult::Stopped && FillDisk.Outcome != FillOutcome::NothingWritten))
             ui::MsgBox(FreeSpaceResultText(result), ui::Buttons::OK, ui::Icon::Information,
                        strTitle);
+        return StateAfter(result);
     });
 }

@@ -86,7 +86,8 @@ std::string LeftoverText(const std::vector<DummyFolder>& folders) {
 void Offer(const std::vector<DummyFolder>& folders, const std::string& strStart) {
     if (folders.empty() ||
         ui::MsgBox(strStart + LeftoverText(folders) + "\r\n\r\nDo you wish to delete them now?",
-                   ui::Buttons::YesNo, ui::Icon::Question, "Dummy files found") != ui::AnswerYes)
+                   ui::Buttons::YesNo, ui::Icon::Question, "Dummy files found",
+                   "left dummies") != ui::AnswerYes)
         return;
     for (const DummyFolder& folder : folders)
         DeleteDummiesWithMessage(folder.strPath);
@@ -128,5 +129,8 @@ void OfferToRemoveLeftoverDummies() {
         return;
     const auto folders = FindLeftovers(strLetters);
     if (!folders.empty())
-        RunDriveCommand([&] { Offer(folders, ""); });
+        RunDriveCommand([&] {
+            Offer(folders, "");
+            return RunState::Done;
+        });
 }

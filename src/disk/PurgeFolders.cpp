@@ -82,16 +82,16 @@ bool ConfirmSystemFolders(const std::string& strFolder, const std::vector<std::s
                 if (ui::MsgBox("You have included the " + strPath +
                                    " folder.\r\nAre you sure that you wish to purge all files in "
                                    "that folder?",
-                               ui::Buttons::YesNoCancel, ui::Icon::Question,
-                               strTitle) != ui::AnswerYes)
+                               ui::Buttons::YesNoCancel, ui::Icon::Question, strTitle,
+                               "system folder") != ui::AnswerYes)
                     return false;
                 break;
             }
     return true;
 }
 
-void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& names,
-                 const std::string& strTitle) {
+RunState PurgeChosen(const std::string& strFolder, const std::vector<std::string>& names,
+                     const std::string& strTitle) {
     FileLoop loop;
     loop.strTitle = strTitle;
     SettleVolume(strFolder);
@@ -114,7 +114,7 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
         ui::MsgBox("There are no files in any of the selected folders.", ui::Buttons::OK,
                    ui::Icon::Information, strTitle);
         ShowUndone(loop);
-        return;
+        return RunState::Done;
     }
     const std::string strText = BeingPurgedText(EndCounting(loop), names.size());
     if (blnFinished) {
@@ -135,20 +135,21 @@ void PurgeChosen(const std::string& strFolder, const std::vector<std::string>& n
         SetMainLine(MainLine::Subdirectories2, PurgedText(strText));
     RepaintMain();
     ShowUndone(loop);
+    return blnFinished ? RunState::Done : RunState::Stopped;
 }
 
 /// The steps after the choice of the folder, which is held open meanwhile.
-void ChooseAndPurge(const std::string& strFolder, const std::string& strTitle) {
+RunState ChooseAndPurge(const std::string& strFolder, const std::string& strTitle) {
     bool blnSubfolders = false;
     auto fault = platform::Fault::None;
     if (!RunSearch("Reading " + strFolder,
                    [&] { fault = LookForSubfolders(strFolder, blnSubfolders); })) {
         SetMainLine(MainLine::LargePurgeMessage, strStopped);
-        return;
+        return RunState::Idle;
     }
     if (Failed(fault)) {
         ui::Complain("Cannot access the folder.");
-        return;
+        return RunState::Failed;
     }
     if (!blnSubfolders) {
         ui::MsgBox(strFolder + " has no subfolders.\r\n\r\n"
@@ -156,26 +157,26 @@ void ChooseAndPurge(const std::string& strFolder, const std::string& strTitle) {
                                "then click on 'Specify folder' to select this folder\r\n"
                                "and click on 'Specify files' to select all files.",
                    ui::Buttons::OK, ui::Icon::Information, strTitle);
-        return;
+        return RunState::Idle;
     }
     std::string strChosen;
     const auto choice =
         SelectSubfolders(strFolder, "Select subfolders of " + strFolder + " to be purged.",
                          SubfolderUse::Purge, strChosen);
     if (choice == SubfolderChoice::NotOffered)
-        return;
+        return RunState::Idle;
     const auto names = LinesOf(strChosen);
     if (names.empty()) { // or cancelled
         // Deliberate oddity: "subolders" lacks a letter.
         ui::MsgBox("No subolders were selected.", ui::Buttons::OK, ui::Icon::Information, strTitle);
-        return;
+        return RunState::Idle;
     }
     if (!ConfirmSystemFolders(strFolder, names, strTitle))
-        return;
-    if (ui::MsgBox(SummaryText(names), ui::Buttons::OKCancel, ui::Icon::Question, strTitle, 2) !=
-        ui::AnswerOK)
-        return;
-    PurgeChosen(strFolder, names, strTitle);
+        return RunState::Idle;
+    if (ui::MsgBox(SummaryText(names), ui::Buttons::OKCancel, ui::Icon::Question, strTitle,
+                   "purge folders", 2) != ui::AnswerOK)
+        return RunState::Idle;
+    return PurgeChosen(strFolder, names, strTitle);
 }
 
 } // namespace
@@ -184,25 +185,27 @@ void PurgeFoldersCommand(const std::string& strTitle) {
     RunDriveCommand([&] {
         blnStop = false;
         if (!PurgeLibraryReady())
-            return;
+            return RunState::Failed;
         if (ui::MsgBox(
                 "Do you wish to purge all files in\r\nselected subfolders of some folder?\r\n"
                 "(Note that all files in all subfolders of the\r\n"
                 "selected subfolders will also be purged.)",
-                ui::Buttons::YesNo, ui::Icon::Question, strTitle) != ui::AnswerYes)
-            return;
+                ui::Buttons::YesNo, ui::Icon::Question, strTitle,
+                "select folders") != ui::AnswerYes)
+            return RunState::Idle;
         const std::string strFolder =
             BrowseFolder("Specify folder containing subfolders to be purged");
         if (strFolder.empty())
-            return;
+            return RunState::Idle;
         platform::FolderHold hold;
         auto fault = platform::Fault::None;
         AskOnDrive(strFolder, [&] { fault = platform::HoldFolder(strFolder, hold); });
         if (Failed(fault) || hold.IsLink) {
             ui::Complain("Cannot access the folder.");
-            return;
+            return RunState::Failed;
         }
-        ChooseAndPurge(strFolder, strTitle);
+        const RunState state = ChooseAndPurge(strFolder, strTitle);
         platform::LetGo(hold);
+        return state;
     });
 }

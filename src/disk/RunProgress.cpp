@@ -71,10 +71,10 @@ void ForgetRunProgress() {
 }
 
 int AskInRun(const std::string& strText, ui::Buttons buttons, ui::Icon icon,
-             const std::string& strTitle) {
+             const std::string& strTitle, const std::string& strQuestion) {
     tmrRunProgress.Enabled = false;
     PauseClock(true);
-    const int intAnswer = ui::MsgBox(strText, buttons, icon, strTitle);
+    const int intAnswer = ui::MsgBox(strText, buttons, icon, strTitle, strQuestion);
     if (shareOfPhase)
         PauseClock(false);
     tmrRunProgress.Enabled = shareOfPhase != nullptr;

@@ -24,4 +24,4 @@ void EndRunProgress();
 void ForgetRunProgress();
 /// Shows a box during the work; the time until the answer does not count.
 int AskInRun(const std::string& strText, ui::Buttons buttons, ui::Icon icon,
-             const std::string& strTitle);
+             const std::string& strTitle, const std::string& strQuestion = "");

@@ -168,10 +168,10 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
 void TestPurgeSpeedCommand() {
     RunDriveCommand([] {
         if (!PurgeLibraryReady())
-            return;
+            return RunState::Failed;
         const std::string strLetters = FindDrives(strTitle);
         if (strLetters.empty())
-            return;
+            return RunState::Failed;
         const bool blnOne = strLetters.size() == 1;
         const std::string strQuestion =
             (blnOne ? "This writes a test file to Drive " + strLetters + " and then purges it " +
@@ -180,15 +180,17 @@ void TestPurgeSpeedCommand() {
                                   "to test the purge speed for that drive ")) +
             "so as to get an approximate estimate of purge time required for other files."
             "\r\n\r\nDo you wish to proceed with this test?";
-        if (ui::MsgBox(strQuestion, ui::Buttons::YesNo, ui::Icon::Question, strTitle) !=
+        if (ui::MsgBox(strQuestion, ui::Buttons::YesNo, ui::Icon::Question, strTitle, "test") !=
             ui::AnswerYes)
-            return;
+            return RunState::Idle;
         const char chrDrive =
             blnOne ? strLetters[0] : ChooseDrive("Test purge speed on which drive?", strLetters);
         float sngSpeed = 0;
         if (chrDrive == 0 || !CheckDriveWritable(chrDrive, strTitle))
-            return;
+            return RunState::Idle;
         OfferToRemoveLeftoversOn(chrDrive);
-        (void)TestPurgeSpeed(chrDrive, true, sngSpeed);
+        return TestPurgeSpeed(chrDrive, true, sngSpeed)   ? RunState::Done
+               : FillDisk.Outcome == FillOutcome::Stopped ? RunState::Stopped
+                                                          : RunState::Failed;
     });
 }

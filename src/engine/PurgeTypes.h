@@ -12,6 +12,7 @@
 struct PurgeType {
     const char* strCaption;     ///< in the dialog and the main window; the dialog numbers it
     const char* strName;        ///< in the report
+    const char* strWord;        ///< on a command line
     const char* strDescription; ///< under the caption in the dialog
     std::int16_t intMostPasses;
     std::int16_t intStandardPasses;
@@ -22,18 +23,21 @@ struct PurgeType {
 inline constexpr PurgeType purgeTypes[] = {
     {"Random bytes",
      "random bytes",
+     "random",
      "Overwrite the data once with random bytes.",
      9,
      6,
      {intRandomValue}},
     {"Alternate bit patterns",
      "alternate bit patterns",
+     "patterns",
      "Overwrite the data four times with bit patterns 10101010, 01010101, 00001010 and 11110101.",
      7,
      3,
      {0xAA, 0x55, 0x0A, 0xF5}},
     {"Alternate bit patterns plus random bytes",
      "alternate bit patterns plus random bytes",
+     "both",
      "Overwrite the data twice with bit patterns 10101010 and 01010101, then with random bytes, "
      "then twice with bit patterns 00001010 and 11110101, then again with random bytes.",
      5,

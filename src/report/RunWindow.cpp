@@ -54,9 +54,12 @@ void CheckPauseStop() {
 }
 
 int AskInReport(const std::string& strText, ui::Buttons buttons, const std::string& strTitle,
-                int intDefault) {
+                const std::string& strQuestion, int intDefault) {
     int answer = ui::AnswerCancel;
-    Ask([&] { answer = ui::MsgBox(strText, buttons, ui::Icon::Question, strTitle, intDefault); });
+    Ask([&] {
+        answer =
+            ui::MsgBox(strText, buttons, ui::Icon::Question, strTitle, strQuestion, intDefault);
+    });
     return answer;
 }
 

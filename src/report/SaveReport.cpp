@@ -28,16 +28,20 @@ bool TakesJson(std::string& path, bool chosen) {
 } // namespace
 
 void SaveReport() {
-    std::string path;
     std::size_t type = 0;
-    if (!ui::SaveFileDialog("Save report",
-                            {{"Text (*.txt)", "*.txt"}, {"JSON lines (*.json)", "*.json"}},
-                            strBrowsePath, path, type))
+    const auto paths =
+        ui::ChoosePaths({ui::Choose::NewFile,
+                         "Save report",
+                         strBrowsePath,
+                         {{"Text (*.txt)", "*.txt"}, {"JSON lines (*.json)", "*.json"}}},
+                        &type);
+    if (paths.empty())
         return;
+    std::string path = paths.front();
     const bool json = TakesJson(path, type == 1);
     if (platform::FileExists(path) &&
         ui::MsgBox("Overwrite existing file " + path + "?", ui::Buttons::YesNoCancel,
-                   ui::Icon::Question, "File exists") != ui::AnswerYes)
+                   ui::Icon::Question, "File exists", "overwrite") != ui::AnswerYes)
         return;
     // The windows stay alive while a long report is written. No new run may begin: it would take
     // the records away.

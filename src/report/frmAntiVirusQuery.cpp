@@ -71,7 +71,7 @@ int AntiVirusAdvice(const std::string& strDrive, const ui::Form& frmOwner) {
             "It is recommended to disable your anti-virus software before continuing.\r\n\r\n"
             "Press 'OK' to continue without disabling, or 'Cancel' to cancel this operation\r\n"
             "so that you can disable your anti-virus software.",
-        ui::Buttons::OKCancel, ui::Icon::None, "Nullwright");
+        ui::Buttons::OKCancel, ui::Icon::None, "Nullwright", "anti-virus");
     frmAntiVirusQuery.blnAsked = answer != ui::AnswerCancel;
     return answer;
 }

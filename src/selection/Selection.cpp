@@ -108,9 +108,9 @@ bool IsSameFolder(const std::string& strFolder, const std::string& strOther) {
 }
 
 std::string BrowseFolder(const std::string& strTitle) {
-    std::string folder =
-        ui::BrowseFolderDialog(strTitle, strBrowsePath.empty() ? strDirPath : strBrowsePath);
-    if (folder.empty() || !TakePath(folder, "Error"))
+    auto folders = ui::ChoosePaths(
+        {ui::Choose::Folder, strTitle, strBrowsePath.empty() ? strDirPath : strBrowsePath});
+    if (folders.empty() || folders.front().empty() || !TakePath(folders.front(), "Error"))
         return {};
-    return FolderWithBackslash(folder);
+    return FolderWithBackslash(folders.front());
 }

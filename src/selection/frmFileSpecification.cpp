@@ -196,9 +196,10 @@ void TextBox_Change(std::size_t kind) {
 }
 
 void cmdChooseFile_Click() {
-    std::string path;
-    if (!ui::OpenFileDialog("Choose the file", "All files (*.*)", "*.*", frm.strFolder, path))
+    const auto paths = ui::ChoosePaths({ui::Choose::File, "Choose the file", frm.strFolder});
+    if (paths.empty())
         return;
+    const std::string& path = paths.front();
     if (!IsSameFolder(FolderPartOf(path), frm.strFolder)) {
         ui::Complain("The file must be in the folder " + frm.strFolder + ".");
         return;

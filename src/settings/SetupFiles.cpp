@@ -113,22 +113,22 @@ bool TakeFolder(std::string_view& strText, std::string& strFolder) {
 /// The check boxes of the purge options, up to the first value that is missing or wrong; false
 /// when there is one.
 bool TakeBoxes(std::string_view& strText) {
-    for (ui::CheckBox* box : PurgeOptionBoxes()) {
+    for (const OptionBox& option : PurgeOptionBoxes()) {
         std::int16_t intValue = 0;
         if (!TakeNumber(strText, intValue) || intValue < 0 || intValue > 1)
             return false;
-        box->Value = intValue;
+        option.Box->Value = intValue;
     }
     return true;
 }
 
 /// What follows the fourteen lines: "verify=1". What is not understood is passed over.
 void TakeFurtherOptions(std::string_view& strText) {
-    for (const FurtherOption& option : FurtherOptions())
+    for (const OptionBox& option : FurtherOptions())
         option.Box->Value = 0;
     std::string_view strItem;
     while (TakeItem(strText, strItem))
-        for (const FurtherOption& option : FurtherOptions())
+        for (const OptionBox& option : FurtherOptions())
             if (strItem == option.strName + std::string(strOn))
                 option.Box->Value = 1;
 }
@@ -156,9 +156,9 @@ std::string SetupText(bool blnWithFolders) {
     line(blnWithFolders ? strBrowsePath : "");
     line(std::to_string(GetPurgeType()));
     line(std::to_string(GetNumberOfPasses()));
-    for (const ui::CheckBox* box : PurgeOptionBoxes())
-        line(std::to_string(box->Value));
-    for (const FurtherOption& option : FurtherOptions())
+    for (const OptionBox& option : PurgeOptionBoxes())
+        line(std::to_string(option.Box->Value));
+    for (const OptionBox& option : FurtherOptions())
         if (option.Box->Value == 1)
             line(option.strName + std::string(strOn));
     return strText;

@@ -219,11 +219,11 @@ void LayOut() {
 void InitializePurgeOptions() {
     FrmPurgeConfirmation& f = frmPurgeConfirmation;
     LayOut();
-    for (ui::CheckBox* box : PurgeOptionBoxes()) {
-        box->Value = 0;
-        box->Enabled = true;
+    for (const OptionBox& option : PurgeOptionBoxes()) {
+        option.Box->Value = 0;
+        option.Box->Enabled = true;
     }
-    for (const FurtherOption& option : FurtherOptions())
+    for (const OptionBox& option : FurtherOptions())
         option.Box->Value = 0;
     f.intDoNotDeleteBefore = 0;
     f.blnAccepted = false;
@@ -237,14 +237,18 @@ void InitializePurgeOptions() {
                               {"32 KB", 32768},   {"64 KB", 65536}};
 }
 
-std::array<ui::CheckBox*, 7> PurgeOptionBoxes() {
+std::array<OptionBox, 7> PurgeOptionBoxes() {
     FrmPurgeConfirmation& f = frmPurgeConfirmation;
-    return {&f.chkPurgeSlackOnly,       &f.chkDoNotDeletePurgedFiles,  &f.chkOKToPurgeReadOnlyFiles,
-            &f.chkOKToPurgeSystemFiles, &f.chkOKToPurgeSensitiveFiles, &f.chkFolderNamesOnly,
-            &f.chkDeleteEmptyFolders};
+    return {{{"slack-only", &f.chkPurgeSlackOnly},
+             {"keep", &f.chkDoNotDeletePurgedFiles},
+             {"read-only", &f.chkOKToPurgeReadOnlyFiles},
+             {"system", &f.chkOKToPurgeSystemFiles},
+             {"sensitive", &f.chkOKToPurgeSensitiveFiles},
+             {"folder-names-only", &f.chkFolderNamesOnly},
+             {"remove-empty-folders", &f.chkDeleteEmptyFolders}}};
 }
 
-std::array<FurtherOption, 2> FurtherOptions() {
+std::array<OptionBox, 2> FurtherOptions() {
     return {{{"verify", &frmPurgeConfirmation.chkVerifyPurge},
              {"names", &frmPurgeConfirmation.chkOverwriteNames}}};
 }

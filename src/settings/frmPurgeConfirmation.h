@@ -35,15 +35,14 @@ inline bool blnFolderNamesOnly = false;
 inline bool blnDeleteEmptyFolders = false;
 inline PurgeOptions purgeOptions;
 
-/// The seven check boxes in the order of the flags above, which is that of a setup file.
-std::array<ui::CheckBox*, 7> PurgeOptionBoxes();
-/// A box that came later, and its name in a setup file, which has a line for it only while it is
-/// on.
-struct FurtherOption {
-    const char* strName;
+struct OptionBox {
+    const char* strName; ///< as options of a command line are called
     ui::CheckBox* Box;
 };
-std::array<FurtherOption, 2> FurtherOptions();
+/// The seven check boxes in the order of the flags above, which is that of a setup file.
+std::array<OptionBox, 7> PurgeOptionBoxes();
+/// The boxes that came later. A setup file has a line with the name of each that is on.
+std::array<OptionBox, 2> FurtherOptions();
 /// Boxes, flags and the cluster-size cache as at start-up.
 void InitializePurgeOptions();
 /// Shows the dialog for a folder's drive, with what will be purged ("5 files in C:\docs\, 1.20

@@ -60,7 +60,7 @@ void cmdAccept_Click() {
                                         : "This is a rather large number of overwrites.  "
                                           "Are you sure you want to do this?";
     if (ui::MsgBox(strSentence + "\r\n" + strQuestion, ui::Buttons::YesNo, ui::Icon::None,
-                   ProgramText(TextNumber::AcceptTypeTitle)) != ui::AnswerYes)
+                   ProgramText(TextNumber::AcceptTypeTitle), "type of purge") != ui::AnswerYes)
         return;
     frmTypeOfPurge.blnAccepted = true;
     ui::Hide(frmTypeOfPurge);

@@ -43,6 +43,12 @@ bool SomethingIsSpecified() {
     return true;
 }
 
+/// A command that has nothing to do is done; what the last run came to stays.
+void NoteNothingToDo() {
+    if (currentRun.State == RunState::Idle)
+        currentRun.State = RunState::Done;
+}
+
 void SayNoFiles(const std::string& title) {
     if (ItemsAreChosen()) {
         ui::Complain(std::string("There are no files in the chosen items") +
@@ -108,7 +114,7 @@ void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNam
 
 void List() {
     const int answer = ui::MsgBox("Display folder names?", ui::Buttons::YesNoCancel,
-                                  ui::Icon::Question, strListTitle);
+                                  ui::Icon::Question, strListTitle, "list names");
     if (answer == ui::AnswerCancel)
         return;
     const std::string& title = frmMain.cmdProcessFiles[0].Caption;
@@ -119,6 +125,7 @@ void List() {
     if (!RunSearch("Looking for files", [&] { blnNone = NothingIsThere(); })) {
         // F10 during the search of a large tree; the status line tells it
     } else if (blnNone) {
+        NoteNothingToDo();
         SayNoFiles(title);
     } else {
         const bool blnDisplayNames = answer == ui::AnswerYes;
@@ -207,8 +214,8 @@ bool PurgeIsWanted(FilesToPurge& found, const std::string& title) {
     if (!AskPurgeOptions(FolderOfQuestions(), found.lngFiles == 1, blnSubdirectories,
                          WhatIsPurged(found)))
         return false;
-    if (ui::MsgBox(PurgeQuestion(found.lngFiles), ui::Buttons::YesNo, ui::Icon::Question, title) !=
-        ui::AnswerYes)
+    if (ui::MsgBox(PurgeQuestion(found.lngFiles), ui::Buttons::YesNo, ui::Icon::Question, title,
+                   "purge files") != ui::AnswerYes)
         return false;
     if (!blnShowPurgeWarning)
         return true;
@@ -233,6 +240,7 @@ void CountAndPurge() {
     });
     SetMainLine(MainLine::LargePurgeMessage, "");
     if (found.lngFiles == 0 && !blnInterrupted) {
+        NoteNothingToDo();
         if (found.lngLeftOut > 0)
             ui::Complain("Swap files and the files of Nullwright itself are never purged.\r\n"
                          "There are no other files to be purged.",

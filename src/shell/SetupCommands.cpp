@@ -139,10 +139,12 @@ void cmdSetup_Click() {
 
 void cmdLoadSetup_Click() {
     frmMain.fraSetup.Visible = false;
-    std::string strPath;
-    if (ui::OpenFileDialog("Specify operation file to be loaded", strOperationFiles,
-                           strOperationPattern, strBrowsePath, strPath))
-        LoadSetupFromFile(strPath);
+    const auto paths = ui::ChoosePaths({ui::Choose::File,
+                                        "Specify operation file to be loaded",
+                                        strBrowsePath,
+                                        {{strOperationFiles, strOperationPattern}}});
+    if (!paths.empty())
+        LoadSetupFromFile(paths.front());
     CloseSetupFrame();
 }
 
@@ -181,11 +183,12 @@ void cmdSaveSetupForNextRun_Click() {
 }
 
 void cmdSaveSetupAsOperationFile_Click() {
-    std::string strPath;
-    std::size_t only = 0;
-    if (ui::SaveFileDialog("Specify operation file to be saved",
-                           {{strOperationFiles, strOperationPattern}}, strBrowsePath, strPath,
-                           only)) {
+    const auto paths = ui::ChoosePaths({ui::Choose::NewFile,
+                                        "Specify operation file to be saved",
+                                        strBrowsePath,
+                                        {{strOperationFiles, strOperationPattern}}});
+    if (!paths.empty()) {
+        std::string strPath = paths.front();
         // With another extension, the file would not be offered for loading. When dropped, it would
         // be taken for a file to purge and not for a setup.
         if (platform::LowerCase(ExtensionOf(strPath)) != "nws")
@@ -193,7 +196,7 @@ void cmdSaveSetupAsOperationFile_Click() {
         const bool blnWrite =
             !platform::FileExists(strPath) ||
             ui::MsgBox("Overwrite existing file " + strPath + "?", ui::Buttons::YesNoCancel,
-                       ui::Icon::Question, "File exists") == ui::AnswerYes;
+                       ui::Icon::Question, "File exists", "overwrite") == ui::AnswerYes;
         if (blnWrite && SaveSetup(strPath))
             SetMainLine(MainLine::Status, "The setup was saved in " + strPath + ".");
         else if (blnWrite)

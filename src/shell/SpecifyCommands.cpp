@@ -149,7 +149,7 @@ void TakeFolder(const std::string& folder) {
     }
     if (!contents.blnFiles ||
         ui::MsgBox("Do you wish to purge ALL files in " + strDirPath + "?", ui::Buttons::YesNo,
-                   ui::Icon::Question, title) != ui::AnswerYes)
+                   ui::Icon::Question, title, "all files") != ui::AnswerYes)
         return;
     strFilespec = "*.*";
     blnMultipleFiles = true;
@@ -223,9 +223,9 @@ void OpenGivenPaths(const std::vector<std::string>& paths) {
 void cmdSingleFile_Click() {
     if (frmMain.blnQuitGuard)
         return;
-    std::vector<std::string> paths;
-    if (!ui::OpenFilesDialog("Specify file to be purged.", "All files (*.*)", "*.*",
-                             strBrowsePath.empty() ? strDirPath : strBrowsePath, paths))
+    const auto paths = ui::ChoosePaths({ui::Choose::Files, "Specify file to be purged.",
+                                        strBrowsePath.empty() ? strDirPath : strBrowsePath});
+    if (paths.empty())
         return;
     StartQuitGuard();
     if (paths.size() == 1)
@@ -302,7 +302,7 @@ void cmdConfirmFiles_Click() {
 
 void cmdClear_Click() {
     if (ui::MsgBox("Clear folder and file specifications?", ui::Buttons::YesNo, ui::Icon::Question,
-                   frmMain.cmdClear.Caption) != ui::AnswerYes)
+                   frmMain.cmdClear.Caption, "clear") != ui::AnswerYes)
         return;
     ClearSpecification();
 }

@@ -293,7 +293,7 @@ void cmdHelp_Click() {
     if (IsManualThere() &&
         ui::MsgBox("The user manual is in the file\r\n" + ManualPath() +
                        "\r\n\r\nDo you wish to open it now?",
-                   ui::Buttons::YesNo, ui::Icon::Question, "Help") == ui::AnswerYes)
+                   ui::Buttons::YesNo, ui::Icon::Question, "Help", "manual") == ui::AnswerYes)
         OpenAddress(ManualPath());
 }
 
@@ -340,7 +340,7 @@ void cmdQuit_Click() {
         // drives ask the user themselves.
         if (!currentRun.Request.blnInReport || !currentRun.IsUnderWay() ||
             AskInReport("An operation is still running.\r\nDo you wish to stop it?",
-                        ui::Buttons::YesNo, "Nullwright", 2) == ui::AnswerYes) {
+                        ui::Buttons::YesNo, "Nullwright", "quit", 2) == ui::AnswerYes) {
             blnStop = true;
             ShowClock();
         }

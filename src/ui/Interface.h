@@ -67,33 +67,31 @@ enum class Icon { None, Exclamation, Question, Information };
 /// Answers of a message box.
 enum Answer : int { AnswerOK = 1, AnswerCancel = 2, AnswerYes = 6, AnswerNo = 7 };
 
-/// Shows a message box over the active form and returns the answer. `defaultButton` counts from 1.
+/// Shows a message box over the active form and returns the answer. `question` is the name by which
+/// a back end without a person knows what is asked, as it knows a form by its own; "" with OK only.
+/// `defaultButton` counts from 1.
 int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title,
-           int defaultButton = 1);
+           const std::string& question = "", int defaultButton = 1);
 /// Shows an error box with the exclamation icon and OK only.
 inline void Complain(const std::string& text, const std::string& title = "Error") {
     MsgBox(text, Buttons::OK, Icon::Exclamation, title);
 }
 
-/// The common file dialogs with one filter ("All files (*.*)", "*.*"). False: cancelled, and `path`
-/// is unchanged. The dialogs do not change the current folder. The save dialog does not ask about
-/// overwriting, because the program does.
-bool OpenFileDialog(const std::string& title, const std::string& filterName,
-                    const std::string& filterPattern, const std::string& startFolder,
-                    std::string& path);
-/// The same for several files of one folder.
-bool OpenFilesDialog(const std::string& title, const std::string& filterName,
-                     const std::string& filterPattern, const std::string& startFolder,
-                     std::vector<std::string>& paths);
+enum class Choose { File, Files, NewFile, Folder };
 struct FileType {
-    std::string Name, Pattern; ///< "Text (*.txt)", "*.txt"
+    std::string Name, Pattern;
 };
-/// With one type, the system may add its extension; with several, nothing changes the name. `type`:
-/// the position of the type that was chosen, at first 0.
-bool SaveFileDialog(const std::string& title, const std::vector<FileType>& types,
-                    const std::string& startFolder, std::string& path, std::size_t& type);
-/// The folder browser; returns the path as the system gives it, "" when cancelled.
-std::string BrowseFolderDialog(const std::string& title, const std::string& startFolder);
+struct PathQuestion {
+    Choose What;
+    std::string Title, StartFolder;
+    std::vector<FileType> Types{{"All files (*.*)", "*.*"}}; ///< of files only
+};
+/// The common dialogs for files of one folder, or for a folder. Returns the paths as the system
+/// gives them; none when cancelled. The current folder stays. The dialog for a new file does not
+/// ask about overwriting, because the program does. With one type, the system may add its extension
+/// to a new name; with several, nothing changes the name. `type` receives the position of the type
+/// that was chosen.
+std::vector<std::string> ChoosePaths(const PathQuestion& question, std::size_t* type = nullptr);
 
 void PutOnClipboard(const std::string& text);
 void Beep();

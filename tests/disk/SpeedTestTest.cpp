@@ -90,7 +90,10 @@ TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
         LeaveFree(free);
         purgeOptions.Verify = true; // would take its time, too
         fake::FailAlways("ReadBytes", "", Fault::Other);
-        RunDriveCommand([&] { EXPECT_TRUE(TestPurgeSpeed('D', false, sngSpeed)); });
+        RunDriveCommand([&] {
+            EXPECT_TRUE(TestPurgeSpeed('D', false, sngSpeed));
+            return RunState::Done;
+        });
         EXPECT_EQ(static_cast<double>(written), dblBytesMeasured[3]);
     }
 }

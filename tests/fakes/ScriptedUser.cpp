@@ -262,12 +262,12 @@ void RunSteps(Effort effort, const std::function<bool()>& step, const std::funct
 }
 
 int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title,
-           int defaultButton) {
+           const std::string& question, int defaultButton) {
     NotInsideStep("MsgBox");
     const bool hasNo = buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel;
     const bool hasCancel = buttons == Buttons::OKCancel || buttons == Buttons::YesNoCancel;
     const int quietly = hasCancel ? AnswerCancel : hasNo ? AnswerNo : AnswerOK;
-    BoxSeen box{title, text, buttons, icon, defaultButton, quietly, user.EscapeHeld};
+    BoxSeen box{question, title, text, buttons, icon, defaultButton, quietly, user.EscapeHeld};
     const auto answer = [&](int wanted) {
         const bool exists = wanted == AnswerCancel ? hasCancel : hasNo != (wanted == AnswerOK);
         box.Answer = exists ? wanted : quietly;
@@ -288,44 +288,22 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
     return box.Answer;
 }
 
-bool OpenFileDialog(const std::string& title, const std::string& /*filterName*/,
-                    const std::string& /*filterPattern*/, const std::string& /*startFolder*/,
-                    std::string& path) {
-    const std::string chosen = Take("dialog", title).Text;
-    path = chosen.empty() ? path : chosen;
-    return !chosen.empty();
-}
-
-/// Answers with the paths, separated by "|".
-bool OpenFilesDialog(const std::string& title, const std::string& filterName,
-                     const std::string& filterPattern, const std::string& startFolder,
-                     std::vector<std::string>& paths) {
-    std::string chosen;
-    if (!OpenFileDialog(title, filterName, filterPattern, startFolder, chosen))
-        return false;
-    paths.clear();
-    for (std::size_t from = 0, to = 0; to != chosen.npos; from = to + 1) {
+/// Answers with the paths and, of a new file, the name of a type other than the first, separated by
+/// "|".
+std::vector<std::string> ChoosePaths(const PathQuestion& question, std::size_t* type) {
+    const std::string chosen = Take("dialog", question.Title).Text;
+    std::vector<std::string> paths;
+    for (std::size_t from = 0, to = chosen.empty() ? chosen.npos : 0; to != chosen.npos;
+         from = to + 1) {
         to = chosen.find('|', from);
         paths.push_back(chosen.substr(from, to - from));
     }
-    return true;
-}
-
-/// Answers with the path and, behind "|", the name of a type other than the first.
-bool SaveFileDialog(const std::string& title, const std::vector<FileType>& types,
-                    const std::string& startFolder, std::string& path, std::size_t& type) {
-    std::vector<std::string> answer;
-    if (!OpenFilesDialog(title, "", "", startFolder, answer))
-        return false;
-    path = answer.front();
-    for (std::size_t i = 1; i < types.size(); ++i)
-        if (types[i].Name == answer.back())
-            type = i;
-    return true;
-}
-
-std::string BrowseFolderDialog(const std::string& title, const std::string& /*startFolder*/) {
-    return Take("dialog", title).Text;
+    for (std::size_t i = 1; type && i < question.Types.size() && !paths.empty(); ++i)
+        if (question.Types[i].Name == paths.back()) {
+            *type = i;
+            paths.pop_back();
+        }
+    return paths;
 }
 
 void PutOnClipboard(const std::string& text) {

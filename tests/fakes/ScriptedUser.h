@@ -10,7 +10,7 @@ namespace fake {
 
 /// A message box that was shown.
 struct BoxSeen {
-    std::string Title, Text;
+    std::string Question, Title, Text;
     ui::Buttons Buttons;
     ui::Icon Icon;
     int DefaultButton;

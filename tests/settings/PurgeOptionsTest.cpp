@@ -42,9 +42,9 @@ TEST_F(PurgeOptions, BoxesBecomeFlagsOnAcceptanceOnly) {
         fake::drives['C'].Nature = {};
         EXPECT_EQ("Yes, purge these files", f.cmdDoPurge.Caption);
         EXPECT_EQ(&f.cmdCancel, user.Focus);
-        for (ui::CheckBox* box : PurgeOptionBoxes()) {
-            if (box != &f.chkPurgeSlackOnly && box != &f.chkOKToPurgeSystemFiles)
-                fake::Click(*box);
+        for (const OptionBox& option : PurgeOptionBoxes()) {
+            if (option.Box != &f.chkPurgeSlackOnly && option.Box != &f.chkOKToPurgeSystemFiles)
+                fake::Click(*option.Box);
             EXPECT_EQ(&f.cmdCancel, user.Focus);
         }
         EXPECT_EQ("0000000", Flags());

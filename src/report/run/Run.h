@@ -76,11 +76,12 @@ struct RunFailure {
 };
 
 enum class RunState {
-    Idle,
+    Idle, ///< nothing has begun: refused, or declined before anything was touched
     Running,
     Paused, ///< requested: the run halts at its next poll
     Done,
-    Stopped
+    Stopped,
+    Failed ///< of a command on a drive: it could not go on, and has told why
 };
 
 struct Run {
@@ -88,6 +89,7 @@ struct Run {
     RunCounts Counts;
     std::vector<RunFailure> Failures;
     RunState State = RunState::Idle;
+    bool blnSpaceLeft = false; ///< free space was not filled, or not purged to the end
 
     // Texts of the whole report: before the files, after them, at the end.
     std::string strHead, strSummary, strFoot;

@@ -44,7 +44,7 @@ void CheckPauseStop();
 /// Shows a box over the run, after all pending text. The time until the answer does not count as
 /// time of the run.
 int AskInReport(const std::string& strText, ui::Buttons buttons, const std::string& strTitle,
-                int intDefault);
+                const std::string& strQuestion, int intDefault);
 /// Asks the file-monitoring question. False: cancel the run.
 bool AskAboutMonitoring(bool& blnNone);
 /// Shows the purge advice before a file that is probably watched. False: cancel the run.

@@ -56,7 +56,7 @@ int AskSensitiveExtension(const std::string& strPath) {
                            "\" extension.\r\nDo you wish to allow all files with this "
                            "extension to be purged?\r\n"
                            "(Permission lasts only during the course of this operation.)",
-                       ui::Buttons::YesNoCancel, "Purge query", 2);
+                       ui::Buttons::YesNoCancel, "Purge query", "sensitive file", 2);
 }
 
 bool GivePurgeAdvice(const std::string& strPath) {
@@ -86,7 +86,7 @@ OtherNames LookAtOtherNames(const std::string& strPath) {
                             "\r\n\r\nIf the file is purged, its data are destroyed under the "
                             "other name, too.\r\nDo you wish to purge this file, and all others "
                             "of this kind in this operation?",
-                        ui::Buttons::YesNo, "Purge query", 2);
+                        ui::Buttons::YesNo, "Purge query", "other names", 2);
     }
     return currentRun.intOtherNames == ui::AnswerYes ? OtherNames::Agreed : OtherNames::Keep;
 }

@@ -144,6 +144,12 @@ bool IsFailure(const FileRecord& record) {
     return std::find(std::begin(none), std::end(none), record.Result) == std::end(none);
 }
 
+bool IsLeft(const FileRecord& record) {
+    return record.Fate == FileFate::Declined ||
+           (record.Fate >= FileFate::Refused && record.Result != PurgeDone &&
+            record.Result != PurgeVanished && record.Result != PurgeNoSlack);
+}
+
 std::string RecordTail(const FileRecord& record) {
     const PurgeHow& how = currentRun.Request.How;
     const std::string size = " (" + GroupedDigits(record.Bytes) + " bytes)";

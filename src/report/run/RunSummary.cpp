@@ -72,6 +72,13 @@ bool WasStopped() {
     return blnStop && (currentRun.Request.blnPurgeFiles || !ReportIsFull());
 }
 
+bool SomethingIsLeft() {
+    bool left = currentRun.blnSpaceLeft || currentRun.Counts.lngNumFoldersUnread > 0;
+    for (std::size_t i = 0; i < NumRecords() && !left; ++i)
+        left = IsLeft(RecordAt(i));
+    return left;
+}
+
 std::string FailuresText(std::size_t lngMost) {
     const std::vector<RunFailure>& failures = currentRun.Failures;
     if (failures.empty())

@@ -7,6 +7,9 @@
 /// Whether the user stopped the run. A listing that ended because its report is full was not
 /// stopped.
 bool WasStopped();
+/// Whether something of what was to be purged was not: files, folders that could not be read, free
+/// space.
+bool SomethingIsLeft();
 /// "Files that could not be purged: 27", then up to `lngMost` names, one per line, then the number
 /// of the remaining ones. "" without failures.
 std::string FailuresText(std::size_t lngMost);

@@ -4,8 +4,6 @@
 #include "ui/console/Terminal.h"
 
 #include <algorithm>
-#include <tuple>
-#include <vector>
 
 namespace ui {
 
@@ -19,17 +17,14 @@ struct Choice {
     int Answer = 0;   ///< of a box
     Button* Press = nullptr;
 };
+using Choices = std::vector<Choice>;
 
-std::vector<Choice> ChoicesOf(Buttons buttons) {
-    std::vector<Choice> choices;
-    const bool ok = buttons == Buttons::OKCancel;
-    for (const auto& [word, answer, isThere] :
-         {std::tuple("OK", AnswerOK, ok),
-          {"Yes", AnswerYes, !ok},
-          {"No", AnswerNo, !ok},
-          {"Cancel", AnswerCancel, buttons != Buttons::YesNo}})
-        if (isThere)
-            choices.push_back({word, word, answer});
+Choices ChoicesOf(Buttons buttons) {
+    if (buttons == Buttons::OKCancel)
+        return {{"OK", "OK", AnswerOK}, {"Cancel", "Cancel", AnswerCancel}};
+    Choices choices{{"Yes", "Yes", AnswerYes}, {"No", "No", AnswerNo}};
+    if (buttons == Buttons::YesNoCancel)
+        choices.push_back({"Cancel", "Cancel", AnswerCancel});
     return choices;
 }
 
@@ -38,60 +33,12 @@ bool IsUsable(const Control& control) {
            (!control.Container || IsUsable(*control.Container));
 }
 
-std::vector<Choice> ChoicesOf(Form& form) {
-    std::vector<Choice> choices;
+Choices ChoicesOf(Form& form) {
+    Choices choices;
     for (Control* control : form.Controls)
         if (control->Kind == ControlKind::Button && IsUsable(*control))
             choices.push_back({control->Caption, control->Name, 0, static_cast<Button*>(control)});
     return choices;
-}
-
-/// "1 Yes, 2 No (Enter: No): ".
-std::string PromptOf(const std::vector<Choice>& choices, std::size_t first) {
-    std::string prompt;
-    for (std::size_t i = 0; i < choices.size(); ++i)
-        prompt += (i == 0 ? "" : ", ") + std::to_string(i + 1) + " " + choices[i].Word;
-    return prompt + (first < choices.size() ? " (Enter: " + choices[first].Word + "): " : ": ");
-}
-
-/// The choice that was typed, by its number or by its first letters, in either case.
-const Choice* Typed(const std::vector<Choice>& choices, const std::string& line) {
-    for (std::size_t i = 0; i < choices.size(); ++i) {
-        const std::string& word = choices[i].Word;
-        if (line == std::to_string(i + 1) ||
-            (!line.empty() && line.size() <= word.size() &&
-             std::equal(line.begin(), line.end(), word.begin(),
-                        [](char a, char b) { return (a | 0x20) == (b | 0x20); })))
-            return &choices[i];
-    }
-    return nullptr;
-}
-
-/// Nothing when there is no answer: the input has ended, or Ctrl+C was pressed.
-const Choice* AskPerson(const std::string& text, const std::vector<Choice>& choices,
-                        std::size_t first) {
-    PrintRest();
-    PrintError("\r\n" + text + "\r\n");
-    std::string line;
-    while (true) {
-        PrintError(PromptOf(choices, first));
-        const int interrupts = Interrupts();
-        if (!ReadLine(line) || Interrupts() > interrupts)
-            return nullptr;
-        if (line.empty() && first < choices.size())
-            return &choices[first];
-        if (const Choice* typed = Typed(choices, line))
-            return typed;
-    }
-}
-
-/// Nothing: the answer that changes nothing.
-const Choice* AnswerTo(const std::string& beforehand, const std::string& text,
-                       const std::vector<Choice>& choices, std::size_t first) {
-    for (const Choice& choice : choices)
-        if (choice.Name == beforehand)
-            return &choice;
-    return beforehand.empty() ? AskPerson(text, choices, first) : nullptr;
 }
 
 std::string TextOf(const Form& form) {
@@ -102,17 +49,60 @@ std::string TextOf(const Form& form) {
     return text;
 }
 
+/// The first choice that begins with what was typed, in either case.
+std::size_t Typed(const Choices& choices, const std::string& line) {
+    const auto isSame = [](char a, char b) { return (a | 0x20) == (b | 0x20); };
+    const auto begins = [&](const Choice& choice) {
+        return line.size() <= choice.Word.size() &&
+               std::equal(line.begin(), line.end(), choice.Word.begin(), isSame);
+    };
+    return static_cast<std::size_t>(std::ranges::find_if(choices, begins) - choices.begin());
+}
+
+/// Asks a person, who types the number of a choice or the beginning of its word; Enter is the
+/// choice `first`. nullptr when there is no answer: the input has ended, or Ctrl+C was pressed.
+const Choice* Ask(const std::string& text, const Choices& choices, std::size_t first) {
+    std::string prompt, line;
+    for (const Choice& choice : choices)
+        prompt += (prompt.empty() ? "" : ", ") + std::to_string(&choice - choices.data() + 1) +
+                  " " + choice.Word;
+    prompt += first < choices.size() ? " (Enter: " + choices[first].Word + "): " : ": ";
+    PrintRest();
+    PrintError("\r\n" + text + "\r\n");
+    while (true) {
+        PrintError(prompt);
+        const int interrupts = Interrupts();
+        if (!ReadLine(line) || Interrupts() > interrupts)
+            return nullptr;
+        const bool isNumber = line.size() == 1 && line[0] >= '1' && line[0] <= '9';
+        const std::size_t typed = line.empty() ? first
+                                  : isNumber   ? static_cast<std::size_t>(line[0] - '1')
+                                               : Typed(choices, line);
+        if (typed < choices.size())
+            return &choices[typed];
+    }
+}
+
+/// nullptr: the answer that changes nothing.
+const Choice* AnswerTo(const std::string& beforehand, const std::string& text,
+                       const Choices& choices, std::size_t first) {
+    const auto found = std::ranges::find(choices, beforehand, &Choice::Name);
+    if (found != choices.end())
+        return &*found;
+    return beforehand.empty() ? Ask(text, choices, first) : nullptr;
+}
+
 } // namespace
 
-int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title,
-           int defaultButton) {
+int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& /*title*/,
+           const std::string& question, int defaultButton) {
     if (buttons == Buttons::OK) {
         PrintRest();
         TellBox(text, icon);
         return AnswerOK;
     }
-    const std::vector<Choice> choices = ChoicesOf(buttons);
-    const Choice* answer = AnswerTo(AnswerBeforehand({title, text}), text, choices,
+    const Choices choices = ChoicesOf(buttons);
+    const Choice* answer = AnswerTo(AnswerBeforehand(question), text, choices,
                                     static_cast<std::size_t>(defaultButton - 1));
     return answer ? answer->Answer : buttons == Buttons::YesNo ? AnswerNo : AnswerCancel;
 }
@@ -122,10 +112,10 @@ void ShowModal(Form& form) {
         return;
     if (!Ending())
         Show(form);
-    const std::string beforehand = AnswerBeforehand({form.Name, ""}); // it may enable a button
-    const std::vector<Choice> choices = ChoicesOf(form);
-    const auto byEnter = std::find_if(choices.begin(), choices.end(),
-                                      [](const Choice& choice) { return choice.Press->Default; });
+    const std::string beforehand = AnswerBeforehand(form.Name); // it may enable a button
+    const Choices choices = ChoicesOf(form);
+    const auto byEnter =
+        std::ranges::find_if(choices, [](const Choice& choice) { return choice.Press->Default; });
     const Choice* answer = AnswerTo(beforehand, TextOf(form), choices,
                                     static_cast<std::size_t>(byEnter - choices.begin()));
     if (answer && answer->Press->Click)
@@ -135,26 +125,11 @@ void ShowModal(Form& form) {
     form.Visible = false;
 }
 
-bool OpenFileDialog(const std::string&, const std::string&, const std::string&, const std::string&,
-                    std::string&) {
-    return false; // paths stand on the command line
+std::vector<std::string> ChoosePaths(const PathQuestion& /*question*/, std::size_t* /*type*/) {
+    return {}; // paths stand on the command line
 }
 
-bool OpenFilesDialog(const std::string&, const std::string&, const std::string&, const std::string&,
-                     std::vector<std::string>&) {
-    return false;
-}
-
-bool SaveFileDialog(const std::string&, const std::vector<FileType>&, const std::string&,
-                    std::string&, std::size_t&) {
-    return false;
-}
-
-std::string BrowseFolderDialog(const std::string&, const std::string&) {
-    return {};
-}
-
-void PutOnClipboard(const std::string&) {}
+void PutOnClipboard(const std::string& /*text*/) {}
 
 void Beep() {}
 

@@ -21,14 +21,10 @@ void Reset();
 
 // ---- What the program lets the console answer, tell and show -----------------------------------
 
-/// A question: a box, or a form that is shown modally.
-struct Asked {
-    std::string Where; ///< the title of the box, or the name of the form
-    std::string Text;  ///< of the box
-};
-/// The button that answers without asking: of a box by its word ("Yes"), of a form by its name
-/// ("cmdOK"). "": the person is asked; what names no button is answered by what changes nothing.
-std::string AnswerBeforehand(const Asked& asked);
+/// The button that answers a box or a form without asking, by the name of the question or the form:
+/// of a box its word ("Yes"), of a form its name ("cmdOK"). "": the person is asked; what names no
+/// button is answered by what changes nothing.
+std::string AnswerBeforehand(const std::string& question);
 /// A box that asks nothing.
 void TellBox(const std::string& text, Icon icon);
 /// The text that grows, and who gets its lines, each of them once it is final.

@@ -98,7 +98,7 @@ ITaskbarList3* Taskbar() {
 } // namespace
 
 int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title,
-           int defaultButton) {
+           const std::string& /*question*/, int defaultButton) {
     if (Ending())
         return SafeAnswer(buttons);
     constexpr UINT defaults[] = {MB_DEFBUTTON1, MB_DEFBUTTON2, MB_DEFBUTTON3};

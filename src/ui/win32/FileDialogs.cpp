@@ -27,11 +27,10 @@ using namespace win32;
 
 namespace {
 
-enum class Purpose { Open, OpenSeveral, Save, Folder };
 enum class Outcome { Chosen, Cancelled, Unavailable };
 
 struct Question {
-    Purpose For;
+    Choose For;
     std::wstring Title, StartFolder;
     /// Name and pattern of each type of file; none for folders.
     std::vector<std::array<std::wstring, 2>> Types;
@@ -113,7 +112,7 @@ bool TakeResults(IFileDialog& dialog, std::vector<std::wstring>& paths) {
 }
 
 Outcome AskByItemDialog(HWND owner, const Question& question, Choice& choice) {
-    const bool save = question.For == Purpose::Save;
+    const bool save = question.For == Choose::NewFile;
     IFileDialog* dialog = nullptr;
     if (!EnsureCom() || FAILED(CoCreateInstance(save ? CLSID_FileSaveDialog : CLSID_FileOpenDialog,
                                                 nullptr, CLSCTX_INPROC_SERVER,
@@ -124,16 +123,16 @@ Outcome AskByItemDialog(HWND owner, const Question& question, Choice& choice) {
     dialog->GetOptions(&options);
     options |= FOS_FORCEFILESYSTEM | FOS_NOCHANGEDIR | FOS_PATHMUSTEXIST | FOS_DONTADDTORECENT;
     options &= ~static_cast<DWORD>(FOS_OVERWRITEPROMPT);
-    if (question.For == Purpose::Folder)
+    if (question.For == Choose::Folder)
         options |= FOS_PICKFOLDERS;
-    if (question.For == Purpose::OpenSeveral)
+    if (question.For == Choose::Files)
         options |= FOS_ALLOWMULTISELECT;
-    if (question.For == Purpose::Open || question.For == Purpose::OpenSeveral)
+    if (question.For == Choose::File || question.For == Choose::Files)
         // A link is purged as a link, because its target was not chosen.
         options |= FOS_FILEMUSTEXIST | FOS_NODEREFERENCELINKS | FOS_FORCESHOWHIDDEN;
     dialog->SetOptions(options);
     dialog->SetTitle(question.Title.c_str());
-    if (question.For != Purpose::Folder) {
+    if (question.For != Choose::Folder) {
         std::vector<COMDLG_FILTERSPEC> filters;
         for (const auto& [name, pattern] : question.Types)
             filters.push_back({name.c_str(), pattern.c_str()});
@@ -146,8 +145,8 @@ Outcome AskByItemDialog(HWND owner, const Question& question, Choice& choice) {
     const HRESULT shown = dialog->Show(owner);
     Outcome outcome = Outcome::Cancelled;
     if (SUCCEEDED(shown))
-        outcome = (question.For == Purpose::OpenSeveral ? TakeResults(*dialog, choice.Paths)
-                                                        : TakeResult(*dialog, choice.Paths))
+        outcome = (question.For == Choose::Files ? TakeResults(*dialog, choice.Paths)
+                                                 : TakeResult(*dialog, choice.Paths))
                       ? Outcome::Chosen
                       : Outcome::Cancelled;
     else if (shown != HRESULT_FROM_WIN32(ERROR_CANCELLED))
@@ -185,17 +184,17 @@ bool AskByOldDialog(HWND owner, const Question& question, Choice& choice) {
     ask.Flags =
         OFN_EXPLORER | OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_DONTADDTORECENT;
     BOOL chosen = FALSE;
-    if (question.For == Purpose::Save) {
+    if (question.For == Choose::NewFile) {
         ask.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
         chosen = GetSaveFileNameW(&ask);
     } else {
         ask.Flags |= OFN_FILEMUSTEXIST | OFN_NODEREFERENCELINKS;
-        if (question.For == Purpose::OpenSeveral)
+        if (question.For == Choose::Files)
             ask.Flags |= OFN_ALLOWMULTISELECT;
         chosen = GetOpenFileNameW(&ask);
     }
     choice.Type = ask.nFilterIndex;
-    if (chosen && question.For == Purpose::OpenSeveral)
+    if (chosen && question.For == Choose::Files)
         TakeNames(name.c_str(), choice.Paths);
     else if (chosen)
         choice.Paths.emplace_back(name.c_str());
@@ -218,72 +217,33 @@ bool AskByOldFolderDialog(HWND owner, const Question& question, std::vector<std:
     return named != FALSE;
 }
 
-/// `type`: the position of the type chosen, where the caller wants to know.
-bool Ask(const Question& question, std::vector<std::string>& paths, std::size_t* type = nullptr) {
+} // namespace
+
+std::vector<std::string> ChoosePaths(const PathQuestion& asked, std::size_t* type) {
     if (Quitting())
-        return false;
+        return {};
+    Question question{asked.What, Widen(asked.Title), Widen(asked.StartFolder), {}};
+    if (asked.What != Choose::Folder)
+        for (const FileType& each : asked.Types)
+            question.Types.push_back({Widen(each.Name), Widen(each.Pattern)});
     const BoxOpen box(false, IDCANCEL);
     Choice choice;
     const Outcome outcome = AskByItemDialog(box.Owner, question, choice);
     bool chosen = outcome == Outcome::Chosen;
     if (outcome == Outcome::Unavailable)
-        chosen = question.For == Purpose::Folder
+        chosen = question.For == Choose::Folder
                      ? AskByOldFolderDialog(box.Owner, question, choice.Paths)
                      : AskByOldDialog(box.Owner, question, choice);
-    if (chosen) {
-        paths.clear();
-        if (question.Types.size() > 1)
-            TakeSecondExtensionOff(question, choice.Paths.front());
-        for (const std::wstring& answer : choice.Paths)
-            paths.push_back(platform::NarrowPath(answer));
-        if (type)
-            *type = choice.Type - 1;
-    }
-    return chosen;
-}
-
-bool AskForOne(const Question& question, std::string& path, std::size_t* type = nullptr) {
+    if (!chosen)
+        return {};
+    if (question.Types.size() > 1)
+        TakeSecondExtensionOff(question, choice.Paths.front());
+    if (type)
+        *type = choice.Type - 1;
     std::vector<std::string> paths;
-    const bool chosen = Ask(question, paths, type);
-    if (chosen)
-        path = paths.front();
-    return chosen;
-}
-
-} // namespace
-
-bool OpenFileDialog(const std::string& title, const std::string& filterName,
-                    const std::string& filterPattern, const std::string& startFolder,
-                    std::string& path) {
-    return AskForOne({Purpose::Open,
-                      Widen(title),
-                      Widen(startFolder),
-                      {{Widen(filterName), Widen(filterPattern)}}},
-                     path);
-}
-
-bool OpenFilesDialog(const std::string& title, const std::string& filterName,
-                     const std::string& filterPattern, const std::string& startFolder,
-                     std::vector<std::string>& paths) {
-    return Ask({Purpose::OpenSeveral,
-                Widen(title),
-                Widen(startFolder),
-                {{Widen(filterName), Widen(filterPattern)}}},
-               paths);
-}
-
-bool SaveFileDialog(const std::string& title, const std::vector<FileType>& types,
-                    const std::string& startFolder, std::string& path, std::size_t& type) {
-    Question question{Purpose::Save, Widen(title), Widen(startFolder), {}};
-    for (const FileType& each : types)
-        question.Types.push_back({Widen(each.Name), Widen(each.Pattern)});
-    return AskForOne(question, path, &type);
-}
-
-std::string BrowseFolderDialog(const std::string& title, const std::string& startFolder) {
-    std::string path;
-    AskForOne({Purpose::Folder, Widen(title), Widen(startFolder), {}}, path);
-    return path;
+    for (const std::wstring& path : choice.Paths)
+        paths.push_back(platform::NarrowPath(path));
+    return paths;
 }
 
 } // namespace ui
