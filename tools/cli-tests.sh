@@ -148,7 +148,7 @@ if [ -n "${NW_SMALL_DRIVE-}" ]; then
     cd "$folder"
     expect 0 speed T: -o speed.txt < /dev/null
     cd "$top"
-    grep -q "The purge speed is approximately" "$folder/speed.txt" || complain "The report of a test is not there."
+    grep -q "MB/sec for one overwrite" "$folder/speed.txt" || complain "The report of a test is not there."
     expect 0 free-space 't:\' --yes --passes 1 < /dev/null
     told "The free space has been purged."
     interrupted 'ls "$small"/_nw_dummy*' 1 free-space T: -y -t both -n 5

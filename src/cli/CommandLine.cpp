@@ -76,13 +76,14 @@ std::string CommandText(const Command& command) {
     return text + Row("    --", 28, "ends the options");
 }
 
-std::string SeeHelp(const CommandLine& line) {
-    return " See: nullwright-cli help" + (line.strCommand.empty() ? "" : " " + line.strCommand);
+std::string SeeHelp() {
+    const std::string& strCommand = given.strCommand;
+    return " See: nullwright-cli help" + (strCommand.empty() ? "" : " " + strCommand);
 }
 
 /// "-n 3", "--passes 3", "--passes=3". Takes the value from `next` on.
-std::string TakeOption(CommandLine& line, const std::string& argument,
-                       const std::vector<std::string>& arguments, std::size_t& next) {
+std::string TakeOption(const std::string& argument, const std::vector<std::string>& arguments,
+                       std::size_t& next) {
     const std::size_t equals = argument.find('=');
     const bool blnEquals = equals != std::string::npos;
     const std::string name = argument.substr(0, equals);
@@ -91,8 +92,8 @@ std::string TakeOption(CommandLine& line, const std::string& argument,
                (one.chrShort != 0 && name == std::string{'-', one.chrShort});
     });
     if (option == std::end(options))
-        return "There is no option " + name + "." + SeeHelp(line);
-    std::vector<std::string>& values = line.options[option->strName];
+        return "There is no option " + name + "." + SeeHelp();
+    std::vector<std::string>& values = given.options[option->strName];
     if (*option->strValue == '\0')
         return blnEquals ? name + " takes no value." : "";
     if (!blnEquals && next == arguments.size())
@@ -104,16 +105,19 @@ std::string TakeOption(CommandLine& line, const std::string& argument,
                                                                           : "";
 }
 
-std::string Check(const CommandLine& line, const Command& command) {
+std::string Check(const Command& command) {
+    const CommandLine& line = given;
     for (const Option& option : options)
         if (line.Has(option.strName) && !option.BelongsTo(command.strName))
             return std::string("--") + option.strName + " is no option of " + command.strName +
-                   "." + SeeHelp(line);
+                   "." + SeeHelp();
     const std::size_t count = line.arguments.size() + (line.Has("from") ? 1 : 0);
     const bool blnMayBeNone = command.takes == Takes::Nothing || command.takes == Takes::Word;
     const std::size_t most = command.takes == Takes::Nothing ? 0 : 1;
     if ((count == 0 && !blnMayBeNone) || (count > most && command.takes != Takes::Paths))
-        return "That should be: nullwright-cli " + Usage(command) + "." + SeeHelp(line);
+        return "That should be: nullwright-cli " + Usage(command) + "." + SeeHelp();
+    if (command.takes == Takes::Word && count == 1 && HelpText(line.arguments[0]).empty())
+        return "There is no command " + line.arguments[0] + ". See: nullwright-cli help";
     if (line.Of("files").find_first_of("\\/:") != std::string::npos)
         return "--files is a name or a pattern, without a folder: " + line.Of("files") + ".";
     return command.takes == Takes::SetupFile && !line.Has("files")
@@ -137,22 +141,25 @@ const Command* FindCommand(const std::string& strName) {
 }
 
 std::string HelpText(const std::string& strOf) {
-    const std::string strExitCodes = "Exit codes:\r\n" + ExitCodesText();
+    std::string strExit = "Exit codes:\r\n";
+    for (std::size_t code = 0; code < std::size(strExitCodes); ++code)
+        strExit += Row(std::to_string(code), 3, strExitCodes[code]);
     if (strOf == "questions")
         return QuestionsText();
     if (strOf == "exit")
-        return strExitCodes;
+        return strExit;
     if (const Command* command = FindCommand(strOf))
         return CommandText(*command);
     std::string text = "Nullwright " NW_VERSION ": destroys data beyond recovery.\r\n\r\n"
                        "nullwright-cli COMMAND\r\n";
     for (const Command& command : commands)
         text += Row(Usage(command), 20, command.strHelp);
-    text += "\r\nOptions of a command: nullwright-cli help COMMAND\r\n" + strExitCodes;
+    text += "\r\nOptions of a command: nullwright-cli help COMMAND\r\n" + strExit;
     return strOf.empty() ? text : "";
 }
 
-std::string ReadCommandLine(const std::vector<std::string>& arguments, CommandLine& line) {
+std::string ReadCommandLine(const std::vector<std::string>& arguments) {
+    CommandLine& line = given = {};
     bool blnOptions = true;
     for (std::size_t next = 0; next < arguments.size();) {
         const std::string argument =
@@ -161,7 +168,7 @@ std::string ReadCommandLine(const std::vector<std::string>& arguments, CommandLi
         if (blnOptions && argument == "--") {
             blnOptions = false;
         } else if (blnOptions && argument.size() > 1 && argument[0] == '-') {
-            const std::string wrong = TakeOption(line, argument, arguments, next);
+            const std::string wrong = TakeOption(argument, arguments, next);
             if (!wrong.empty())
                 return wrong;
         } else {
@@ -175,8 +182,7 @@ std::string ReadCommandLine(const std::vector<std::string>& arguments, CommandLi
         line.strCommand = "help";
     }
     if (const Command* command = FindCommand(line.strCommand))
-        return Check(line, *command);
+        return Check(*command);
     const std::string unknown = std::exchange(line.strCommand, "");
-    return (unknown.empty() ? "No command." : "There is no command " + unknown + ".") +
-           SeeHelp(line);
+    return (unknown.empty() ? "No command." : "There is no command " + unknown + ".") + SeeHelp();
 }

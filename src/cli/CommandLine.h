@@ -21,6 +21,7 @@ struct CommandLine {
         return Has(strOption) ? options.at(strOption).front() : "";
     }
 };
+inline CommandLine given; ///< to this run of the program
 
 /// What a command is given: no path, any number of them, one drive, one file, or a word.
 enum class Takes { Nothing, Paths, Drive, SetupFile, Word };
@@ -48,5 +49,5 @@ struct Option {
 /// The help of a command, of "questions" or "exit", or of the whole for ""; "" for any other word.
 std::string HelpText(const std::string& strOf);
 
-/// Reads the command line. "" or what is wrong with it, in one line.
-std::string ReadCommandLine(const std::vector<std::string>& arguments, CommandLine& line);
+/// Reads the arguments into given. "" or what is wrong with them, in one line.
+std::string ReadCommandLine(const std::vector<std::string>& arguments);

@@ -1,6 +1,7 @@
 // What a command came to: its words on the streams, its report file, its exit code.
 #include "cli/Outcome.h"
 
+#include "cli/CommandLine.h"
 #include "cli/Questions.h"
 #include "report/frmReport.h"
 #include "report/run/Run.h"
@@ -19,8 +20,6 @@
 namespace {
 
 struct {
-    const CommandLine* line = nullptr;
-    bool blnAttended = false;
     bool blnComplained = false;
     std::size_t lngRecordsPrinted = 0;
 } told;
@@ -48,22 +47,19 @@ void PrintRecords() {
 
 } // namespace
 
-std::string ExitCodesText() {
-    return "  0  all was done\r\n  1  something was not purged\r\n"
-           "  2  wrong usage, or refused: nothing was touched\r\n"
-           "  3  stopped: by Ctrl+C, by an answer, or as nobody took the output\r\n"
-           "  4  a drive or the program failed\r\n";
+void BeginTelling() {
+    told = {};
 }
 
-void BeginTelling(const CommandLine& line, bool blnAttended) {
-    told = {&line, blnAttended};
+bool IsAttended() {
+    using namespace ui::console;
+    return !given.Has("yes") && IsTerminal(Stream::In) && IsTerminal(Stream::Error);
 }
 
-void TellError(const std::string& strLine) {
-    if (strLine.empty())
-        return;
+bool TellError(const std::string& strLine) {
     told.blnComplained = true;
     ui::console::PrintError("nullwright-cli: " + strLine + "\r\n");
+    return false;
 }
 
 bool HasComplained() {
@@ -75,13 +71,13 @@ int EndTelling() {
     if (!frmReport.txbText.Text.empty() && !frmReport.txbText.Text.ends_with('\n'))
         ui::console::TakeLines("\r\n");
     TellOnce(frmMain.lblLargePurgeMessage.Caption);
-    if (told.line->Has("json") && !currentRun.Request.strTitle.empty()) {
+    if (given.Has("json") && !currentRun.Request.strTitle.empty()) {
         PrintRecords();
         ui::console::Print(JsonOfRun() + "\n");
-    } else if (told.line->Has("quiet")) {
+    } else if (given.Has("quiet")) {
         ui::console::PrintError(FailuresText(std::numeric_limits<std::size_t>::max()));
     }
-    const std::string strReport = told.line->Of("report");
+    const std::string strReport = given.Of("report");
     const bool blnJson = strReport.ends_with(".json");
     if (!strReport.empty() &&
         Failed(WriteLongTextFile(strReport, blnJson ? WriteReportAsJson : WriteReportAsText))) {
@@ -94,14 +90,14 @@ int EndTelling() {
         return SomethingIsLeft() ? ExitLeft : ExitDone;
     // What has not begun was refused, unless a person, or a stop, did not let it.
     const bool blnRefused = currentRun.State == RunState::Idle && !ui::console::StopWanted() &&
-                            (told.blnComplained || !told.blnAttended);
+                            (told.blnComplained || !IsAttended());
     return blnRefused ? ExitRefused : ExitStopped;
 }
 
 namespace ui::console {
 
 std::string AnswerBeforehand(const std::string& question) {
-    return Ending() ? "none" : AnswerOf(question, *told.line, told.blnAttended);
+    return Ending() ? "none" : AnswerOf(question, IsAttended());
 }
 
 void TellBox(const std::string& strText, ui::Icon icon) {
@@ -116,14 +112,14 @@ const std::string& Report() {
 }
 
 void TakeLines(const std::string& lines) {
-    if (!told.line->Has("quiet") && !told.line->Has("json"))
+    if (!given.Has("quiet") && !given.Has("json"))
         Print(lines);
 }
 
 std::string Sync() {
-    if (told.line->Has("json"))
+    if (given.Has("json"))
         PrintRecords();
-    if (told.line->Has("quiet") || !IsTerminal(Stream::Error))
+    if (given.Has("quiet") || !IsTerminal(Stream::Error))
         return {};
     if (!frmMain.lblStatus.Caption.empty())
         return frmMain.lblStatus.Caption + "  " + frmMain.lblEstimatedTime.Caption;

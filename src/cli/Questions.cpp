@@ -2,6 +2,7 @@
 // unless the command itself or an option says otherwise.
 #include "cli/Questions.h"
 
+#include "cli/CommandLine.h"
 #include "platform/System.h"
 #include "selection/frmDrives.h"
 #include "selection/frmSubfolders.h"
@@ -20,18 +21,18 @@ void Check(ui::CheckBox& box, bool blnChecked) {
     box.Click();
 }
 
-bool FillPurgeOptions(const CommandLine& line) {
+bool FillPurgeOptions() {
     // In the order of the boxes. The first one keeps the files: its click comes before --keep.
     for (const OptionBox& option : PurgeOptionBoxes())
-        Check(*option.Box, line.Has(option.strName));
+        Check(*option.Box, given.Has(option.strName));
     for (const OptionBox& option : FurtherOptions())
-        Check(*option.Box, line.Has(option.strName));
+        Check(*option.Box, given.Has(option.strName));
     return true;
 }
 
-bool FillDrive(const CommandLine& line) {
+bool FillDrive() {
     ui::ListBox& list = frmDrives.lstDrives;
-    const auto found = std::ranges::find(list.Items, line.chrDrive, &ui::ListItem::Data);
+    const auto found = std::ranges::find(list.Items, given.chrDrive, &ui::ListItem::Data);
     if (found == list.Items.end())
         return false;
     list.ListIndex = static_cast<int>(found - list.Items.begin());
@@ -39,9 +40,9 @@ bool FillDrive(const CommandLine& line) {
     return true;
 }
 
-bool FillExcluded(const CommandLine& line) {
+bool FillExcluded() {
     std::set<std::string> kept;
-    for (const std::string& strName : line.options.at("exclude"))
+    for (const std::string& strName : given.options.at("exclude"))
         kept.insert(platform::UpperCase(strName));
     for (std::size_t i = 0; i < frmSubfolders.strNames.size(); ++i)
         frmSubfolders.lstSubfolders.Items[i].Selected =
@@ -49,14 +50,11 @@ bool FillExcluded(const CommandLine& line) {
     return kept.empty(); // what is not there cannot be kept
 }
 
-bool Always(const CommandLine&) {
-    return true;
-}
+constexpr const char* strAsSaid = "as the command line says";
 
 constexpr Question questions[] = {
-    {"list names", "whether to list names, too", "Yes", "yes", "", "", "", Always},
-    {"frmPurgeConfirmation", "the purge options", "cmdDoPurge", "as the command line says", "", "",
-     "", FillPurgeOptions},
+    {"list names", "whether to list names, too", "Yes", "yes", [] { return true; }},
+    {"frmPurgeConfirmation", "the purge options", "cmdDoPurge", strAsSaid, FillPurgeOptions},
     {"purge files", "whether to purge", "Yes", "yes: the files are purged"},
     {"frmAntiVirusQuery", "whether anti-virus software is active", "cmdNo",
      "no: no advice is given"},
@@ -66,11 +64,11 @@ constexpr Question questions[] = {
     {"sensitive file", "programs and their parts", "No",
      "they stay; with --sensitive they are purged unasked"},
     {"other names", "files with other names", "No", "they stay"},
-    {"frmDrives", "the drive", "cmdOK", "as the command line says", "", "", "", FillDrive},
+    {"frmDrives", "the drive", "cmdOK", strAsSaid, FillDrive},
     {"left dummies", "dummy files of a broken-off run", "Yes",
      "they are deleted: they hold nothing but what Nullwright wrote"},
-    {"drive of Windows", "the free space of the drive of Windows", "Cancel", "it stays", "system",
-     "OK", "it is purged"},
+    {"drive of Windows", "the free space of the drive of Windows", "Cancel", "it stays", nullptr,
+     "system", "OK", "it is purged"},
     {"fill", "to begin to fill the free space", "OK"},
     {"purge dummies", "to purge what was filled with null bytes", "OK"},
     {"failed dummy", "to go on when a dummy file was not purged", "Yes", "yes; exit code 1"},
@@ -84,14 +82,13 @@ constexpr Question questions[] = {
     {"disk estimate", "to go on with that estimate of the time", "OK"},
     {"no estimate", "to go on without an estimate", "OK"},
     {"disk steps", "to begin the steps of a disk purge", "OK"},
-    {"keep top files", "to keep the files at the top of a disk", "No", "they are purged",
+    {"keep top files", "to keep the files at the top of a disk", "No", "they are purged", nullptr,
      "exclude .", "Yes", "they stay"},
-    {"keep folders", "to keep folders of a disk", "No", "all are purged", "exclude", "Yes",
+    {"keep folders", "to keep folders of a disk", "No", "all are purged", nullptr, "exclude", "Yes",
      "those that it names stay"},
-    {"frmSubfolders", "the folders to be kept", "cmdOK", "as the command line says", "", "", "",
-     FillExcluded},
+    {"frmSubfolders", "the folders to be kept", "cmdOK", strAsSaid, FillExcluded},
     {"folders of Windows", "to purge WINDOWS and Program Files, too", "Cancel", "the command ends",
-     "system", "Yes", "they are purged"},
+     nullptr, "system", "Yes", "they are purged"},
     {"no interruption", "to purge a disk without further questions", "Yes"},
     {"files of disk", "the files of a disk, after its free space", "Cancel", "they stay"},
     {"report", "to see the report of a disk", "No", "no: it was told as it grew"},
@@ -120,11 +117,11 @@ const Question* QuestionOf(const std::string& strName) {
     return found == std::end(questions) ? nullptr : found;
 }
 
-std::string AnswerOf(const std::string& strName, const CommandLine& line, bool blnAttended) {
+std::string AnswerOf(const std::string& strName, bool blnAttended) {
     const Question* row = QuestionOf(strName);
-    if (row != nullptr && row->fill != nullptr)
-        return row->fill(line) ? row->strAnswer : "none";
-    if (row != nullptr && line.Has(row->strOption))
-        return row->strOptionAnswer;
-    return blnAttended ? "" : row == nullptr ? "none" : row->strAnswer;
+    if (row == nullptr)
+        return blnAttended ? "" : "none";
+    if (row->fill != nullptr)
+        return row->fill() ? row->strAnswer : "none";
+    return given.Has(row->strOption) ? row->strOptionAnswer : blnAttended ? "" : row->strAnswer;
 }

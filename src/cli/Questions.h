@@ -2,8 +2,6 @@
 // the run, for the help and for the tests.
 #pragma once
 
-#include "cli/CommandLine.h"
-
 #include <span>
 #include <string>
 
@@ -12,13 +10,13 @@ struct Question {
     const char* strAsks;          ///< for the help
     const char* strAnswer;        ///< the button: "Yes", of a form "cmdOK"
     const char* strMeans = "yes"; ///< for the help: the answer in words
+    /// The command line answers it, at a terminal, too: sets the fields of the form. False: they
+    /// cannot be set as it says, and the answer is what changes nothing.
+    bool (*fill)() = nullptr;
     /// With this option the other button is the answer, at a terminal, too.
     const char* strOption = "";
     const char* strOptionAnswer = "";
     const char* strOptionMeans = "";
-    /// The command line answers it, at a terminal, too: sets the fields of the form. False: they
-    /// cannot be set as it says, and the answer is what changes nothing.
-    bool (*fill)(const CommandLine& line) = nullptr;
 };
 std::span<const Question> Questions();
 /// The table as the help prints it.
@@ -28,4 +26,4 @@ std::string QuestionsText();
 const Question* QuestionOf(const std::string& strName);
 /// The button that answers a question of a command; "" for whoever sits at the terminal, "none" for
 /// what changes nothing.
-std::string AnswerOf(const std::string& strName, const CommandLine& line, bool blnAttended);
+std::string AnswerOf(const std::string& strName, bool blnAttended);

@@ -32,13 +32,10 @@
 
 namespace {
 
-using ui::console::IsTerminal;
-using ui::console::Stream;
-
 /// Some millions of paths.
 constexpr std::size_t lngMaxList = 256 * 1024 * 1024;
 
-/// Adds paths, each in a line or ended by NUL. "" or what is wrong with the list.
+/// Adds the paths of a list, each in a line or ended by NUL. "" or what is wrong with it.
 std::string ReadList(const std::string& strFrom, std::vector<std::string>& paths) {
     std::string text;
     if (strFrom == "-" ? !ui::console::ReadInput(text, lngMaxList)
@@ -63,39 +60,40 @@ std::string ReadList(const std::string& strFrom, std::vector<std::string>& paths
     return paths.size() > before ? "" : "names no path.";
 }
 
-/// Makes the paths full, before the current folder changes: those of the command, with the list
-/// that --from names, if the command takes paths, and the report's. "" or what is wrong.
-std::string CompletePaths(CommandLine& line, bool blnPaths) {
-    if (line.Has("report")) {
-        std::string& strReport = line.options["report"].front();
-        strReport = platform::FullPath(strReport);
-        if (!platform::FolderExists(FolderPartOf(strReport)))
-            return "There is no folder for the report " + strReport + ".";
-    }
-    if (line.Has("from"))
-        if (const std::string wrong = ReadList(line.Of("from"), line.arguments); !wrong.empty())
-            return "--from " + line.Of("from") + " " + wrong;
-    const bool blnAlone = line.arguments.size() == 1 && !line.Has("files");
-    for (std::string& path : line.arguments) {
-        if (!blnPaths)
+/// Makes the paths of the command, with those of a list, and the report's full, before the current
+/// folder changes. False, with a message, for what is none.
+bool CompletePaths(const Command& command) {
+    const std::string strReport = platform::FullPath(given.Of("report"));
+    if (given.Has("report") && !platform::FolderExists(FolderPartOf(strReport)))
+        return TellError("There is no folder for the report " + strReport + ".");
+    if (given.Has("report"))
+        given.options["report"] = {strReport};
+    if (given.Has("from"))
+        if (const std::string wrong = ReadList(given.Of("from"), given.arguments); !wrong.empty())
+            return TellError("--from " + given.Of("from") + " " + wrong);
+    const bool blnAlone = given.arguments.size() == 1 && !given.Has("files");
+    for (std::string& path : given.arguments) {
+        if (command.takes == Takes::Drive)
             continue;
         if (path.empty() || (path.size() == 2 && path[1] == ':'))
-            return "\"" + path + "\" is no path: D:\\ is a drive, D:. its current folder.";
+            return TellError("\"" + path +
+                             "\" is no path: D:\\ is a drive, D:. its current folder.");
         if (!blnAlone && IsWildcard(FileNameOf(path)))
-            return path + " is a pattern, which stands alone. Of several folders: --files SPEC.";
+            return TellError(
+                path + " is a pattern, which stands alone. Of several folders: --files SPEC.");
         path = platform::FullPath(path);
     }
-    return {};
+    return true;
 }
 
 /// Specifies what the paths name as the main window does. False, with a message, when one of them
 /// is not there or cannot be purged where it is.
-bool TakePaths(const CommandLine& line) {
-    const std::string strFiles = line.Has("files") ? line.Of("files") : "*.*";
-    if (line.arguments.size() > 1)
-        return ChooseItems(line.arguments, strFiles) && !HasComplained(); // all of them, or none
+bool TakePaths() {
+    const std::string strFiles = given.Has("files") ? given.Of("files") : "*.*";
+    if (given.arguments.size() > 1)
+        return ChooseItems(given.arguments, strFiles) && !HasComplained(); // all of them, or none
     ForgetChosenItems();
-    std::string path = line.arguments.front();
+    std::string path = given.arguments.front();
     const std::string name = FileNameOf(path);
     if (IsWildcard(name))
         path = FolderPartOf(path);
@@ -112,77 +110,75 @@ bool TakePaths(const CommandLine& line) {
     return !HasComplained();
 }
 
-/// Type and passes into the dialog that holds them. "" or what its lists do not have.
-std::string TakeTypeAndPasses(const CommandLine& line) {
-    const auto type = std::ranges::find(purgeTypes, line.Of("type"), &PurgeType::strWord);
+/// Type and passes into the dialog that holds them. False, with a message, for what its lists do
+/// not have.
+bool TakeTypeAndPasses() {
+    const auto type = std::ranges::find(purgeTypes, given.Of("type"), &PurgeType::strWord);
     if (type != std::end(purgeTypes))
         ui::SelectOption(frmTypeOfPurge.optPurgeType,
                          static_cast<std::size_t>(type - std::begin(purgeTypes)));
-    else if (line.Has("type"))
-        return "--type is random, patterns or both, not " + line.Of("type") + ".";
+    else if (given.Has("type"))
+        return TellError("--type is random, patterns or both, not " + given.Of("type") + ".");
     ui::ComboBox& list = frmTypeOfPurge.cboNumberOfPasses[GetPurgeType()];
-    const auto passes = std::ranges::find(list.Items, line.Of("passes"), &ui::ListItem::Text);
+    const auto passes = std::ranges::find(list.Items, given.Of("passes"), &ui::ListItem::Text);
     if (passes != list.Items.end())
         list.ListIndex = static_cast<int>(passes - list.Items.begin());
-    else if (line.Has("passes"))
-        return "--passes is a number from 1 to " + list.Items.back().Text +
-               " with this type of purge, not " + line.Of("passes") + ".";
-    return {};
+    return passes != list.Items.end() || !given.Has("passes") ||
+           TellError("--passes is a number from 1 to " + list.Items.back().Text +
+                     " with this type of purge, not " + given.Of("passes") + ".");
 }
 
-/// The drive is there, and the folders that are to be kept are on it. "" or what is wrong.
-std::string TakeDrive(CommandLine& line) {
-    const std::string& text = line.arguments[0];
+/// False, with a message: the drive is not there, or the folders that are to be kept are not on it.
+bool TakeDrive() {
+    const std::string& text = given.arguments[0];
     const std::string rest = text.empty() ? "none" : text.substr(1);
     if (rest.empty() || rest == ":" || rest == ":\\")
-        line.chrDrive = DriveLetterOf(text.substr(0, 1) + ":");
-    if (line.chrDrive == 0)
-        return text + " is no drive. It should be a letter, such as D:.";
-    const std::string strDrive(1, line.chrDrive);
-    if (platform::DriveLetters().find(line.chrDrive) == std::string::npos)
-        return "There is no drive " + strDrive + ":.";
-    std::vector<std::string> kept = line.options["exclude"];
+        given.chrDrive = DriveLetterOf(text.substr(0, 1) + ":");
+    if (given.chrDrive == 0)
+        return TellError(text + " is no drive. It should be a letter, such as D:.");
+    const std::string strDrive(1, given.chrDrive);
+    if (platform::DriveLetters().find(given.chrDrive) == std::string::npos)
+        return TellError("There is no drive " + strDrive + ":.");
+    if (!given.Has("exclude"))
+        return true;
+    std::vector<std::string>& kept = given.options["exclude"];
     if (std::erase(kept, ".") > 0)
-        line.options["exclude ."];
-    line.options["exclude"] = kept;
-    if (kept.empty())
-        line.options.erase("exclude");
+        given.options["exclude ."];
     for (const std::string& strName : kept) {
         if (strName.find_first_of("\\/:") != std::string::npos)
-            return "--exclude takes the name of a top-level folder, not " + strName + ".";
+            return TellError("--exclude takes the name of a top-level folder, not " + strName +
+                             ".");
         if (!platform::FolderExists(strDrive + ":\\" + strName))
-            return "There is no folder " + strDrive + ":\\" + strName + " to be kept.";
+            return TellError("There is no folder " + strDrive + ":\\" + strName + " to be kept.");
     }
-    return {};
+    if (kept.empty())
+        given.options.erase("exclude");
+    return true;
 }
 
-/// What a setup file says, and what it does not. "" or what is wrong.
-std::string TakeSetup(CommandLine& line) {
-    LoadSetupFromFile(line.arguments.front());
+/// What a setup file says, and what it does not. False, with a message, when it does not serve.
+bool TakeSetup() {
+    LoadSetupFromFile(given.arguments.front());
     if (frmPurgeConfirmation.chkPurgeSlackOnly.Value == 1)
-        line.options["slack-only"]; // the dialog switches it off; nobody would see that
-    strFilespec = line.Of("files");
+        given.options["slack-only"]; // the dialog switches it off; nobody would see that
+    strFilespec = given.Of("files");
     blnMultipleFiles = true;
-    return strDirPath.empty() && !HasComplained() ? "The setup names no folder." : "";
+    return !HasComplained() && (!strDirPath.empty() || TellError("The setup names no folder."));
 }
 
-int Perform(CommandLine& line, const Command& command, bool blnAttended) {
+int Perform(const Command& command) {
     PrepareProgram();
     lngReportLimit = std::numeric_limits<std::size_t>::max(); // it is told as it grows
-    BeginTelling(line, blnAttended); // what start-up complained of is not the command's
-    TellError(command.takes == Takes::Drive       ? TakeDrive(line)
-              : command.takes == Takes::SetupFile ? TakeSetup(line)
-                                                  : "");
-    if (!HasComplained())
-        TellError(TakeTypeAndPasses(line));
-    if (HasComplained())
+    BeginTelling(); // what start-up complained of is not the command's
+    if ((command.takes == Takes::Drive && !TakeDrive()) ||
+        (command.takes == Takes::SetupFile && !TakeSetup()) || !TakeTypeAndPasses())
         return ExitRefused;
     if (command.onDrive != nullptr) {
         // As if these had been accepted with the options of a purge.
-        purgeOptions = {line.Has("verify"), line.Has("names")};
+        purgeOptions = {given.Has("verify"), given.Has("names")};
         command.onDrive();
-    } else if (command.takes == Takes::SetupFile || TakePaths(line)) {
-        blnSubdirectories = blnSubdirectories || line.Has("subfolders");
+    } else if (command.takes == Takes::SetupFile || TakePaths()) {
+        blnSubdirectories = blnSubdirectories || given.Has("subfolders");
         cmdProcessFiles_Click(command.blnDestroys ? 1 : 0);
     }
     return EndTelling();
@@ -191,28 +187,22 @@ int Perform(CommandLine& line, const Command& command, bool blnAttended) {
 } // namespace
 
 int RunCommand(const std::vector<std::string>& arguments) {
-    CommandLine line;
-    std::string wrong = ReadCommandLine(arguments, line), text;
-    const bool blnAttended =
-        !line.Has("yes") && IsTerminal(Stream::In) && IsTerminal(Stream::Error);
-    BeginTelling(line, blnAttended);
-    const Command* command = FindCommand(line.strCommand);
-    if (wrong.empty() && command->takes == Takes::Nothing) {
-        text = "Nullwright " NW_VERSION "\r\n";
-    } else if (wrong.empty() && command->takes == Takes::Word) {
-        text = HelpText(line.arguments.empty() ? "" : line.arguments[0]);
-        if (text.empty())
-            wrong = "There is no command " + line.arguments[0] + ". See: nullwright-cli help";
-    } else if (wrong.empty()) {
-        wrong = command->blnDestroys && !line.Has("yes") && !blnAttended
-                    ? "There is no terminal to ask at. To go on without questions: --yes."
-                    : CompletePaths(line, command->takes != Takes::Drive);
+    const std::string wrong = ReadCommandLine(arguments);
+    const Command* command = FindCommand(given.strCommand);
+    BeginTelling();
+    if (!wrong.empty()) {
+        TellError(wrong);
+    } else if (command->takes == Takes::Nothing) {
+        ui::console::Print("Nullwright " NW_VERSION "\r\n");
+        return ExitDone;
+    } else if (command->takes == Takes::Word) {
+        ui::console::Print(HelpText(given.arguments.empty() ? "" : given.arguments[0]));
+        return ExitDone;
+    } else if (command->blnDestroys && !given.Has("yes") && !IsAttended()) {
+        TellError("There is no terminal to ask at. To go on without questions: --yes.");
+    } else if (CompletePaths(*command) && !ui::console::StopWanted()) {
+        return Perform(*command);
     }
-    if (ui::console::StopWanted()) // the list may not have come to its end
-        return ExitStopped;
-    TellError(wrong);
-    ui::console::Print(text);
-    return !wrong.empty()  ? ExitRefused
-           : !text.empty() ? ExitDone
-                           : Perform(line, *command, blnAttended);
+    // A stop may have ended a list before its end.
+    return ui::console::StopWanted() ? ExitStopped : ExitRefused;
 }

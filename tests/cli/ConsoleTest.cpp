@@ -1,5 +1,6 @@
 // The console program over the fakes: whole command lines, what they ask, tell and come to.
 #include "ui/console/Console.h"
+#include "cli/CommandLine.h"
 #include "cli/Questions.h"
 #include "cli/RunCommand.h"
 #include "fakes/FakePlatform.h"
@@ -316,13 +317,13 @@ TEST_F(ConsoleTest, Drives) {
 
 // The table is what the help prints and what is answered; what is not in it destroys nothing.
 TEST_F(ConsoleTest, Questions) {
-    const CommandLine line;
+    given = {};
     for (const Question& row : Questions()) {
         EXPECT_NE(std::string::npos, HelpText("questions").find(row.strMeans)) << row.strAsks;
         EXPECT_EQ(&row, QuestionOf(row.strName)) << row.strAsks;
         if (row.fill == nullptr) {
-            EXPECT_EQ(row.strAnswer, AnswerOf(row.strName, line, false));
-            EXPECT_EQ("", AnswerOf(row.strName, line, true));
+            EXPECT_EQ(row.strAnswer, AnswerOf(row.strName, false));
+            EXPECT_EQ("", AnswerOf(row.strName, true));
         }
     }
     for (const Command& command : Commands()) // fits 80 columns

@@ -33,28 +33,11 @@ bool IsUsable(const Control& control) {
            (!control.Container || IsUsable(*control.Container));
 }
 
-Choices ChoicesOf(Form& form) {
-    Choices choices;
-    for (Control* control : form.Controls)
-        if (control->Kind == ControlKind::Button && IsUsable(*control))
-            choices.push_back({control->Caption, control->Name, 0, static_cast<Button*>(control)});
-    return choices;
-}
-
-std::string TextOf(const Form& form) {
-    std::string text = form.Caption;
-    for (const Control* control : form.Controls)
-        if (control->Kind == ControlKind::Label && IsUsable(*control) && !control->Caption.empty())
-            text += "\r\n" + control->Caption;
-    return text;
-}
-
 /// The first choice that begins with what was typed, in either case.
 std::size_t Typed(const Choices& choices, const std::string& line) {
     const auto isSame = [](char a, char b) { return (a | 0x20) == (b | 0x20); };
     const auto begins = [&](const Choice& choice) {
-        return line.size() <= choice.Word.size() &&
-               std::equal(line.begin(), line.end(), choice.Word.begin(), isSame);
+        return std::ranges::mismatch(line, choice.Word, isSame).in1 == line.end();
     };
     return static_cast<std::size_t>(std::ranges::find_if(choices, begins) - choices.begin());
 }
@@ -64,8 +47,8 @@ std::size_t Typed(const Choices& choices, const std::string& line) {
 const Choice* Ask(const std::string& text, const Choices& choices, std::size_t first) {
     std::string prompt, line;
     for (const Choice& choice : choices)
-        prompt += (prompt.empty() ? "" : ", ") + std::to_string(&choice - choices.data() + 1) +
-                  " " + choice.Word;
+        prompt += std::to_string(&choice - choices.data() + 1) + " " + choice.Word + ", ";
+    prompt.resize(prompt.size() - 2);
     prompt += first < choices.size() ? " (Enter: " + choices[first].Word + "): " : ": ";
     PrintRest();
     PrintError("\r\n" + text + "\r\n");
@@ -113,11 +96,17 @@ void ShowModal(Form& form) {
     if (!Ending())
         Show(form);
     const std::string beforehand = AnswerBeforehand(form.Name); // it may enable a button
-    const Choices choices = ChoicesOf(form);
+    std::string text = form.Caption;
+    Choices choices;
+    for (Control* control : form.Controls)
+        if (control->Kind == ControlKind::Button && IsUsable(*control))
+            choices.push_back({control->Caption, control->Name, 0, static_cast<Button*>(control)});
+        else if (control->Kind == ControlKind::Label && IsUsable(*control))
+            text += (control->Caption.empty() ? "" : "\r\n") + control->Caption;
     const auto byEnter =
         std::ranges::find_if(choices, [](const Choice& choice) { return choice.Press->Default; });
-    const Choice* answer = AnswerTo(beforehand, TextOf(form), choices,
-                                    static_cast<std::size_t>(byEnter - choices.begin()));
+    const Choice* answer =
+        AnswerTo(beforehand, text, choices, static_cast<std::size_t>(byEnter - choices.begin()));
     if (answer && answer->Press->Click)
         answer->Press->Click();
     else if (form.Close)

@@ -27,9 +27,7 @@ struct {
 /// Over what stands there, cut to the width of a terminal.
 void ShowProgressLine(std::string text) {
     while (UnitsOf(text) > lngProgressWidth)
-        do
-            text.pop_back();
-        while ((static_cast<unsigned char>(text.back()) & 0xC0) == 0x80);
+        text.pop_back(); // a character counts at its first byte, so none is cut through
     if (text == state.Progress)
         return;
     const std::size_t before = UnitsOf(state.Progress), now = UnitsOf(text);
@@ -127,10 +125,6 @@ void Repaint(Form& /*form*/) {
 void KeepOnScreen(Form& /*form*/) {}
 
 void ShowTaskbarProgress(Form& /*form*/, double /*fraction*/, bool /*paused*/) {}
-
-int RunMessageLoop() {
-    return 0;
-}
 
 void EndProgram() {}
 
