@@ -8,6 +8,7 @@
 #include "engine/OverwriteName.h"
 #include "platform/Files.h"
 #include "report/run/FileGroup.h"
+#include "report/run/PurgeWalk.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunJob.h"
 #include "report/run/RunRecords.h"
@@ -194,7 +195,7 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
     walk.onUnread = [&](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
     if (!loop.blnCounting && currentRun.Request.How.Options.OverwriteNames)
         walk.onFolderDone = [](const std::string& strFound) {
-            TellInReport(FillIndexOf(strFound));
+            TellBetweenFiles(FillIndexOf(strFound), true);
         };
     walk.onStop = walk.onTurn = [&](const std::string& strPath) {
         ui::DoEvents();

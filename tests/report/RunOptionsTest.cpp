@@ -5,6 +5,12 @@
 
 namespace {
 
+std::string Saved(bool (*write)(const PutText&)) {
+    std::string text;
+    write([&](const std::string& piece) { return !(text += piece).empty(); });
+    return RunTest::Plain(text);
+}
+
 TEST_F(RunTest, VerifiedAndRenamedFilesAreToldSo) {
     const auto begin = [&](bool slackOnly) {
         Begin(1);
@@ -54,16 +60,30 @@ C:\d\kept\link\: a link, not purged.
         EXPECT_THAT(report, HasSubstr(line));
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 4u);
 
-    // A folder that cannot be removed after all.
-    Begin(1);
-    blnSubdirectories = blnDeleteEmptyFolders = purgeOptions.OverwriteNames = true;
-    fake::PutFolder("C:\\d\\stays");
-    fake::FailAlways("RemoveFolder", "", Fault::SharingViolation);
-    report = Purge();
-    const std::string folder = fake::At("C:\\d")->Children[0]->Name;
-    EXPECT_NE(folder, "stays");
-    EXPECT_THAT(report,
-                HasSubstr("Folder C:\\d\\stays\\ not removed, left as C:\\d\\" + folder + "\\.\n"));
+    // A folder that cannot be removed after all: in what is saved, and in a full report, too.
+    for (const std::size_t limit : {lngMaxReportText, std::size_t{0}}) {
+        Begin(1);
+        blnSubdirectories = blnDeleteEmptyFolders = purgeOptions.OverwriteNames = true;
+        fake::PutFile("C:\\d\\goes\\a");
+        fake::PutFile("C:\\d\\stays\\b");
+        fake::PutFile("C:\\d\\then\\c").Locked = true;
+        fake::OnCall("RemoveFolder", [](const std::string& path) {
+            return path.size() == 10 ? Fault::SharingViolation : Fault::None;
+        });
+        lngReportLimit = limit;
+        report = Purge();
+        lngReportLimit = lngMaxReportText;
+        const std::string warning = "Folder C:\\d\\stays\\ not removed, left as C:\\d\\" +
+                                    fake::At("C:\\d")->Children.back()->Name;
+        EXPECT_THAT(report, HasSubstr(limit ? warning + "\\.\n\nC:\\d\\then\\\n"
+                                            : "\n\nWarnings: 1\n" + warning + "\\.\n11"));
+        const std::string whole = Saved(WriteReportAsText);
+        EXPECT_THAT(whole, HasSubstr("purged\nFolder C:\\d\\goes\\ removed.\n\nC:\\d\\stays\\\n"));
+        EXPECT_THAT(whole, HasSubstr("purged\n" + warning + "\\.\n\nC:\\d\\then\\\n"));
+        EXPECT_THAT(
+            Saved(WriteReportAsJson),
+            HasSubstr(R"("warnings":["Folder C:\\d\\stays\\ not removed, left as C:\\d\\)"));
+    }
 
     // The files that fill the folder's index, where the old names were.
     for (const bool blnRoom : {true, false}) {

@@ -16,6 +16,9 @@
 #include "support/Paths.h"
 #include "ui/Interface.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace {
 
 // Extends the expected totals by this folder, if nothing was counted ahead.
@@ -141,12 +144,23 @@ void RemoveIfEmpty(const std::string& folder) {
     const bool removed = !platform::Failed(RemoveEvenReadOnly(path));
     currentRun.Counts.lngNumFoldersRemoved += removed ? 1 : 0;
     if (removed)
-        WriteReportLine("Folder " + folder + " removed" + OutOfReachText(reach) + ".");
+        TellBetweenFiles("Folder " + folder + " removed" + OutOfReachText(reach) + ".", reach != 0);
     else if (path != FolderWithoutBackslash(folder))
-        WriteReportLine("Folder " + folder + " not removed, left as " + path + "\\.");
+        TellBetweenFiles("Folder " + folder + " not removed, left as " + path + "\\.", true);
 }
 
 } // namespace
+
+void TellBetweenFiles(const std::string& strLines, bool blnWarning) {
+    constexpr std::string_view strEnd = "\r\n";
+    for (std::size_t from = 0; from < strLines.size();) {
+        const std::size_t to = std::min(strLines.find(strEnd, from), strLines.size());
+        const std::string line = strLines.substr(from, to - from);
+        currentRun.Notes.push_back({NumRecords(), line, blnWarning});
+        WriteReportLine(line);
+        from = to + strEnd.size();
+    }
+}
 
 void TellLink(const std::string& strPath) {
     const FileRecord record{strPath, FileFate::Link};
@@ -179,9 +193,7 @@ TreeWalk PurgeTreeWalk(FileGroup& group, const std::string& spec, bool slackOnly
     walk.onTurn = GoesOn;
     if (currentRun.Request.How.Options.OverwriteNames)
         walk.onFolderDone = [](const std::string& folder) {
-            const std::string text = FillIndexOf(folder);
-            if (!text.empty())
-                AppendReport(text, false);
+            TellBetweenFiles(FillIndexOf(folder), true);
         };
     // A slack-only purge disables this check box in the options dialog without clearing it.
     if (currentRun.Request.How.blnDeleteEmptyFolders && !slackOnly)

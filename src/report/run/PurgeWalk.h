@@ -12,5 +12,9 @@ void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec
 /// The purge walk for one item of the run.
 void PurgeItem(const RunItem& item);
 
+/// Tells what belongs to no single file: lines that stand in their place between the files, in the
+/// report and in what is saved of it. A warning also stands at the end of a report that was full.
+void TellBetweenFiles(const std::string& strLines, bool blnWarning);
+
 /// Writes a line for a link, so that the user knows it was not purged.
 void TellLink(const std::string& strPath);

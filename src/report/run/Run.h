@@ -75,6 +75,13 @@ struct RunFailure {
     std::string strHolders; ///< the programs that hold the file, if the system tells
 };
 
+/// A line of the report that belongs to no single file.
+struct RunNote {
+    std::size_t Record = 0;  ///< it comes before this record
+    std::string strLine;     ///< without line end
+    bool blnWarning = false; ///< a name, a file or a folder was to go and may still be there
+};
+
 enum class RunState {
     Idle, ///< nothing has begun: refused, or declined before anything was touched
     Running,
@@ -88,6 +95,7 @@ struct Run {
     RunRequest Request;
     RunCounts Counts;
     std::vector<RunFailure> Failures;
+    std::vector<RunNote> Notes; ///< in the order in which they were told
     RunState State = RunState::Idle;
     bool blnSpaceLeft = false; ///< free space was not filled, or not purged to the end
 

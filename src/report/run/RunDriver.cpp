@@ -122,7 +122,10 @@ void TellFailuresAndTime() {
     currentRun.strFoot = currentRun.Request.blnPurgeFiles ? DateAndTime() : std::string();
     currentRun.strEnded = platform::IsoTimeText();
     const std::string failures = FailuresText(lngMostNamed);
-    AppendBeyondLimit((failures.empty() ? "" : "\r\n" + failures) + currentRun.strFoot);
+    // The lines between the files told them, as long as there was room.
+    const std::string warnings = ReportIsFull() ? WarningsText(lngMostNamed) : std::string();
+    AppendBeyondLimit((failures.empty() ? "" : "\r\n" + failures) +
+                      (warnings.empty() ? "" : "\r\n" + warnings) + currentRun.strFoot);
 }
 
 void PerformRun() {

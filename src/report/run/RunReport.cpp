@@ -126,12 +126,17 @@ std::string JsonOfRun() {
                 Flag("slackOnly", how.blnPurgeSlackOnly) + "," +
                 Flag("kept", how.blnDoNotDeletePurgedFiles) + "," +
                 Member("purged", counts.lngNumFilesPurged);
+    std::string warnings;
+    for (const RunNote& note : run.Notes)
+        if (note.blnWarning)
+            warnings += (warnings.empty() ? "" : ",") + Quoted(note.strLine);
     return line + "," + Member("files", static_cast<std::int64_t>(NumRecords())) + "," +
            Member("failed", static_cast<std::int64_t>(run.Failures.size())) + "," +
            Member("bytes", static_cast<std::int64_t>(counts.dblTotalBytesPurged)) + "," +
            Member("foldersRemoved", counts.lngNumFoldersRemoved) + "," +
            Member("foldersUnread", counts.lngNumFoldersUnread) + "," +
            Flag("stopped", run.State == RunState::Stopped) + "," +
+           (warnings.empty() ? "" : Member("warnings", "[" + warnings + "]") + ",") +
            Member("started", Quoted(run.strStarted)) + "," + Member("ended", Quoted(run.strEnded)) +
            "}";
 }
@@ -139,6 +144,13 @@ std::string JsonOfRun() {
 bool WriteReportAsText(const PutText& put) {
     Pieces pieces{put, currentRun.strHead};
     std::string folder;
+    auto note = currentRun.Notes.cbegin();
+    const auto addNotesBefore = [&](std::size_t record) {
+        for (; note != currentRun.Notes.cend() && note->Record <= record; ++note)
+            if (!pieces.Add(note->strLine + "\r\n"))
+                return false;
+        return true;
+    };
     for (std::size_t i = 0; i < NumRecords(); ++i) {
         const FileRecord record = RecordAt(i);
         std::string line = record.Path + RecordTail(record) + "\r\n";
@@ -146,9 +158,11 @@ bool WriteReportAsText(const PutText& put) {
             folder = FolderPartOf(record.Path);
             line = "\r\n" + folder + "\r\n\r\n" + line;
         }
-        if (!pieces.Add(line))
+        if (!addNotesBefore(i) || !pieces.Add(line))
             return false;
     }
+    if (!addNotesBefore(NumRecords()))
+        return false;
     const std::string failures = FailuresText(std::numeric_limits<std::size_t>::max());
     return pieces.Add("\r\n" + currentRun.strSummary + (failures.empty() ? "" : "\r\n" + failures) +
                       currentRun.strFoot) &&

@@ -10,8 +10,8 @@
 /// Takes a piece of the report; false ends the writing.
 using PutText = std::function<bool(const std::string& strText)>;
 
-/// Writes the text that the report window would show without a limit, including all failures. False
-/// when `put` ended it.
+/// Writes the text that the report window would show without a limit: each file, what stands
+/// between the files, and all failures. False when `put` ended it.
 bool WriteReportAsText(const PutText& put);
 /// Writes one JSON object per line: one for each file, and the run itself as the last. False when
 /// `put` ended it.

@@ -10,6 +10,7 @@
 
 #include "support/SizeText.h"
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -66,6 +67,22 @@ std::string PurgeSummary() {
     return text;
 }
 
+// A heading with the number of lines, up to `most` of these, and how many more there are.
+std::string ListOf(const char* heading, std::size_t all, std::size_t most,
+                   const std::function<std::string(std::size_t)>& lineAt) {
+    if (all == 0)
+        return {};
+    const auto count = [](std::size_t number) {
+        return GroupedDigits(static_cast<std::int64_t>(number));
+    };
+    std::string text = heading + count(all) + strLineEnd;
+    for (std::size_t i = 0; i < std::min(all, most); ++i)
+        text += lineAt(i) + strLineEnd;
+    if (most < all)
+        text += "and " + count(all - most) + " more (see Save report)" + strLineEnd;
+    return text;
+}
+
 } // namespace
 
 bool WasStopped() {
@@ -81,20 +98,19 @@ bool SomethingIsLeft() {
 
 std::string FailuresText(std::size_t lngMost) {
     const std::vector<RunFailure>& failures = currentRun.Failures;
-    if (failures.empty())
-        return {};
-    const auto count = [](std::size_t number) {
-        return GroupedDigits(static_cast<std::int64_t>(number));
-    };
-    std::string text = "Files that could not be purged: " + count(failures.size()) + strLineEnd;
-    const std::size_t shown = std::min(failures.size(), lngMost);
-    for (std::size_t i = 0; i < shown; ++i) {
+    return ListOf("Files that could not be purged: ", failures.size(), lngMost, [&](std::size_t i) {
         const FileRecord record = RecordAt(failures[i].Record);
-        text += record.Path + ": " + ReasonText(record, failures[i].strHolders) + strLineEnd;
-    }
-    if (shown < failures.size())
-        text += "and " + count(failures.size() - shown) + " more (see Save report)" + strLineEnd;
-    return text;
+        return record.Path + ": " + ReasonText(record, failures[i].strHolders);
+    });
+}
+
+std::string WarningsText(std::size_t lngMost) {
+    std::vector<std::string> warnings;
+    for (const RunNote& note : currentRun.Notes)
+        if (note.blnWarning)
+            warnings.push_back(note.strLine);
+    return ListOf("Warnings: ", warnings.size(), lngMost,
+                  [&](std::size_t i) { return warnings[i]; });
 }
 
 std::string SummaryText() {

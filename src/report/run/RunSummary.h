@@ -13,5 +13,7 @@ bool SomethingIsLeft();
 /// "Files that could not be purged: 27", then up to `lngMost` names, one per line, then the number
 /// of the remaining ones. "" without failures.
 std::string FailuresText(std::size_t lngMost);
+/// The same for the warnings among the run's notes: "Warnings: 16", then a line for each.
+std::string WarningsText(std::size_t lngMost);
 /// The closing lines of a run, without the closing time.
 std::string SummaryText();
