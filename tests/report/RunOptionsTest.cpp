@@ -50,7 +50,17 @@ C:\d\kept\link\: a link, not purged.
                           "dates\".\nDrive C is a solid-state drive: "));
     EXPECT_EQ(ReasonText(RecordAt(2), ""), "verification failed at byte 8,191, not purged");
     EXPECT_TRUE(fake::At("C:\\d\\kept") && !fake::At("C:\\d\\gone"));
-    EXPECT_NE(JsonOfRecord(RecordAt(1)).find("\"verified\":true"), std::string::npos);
+    EXPECT_THAT(JsonOfRecord(RecordAt(1)), EndsWith(",\"verified\":true}"));
+    FileRecord record = RecordAt(0);
+    record.Reach = ReachEncrypted | ReachName;
+    EXPECT_THAT(
+        JsonOfRecord(record),
+        HasSubstr("\"purged\",\"remark\":\"verified in memory only; encrypted: older copies of its "
+                  "data may remain on the disk; its name or dates may remain on the disk\","));
+    EXPECT_THAT(
+        JsonOfRecord(
+            {"C:\\a", FileFate::Begun, 1, PurgeStopped, 0, ReachName, {}, 0, {}, " during pass 1"}),
+        HasSubstr("\"stopped\",\"remark\":\"during pass 1\","));
 
     begin(true);
     report = Purge();

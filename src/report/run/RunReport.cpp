@@ -3,10 +3,12 @@
 
 #include "engine/PurgeJob.h"
 #include "engine/PurgeTypes.h"
+#include "report/run/ResultTexts.h"
 #include "report/run/Run.h"
 #include "report/run/RunSummary.h"
 #include "support/Paths.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
@@ -81,6 +83,20 @@ const char* ResultWord(const FileRecord& record) {
     }
 }
 
+// What the report's line says of a file beside the result and the reason: "encrypted: older ...".
+std::string RemarkText(const FileRecord& record) {
+    if (record.Result == PurgeStopped)
+        return record.Remark.substr(
+            std::min(record.Remark.find_first_not_of(", "), record.Remark.size()));
+    if (record.Fate != FileFate::Begun || record.Result != PurgeDone)
+        return {};
+    std::string text = record.HasReadBack == ReadBack::Cached ? "verified in memory only" : "";
+    const std::string reach = OutOfReachText(record.Reach);
+    if (!reach.empty()) // without its brackets
+        text += (text.empty() ? "" : "; ") + reach.substr(2, reach.size() - 3);
+    return text;
+}
+
 // Collects text until it is large enough to pass on.
 struct Pieces {
     const PutText& Put;
@@ -105,6 +121,8 @@ std::string JsonOfRecord(const FileRecord& record) {
                        Member("bytes", record.Bytes) + "," + Member("result", Quoted(word));
     if (IsFailure(record) || record.Fate == FileFate::Refused)
         line += "," + Member("reason", Quoted(ReasonText(record, "")));
+    if (const std::string remark = RemarkText(record); !remark.empty())
+        line += "," + Member("remark", Quoted(remark));
     char time[32];
     std::snprintf(time, sizeof time, "%lld.%03lld", static_cast<long long>(record.Time / 1000),
                   static_cast<long long>(record.Time % 1000));
