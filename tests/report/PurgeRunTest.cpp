@@ -193,6 +193,9 @@ TEST_F(RunTest, SlackOnlyLeavesWholeClustersAlone) {
     });
     SetPasses(2);
     fake::PutFile("C:\\d\\ro.txt", "1", platform::AttributeReadOnly);
+    fake::PutFile("C:\\d\\asleep.txt", "data");
+    for (const char* call : {"ReadFileLength", "ReadAttributes"})
+        fake::FailAlways(call, "asleep.txt", Fault::NotReady);
     fake::PutFolder("C:\\d\\empty");
     blnSubdirectories = blnPurgeSlackOnly = blnDeleteEmptyFolders = true;
     blnDoNotDeletePurgedFiles = true; // as the options dialog has it then
@@ -213,11 +216,13 @@ C:\d\grown.txt: NO slack area.
 C:\d\log.txt (4 bytes) purging: file has changed meanwhile, slack area not purged.
 C:\d\ro.txt (1 bytes) purging: file is a read-only file, slack area not purged.
 (Perhaps file is in use by another program.)
+C:\d\asleep.txt (4 bytes) purging: unable to open file for writing.
 Number of files with slack area purged: 1
 
-Files that could not be purged: 2
+Files that could not be purged: 3
 C:\d\log.txt: file has changed meanwhile, slack area not purged
 C:\d\ro.txt: file is a read-only file, slack area not purged
+C:\d\asleep.txt: unable to open file for writing (the drive is not ready)
 11/21/2026, 12:00:00
 )");
     EXPECT_EQ(fake::ContentOf("C:\\d\\part.txt"), "data");

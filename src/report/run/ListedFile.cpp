@@ -1,8 +1,10 @@
 // One file of a purge run in the report: classification, questions, its passes, and its line.
 #include "report/run/ListedFile.h"
 
+#include "drives/DriveWork.h"
 #include "engine/FileOps.h"
 #include "engine/FileProc.h"
+#include "platform/Files.h"
 #include "platform/System.h"
 #include "report/run/Run.h"
 #include "report/run/RunClock.h"
@@ -139,6 +141,21 @@ bool Classify(const std::string& path, std::int16_t& code) {
     return true;
 }
 
+// Whether there is slack must not hang on a length that was listed a while ago. Of a file whose
+// length cannot be read, the purge finds out why.
+bool HasNoSlack(const std::string& path, std::int64_t& length, std::int16_t& code) {
+    std::uint64_t found = 0;
+    auto fault = platform::Fault::None;
+    WorkOnDrive(path, [&] { fault = platform::ReadFileLength(path, found); });
+    const std::int32_t cluster = currentRun.lngClusterSize;
+    if (!platform::Failed(fault))
+        length = static_cast<std::int64_t>(found);
+    else if (fault != platform::Fault::NotFound)
+        return false;
+    code = platform::Failed(fault) ? PurgeVanished : PurgeNoSlack;
+    return code == PurgeVanished || (cluster > 0 && length % cluster == 0);
+}
+
 } // namespace
 
 void PurgeListedFile(const std::string& strPath, std::int64_t lngLength) {
@@ -155,16 +172,8 @@ void PurgeListedFile(const std::string& strPath, std::int64_t lngLength) {
         refuse(code);
         return;
     }
-    // Whether there is slack must not hang on a length that was listed a while ago.
-    if (slackOnly)
-        lngLength = GetFileLength(strPath);
-    if (slackOnly && lngLength == 0 && IsGone(strPath)) {
-        refuse(PurgeVanished);
-        return;
-    }
-    const std::int32_t cluster = currentRun.lngClusterSize;
-    if (slackOnly && cluster > 0 && lngLength % cluster == 0) {
-        refuse(PurgeNoSlack);
+    if (slackOnly && HasNoSlack(strPath, lngLength, code)) {
+        refuse(code);
         return;
     }
     if (AsksForAdvice(strPath) && !GivePurgeAdvice(strPath)) {
