@@ -4,6 +4,7 @@
 
 #include "disk/DriveReport.h"
 #include "disk/RunProgress.h"
+#include "drives/DriveWork.h"
 #include "engine/FileOps.h"
 #include "engine/OverwriteName.h"
 #include "platform/Files.h"
@@ -59,8 +60,9 @@ void ShowFile(int pass, const std::string& strPath) {
 /// Whether this loop purges all names (hard links) of a file.
 bool AllNamesChosen(const FileLoop& loop, const std::string& strPath) {
     std::vector<std::string> names;
-    return !Failed(platform::ListNames(strPath, names)) &&
-           std::all_of(names.begin(), names.end(), [&](const std::string& strName) {
+    bool blnKnown = false;
+    WorkOnDrive(strPath, [&] { blnKnown = !Failed(platform::ListNames(strPath, names)); });
+    return blnKnown && std::all_of(names.begin(), names.end(), [&](const std::string& strName) {
                return loop.isChosen(strName) && !IsNeverPurged(strName);
            });
 }

@@ -135,7 +135,7 @@ void ShowMatches() {
         count += match == NameMatch::Exact ? 1 : 0;
         otherCase += match == NameMatch::OtherCase ? 1u : 0u;
     }
-    if (count == 0 && OtherCaseIsMeant(frm.strFolder, otherCase))
+    if (count == 0 && frm.blnOtherCaseIsMeant && otherCase == 1)
         count = 1;
     if (!frm.blnAllNamesRead)
         frm.lblMatches.Caption =
@@ -162,6 +162,8 @@ void ReadNames() {
                 frm.strNames.push_back(entry.Name);
             return true;
         });
+        // Asked now: while the user types, there is no time for a drive.
+        frm.blnOtherCaseIsMeant = !platform::Failed(fault) && OtherCaseIsMeant(frm.strFolder, 1);
     });
     frm.blnAllNamesRead = frm.blnAllNamesRead && blnSearched;
     frm.blnFolderRead = !platform::Failed(fault);

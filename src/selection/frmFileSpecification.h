@@ -17,6 +17,7 @@ struct FrmFileSpecification : ui::Form {
     /// The names of the folder's files that could be read in the allowed time.
     std::vector<std::string> strNames;
     bool blnAllNamesRead = false;
+    bool blnOtherCaseIsMeant = false; ///< a name may be written in another case
     bool blnFolderRead = false;
     /// The accepted specification; "" after Cancel.
     std::string strResult;

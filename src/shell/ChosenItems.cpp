@@ -61,9 +61,10 @@ void TellRefused(const std::vector<std::string>& refused, std::size_t intGiven) 
 
 /// Folds the case of names unless the folder is case-sensitive.
 std::string KeyOf(const std::string& strPath) {
-    return platform::FolderTellsCase(FolderPartOf(FolderWithoutBackslash(strPath)))
-               ? strPath
-               : platform::LowerCase(strPath);
+    const std::string strFolder = FolderPartOf(FolderWithoutBackslash(strPath));
+    bool blnTellsCase = false;
+    AskOnDrive(strFolder, [&] { blnTellsCase = platform::FolderTellsCase(strFolder); });
+    return blnTellsCase ? strPath : platform::LowerCase(strPath);
 }
 
 } // namespace

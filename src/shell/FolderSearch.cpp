@@ -1,6 +1,7 @@
 // Folder searches that keep the windows responsive: message pumping, status text, and F10.
 #include "support/FolderSearch.h"
 #include "drives/DriveWork.h"
+#include "platform/Places.h"
 #include "platform/System.h"
 #include "session/Session.h"
 #include "shell/frmMain.h"
@@ -132,4 +133,13 @@ platform::Fault LookForSubfolders(const std::string& strFolder, bool& blnFound) 
     if (!platform::Failed(fault) && (blnAny || !blnStop))
         blnFound = blnAny;
     return fault;
+}
+
+// With several candidates the folder must be case-sensitive, whatever it reports: then none was
+// chosen.
+bool OtherCaseIsMeant(const std::string& folder, std::size_t candidates) {
+    bool tells = candidates != 1;
+    if (!tells)
+        AskOnDrive(folder, [&] { tells = platform::FolderTellsCase(folder); });
+    return !tells;
 }

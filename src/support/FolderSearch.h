@@ -4,6 +4,7 @@
 
 #include "platform/Folders.h"
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -30,3 +31,7 @@ void AskOnDrive(const std::string& strPath, const std::function<void()>& questio
 /// Whether a folder has a subfolder; a link to a folder does not count. A fault: it cannot be read.
 /// If F10 ends the search before one is found, `blnFound` is unchanged.
 platform::Fault LookForSubfolders(const std::string& strFolder, bool& blnFound);
+
+/// Whether a name that no file of the folder has exactly means the file that has it in another
+/// case. `candidates` is the number of files that differ only in case.
+bool OtherCaseIsMeant(const std::string& folder, std::size_t candidates);

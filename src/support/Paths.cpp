@@ -130,9 +130,3 @@ NameMatch MatchName(const std::string& name, const std::string& filespec) {
         return NameMatch::Exact;
     return platform::SameButForCase(name, filespec) ? NameMatch::OtherCase : NameMatch::None;
 }
-
-// With several candidates the folder must be case-sensitive, whatever it reports: then none was
-// chosen.
-bool OtherCaseIsMeant(const std::string& folder, std::size_t candidates) {
-    return candidates == 1 && !platform::FolderTellsCase(folder);
-}

@@ -34,6 +34,3 @@ bool IsWildcard(const std::string& text);
 /// means the file with exactly that name.
 enum class NameMatch { None, OtherCase, Exact };
 NameMatch MatchName(const std::string& name, const std::string& filespec);
-/// Whether a name that no file of the folder has exactly means the file that has it in another
-/// case. `candidates` is the number of files that differ only in case.
-bool OtherCaseIsMeant(const std::string& folder, std::size_t candidates);

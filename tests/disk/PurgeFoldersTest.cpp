@@ -172,6 +172,8 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     for (int i = 0; i < 6; ++i) // an earlier command has waited for others as long as it may
         (void)TryWhileHeld([] { return Fault::SharingViolation; });
     const std::uint64_t began = platform::TickCount();
+    fake::Watch("OpenFile", [](const std::string&) { fake::Advance(50); }); // a slow drive
+    fake::Watch("ListNames", [](const std::string&) { EXPECT_TRUE(user.InLongStep); });
     Choose("D:\\work\\", {"a", "b"});
     Summary("Two folders will be purged:a b ");
     user.Box(strTitle,

@@ -89,6 +89,7 @@ Fault ReadVolumeRoot(const std::string& path, std::string& root) {
 }
 
 bool FolderTellsCase(const std::string& path) {
+    (void)Begin("FolderTellsCase", path);
     const Place place = FindItem(path, true);
     return !Failed(place.Trouble) && place.Item->TellsCase;
 }

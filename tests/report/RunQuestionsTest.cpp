@@ -2,7 +2,10 @@
 #include "report/frmAntiVirusQuery.h"
 #include "report/frmConfirmFiles.h"
 #include "report/frmPurgeWarning.h"
+#include "report/run/TimeEstimates.h"
 #include "report/RunTest.h"
+#include "selection/frmFileSpecification.h"
+#include "shell/ChosenItems.h"
 
 namespace {
 
@@ -151,7 +154,6 @@ TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
                                    [] { fake::Click(frmReport.cmdStop); });
             how == 3 ? fake::PressF10() : fake::CloseForm(frmReport);
         });
-
         // With others of its group it was in the same pass.
         const std::string other =
             intGroupThreads > 1 && how < 3 ? "C:\\d\\b" + stopped.substr(14) : "";
@@ -159,7 +161,6 @@ TEST_F(RunTest, StopsBetweenTwoPassesOfAFile) {
         EXPECT_EQ(frmReport.lblPausedDone.Caption, "Stopped");
         EXPECT_LT(frmReport.barProgress.Fraction, 1);
         EXPECT_EQ(frmReport.Visible, how == 0 || how == 3);
-
         EXPECT_EQ(fake::FilesBelow("C:\\d").size(), how < 3 ? 2U : 1U);
     }
 }
@@ -207,6 +208,31 @@ TEST_F(RunTest, AFullReportDoesNotEndThePurge) {
                                  "400 bytes\n11/21/2026, 12:00:00\n"));
     // 1,024 characters and the line that they broke were cut off at the limit.
     EXPECT_GT(frmReport.txbText.Text.size(), lngMaxReportText - 1024 - 250);
+}
+
+TEST_F(RunTest, OnASlowDriveNothingIsAskedOnTheInterfaceThread) {
+    fake::AddDrive('D', 1 << 30);
+    std::vector<std::string> here;
+    fake::Watch("", [&](const std::string& path) {
+        fake::Advance(100);
+        if (path[0] == 'D' && !user.InLongStep)
+            here.push_back(path);
+    });
+    fake::PutFile("D:\\d\\a.txt");
+    fake::PutName("D:\\out\\a.txt", "D:\\d\\a.txt");
+    fake::PutFile("D:\\d\\gone\\held.txt").Locked = true;
+    fake::PutFolder("D:\\d\\empty").Attributes |= platform::AttributeReadOnly;
+    blnSubdirectories = blnDeleteEmptyFolders = purgeOptions.OverwriteNames = true;
+    user.BoxLike("Purge query", "to another name", ui::AnswerNo);
+    Run(true, "*.*", "D:\\d\\");
+    blnPurgeSlackOnly = true;
+    Run(true, "A.TXT", "D:\\d\\");
+    sngPurgeSpeeds[3] = 10;
+    SingleFileEstimate("D:\\d\\a.txt");
+    EXPECT_TRUE(ChooseItems({"D:\\d\\a.txt"}));
+    user.Modal(frmFileSpecification, [] { fake::Click(frmFileSpecification.cmdCancel); });
+    EXPECT_EQ(AskFileSpecification("D:\\d"), "");
+    EXPECT_THAT(here, IsEmpty());
 }
 
 TEST_F(RunTest, ShowsOnlyTheProgressThatIsKnown) {

@@ -1,6 +1,7 @@
 // The walk of a purge run: how it handles files, links and folders.
 #include "report/run/PurgeWalk.h"
 
+#include "drives/DriveWork.h"
 #include "engine/OverwriteName.h"
 #include "engine/PurgeJob.h"
 #include "platform/Files.h"
@@ -126,8 +127,11 @@ platform::Fault RemoveEvenReadOnly(const std::string& folder) {
 
 bool IsEmpty(const std::string& folder) {
     bool found = false;
-    const platform::Fault fault = platform::EnumerateFolder(
-        folder, [&](const platform::FolderEntry&) { return !(found = true); });
+    auto fault = platform::Fault::None;
+    WorkOnDrive(folder, [&] {
+        fault = platform::EnumerateFolder(
+            folder, [&](const platform::FolderEntry&) { return !(found = true); });
+    });
     return !platform::Failed(fault) && !found;
 }
 
@@ -141,7 +145,8 @@ void RemoveIfEmpty(const std::string& folder) {
         reach = OverwriteName(path, true) ? 0u : ReachName;
     }
     // Fails, as it should, when the folder still holds anything.
-    const bool removed = !platform::Failed(RemoveEvenReadOnly(path));
+    bool removed = false;
+    WorkOnDrive(path, [&] { removed = !platform::Failed(RemoveEvenReadOnly(path)); });
     currentRun.Counts.lngNumFoldersRemoved += removed ? 1 : 0;
     if (removed)
         TellBetweenFiles("Folder " + folder + " removed" + OutOfReachText(reach) + ".", reach != 0);

@@ -1,6 +1,7 @@
 // One purge job in a run: its clock, its counts, its list of failures.
 #include "report/run/RunJob.h"
 
+#include "drives/DriveWork.h"
 #include "engine/FileProc.h"
 #include "engine/GroupPace.h"
 #include "engine/PurgeGroup.h"
@@ -46,8 +47,11 @@ void RunJobOfRun(PurgeJob& job, RunCounts& counts) {
 }
 
 void CountJob(PurgeJob& job, RunCounts& counts) {
-    if (job.Result == PurgeCannotOpen && IsGone(job.LeftAs.empty() ? job.Path : job.LeftAs))
-        job.Result = PurgeVanished;
+    if (job.Result == PurgeCannotOpen)
+        WorkOnDrive(job.Path, [&] {
+            if (IsGone(job.LeftAs.empty() ? job.Path : job.LeftAs))
+                job.Result = PurgeVanished;
+        });
     if (job.Result == PurgeDone && job.SlackOnly && !job.HasWritten)
         job.Result = PurgeNoSlack; // the length has changed since the folder was listed
     counts.blnDataDestroyed = counts.blnDataDestroyed || job.HasWritten;

@@ -1,6 +1,7 @@
 // The questions of a purge run: sensitive extensions, monitoring, other names, confirmation.
 #include "report/run/RunQuestions.h"
 
+#include "drives/DriveWork.h"
 #include "engine/FileOps.h"
 #include "platform/Files.h"
 #include "platform/System.h"
@@ -71,7 +72,8 @@ bool GivePurgeAdvice(const std::string& strPath) {
 
 OtherNames LookAtOtherNames(const std::string& strPath) {
     std::vector<std::string> names;
-    const bool blnKnown = !platform::Failed(platform::ListNames(strPath, names));
+    bool blnKnown = false;
+    WorkOnDrive(strPath, [&] { blnKnown = !Failed(platform::ListNames(strPath, names)); });
     const auto outside = std::find_if_not(names.begin(), names.end(), [&](const auto& name) {
         return IsSamePath(name, strPath) || IsPurgedInRun(name);
     });

@@ -7,6 +7,7 @@
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
+#include "support/FolderSearch.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
 #include "support/SizeText.h"
@@ -134,7 +135,9 @@ std::string SingleFileEstimate(const std::string& path) {
     const float speed = PurgeSpeedOf(path);
     if (!(speed > 0))
         return {};
-    const double sizeMB = static_cast<double>(GetFileLength(path)) / dblBytesPerMB;
+    std::int64_t length = 0;
+    AskOnDrive(path, [&] { length = GetFileLength(path); });
+    const double sizeMB = static_cast<double>(length) / dblBytesPerMB;
     const double raw = sizeMB / speed * OverwritesToEstimate();
     const std::int64_t seconds =
         sizeMB > 0 ? WholeSeconds(AdjustedSeconds(raw, AdjustmentFactor(path, sizeMB),
