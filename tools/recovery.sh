@@ -70,8 +70,9 @@ look_for_files() {
     mkdir -p "$out"/{tsk,undelete}
     fls -r -p "$image" > "$out/names-fls" 2> /dev/null || true
     tsk_recover -e "$image" "$out/tsk" > /dev/null 2>&1 || true
-    photorec /log /logname "$out/photorec.log" /d "$out/photorec" /cmd "$image" \
-        partition_none,fileopt,everything,enable,wholespace,search > /dev/null 2>&1 < /dev/null || true
+    (cd "$out" && # where it leaves the state of its search
+        photorec /log /logname "$out/photorec.log" /d "$out/photorec" /cmd "$top/$image" \
+            partition_none,fileopt,everything,enable,wholespace,search > /dev/null 2>&1 < /dev/null) || true
     foremost -t all -q -i "$image" -o "$out/foremost" > /dev/null 2>&1 || true
     if [ "${1% *}" = ntfs ]; then
         ntfsundelete -f -s "$image" > "$out/names-undelete" 2> /dev/null || true

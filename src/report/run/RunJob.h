@@ -1,4 +1,4 @@
-// One purge job in a run: its clock, its counts, its list of failures.
+// One purge job in a run: what it is to do, its counts, its record.
 #pragma once
 
 #include "engine/PurgeJob.h"

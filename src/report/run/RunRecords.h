@@ -45,6 +45,6 @@ bool IsFailure(const FileRecord& record);
 bool IsLeft(const FileRecord& record);
 /// The text after a file's path in the report: " (4,096 bytes) purged".
 std::string RecordTail(const FileRecord& record);
-/// The reason why a file could not be purged: "unable to open file for writing (Another program is
-/// using the file: Editor)".
+/// The reason why a file could not be purged: "unable to open file for writing (in use by
+/// Editor)".
 std::string ReasonText(const FileRecord& record, const std::string& strHolders);

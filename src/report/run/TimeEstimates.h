@@ -8,7 +8,8 @@ float PurgeSpeedOf(const std::string& path);
 /// Fills the table of overwrite counts; call it before the first EstimatedTimes.
 void InitializeOverwritesForEstimatedPurgeTimes();
 /// The table of purge times for various numbers of overwrites; whole drive when blnPurgingDrive.
-/// Speed in MB/s for one overwrite, above 0; the factor is AdjustmentFactor's.
+/// Speed in MB/s for one overwrite, above 0; the factor is AdjustmentFactor's, and blnMeasured is
+/// IsSmallFileMeasured's.
 void EstimatedTimes(float sngSpeed, double dblTotalBytes, double dblFactor, bool blnMeasured,
                     std::string& strResult);
 /// The estimate after a listing, by the run's totals: purge type, time and table; or how to get an
