@@ -1,6 +1,7 @@
 // Creates, recognises, lists and removes the folders that hold dummy files.
 #include "disk/Folder.h"
 
+#include "engine/FileProc.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
 #include "support/Paths.h"
@@ -191,6 +192,15 @@ std::string DummyFilePath(const std::string& strFolder, const std::string& strSt
     return strFolder + "\\" + strStub + std::to_string(lngNumber);
 }
 
+namespace {
+
+/// What is not found with its whole drive is not gone.
+platform::Fault NoneIfGone(const std::string& strFolder, platform::Fault fault) {
+    return IsGone(strFolder) ? platform::Fault::None : fault;
+}
+
+} // namespace
+
 platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::string& strStub) {
     const std::string suffix = SuffixOf(FileNameOf(strFolder), strStub);
     if (suffix.empty())
@@ -201,7 +211,7 @@ platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::strin
     std::vector<std::string> small;
     auto fault = ListRecordFiles(strFolder, strStub, small);
     if (fault == platform::Fault::NotFound)
-        return platform::Fault::None;
+        return NoneIfGone(strFolder, fault);
     if (Failed(fault) || !small.empty())
         return Failed(fault) ? fault : platform::Fault::AccessDenied;
     fault = platform::EnumerateFolder(strFolder, [&](const platform::FolderEntry& entry) {
@@ -210,7 +220,7 @@ platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::strin
         return !blnDummies;
     });
     if (fault == platform::Fault::NotFound)
-        return platform::Fault::None;
+        return NoneIfGone(strFolder, fault);
     if (Failed(fault))
         return fault;
     // Delete the marker after the last dummy file: after an interruption, a folder with dummy files
@@ -225,7 +235,7 @@ platform::Fault RemoveDummyFolder(const std::string& strFolder, const std::strin
     fault = platform::RemoveFolder(strFolder);
     // A deleted dummy file that is still open elsewhere is no longer listed but still in the
     // folder.
-    return fault == platform::Fault::NotFound   ? platform::Fault::None
+    return fault == platform::Fault::NotFound   ? NoneIfGone(strFolder, fault)
            : fault == platform::Fault::NotEmpty ? platform::Fault::SharingViolation
                                                 : fault;
 }

@@ -2,6 +2,7 @@
 #include "engine/FileProc.h"
 
 #include "platform/Files.h"
+#include "platform/Folders.h"
 #include "platform/System.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -17,6 +18,12 @@ void ClearAttribute(const std::string& path, std::uint32_t& attributes, std::uin
         return;
     (void)platform::WriteAttributes(path, attributes ^ bit);
     (void)platform::ReadAttributes(path, attributes);
+}
+
+/// Whether the folder that a path lies in is there. What the system does not find in it is gone;
+/// otherwise the drive may have been pulled, or the folder moved, with all that is in it.
+bool FolderAnswers(const std::string& path) {
+    return platform::FolderExists(FolderPartOf(path));
 }
 
 template<std::size_t N>
@@ -43,8 +50,12 @@ bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, boo
     std::uint64_t length = 0;
     const platform::Fault asked = platform::ReadAttributes(path, attributes, &length);
     // Only "not found" proves that there is nothing to delete.
-    if (asked == platform::Fault::NotFound)
-        return true;
+    if (asked == platform::Fault::NotFound) {
+        const bool blnGone = FolderAnswers(path);
+        if (fault && !blnGone)
+            *fault = asked;
+        return blnGone;
+    }
     if (onlyLength >= 0 && !Failed(asked) && length != static_cast<std::uint64_t>(onlyLength)) {
         if (fault)
             *fault = platform::Fault::None;
@@ -68,7 +79,8 @@ bool FileExistsFSO(const std::string& path) {
 
 bool IsGone(const std::string& path) {
     std::uint32_t attributes = 0;
-    return platform::ReadAttributes(path, attributes) == platform::Fault::NotFound;
+    return platform::ReadAttributes(path, attributes) == platform::Fault::NotFound &&
+           FolderAnswers(path);
 }
 
 std::int64_t GetFileLength(const std::string& path) {

@@ -20,7 +20,8 @@ bool DeleteFileClearingAttributes(const std::string& path, bool clearHidden, boo
                                   bool clearSystem, platform::Fault* fault = nullptr,
                                   std::int64_t onlyLength = -1);
 bool FileExistsFSO(const std::string& path);
-/// No file or folder has this name any more; false where that cannot be asked.
+/// No file or folder has this name any more; false where that cannot be asked, as the drive or the
+/// folder around it is not there.
 bool IsGone(const std::string& path);
 /// A file's length in bytes; 0 when it cannot be read.
 std::int64_t GetFileLength(const std::string& path);

@@ -106,8 +106,9 @@ bool MayBeInRecord(const Overwrite& work) {
         work.Target.Length >= lngLargestRecord)
         return false;
     bool blnClusters = false;
-    // Who cannot say leaves it open.
-    return Failed(platform::HasClusters(work.File, blnClusters)) || !blnClusters;
+    const platform::Fault fault = platform::HasClusters(work.File, blnClusters);
+    // Who cannot say leaves it open. Where the drive is gone the write finds that out.
+    return fault != platform::Fault::NotReady && (Failed(fault) || !blnClusters);
 }
 
 /// What is to be written: all up to the end of the last cluster, or the slack; of a sparse file

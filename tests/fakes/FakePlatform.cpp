@@ -77,11 +77,10 @@ Fault OnItem(const char* call, const std::string& path, bool followLast,
 }
 
 namespace {
-/// A call on an open file: NotReady when the medium under it is gone.
+/// A call on an open file: NotReady when the medium or the folder under it is gone.
 Fault BeginOn(const char* call, const Handle& handle) {
     const Fault fault = Begin(call, handle.Path);
-    const Drive* drive = DriveOf(handle.Path);
-    return !drive || !drive->MediaPresent ? Fault::NotReady : fault;
+    return Failed(FindItem(handle.Path, true).Trouble) ? Fault::NotReady : fault;
 }
 
 template<typename Work>

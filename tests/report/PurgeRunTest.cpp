@@ -362,4 +362,31 @@ TEST_F(RunTest, EveryFaultLeavesTheCountsTrue) {
     }
 }
 
+TEST_F(RunTest, WhatAPulledStickTookAlongIsNotGone) {
+    for (const Mode mode : {Mode::Purge, Mode::Slack, Mode::List}) // the last: by name
+        for (std::int64_t n = 0, all = 0; n <= all; ++n) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(mode)) + ", " + std::to_string(n));
+            Begin(1);
+            fake::AddDrive('E', 1 << 20, 4096, platform::DriveType::Removable);
+            for (const char* name : {"a", "b", "c", "d", "e", "f"})
+                fake::PutFile(std::string("E:\\w\\") + name, "0");
+            blnPurgeSlackOnly = blnDoNotDeletePurgedFiles = mode == Mode::Slack;
+            if (mode == Mode::List)
+                currentRun.Request.Items = {{"E:\\w\\", "*.*", {"a", "b", "c", "d", "e", "f"}}};
+            std::int64_t calls = 0;
+            fake::Watch("", [&](const std::string& path) {
+                if (path.starts_with("E:\\w\\") && ++calls == n) // or the folder was moved
+                    n % 2 ? fake::TakeAway("E:\\w") : void(fake::drives.erase('E'));
+            });
+            const auto folder = fake::drives['E'].Root->Children[0];
+            const std::string report = Run(true, "*.*", "E:\\w\\");
+            all = std::max(all, calls);
+            EXPECT_EQ(report.find("no longer there"), report.npos) << report;
+            EXPECT_EQ(report.find("NO slack"), report.npos) << report;
+            if (mode != Mode::Slack) {
+                EXPECT_EQ(currentRun.Counts.lngNumFilesPurged, 6 - std::ssize(folder->Children));
+            }
+        }
+}
+
 } // namespace

@@ -2,6 +2,7 @@
 #include "report/run/FolderList.h"
 
 #include "engine/FileOps.h"
+#include "engine/FileProc.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "session/Session.h"
@@ -27,8 +28,12 @@ platform::Fault TakeNamedFiles(const std::string& folder, const FolderWish& wish
             break;
         platform::FileFacts facts;
         platform::Fault fault = platform::Fault::None;
-        AskOnDrive(folder, [&] { fault = platform::ReadFileFacts(folder + name, facts); });
-        if (fault == platform::Fault::NotFound)
+        bool blnGone = false;
+        AskOnDrive(folder, [&] {
+            fault = platform::ReadFileFacts(folder + name, facts);
+            blnGone = fault == platform::Fault::NotFound && IsGone(folder + name);
+        });
+        if (blnGone)
             list.Gone.push_back(name);
         else if (platform::Failed(fault))
             worst = fault;

@@ -146,14 +146,18 @@ bool Classify(const std::string& path, std::int16_t& code) {
 bool HasNoSlack(const std::string& path, std::int64_t& length, std::int16_t& code) {
     std::uint64_t found = 0;
     auto fault = platform::Fault::None;
-    WorkOnDrive(path, [&] { fault = platform::ReadFileLength(path, found); });
+    bool gone = false;
+    WorkOnDrive(path, [&] {
+        fault = platform::ReadFileLength(path, found);
+        gone = fault == platform::Fault::NotFound && IsGone(path);
+    });
     const std::int32_t cluster = currentRun.lngClusterSize;
     if (!platform::Failed(fault))
         length = static_cast<std::int64_t>(found);
-    else if (fault != platform::Fault::NotFound)
+    else if (!gone)
         return false;
-    code = platform::Failed(fault) ? PurgeVanished : PurgeNoSlack;
-    return code == PurgeVanished || (cluster > 0 && length % cluster == 0);
+    code = gone ? PurgeVanished : PurgeNoSlack;
+    return gone || (cluster > 0 && length % cluster == 0);
 }
 
 } // namespace
