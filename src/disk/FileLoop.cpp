@@ -72,13 +72,15 @@ void PassOver(FileLoop& loop, const std::string& strPath) {
         loop.otherNames.push_back(strPath);
 }
 
-/// Keeps what became of a file. A file that is passed over or has vanished is no failure.
+/// Keeps what became of a file. One that is passed over, is not begun or has vanished is no
+/// failure.
 std::int16_t NoteFile(FileLoop& loop, PurgeJob& job) {
     job.Reach &= ~std::uint32_t{ReachHardLinks}; // the loop reaches the other names itself
     NoteJob(job);
     if (job.Result == PurgeSeveralNames)
         PassOver(loop, job.Path);
-    if (job.Result == PurgeSeveralNames || job.Result == PurgeVanished)
+    const bool blnNotBegun = job.Result == PurgeStopped && !job.HasWritten;
+    if (job.Result == PurgeSeveralNames || job.Result == PurgeVanished || blnNotBegun)
         return PurgeDone;
     if (job.Result != PurgeDone)
         ++loop.lngFailed;
@@ -130,13 +132,15 @@ bool PurgeAlone(FileLoop& loop, const GatheredFile& file) {
     return EndVisit(loop, file.strPath, intResult);
 }
 
-/// What is purged in a group has had all its passes when the user is asked whether to go on; so it
-/// is noted all the same when the answer is no.
+/// Whether to go on is asked before the first pass of a group, and when it has had all of them:
+/// what is purged is then noted all the same when the answer is no.
 FileGroup GroupOfLoop(FileLoop& loop) {
     FileGroup group;
     group.goOn = [&](int intPassesDone, const std::string& strFirst) {
         ShowFile(intPassesDone + 1, strFirst);
-        return true;
+        if (blnStop && intPassesDone == 0)
+            loop.blnEnded = !GoOn(loop, strFirst + "\r\n");
+        return !loop.blnEnded;
     };
     group.onPurged = [&](PurgeJob& job, const GatheredFile& file) {
         const std::int16_t intResult = NoteFile(loop, job);

@@ -104,19 +104,17 @@ void RunPurgeGroup(PurgeGroup& group) {
     std::atomic<std::int64_t> done = 0;
     const auto all = static_cast<double>(group.Jobs.size()) * passes;
     ShareOfPurge outer = TellPurgeShareBy([&done, all] { return static_cast<double>(done) / all; });
-    for (int pass = 1; pass <= passes && !members.empty(); ++pass) {
+    for (int passesDone = 0; passesDone < passes && !members.empty(); ++passesDone) {
+        const double dblPaused = SecondsNow();
+        const bool blnGoesOn = !group.GoOn || group.GoOn(passesDone);
+        dblBegan += SecondsNow() - dblPaused;
+        if (!blnGoesOn) {
+            for (const Member& member : members)
+                member.Grouped->Job.Result = PurgeStopped;
+            break;
+        }
         RunPass(group, members, done);
         std::erase_if(members, [](Member& member) { return !EndPass(member); });
-        if (pass == passes || !group.GoOn)
-            continue;
-        const double dblPaused = SecondsNow();
-        const bool blnGoesOn = group.GoOn(pass);
-        dblBegan += SecondsNow() - dblPaused;
-        if (blnGoesOn)
-            continue;
-        for (const Member& member : members)
-            member.Grouped->Job.Result = PurgeStopped;
-        break;
     }
     for (GroupedJob& grouped : group.Jobs) {
         if (grouped.Alone)

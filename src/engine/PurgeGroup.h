@@ -20,7 +20,8 @@ struct GroupedJob {
 struct PurgeGroup {
     std::vector<GroupedJob> Jobs{}; ///< each of another file, of one drive; all alike in how
     int Threads = 1;
-    /// Called between two passes. False stops all jobs. The `GoOn` of the jobs is not called.
+    /// Called before the first pass, when all files have been checked (0), and between two passes.
+    /// False stops all jobs. The `GoOn` of the jobs is not called.
     std::function<bool(int passesDone)> GoOn{};
     double Seconds = 0; ///< that it took, without the time between two passes
 };

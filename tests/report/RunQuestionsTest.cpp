@@ -181,6 +181,13 @@ TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
         [] { fake::PressF10(); });
     const std::string kept = "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n";
     EXPECT_EQ(Middle(Purge()), kept + strNoneStopped);
+    PutFiles({"b.txt"}); // of a group it leaves all alone, not only the first
+    intGroupThreads = 4;
+    const auto looked = fake::CallsMade("ListStreams");
+    user.During([=] { return fake::CallsMade("ListStreams") > looked; }, [] { fake::PressF10(); });
+    EXPECT_EQ(Middle(Purge()), kept + "C:\\d\\b.txt -- not purged.\n" + strNoneStopped);
+    EXPECT_EQ(fake::ContentOf("C:\\d\\b.txt"), "x");
+    fake::TakeAway("C:\\d\\b.txt");
     SetPasses(0);
     EXPECT_EQ(Middle(Purge(), "0 times"), kept + "Number of files purged: 0\n");
     EXPECT_EQ(fake::ContentOf("C:\\d\\a.txt"), "x");

@@ -18,7 +18,8 @@ struct GatheredFile {
 struct FileGroup {
     std::vector<GatheredFile> files{};
     double dblBytes = 0; ///< of all of them
-    /// Called before the first pass (0) and between two passes. False: all end there.
+    /// Called before the files are checked (0), before the first pass (0 again), and between two
+    /// passes. False: all end there.
     std::function<bool(int intPassesDone, const std::string& strFirst)> goOn{};
     /// A file was purged in the group, or was not; the run has counted it.
     std::function<void(PurgeJob& job, const GatheredFile& file)> onPurged{};
