@@ -36,6 +36,7 @@ void RunStepsOf(Overwrite& work, const std::function<bool()>& poll) {
     (void)TryWhileHeld([&] {
         work.Opening = platform::Fault::None;
         work.Result = PurgeDone;
+        work.Ended = false;
         RunStepsOnDrive(
             work.Target.Path, work.Effort, [&] { return StepOverwrite(work); }, poll);
         return work.Opening;
@@ -66,10 +67,13 @@ std::int16_t RunOverwrite(Overwrite& work) {
         work.Job.BytesOverwritten =
             dblBefore + static_cast<double>(work.BlocksDone * work.BlockSize + work.BytesRead);
     };
-    // After the last byte a stop changes nothing any more: what is left to do is the flush. A
-    // program that is ending has no time for the rest of a pass.
+    // After the last byte a stop changes nothing any more where only the flush is left to do; what
+    // was to be read back and was not is not verified. A program that is ending has no time for the
+    // rest of a pass. The thread may write the last blocks while the stop is seen.
     const auto isStopped = [&] {
-        return (blnPurgingFreeSpace || ui::Ending()) && blnStop && work.BlocksDone < work.Blocks;
+        const bool blnReads = work.Job.VerifiesNow && !work.Ended;
+        return (blnPurgingFreeSpace || ui::Ending()) && blnStop &&
+               (work.BlocksDone < work.Blocks || blnReads);
     };
     RunStepsOf(work, [&] {
         tellBytes();

@@ -270,5 +270,6 @@ bool StepOverwrite(Overwrite& work) {
     }
     if (work.File.IsOpen())
         FinishOverwrite(work);
+    work.Ended = true;
     return false;
 }

@@ -36,6 +36,7 @@ struct Overwrite {
     ReadingBack Reading{};
     std::atomic<std::int64_t> BytesRead = 0;
     std::atomic<std::int64_t> Blocks = 0, BlocksDone = 0; ///< the former estimated at first
+    std::atomic<bool> Ended = false;                      ///< after its last step, not by a stop
     platform::File File{};
     platform::Fault Opening = platform::Fault::None;
     std::int16_t Result = 0; ///< PurgeResult

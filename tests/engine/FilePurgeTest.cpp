@@ -287,6 +287,14 @@ TEST_F(FilePurgeTest, FreeSpaceFiguresAndStop) {
     stopAt(4 * 9); // behind the last byte of all
     EXPECT_EQ(0, Purge(path, 1, 1, true));
     EXPECT_EQ(nullptr, fake::At(path));
+    // What is to be read back is not done before that, also where the thread was in the last step.
+    verify = true;
+    for (const int writes : {4 * 9, 4 * 9 - 1}) {
+        user.StepUnderWay = writes < 4 * 9;
+        stopAt(writes);
+        EXPECT_EQ(-12, Purge(path, 1, 1, true));
+    }
+    verify = user.StepUnderWay = false;
     stopAt(2);
     blnPurgingFreeSpace = false; // elsewhere a stop waits for the file's end
     EXPECT_EQ(0, Purge(path, 1, 1, true));

@@ -256,8 +256,11 @@ void RunSteps(Effort effort, const std::function<bool()>& step, const std::funct
     };
     while (stepHere()) {
         Pump();
-        if (poll && !poll())
+        if (poll && !poll()) {
+            if (user.StepUnderWay)
+                stepHere();
             return;
+        }
     }
 }
 

@@ -89,6 +89,8 @@ struct ScriptedUser {
     /// end; the fake drives are not thread-safe.
     bool RealThreads = false;
 
+    bool StepUnderWay = false; ///< when `poll` ends RunSteps, as it may be on the thread
+
     std::vector<BoxSeen> Boxes;    ///< all that were shown
     std::vector<ui::Form*> Modals; ///< currently shown modal forms, the last on top
     std::string Clipboard;
