@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 
 namespace {
 
@@ -35,6 +36,34 @@ std::size_t PlaceOf(const std::string& strDriveLetter) {
     return intDrive < 0 ? intMounted + 1 : static_cast<std::size_t>(intDrive);
 }
 
+std::int32_t FallbackFor(std::size_t intPlace) {
+    return intPlace <= 1 ? lngClusterSizeUnknownFloppy : lngClusterSizeUnknown;
+}
+
+/// What the system says now; negative when it does not tell.
+std::int32_t AskClusterSize(std::size_t intPlace) {
+    double dblFree = 0;
+    return GetClusterSizeAndFreeSpace(
+        intPlace == intMounted ? strMountedRoot
+                               : std::string(1, static_cast<char>('A' + intPlace)) + ":\\",
+        dblFree);
+}
+
+/// There may be another medium in the drive since it was asked. A size that nobody has chosen goes
+/// with the old one.
+void RenewSizes(std::size_t intPlace) {
+    if (intPlace > intMounted ||
+        std::max(lngClusterSizes[intPlace], lngRealClusterSizes[intPlace]) < lngLeastClusterSize)
+        return; // asked when it is needed
+    const std::int32_t lngSize = AskClusterSize(intPlace);
+    if (lngSize < lngLeastClusterSize)
+        return;
+    const std::int32_t lngBefore = std::exchange(lngRealClusterSizes[intPlace], lngSize);
+    if (lngClusterSizes[intPlace] ==
+        std::min(lngBefore > 0 ? lngBefore : FallbackFor(intPlace), lngMaxClusterSize))
+        lngClusterSizes[intPlace] = 0;
+}
+
 } // namespace
 
 std::int32_t GetRealClusterSize(const std::string& strDriveLetter) {
@@ -45,16 +74,10 @@ std::int32_t GetRealClusterSize(const std::string& strDriveLetter) {
     std::int32_t& lngCached = lngRealClusterSizes[intPlace];
     if (lngCached >= lngLeastClusterSize)
         return lngCached;
-    double dblFree = 0;
-    const std::int32_t lngSize = GetClusterSizeAndFreeSpace(
-        intPlace == intMounted ? strMountedRoot
-                               : std::string(1, static_cast<char>('A' + intPlace)) + ":\\",
-        dblFree);
+    const std::int32_t lngSize = AskClusterSize(intPlace);
     if (lngSize >= 0)
         lngCached = lngSize;
-    return lngSize >= 0    ? lngSize
-           : intPlace <= 1 ? lngClusterSizeUnknownFloppy
-                           : lngClusterSizeUnknown;
+    return lngSize >= 0 ? lngSize : FallbackFor(intPlace);
 }
 
 std::int32_t GetClusterSize(const std::string& strDriveLetter) {
@@ -73,10 +96,11 @@ void SettleVolume(const std::string& strFolder) {
     WorkOnDrive(strFolder, [&] { fault = platform::ReadVolumeRoot(strFolder, strRoot); });
     if (Failed(fault) || strRoot.size() <= 3)
         strRoot.clear();
-    if (strRoot == strMountedRoot)
-        return;
-    strMountedRoot = strRoot;
-    lngClusterSizes[intMounted] = lngRealClusterSizes[intMounted] = 0;
+    if (strRoot != strMountedRoot) {
+        strMountedRoot = strRoot;
+        lngClusterSizes[intMounted] = lngRealClusterSizes[intMounted] = 0;
+    }
+    RenewSizes(PlaceOf(strFolder));
 }
 
 std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter) {

@@ -14,9 +14,10 @@ std::int32_t GetRealClusterSize(const std::string& strDriveLetter);
 std::int32_t GetCoveredClusterSize(const std::string& strDriveLetter);
 /// Stores the user's choice in bytes for the volume of a path, until the program ends.
 void ChooseClusterSize(const std::string& strPath, std::int32_t lngSize);
-/// Finds the volume of the folder that is purged next. A volume mounted in a folder has its own
-/// cluster size; paths on it get that size from now on. One call per walk is enough, because no
-/// walk crosses from one volume into another.
+/// Finds the volume of the folder that is purged next, and asks its real cluster size anew: another
+/// medium may be in the drive. A size that differs from the last real one was chosen, and stays. A
+/// volume mounted in a folder has its own cluster size; paths on it get that size from now on. One
+/// call per walk is enough, because no walk crosses from one volume into another.
 void SettleVolume(const std::string& strFolder);
 /// Root of the volume settled last if it is mounted in a folder, has no letter, and the path lies
 /// on it; else "".

@@ -124,7 +124,13 @@ TEST_F(PurgeOptions, ClusterSizeFromTheDriveTheTableOrTheUser) {
     EXPECT_EQ(2048, GetClusterSize("C:\\mnt\\f.txt"));
     EXPECT_EQ("2 KB", SelectedFor("C:\\mnt\\"));
     EXPECT_EQ("Drive C", f.fraClusterSize.Caption);
+    fake::AddDrive('C', 1 << 30, 32768); // other media; what was chosen stays
+    fake::AddDrive('F', 1 << 30, 32768);
+    EXPECT_EQ("32 KB", SelectedFor("F:\\"));
+    EXPECT_EQ("2 KB", SelectedFor("C:\\"));
+    EXPECT_EQ(32768, GetRealClusterSize("C"));
     fake::drives.clear();
+    EXPECT_EQ("32 KB", SelectedFor("F:\\")) << "kept where nobody tells";
     EXPECT_EQ(131072, GetRealClusterSize("D")) << "kept, not asked again";
 }
 
