@@ -75,7 +75,8 @@ int EndTelling() {
         PrintRecords();
         ui::console::Print(JsonOfRun() + "\n");
     } else if (given.Has("quiet")) {
-        ui::console::PrintError(FailuresText(std::numeric_limits<std::size_t>::max()));
+        constexpr auto lngAll = std::numeric_limits<std::size_t>::max();
+        ui::console::PrintError(FailuresText(lngAll) + WarningsText(lngAll));
     }
     const std::string strReport = given.Of("report");
     const bool blnJson = strReport.ends_with(".json");

@@ -184,6 +184,9 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     EXPECT_EQ(0, Run({"purge", "C:\\d\\a.txt", "-y", "-n", "1", "--verify", "--names"}));
     EXPECT_TRUE(Told("a.txt (6 bytes) purged and verified\r\n")) << terminal.Out;
     EXPECT_NE(std::string::npos, fake::JournalText().find("rename C:\\d")) << fake::JournalText();
+    fake::FailAlways("RenameNew", "b.txt", Fault::AccessDenied); // purged, but its name was to go
+    EXPECT_EQ(1, Run({"purge", "C:\\d\\b.txt", "-y", "-n", "1", "--names"})) << terminal.Out;
+    fake::PutFile("C:\\d\\b.txt", "secret");
     fake::PutFile("C:\\s.nws", strSetup + "verify=1\r\n");
     EXPECT_EQ(0, Run({"run", "C:\\s.nws", "-y", "-f", "b.*"}));
     EXPECT_TRUE(Told("b.txt (6 bytes) slack area purged and verified\r\n")) << terminal.Out;

@@ -145,7 +145,7 @@ bool IsFailure(const FileRecord& record) {
 }
 
 bool IsLeft(const FileRecord& record) {
-    return record.Fate == FileFate::Declined ||
+    return record.Fate == FileFate::Declined || (record.Reach & ReachName) != 0 ||
            (record.Fate >= FileFate::Refused && record.Result != PurgeDone &&
             record.Result != PurgeVanished && record.Result != PurgeNoSlack);
 }

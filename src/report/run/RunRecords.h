@@ -41,7 +41,8 @@ void ForgetRecords();
 /// Whether a file should have been purged and could not be.
 bool IsFailure(const FileRecord& record);
 /// Whether a file was chosen and is still there unpurged, for whatever reason: failures, refusals,
-/// and what the user declined. Links lead elsewhere, and files without slack have nothing to purge.
+/// and what the user declined; or whether its name was to go and may remain. Links lead elsewhere,
+/// and files without slack have nothing to purge.
 bool IsLeft(const FileRecord& record);
 /// The text after a file's path in the report: " (4,096 bytes) purged".
 std::string RecordTail(const FileRecord& record);

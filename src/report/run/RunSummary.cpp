@@ -90,7 +90,8 @@ bool WasStopped() {
 }
 
 bool SomethingIsLeft() {
-    bool left = currentRun.blnSpaceLeft || currentRun.Counts.lngNumFoldersUnread > 0;
+    bool left = currentRun.blnSpaceLeft || currentRun.Counts.lngNumFoldersUnread > 0 ||
+                std::ranges::any_of(currentRun.Notes, &RunNote::blnWarning);
     for (std::size_t i = 0; i < NumRecords() && !left; ++i)
         left = IsLeft(RecordAt(i));
     return left;

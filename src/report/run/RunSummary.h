@@ -8,7 +8,7 @@
 /// stopped.
 bool WasStopped();
 /// Whether something of what was to be purged was not: files, folders that could not be read, free
-/// space.
+/// space; or something that a warning tells.
 bool SomethingIsLeft();
 /// "Files that could not be purged: 27", then up to `lngMost` names, one per line, then the number
 /// of the remaining ones. "" without failures.
