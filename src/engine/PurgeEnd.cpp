@@ -133,6 +133,9 @@ void DeleteAtOnce(PurgeJob& job) {
 }
 
 void SettlePurge(PurgeJob& job) {
+    // The name came between two overwrites: too late to leave the data as they were.
+    if (job.Result == PurgeSeveralNames && job.HasWritten)
+        job.Result = PurgeFileChanged;
     if (!job.Targets.empty()) {
         job.Length = job.Targets.front().Length;
         if (job.HardLinks > 1)

@@ -24,7 +24,7 @@ enum PurgeResult : std::int16_t {
     PurgeSeveralNames = -13, ///< other names lead to the same data; nothing was written
     PurgeVanished = -14,     ///< −2, as the file is gone: where the loops over files tell it so
     PurgeDiskFull = -15,
-    PurgeFileChanged = -16, ///< somebody else writes to it
+    PurgeFileChanged = -16, ///< somebody else writes to it, or gave it another name meanwhile
     PurgeNotLocal = -17,    ///< its data would have to be fetched first
     PurgeNoPasses = -18,    ///< asked for no pass at all
     PurgeNotVerified = -19, ///< what was written cannot be read back as it was written

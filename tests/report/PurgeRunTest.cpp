@@ -288,19 +288,29 @@ Number of files purged: 3
                  ui::AnswerNo);
     Purge("a.txt");
     EXPECT_EQ(fake::ContentOf("C:\\d\\a.txt"), "x");
-    // Somebody puts a name of other data in the file's place, between two passes.
-    PutFiles({"b.txt"});
-    fake::PutFile("C:\\out\\b", "other");
-    int calls = 0;
-    fake::Watch("OpenFile", [&](const std::string& path) {
-        if (++calls == 2) {
-            fake::TakeAway(path);
-            fake::PutName(path, "C:\\out\\b");
-        }
-    });
-    user.BoxLike("Purge query", "purged:\r\nC:\\out\\b\r\n", ui::AnswerNo);
-    Purge("b.txt");
-    EXPECT_EQ(fake::ContentOf("C:\\out\\b"), "other");
+    // Somebody puts a name of other data in the file's place, between two passes. In a group nobody
+    // is asked. The old data are destroyed.
+    for (const bool grouped : {false, true}) {
+        intGroupThreads = grouped ? 4 : 0;
+        PutFiles({"b.txt", grouped ? "b2.txt" : "b.txt"});
+        fake::PutFile("C:\\out\\b", "other");
+        int calls = 0;
+        fake::Watch("OpenFile", [&](const std::string& path) {
+            if (path.ends_with("\\b.txt") && ++calls == 2) {
+                fake::TakeAway(path);
+                fake::PutName(path, "C:\\out\\b");
+            }
+        });
+        if (!grouped)
+            user.BoxLike("Purge query", "purged:\r\nC:\\out\\b\r\n", ui::AnswerNo);
+        EXPECT_THAT(Purge("b*.txt"),
+                    HasSubstr("b.txt (1 bytes) purging: file has changed meanwhile "
+                              "(it has another name now), not purged.\n"));
+        EXPECT_EQ(currentRun.Failures.size(), 1u);
+        EXPECT_EQ(fake::ContentOf("C:\\out\\b"), "other");
+        fake::TakeAway("C:\\d\\b.txt");
+        fake::ResetOrders();
+    }
 }
 
 enum class Mode { Purge, Keep, Slack, List };

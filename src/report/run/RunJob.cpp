@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Where a verification failed, and where the file is left under another name.
+/// Where a verification failed, what has changed, and where the file is left under another name.
 std::string RemarkOf(const PurgeJob& job) {
     std::string text;
     if (job.Result == PurgeNotVerified) {
@@ -18,6 +18,8 @@ std::string RemarkOf(const PurgeJob& job) {
         if (const std::size_t colon = job.DifferentPath.find(':', 2); colon != std::string::npos)
             text += " of its stream " + job.DifferentPath.substr(colon + 1);
     }
+    if (job.Result == PurgeFileChanged && job.RefuseSeveralNames && job.HardLinks > 1)
+        text = " (it has another name now)";
     return job.LeftAs.empty() ? text : text + ", left as " + job.LeftAs;
 }
 
