@@ -168,13 +168,16 @@ bool OverwriteName(std::string& path, bool blnDates) {
     const std::string first = platform::LowerCase(FileNameOf(path));
     std::size_t length = UnitsIn(FileNameOf(path));
     overwritten[FolderPartOf(path)] += lngEntry + 2 * length;
-    // Before the names: with each of them NTFS keeps the dates once more.
-    bool blnAll = !blnDates ||
-                  !Failed(OnDrive(path, [&] { return platform::WriteDates(path, lngFixedDate); }));
+    bool blnAll = true;
     for (int i = 0; i < intNames; ++i) {
         if (Failed(Rename(path, first, length, i > 0)))
             return false;
         blnAll = Flush(FolderPartOf(path)) && blnAll;
+        // What cannot be renamed cannot be deleted either, as a rule, and keeps its dates. With
+        // each further name NTFS keeps the dates once more.
+        if (i == 0 && blnDates &&
+            Failed(OnDrive(path, [&] { return platform::WriteDates(path, lngFixedDate); })))
+            blnAll = false;
     }
     return blnAll;
 }

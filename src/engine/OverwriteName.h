@@ -3,10 +3,10 @@
 
 #include <string>
 
-/// Sets the dates of a file or an empty folder to a fixed one (blnDates), then renames it several
-/// times, to names as long as its own that mean nothing and that nothing else has. `path`, without
-/// a trailing backslash, is what it is called in the end, whatever has failed. False: something did
-/// not succeed, and name or dates may remain on the disk.
+/// Renames a file or an empty folder several times, to names as long as its own that mean nothing
+/// and that nothing else has; after the first its dates are set to a fixed one (blnDates). `path`,
+/// without a trailing backslash, is what it is called in the end, whatever has failed. False:
+/// something did not succeed, and name or dates may remain on the disk.
 bool OverwriteName(std::string& path, bool blnDates);
 
 /// To be called once all that is to go from a folder has gone: NTFS leaves copies of names in

@@ -75,8 +75,13 @@ C:\d\kept\link\: a link, not purged.
     fake::PutFile("C:\\d\\goes\\a");
     fake::PutFile("C:\\d\\stays\\b");
     fake::PutFile("C:\\d\\then\\c").Locked = true;
-    fake::OnCall("RemoveFolder", [](const std::string& path) {
+    bool blnRefused = false; // from then on it does not get its name back either
+    fake::OnCall("RemoveFolder", [&](const std::string& path) {
+        blnRefused |= path.size() == 10;
         return path.size() == 10 ? Fault::SharingViolation : Fault::None;
+    });
+    fake::OnCall("RenameNew", [&](const std::string&) {
+        return blnRefused ? Fault::AccessDenied : Fault::None;
     });
     lngReportLimit = 0;
     report = Purge();
@@ -88,6 +93,26 @@ C:\d\kept\link\: a link, not purged.
         EXPECT_THAT(Saved(WriteReportAsText), HasSubstr("(1 bytes) purged\n" + line + "\nC:\\d\\"));
     EXPECT_THAT(Saved(WriteReportAsJson),
                 HasSubstr(R"("warnings":["Folder C:\\d\\stays\\ not removed, left as C:\\d\\)"));
+
+    // A folder that cannot be removed after all, and gets none, three, or all of its names.
+    for (const int renames : {0, 3, 4}) {
+        Begin(1);
+        blnSubdirectories = blnDeleteEmptyFolders = purgeOptions.OverwriteNames = true;
+        const fake::Node& folder = fake::PutFolder("C:\\d\\stays");
+        fake::FailAlways("RemoveFolder", "", Fault::SharingViolation);
+        int done = 0;
+        fake::OnCall("RenameNew", [&](const std::string&) {
+            return done++ < renames ? Fault::None : Fault::AccessDenied;
+        });
+        report = Purge();
+        EXPECT_TRUE((folder.Name == "stays") == (renames != 3) &&
+                    (folder.Dates == 0) == (renames == 0));
+        const std::string told = renames == 0   ? "\n\n"
+                                 : renames == 3 ? "left as C:\\d\\" + folder.Name + "\\.\n"
+                                                : "its dates may have changed.\n";
+        EXPECT_THAT(report,
+                    HasSubstr((renames ? "Folder C:\\d\\stays\\ not removed, " : "") + told));
+    }
 
     // The files that fill the folder's index, where the old names were.
     for (const bool blnRoom : {true, false}) {

@@ -2,6 +2,7 @@
 #include "report/run/PurgeWalk.h"
 
 #include "drives/DriveWork.h"
+#include "engine/HeldFiles.h"
 #include "engine/OverwriteName.h"
 #include "engine/PurgeJob.h"
 #include "platform/Files.h"
@@ -150,8 +151,13 @@ void RemoveIfEmpty(const std::string& folder) {
     currentRun.Counts.lngNumFoldersRemoved += removed ? 1 : 0;
     if (removed)
         TellBetweenFiles("Folder " + folder + " removed" + OutOfReachText(reach) + ".", reach != 0);
-    else if (path != FolderWithoutBackslash(folder))
-        TellBetweenFiles("Folder " + folder + " not removed, left as " + path + "\\.", true);
+    if (removed || path == FolderWithoutBackslash(folder))
+        return;
+    const bool left = platform::Failed(
+        TryWhileHeld([&] { return platform::RenameNew(path, FolderWithoutBackslash(folder)); }));
+    TellBetweenFiles("Folder " + folder + " not removed, " +
+                         (left ? "left as " + path + "\\." : "its dates may have changed."),
+                     left);
 }
 
 } // namespace
