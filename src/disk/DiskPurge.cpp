@@ -9,6 +9,7 @@
 #include "disk/FileLoop.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/RunProgress.h"
+#include "drives/DriveWork.h"
 #include "engine/FilePurge.h"
 #include "report/run/Run.h"
 #include "report/run/TimeEstimates.h"
@@ -29,6 +30,26 @@ const char* const strTitle = "Purge disk";
 void Message(const std::string& strText) {
     SetMainLine(MainLine::LargePurgeMessage, strText);
     RepaintMain();
+}
+
+/// Whether the disk that was chosen is still in the drive; the user is told when it is not. Hours
+/// and questions pass before its files are purged, and another disk may have folders of these
+/// names.
+bool IsSameDisk(DiskPurgeState& state) {
+    platform::FolderIdentity identity;
+    auto fault = platform::Fault::None;
+    WorkOnDrive(state.strRoot,
+                [&] { fault = platform::ReadFolderIdentity(state.strRoot, identity); });
+    // A root on FAT may have no number; the serial number of its volume counts all the same.
+    if (!Failed(fault) && identity == state.hold.Identity)
+        return true;
+    state.blnGone = true;
+    const std::string strText = "The disk that was chosen is no longer in Drive " +
+                                std::string(1, state.chrDrive) +
+                                ".\r\nThe files on the one that is there now are not purged.";
+    TellInReport(strText);
+    ui::Complain(strText, strTitle);
+    return false;
 }
 
 /// Lists files and folders at the top of the drive. False when the drive cannot be read (the user
@@ -57,7 +78,7 @@ bool LookAtRoot(DiskPurgeState& state) {
 /// Whether this purge also reaches the file by this path.
 bool IsChosen(const DiskPurgeState& state, const std::string& strPath) {
     if (FolderPartOf(strPath) == state.strRoot)
-        return !state.blnExcludeTopFiles;
+        return state.PurgesTopFiles();
     return std::any_of(
         state.subfolders.begin(), state.subfolders.end(), [&](const std::string& strName) {
             return !state.IsExcluded(strName) && IsBelow(strPath, state.strRoot + strName + "\\");
@@ -65,20 +86,22 @@ bool IsChosen(const DiskPurgeState& state, const std::string& strPath) {
 }
 
 bool WalkDisk(FileLoop& loop, const DiskPurgeState& state) {
-    if (!state.blnExcludeTopFiles && !WalkFiles(loop, state.strRoot, false))
+    if (!loop.isSameDisk() || (state.PurgesTopFiles() && !WalkFiles(loop, state.strRoot, false)))
         return false;
     for (const std::string& strName : state.subfolders)
-        if (!state.IsExcluded(strName) && !WalkFiles(loop, state.strRoot + strName, true))
+        if (!state.IsExcluded(strName) &&
+            (!loop.isSameDisk() || !WalkFiles(loop, state.strRoot + strName, true)))
             return false;
     return true;
 }
 
 /// strUndoneBefore: what the purge of the free space could not do.
-RunState PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUndoneBefore) {
+RunState PurgeFilesOfDisk(DiskPurgeState& state, const std::string& strUndoneBefore) {
     FileLoop loop;
     loop.strTitle = strTitle;
     loop.blnErrorBoxes = blnDisplayDialogBoxesDuringRemainderOfPurgeDrive;
     loop.isChosen = [&](const std::string& strPath) { return IsChosen(state, strPath); };
+    loop.isSameDisk = [&] { return IsSameDisk(state); };
     Message("Now counting files to be purged ...");
     bool blnFinished = WalkDisk(loop, state);
     if (blnFinished && currentRun.Request.lngNumFilesExpected == 0) {
@@ -109,7 +132,7 @@ RunState PurgeFilesOfDisk(const DiskPurgeState& state, const std::string& strUnd
     Message(strEnd);
     TellInReport(strEnd);
     ShowUndone(loop, strUndoneBefore);
-    return blnFinished ? RunState::Done : RunState::Stopped;
+    return state.blnGone ? RunState::Failed : blnFinished ? RunState::Done : RunState::Stopped;
 }
 
 /// Text after the drive in the report head: the folders that the user wants to keep.
@@ -122,14 +145,8 @@ std::string ExclusionsText(const DiskPurgeState& state) {
     return strText;
 }
 
-RunState PurgeDisk() {
-    DiskPurgeState state;
-    state.chrDrive =
-        ChooseWritableDrive("Purge (wipe) which drive?", strTitle, DriveOptions::ForFiles);
-    if (state.chrDrive == 0)
-        return RunState::Idle;
-    state.strRoot = std::string(1, state.chrDrive) + ":\\";
-    blnPurgingDrive = true;
+/// The steps after the choice of the drive, whose root is held open meanwhile.
+RunState PurgeHeldDisk(DiskPurgeState& state) {
     float sngSpeed = 0;
     if (!MeasureSpeed(state, sngSpeed) || !ShowDiskEstimate(state, sngSpeed) ||
         !LookAtRoot(state) || !ShowPlan(state) || !AskAboutTopFiles(state) ||
@@ -137,6 +154,10 @@ RunState PurgeDisk() {
         !AcceptFillingOf(state.chrDrive, strTitle) || !AskAboutInterruption()) {
         SetMainLine(MainLine::Subdirectories2, "");
         return RunState::Idle;
+    }
+    if (!IsSameDisk(state)) {
+        SetMainLine(MainLine::Subdirectories2, "");
+        return RunState::Failed;
     }
     blnStop = false;
     ui::HoldEscape(true);
@@ -158,6 +179,25 @@ RunState PurgeDisk() {
     }
     blnStop = false;
     return PurgeFilesOfDisk(state, strUndone);
+}
+
+RunState PurgeDisk() {
+    DiskPurgeState state;
+    state.chrDrive =
+        ChooseWritableDrive("Purge (wipe) which drive?", strTitle, DriveOptions::ForFiles);
+    if (state.chrDrive == 0)
+        return RunState::Idle;
+    state.strRoot = std::string(1, state.chrDrive) + ":\\";
+    auto fault = platform::Fault::None;
+    WorkOnDrive(state.strRoot, [&] { fault = platform::HoldFolder(state.strRoot, state.hold); });
+    if (Failed(fault)) {
+        ui::Complain("Error: " + platform::FaultText(fault));
+        return RunState::Failed;
+    }
+    blnPurgingDrive = true;
+    const RunState result = PurgeHeldDisk(state);
+    platform::LetGo(state.hold);
+    return result;
 }
 
 } // namespace

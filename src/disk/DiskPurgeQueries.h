@@ -1,6 +1,8 @@
 // The boxes of the disk purge: estimate, plan, exclusions and the last questions.
 #pragma once
 
+#include "platform/Places.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -9,12 +11,17 @@
 struct DiskPurgeState {
     char chrDrive = 0;
     std::string strRoot;                 ///< "X:\"
+    platform::FolderHold hold;           ///< of the root; tells its disk from another one
+    bool blnGone = false;                ///< another disk, or none, has been found in the drive
     double dblFileBytes = 0;             ///< of all files, including excluded ones; 0 when unknown
     std::int64_t lngTopFiles = 0;        ///< files in the root, without those never purged
     std::vector<std::string> subfolders; ///< names of the root's folders, links left out
     bool blnExcludeTopFiles = false;
     std::vector<std::string> excluded; ///< names of excluded top-level folders
-    std::int64_t NonExcluded() const;  ///< number of top-level folders to be purged
+    /// Files that came to the top after it was listed are kept if there were none: nobody was
+    /// asked.
+    bool PurgesTopFiles() const { return lngTopFiles > 0 && !blnExcludeTopFiles; }
+    std::int64_t NonExcluded() const; ///< number of top-level folders to be purged
     bool IsExcluded(const std::string& strName) const;
 };
 

@@ -33,7 +33,8 @@ const char* const strGoOn = "Click 'OK' to continue, or 'Cancel' to terminate th
 /// Asks whether to go on; on Cancel the loop ends with blnStop set.
 bool GoOn(const FileLoop& loop, const std::string& strText) {
     if (AskInRun(strText + strGoOn, ui::Buttons::OKCancel, ui::Icon::Question, loop.strTitle,
-                 "next file") == ui::AnswerOK) {
+                 "next file") == ui::AnswerOK &&
+        (!loop.isSameDisk || loop.isSameDisk())) { // the box may have stood for hours
         blnStop = false;
         return true;
     }

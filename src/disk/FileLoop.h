@@ -19,6 +19,8 @@ struct FileLoop {
     /// Whether a path lies in what was chosen. A file is passed over if one of its names lies
     /// elsewhere, or if the system does not tell its other names.
     std::function<bool(const std::string& strPath)> isChosen{};
+    /// Whether the drive still holds what was chosen; tells the user if not. Empty: not checked.
+    std::function<bool()> isSameDisk{};
     std::int64_t lngOtherNames = 0;        ///< number of files passed over for that reason
     std::vector<std::string> otherNames{}; ///< the first of them
 };

@@ -13,7 +13,7 @@ namespace platform {
 struct FolderIdentity {
     std::uint64_t Volume = 0;
     std::uint64_t Low = 0, High = 0;
-    /// False on file systems without such numbers.
+    /// False on file systems without such numbers; Volume counts all the same.
     bool IsKnown() const { return (Low | High) != 0; }
     bool operator==(const FolderIdentity&) const = default;
 };

@@ -1,5 +1,6 @@
 // "Purge disk": every box, every answer, and what is left on the disk.
 #include "DriveTest.h"
+#include "report/run/Run.h"
 
 namespace {
 
@@ -183,6 +184,34 @@ TEST_F(DiskPurgeTest, EveryBoxCanEndItAndKeepsTheFiles) {
                   frmMain.lblLargePurgeMessage.Caption);
         EXPECT_TRUE(fake::journal.empty());
     }
+}
+
+TEST_F(DiskPurgeTest, AnotherDiskInTheDriveIsNotTouched) {
+    const std::string all = "a.txt pagefile.sys docs\\letter.txt games\\score ";
+    for (const char* part : {"without further", "Now all files", "deep.txt"}) {
+        Fresh();
+        fake::FailAlways("RemoveFile", "deep.txt", Fault::AccessDenied);
+        user.AnswerOthers = [this, part, before = user.AnswerOthers](const fake::BoxSeen& box) {
+            if (box.Text.find(part) != std::string::npos && fake::At("D:\\WINDOWS")) {
+                fake::AddDrive('D', 60 * MiB).FileSystem = "exFAT"; // no root has a number there
+                fake::PutFiles(
+                    {"D:\\a.txt", "D:\\pagefile.sys", "D:\\docs\\letter.txt", "D:\\games\\score"});
+                fake::journal.clear();
+            }
+            return before(box);
+        };
+        Click();
+        EXPECT_EQ(all, Left()) << part;
+        EXPECT_TRUE(fake::journal.empty()) << part << fake::JournalText();
+        Box("The disk that was chosen is no longer in Drive D.");
+        EXPECT_EQ(RunState::Failed, currentRun.State);
+    }
+    // A file that came to the top after the question: nobody was asked about it.
+    Fresh();
+    fake::TakeAway("D:\\a.txt");
+    user.During([] { return blnPurgingFreeSpace; }, [] { fake::PutFile("D:\\new.txt"); });
+    Click();
+    EXPECT_EQ("pagefile.sys WINDOWS\\WIN386.SWP new.txt ", Left());
 }
 
 TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {

@@ -39,7 +39,8 @@ bool IsLinkAt(const Place& place) {
 }
 
 platform::FolderIdentity IdentityOf(const Place& place) {
-    return {reinterpret_cast<std::uintptr_t>(place.Disk), place.Item->Number, 0};
+    const bool unnumbered = !place.Folder && place.Disk->FileSystem == "exFAT";
+    return {place.Disk->Serial, unnumbered ? 0 : place.Item->Number, 0};
 }
 
 Fault MayWrite(const Drive& drive, const Node& node) {

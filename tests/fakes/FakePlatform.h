@@ -73,6 +73,7 @@ struct Drive {
     std::uint64_t Occupied = 0; ///< bytes taken by other data; set it to limit free space
     std::uint64_t KeptBack = 0; ///< free bytes that the user cannot have (a quota)
     std::uint32_t BytesPerSector = 512, SectorsPerCluster = 8;
+    std::uint64_t Serial = ++lastNumber;
     std::string Label, FileSystem = "NTFS";
     bool MediaPresent = true;
     bool ReadOnly = false;

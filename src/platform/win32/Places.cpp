@@ -25,14 +25,14 @@ FolderIdentity IdentityOf(HANDLE handle) {
         }
         identity.Volume = known.VolumeSerialNumber;
         // All bits set: the file system has no number for this folder.
-        return identity.Low == ~std::uint64_t{0} ? FolderIdentity{} : identity;
+        return identity.Low == ~std::uint64_t{0} ? FolderIdentity{identity.Volume} : identity;
     }
     BY_HANDLE_FILE_INFORMATION facts; // FAT and old servers
     if (GetFileInformationByHandle(handle, &facts)) {
         identity.Volume = facts.dwVolumeSerialNumber;
         identity.Low = Joined(facts.nFileIndexHigh, facts.nFileIndexLow);
     }
-    return identity.Low == ~std::uint64_t{0} ? FolderIdentity{} : identity;
+    return identity.Low == ~std::uint64_t{0} ? FolderIdentity{identity.Volume} : identity;
 }
 
 bool IsRoot(const std::wstring& path) {
