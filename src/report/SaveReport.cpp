@@ -45,8 +45,7 @@ void SaveReport() {
         return;
     // The windows stay alive while a long report is written. No new run may begin: it would take
     // the records away.
-    frmReport.cmdSaveReport.Enabled = false;
-    EnableMenu(false);
+    const CommandsInReach before = TakeCommandsAway();
     const auto write = [&](const PutText& put) {
         const PutText putAndYield = [&put](const std::string& piece) {
             ui::DoEvents();
@@ -55,8 +54,8 @@ void SaveReport() {
         return json ? WriteReportAsJson(putAndYield) : WriteReportAsText(putAndYield);
     };
     const platform::Fault fault = WriteLongTextFile(path, write, ui::Effort::Long);
-    EnableMenu(true);
-    frmReport.cmdSaveReport.Enabled = true;
+    GiveCommandsBack(before);
+    blnStop = false; // F10 has stopped nothing here, and must not stop the next command
     if (Failed(fault))
         ui::Complain("The report cannot be saved in " + path + ".\r\n" +
                          platform::FaultText(fault) + ".",

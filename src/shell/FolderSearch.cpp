@@ -4,7 +4,6 @@
 #include "platform/Places.h"
 #include "platform/System.h"
 #include "session/Session.h"
-#include "shell/frmMain.h"
 #include "support/MainWindow.h"
 #include "ui/Interface.h"
 
@@ -19,9 +18,9 @@ struct Search {
     std::string strDoing;
     std::uint64_t lngBegan = 0; ///< tick count
     bool blnOutsideRun = false;
-    bool blnHeld = false;                 ///< the main window is disabled
-    bool blnMenu = true, blnSetup = true; ///< what was enabled before
-    std::string strSaid;                  ///< the text in the status line; "" before it is shown
+    bool blnHeld = false;   ///< the main window is disabled
+    CommandsInReach before; ///< what was enabled before
+    std::string strSaid;    ///< the text in the status line; "" before it is shown
 };
 Search searchInHand;
 
@@ -35,10 +34,8 @@ void BeginSearch(const std::string& strDoing, bool blnOutsideRun) {
 void EndSearch() {
     if (!searchInHand.strSaid.empty())
         SetMainLine(MainLine::Status, "");
-    if (searchInHand.blnHeld) {
-        frmMain.fraSetup.Enabled = searchInHand.blnSetup;
-        EnableMenu(searchInHand.blnMenu);
-    }
+    if (searchInHand.blnHeld)
+        GiveCommandsBack(searchInHand.before);
     searchInHand = {};
 }
 
@@ -48,9 +45,7 @@ void HoldMain() {
     if (!search.blnOutsideRun || search.blnHeld)
         return;
     search.blnHeld = true;
-    search.blnMenu = frmMain.fraMenu.Enabled;
-    search.blnSetup = frmMain.fraSetup.Enabled;
-    EnableMain(false);
+    search.before = TakeCommandsAway();
 }
 
 /// Called between two entries, and while a slow drive returns none.

@@ -258,6 +258,22 @@ void EnableMenu(bool blnEnabled) {
 void EnableMain(bool blnEnabled) {
     frmMain.fraSetup.Enabled = blnEnabled;
     EnableMenu(blnEnabled);
+    // To save a report pumps messages and waits for a drive, which no command may do in another's
+    // work.
+    frmReport.cmdSaveReport.Enabled = blnEnabled && !frmReport.txbText.Text.empty();
+}
+
+CommandsInReach TakeCommandsAway() {
+    const CommandsInReach before{frmMain.fraMenu.Enabled, frmMain.fraSetup.Enabled,
+                                 frmReport.cmdSaveReport.Enabled};
+    EnableMain(false);
+    return before;
+}
+
+void GiveCommandsBack(const CommandsInReach& before) {
+    frmMain.fraSetup.Enabled = before.blnSetup;
+    EnableMenu(before.blnMenu);
+    frmReport.cmdSaveReport.Enabled = before.blnSave;
 }
 
 void Button_MouseOver(ui::Control& control) {

@@ -23,6 +23,14 @@ void RepaintMain();
 /// Enables or disables the frame of command buttons. Every long operation disables it first and
 /// enables it again on every exit path.
 void EnableMenu(bool blnEnabled);
+/// Which commands the user can give: of the menu, of the setup panel, and "Save report".
+struct CommandsInReach {
+    bool blnMenu = true, blnSetup = true, blnSave = true;
+};
+/// Disables all of them. Returns what was enabled, for GiveCommandsBack.
+CommandsInReach TakeCommandsAway();
+/// Enables what was enabled before, and no more: a command may be under way around this one.
+void GiveCommandsBack(const CommandsInReach& before);
 /// Shows the share done of a long operation, 0 to 1, on the main window's taskbar button; a
 /// negative share removes it.
 void ShowMainProgress(double dblFraction);

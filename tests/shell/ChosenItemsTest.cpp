@@ -55,7 +55,11 @@ TEST_F(ChosenItems, FromTwoDrivesWithOverlapsArePurgedOnce) {
     // Both forms of the saved report hold each file; what cannot be saved loses nothing.
     const char* const question = "Save report";
     user.Dialog(question, "C:\\report");
+    fake::Click(f.cmdSetup); // to the panel the menu gives way, and stays away
+    fake::Watch("WriteBytes", [&](const std::string&) { EXPECT_FALSE(f.fraSetup.Enabled); });
     fake::Click(frmReport.cmdSaveReport);
+    EXPECT_TRUE(f.fraSetup.Enabled && frmReport.cmdSaveReport.Enabled && !f.fraMenu.Enabled);
+    fake::Click(f.cmdKeepSetup);
     std::string saved = fake::ContentOf("C:\\report.txt");
     EXPECT_TRUE(saved.starts_with(report.substr(0, 100)));
     EXPECT_THAT(saved, HasSubstr("C:\\a\\2.txt (4 bytes) purged\r\n"));

@@ -1,5 +1,6 @@
 // Choosing what is to be purged: files, folders, subfolders, by dialogs, dropped, or given.
 #include "shell/SpecifyCommands.h"
+#include "report/frmReport.h"
 #include "shell/ShellTest.h"
 
 #include <thread>
@@ -58,19 +59,21 @@ TEST_F(SpecifyCommands, SpecifyFolder) {
 // Every look into a folder that takes long says so, lets nothing be clicked, and ends by F10.
 TEST_F(SpecifyCommands, LongLooksIntoAFolderAreToldAndEndByF10) {
     PutFiles("C:\\docs", 2);
+    frmReport.txbText.Text = "of the last run";
     double milliseconds = 600;
     fake::Watch("EnumerateFolder",
                 [&milliseconds](const std::string&) { fake::Advance(milliseconds); });
     const auto stopped = [this](const std::string& doing, const fake::Action& command) {
         user.During([=, this] { return f.lblStatus.Caption == doing + " ...  (F10 stops this.)"; },
                     [this] {
-                        EXPECT_FALSE(f.fraMenu.Enabled || f.fraSetup.Enabled);
+                        EXPECT_FALSE(f.fraMenu.Enabled || f.fraSetup.Enabled ||
+                                     frmReport.cmdSaveReport.Enabled);
                         fake::PressF10();
                     });
         command();
         user.Finish();
         EXPECT_FALSE(blnStop);
-        EXPECT_TRUE(f.fraMenu.Enabled && f.fraSetup.Enabled);
+        EXPECT_TRUE(f.fraMenu.Enabled && f.fraSetup.Enabled && frmReport.cmdSaveReport.Enabled);
         EXPECT_EQ(doing + " was stopped.", f.lblStatus.Caption);
     };
     // Without the question, which rests on what was not read.
