@@ -1,11 +1,11 @@
 // Chooses a writable drive, and asks before its free space is filled.
 #include "disk/DriveChoice.h"
 
+#include "disk/DriveReport.h"
 #include "disk/LeftoverDummies.h"
 #include "drives/DiskProc.h"
 #include "platform/Drives.h"
 #include "platform/System.h"
-#include "report/run/Run.h"
 #include "selection/Selection.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "support/Paths.h"
@@ -54,9 +54,9 @@ char ChooseWritableDrive(const std::string& strQuestion, const std::string& strT
     if (strLetters.empty())
         return 0;
     const char chrDrive = ChooseDrive(strQuestion, strLetters, options);
-    currentRun.Request.How.Options = purgeOptions;
+    driveRequest.How.Options = purgeOptions;
     if (options != DriveOptions::ForFiles) // the names of dummy files tell nothing
-        currentRun.Request.How.Options.OverwriteNames = false;
+        driveRequest.How.Options.OverwriteNames = false;
     if (chrDrive == 0 || !CheckDriveWritable(chrDrive, strTitle))
         return 0;
     OfferToRemoveLeftoversOn(chrDrive);

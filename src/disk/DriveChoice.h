@@ -13,7 +13,7 @@ std::string FindDrives(const std::string& strTitle);
 bool CheckDriveWritable(char chrDrive, const std::string& strTitle);
 /// Shows the drive chooser, checks the drive, and offers to remove dummy files that an earlier run
 /// left on it. The options that are chosen with the drive are in force from then on, also for the
-/// current run. Returns the letter, or 0.
+/// command's run. Returns the letter, or 0.
 char ChooseWritableDrive(const std::string& strQuestion, const std::string& strTitle,
                          DriveOptions options);
 /// Tells the user that the free space of a drive cannot be read.

@@ -11,16 +11,16 @@
 
 void RunDriveCommand(const std::function<RunState()>& command) {
     EnableMenu(false);
-    RunRequest request;
-    request.blnPurgeFiles = true;
-    request.blnInReport = false;
-    request.How = PurgeHowInForce();
-    request.How.blnPurgeSlackOnly = request.How.blnDoNotDeletePurgedFiles = false;
-    request.How.blnOKToPurgeReadOnlyFiles = request.How.blnOKToPurgeSystemFiles = true;
-    BeginRun(request);
-    currentRun.State = command();
+    driveRequest = {};
+    driveRequest.blnPurgeFiles = true;
+    driveRequest.blnInReport = false;
+    PurgeHow& how = driveRequest.How = PurgeHowInForce();
+    how.blnPurgeSlackOnly = how.blnDoNotDeletePurgedFiles = false;
+    how.blnOKToPurgeReadOnlyFiles = how.blnOKToPurgeSystemFiles = true;
+    blnStop = false;
+    const RunState state = command();
     ForgetRunProgress();
-    EndDriveReport();
+    EndDriveReport(state);
     ui::HoldEscape(false);
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);
     FillDisk.intTestQuantity = 0;

@@ -7,5 +7,5 @@
 
 /// Runs one command with the menu disabled. Afterwards, however the command ended, no dummy file is
 /// left, all run flags are reset and the menu is enabled. It returns what it came to: Idle, Done,
-/// Stopped or Failed.
+/// Stopped or Failed. Until its report begins, the last run and its report stay.
 void RunDriveCommand(const std::function<RunState()>& command);

@@ -4,7 +4,6 @@
 #include "platform/System.h"
 #include "report/BatchDriver.h"
 #include "report/frmReport.h"
-#include "report/run/Run.h"
 #include "report/run/RunDriver.h"
 #include "report/run/RunEvents.h"
 #include "report/run/RunRecords.h"
@@ -30,9 +29,11 @@ std::string AsLine(std::string strText) {
 
 void BeginDriveReport(const std::string& strTitle, const std::string& strWhat,
                       const std::string& strPlace) {
+    if (!blnBegun)
+        BeginRun(driveRequest);
     RunRequest& request = currentRun.Request;
     // A disk purge may have begun with a test of the speed.
-    if (!blnBegun || request.strTitle != strTitle)
+    if (request.strTitle != strTitle)
         request.strItems = strWhat;
     request.strTitle = frmReport.Caption = strTitle;
     const std::string strRemarks = strPlace.empty() ? "" : HeadRemarks({strPlace});
@@ -54,7 +55,9 @@ void TellInReport(const std::string& strText) {
     AppendReport(strLine, true);
 }
 
-void EndDriveReport() {
+void EndDriveReport(RunState state) {
+    if (blnBegun || currentRun.strStarted.empty())
+        currentRun.State = state;
     if (!blnBegun)
         return;
     if (NumRecords() > 0) {

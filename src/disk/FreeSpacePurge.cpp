@@ -54,7 +54,7 @@ std::string AnnouncementText(char chrDrive) {
     } else
         strText += std::string("It is advisable to test the purge speed of Drive ") + chrDrive +
                    " first, so as to get an estimate of the time required.";
-    if (currentRun.Request.How.Options.Verify)
+    if (driveRequest.How.Options.Verify)
         strText += "\r\n\r\nWhat the purge has written over " + strFiles +
                    " will be read back and compared.";
     return strText + "\r\n\r\nClick 'OK' to continue or 'Cancel' to terminate this operation.";

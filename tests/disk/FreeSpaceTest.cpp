@@ -1,6 +1,7 @@
 // "Purge free space" from the click to the last box.
 #include "FreeSpaceTest.h"
 #include "disk/LeftoverDummies.h"
+#include "report/run/Run.h"
 #include "settings/frmPurgeConfirmation.h"
 
 namespace {
@@ -104,7 +105,10 @@ TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
         user.BoxLike(strTitle, std::string(" free.\r\n\r\n") + files + " dummy", ui::AnswerCancel);
         Click();
     }
-    // The chooser's Cancel, the warning about the system's drive, and no library.
+    // The chooser's Cancel, the warning about the system's drive, and no library. What was purged
+    // last can still be saved.
+    currentRun.strStarted = currentRun.strHead = "last";
+    currentRun.State = RunState::Stopped;
     user.Modal(frmDrives, [] { fake::Click(frmDrives.cmdCancel); });
     Click();
     ChooseDrive(strQuestion, 'C');
@@ -114,6 +118,7 @@ TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
     user.BoxLike("Error", "nwaux6.dll");
     Click();
     EXPECT_TRUE(fake::journal.empty());
+    EXPECT_TRUE(currentRun.strHead == "last" && currentRun.State == RunState::Stopped);
 }
 
 TEST_F(FreeSpaceTest, F10AsksWhileWritingAndBetweenTwoPurgedFiles) {
