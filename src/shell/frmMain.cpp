@@ -353,8 +353,9 @@ void cmdQuit_Click() {
     if (IsRunning()) {
         // "Quit" itself is disabled now, so the user is closing the window. Ending here would leave
         // dummy files and a half-purged file, so the operation is asked to stop. The commands on
-        // drives ask the user themselves.
-        if (!currentRun.Request.blnInReport || !currentRun.IsUnderWay() ||
+        // drives ask the user themselves. Nobody is asked when the session ends: the box would
+        // answer No by itself.
+        if (ui::Ending() || !currentRun.Request.blnInReport || !currentRun.IsUnderWay() ||
             AskInReport("An operation is still running.\r\nDo you wish to stop it?",
                         ui::Buttons::YesNo, "Nullwright", "quit", 2) == ui::AnswerYes) {
             blnStop = true;

@@ -1,5 +1,6 @@
 // Start-up, the main window's labels and its own commands.
 #include "support/MainWindow.h"
+#include "report/run/Run.h"
 #include "settings/SetupFiles.h"
 #include "shell/ShellTest.h"
 #include "ui/PathEllipsis.h"
@@ -39,6 +40,15 @@ TEST_F(MainWindow, QuitsButNotInTheGuardedSecondNorWhileAnOperationRuns) {
     fake::CloseForm(f);
     EXPECT_FALSE(user.Ended);
     EXPECT_TRUE(blnStop);
+    blnStop = false;
+    currentRun.State = RunState::Running; // now of a run in the report
+    user.BoxLike("Nullwright", "Do you wish to stop it?", ui::AnswerNo);
+    fake::CloseForm(f);
+    EXPECT_FALSE(blnStop);
+    user.Ending = true;
+    fake::CloseForm(f);
+    EXPECT_TRUE(blnStop) << "nobody is asked at the end of the session";
+    user.Ending = false;
     user.Focus = nullptr;
     EnableMain(true);
     EXPECT_EQ(&f.cmdProcessFiles[1], user.Focus);

@@ -66,6 +66,12 @@ TEST_F(ReportTest, PauseContinueStop) {
     EXPECT_TRUE(SendMessageW(main, WM_QUERYENDSESSION, 0, 0));
 }
 
+TEST_F(ReportTest, TheEndOfTheSessionStopsIt) {
+    StartRun();
+    EndSession();
+    EXPECT_GT(FilesLeft(), 0);
+}
+
 TEST_F(ReportTest, EscapeDoesNotEndIt) {
     Put("data\\two names.exe", "kept");
     std::filesystem::create_hard_link(InScratch("data\\two names.exe"), InScratch("other"));
