@@ -28,6 +28,7 @@ enum PurgeResult : std::int16_t {
     PurgeNotLocal = -17,    ///< its data would have to be fetched first
     PurgeNoPasses = -18,    ///< asked for no pass at all
     PurgeNotVerified = -19, ///< what was written cannot be read back as it was written
+    PurgeReplaced = -20,    ///< of a folder: another one has taken the place of the chosen one
     PurgeReadOnlyRefused = -53,
     PurgeSystemRefused = -54,
     PurgeNoSlack = -55

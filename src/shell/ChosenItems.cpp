@@ -3,6 +3,7 @@
 
 #include "platform/Files.h"
 #include "platform/Folders.h"
+#include "platform/Places.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
 #include "support/FolderSearch.h"
@@ -19,6 +20,7 @@ namespace {
 struct ChosenItem {
     std::string strPath; ///< a folder's path ends with a backslash
     bool blnFolder = false;
+    platform::FolderIdentity Identity{}; ///< the folder's, or that of the file's folder
 };
 std::vector<ChosenItem> chosenItems;
 std::string strFilesOfFolders; ///< the file specification of the folders among them
@@ -29,8 +31,11 @@ std::string CountText(std::size_t number, const char* one, const char* many) {
     return GroupedDigits(static_cast<std::int64_t>(number)) + " " + (number == 1 ? one : many);
 }
 
-/// Settles a path; returns "" or the reason why it cannot be taken.
-std::string TakeItem(const std::string& strPath, ChosenItem& item) {
+using Identities = std::map<std::string, platform::FolderIdentity>;
+
+/// Settles a path; returns "" or the reason why it cannot be taken. `known` has the folders of
+/// earlier files, so that each is asked about once.
+std::string TakeItem(const std::string& strPath, ChosenItem& item, Identities& known) {
     item.strPath = strPath;
     if (const std::string strWhyNot = SettlePath(item.strPath); !strWhyNot.empty())
         return strWhyNot;
@@ -38,9 +43,14 @@ std::string TakeItem(const std::string& strPath, ChosenItem& item) {
     AskOnDrive(item.strPath, [&] {
         item.blnFolder = platform::FolderExists(item.strPath);
         blnThere = item.blnFolder || platform::FileExists(item.strPath);
+        if (item.blnFolder)
+            item.strPath = FolderWithBackslash(item.strPath);
+        const auto [identity, isNew] = known.try_emplace(FolderPartOf(item.strPath));
+        // A fault leaves it unknown: the file system has no such numbers, or nothing is there.
+        if (isNew)
+            (void)platform::ReadFolderIdentity(identity->first, identity->second);
+        item.Identity = identity->second;
     });
-    if (item.blnFolder)
-        item.strPath = FolderWithBackslash(item.strPath);
     return blnThere ? "" : strPath + " was not found.";
 }
 
@@ -77,10 +87,11 @@ bool ChooseItems(const std::vector<std::string>& paths, const std::string& strFi
     std::vector<ChosenItem> taken;
     std::vector<std::string> refused;
     std::set<std::string> keys;
+    Identities identities;
     if (!RunSearch("Looking at the chosen items", [&] {
             for (const std::string& strPath : paths) {
                 ChosenItem item;
-                const std::string strWhyNot = TakeItem(strPath, item);
+                const std::string strWhyNot = TakeItem(strPath, item, identities);
                 if (!strWhyNot.empty())
                     refused.push_back(strWhyNot);
                 else if (keys.insert(KeyOf(item.strPath)).second)
@@ -142,7 +153,7 @@ std::vector<RunItem> ChosenRunItems(bool blnSubfolders) {
     for (const ChosenItem& chosen : chosenItems) {
         if (chosen.blnFolder) {
             if (!isBrought(chosen.strPath, true))
-                items.push_back({chosen.strPath, strFilesOfFolders, {}});
+                items.push_back({chosen.strPath, strFilesOfFolders, {}, chosen.Identity});
             continue;
         }
         const std::string strFolder = FolderPartOf(chosen.strPath);
@@ -153,7 +164,7 @@ std::vector<RunItem> ChosenRunItems(bool blnSubfolders) {
             continue;
         const auto place = placeOfFolder.emplace(strFolder, items.size());
         if (place.second)
-            items.push_back({strFolder, "*.*", {}});
+            items.push_back({strFolder, "*.*", {}, chosen.Identity});
         items[place.first->second].names.push_back(FileNameOf(chosen.strPath));
     }
     return items;

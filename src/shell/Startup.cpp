@@ -14,6 +14,7 @@
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "settings/SetupFiles.h"
+#include "shell/ChosenItems.h"
 #include "shell/frmMain.h"
 #include "shell/frmMainLayout.h"
 #include "shell/SetupCommands.h"
@@ -63,6 +64,7 @@ void SetDefaults() {
 } // namespace
 
 void ResetSession() {
+    ForgetChosenItems();
     strDirPath.clear();
     strBrowsePath.clear();
     strFilespec.clear();

@@ -119,4 +119,21 @@ TEST_F(ChosenItems, GiveWayToWhatIsChosenNextAndAreNotSaved) {
     EXPECT_EQ("", f.lblDirectory.ToolTip);
 }
 
+TEST_F(ChosenItems, MustBeInTheFoldersThatWereChosen) {
+    fake::PutFiles({"C:\\x\\a\\1.txt", "C:\\x\\b\\2.txt", "C:\\o\\a\\1.txt", "C:\\o\\b\\2.txt"});
+    FilesDroppedOnMain({"C:\\x\\a", "C:\\x\\b\\2.txt"});
+    user.Modal(frmPurgeConfirmation, [] {
+        EXPECT_TRUE(fake::ReplaceByLink("C:\\x", "C:\\o"));
+        fake::Click(frmPurgeConfirmation.cmdDoPurge);
+    });
+    user.BoxLike("Purge files", "all 2 files", ui::AnswerYes);
+    fake::Click(f.cmdProcessFiles[1]);
+    for (const char* folder : {"C:\\x\\a\\", "C:\\x\\b\\"})
+        EXPECT_THAT(
+            frmReport.txbText.Text,
+            HasSubstr(folder + std::string(": not the folder any more that was chosen.\r\n")));
+    EXPECT_THAT(frmReport.txbText.Text, HasSubstr("Folders that could not be read: 2\r\n"));
+    EXPECT_EQ(2u, fake::FilesBelow("C:\\o").size());
+}
+
 } // namespace

@@ -65,6 +65,8 @@ void ListItem(const RunItem& item) {
     walk.onFolder = AnnounceFolder;
     walk.onFile = ListFile;
     walk.onLink = ListLink;
+    walk.Chosen = item.Identity;
+    walk.onReplaced = TellReplaced;
     walk.onTurn = GoesOn;
     WalkTree(walk, item.strFolder);
 }
@@ -87,6 +89,7 @@ bool CountItem(const RunItem& item, const CountWish& wish, FilesToPurge& found) 
     TreeWalk walk;
     walk.strFilespec = item.strFilespec;
     walk.names = item.names;
+    walk.Chosen = item.Identity;
     walk.blnSubfolders = wish.Subfolders;
     walk.blnPagefile = blnPurgingDrive;
     walk.onFile = [&](const std::string&, const FoundFile& file) {

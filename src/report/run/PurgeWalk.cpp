@@ -173,6 +173,13 @@ void TellBetweenFiles(const std::string& strLines, bool blnWarning) {
     }
 }
 
+void TellReplaced(const std::string& strFolder) {
+    ++currentRun.Counts.lngNumFoldersUnread;
+    const FileRecord record{strFolder, FileFate::Refused, 0, PurgeReplaced};
+    WriteReportLine(strFolder + RecordTail(record));
+    NoteRecord(record);
+}
+
 void TellLink(const std::string& strPath) {
     const FileRecord record{strPath, FileFate::Link};
     WriteReportLine(strPath + RecordTail(record));
@@ -201,6 +208,7 @@ TreeWalk PurgeTreeWalk(FileGroup& group, const std::string& spec, bool slackOnly
         NoteRecord(record);
     };
     walk.onUnread = [](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
+    walk.onReplaced = TellReplaced;
     walk.onTurn = GoesOn;
     if (currentRun.Request.How.Options.OverwriteNames)
         walk.onFolderDone = [](const std::string& folder) {
@@ -214,20 +222,14 @@ TreeWalk PurgeTreeWalk(FileGroup& group, const std::string& spec, bool slackOnly
 
 } // namespace
 
-void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
-                        bool blnSlackOnly) {
+void NWesPurgeRecursive(const RunItem& item, bool blnSlackOnly) {
     FileGroup group = GroupOfRun();
-    WalkTree(PurgeTreeWalk(group, strSpec, blnSlackOnly), strFolder);
+    TreeWalk walk = PurgeTreeWalk(group, item.strFilespec, blnSlackOnly);
+    walk.names = item.names;
+    walk.Chosen = item.Identity;
+    WalkTree(walk, item.strFolder);
 }
 
 void PurgeItem(const RunItem& item) {
-    const bool slackOnly = currentRun.Request.How.blnPurgeSlackOnly;
-    if (item.names.empty()) {
-        NWesPurgeRecursive(item.strFolder, item.strFilespec, slackOnly);
-        return;
-    }
-    FileGroup group = GroupOfRun();
-    TreeWalk walk = PurgeTreeWalk(group, item.strFilespec, slackOnly);
-    walk.names = item.names;
-    WalkTree(walk, item.strFolder);
+    NWesPurgeRecursive(item, currentRun.Request.How.blnPurgeSlackOnly);
 }

@@ -6,8 +6,7 @@
 #include <string>
 
 /// Purge walk of the current run: one folder and, if blnSubdirectories, everything below it.
-void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec,
-                        bool blnSlackOnly);
+void NWesPurgeRecursive(const RunItem& item, bool blnSlackOnly);
 
 /// The purge walk for one item of the run.
 void PurgeItem(const RunItem& item);
@@ -18,3 +17,5 @@ void TellBetweenFiles(const std::string& strLines, bool blnWarning);
 
 /// Writes a line for a link, so that the user knows it was not purged.
 void TellLink(const std::string& strPath);
+/// Writes a line for a folder that has taken the place of a chosen one, and counts it as unread.
+void TellReplaced(const std::string& strFolder);

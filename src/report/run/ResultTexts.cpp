@@ -28,6 +28,8 @@ std::string ResultText(std::int16_t intResultCode, bool blnSlackOnly, const std:
         return ": invalid purge type.";
     case PurgeVanished:
         return ": no longer there.";
+    case PurgeReplaced:
+        return ": not the folder any more that was chosen.";
     case PurgeSeveralNames:
         return ": its data also belong to another name, not purged.";
     case PurgeDiskFull:

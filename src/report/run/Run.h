@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engine/PurgeJob.h"
+#include "platform/Places.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,6 +30,8 @@ struct RunItem {
     std::string strFolder;            ///< with trailing backslash
     std::string strFilespec = "*.*";  ///< "*.*" means all files
     std::vector<std::string> names{}; ///< files of the folder by exact name; empty: all
+    /// Of the folder as it was chosen; unknown: whatever is there now is meant.
+    platform::FolderIdentity Identity{};
 };
 
 /// The request for a listing or a purge.

@@ -58,9 +58,10 @@ bool WalkFiles(const TreeWalk& walk, const std::string& folder, bool own,
 bool WalkSubfolders(const TreeWalk& walk, const std::string& folder,
                     const std::vector<FoundFolder>& subfolders);
 
-// Enters a folder, and holds it if requested. `entered` tells whether that worked, independently of
-// the return value.
-bool Enter(const TreeWalk& walk, const std::string& folder, bool& entered) {
+// Enters a folder, and holds it if requested. `chosen`: the folder that it must be, if known.
+// `entered` tells whether that worked, independently of the return value.
+bool Enter(const TreeWalk& walk, const std::string& folder, const platform::FolderIdentity& chosen,
+           bool& entered) {
     platform::FolderHold hold;
     // Compares only the spelling, which costs nothing and is enough for counts.
     bool own = platform::LowerCase(folder) ==
@@ -77,6 +78,14 @@ bool Enter(const TreeWalk& walk, const std::string& folder, bool& entered) {
             return true;
         }
         own = EnterFolder(folder, hold.Identity);
+    } else if (chosen.IsKnown()) { // where it cannot be read, the list tells so
+        hold.Identity = chosen;
+        WorkOnDrive(folder, [&] { (void)platform::ReadFolderIdentity(folder, hold.Identity); });
+    }
+    if (chosen.IsKnown() && hold.Identity != chosen) {
+        platform::LetGo(hold);
+        Tell(walk.onReplaced, folder);
+        return true;
     }
     entered = true;
     std::vector<FoundFolder> subfolders;
@@ -97,7 +106,7 @@ bool WalkSubfolders(const TreeWalk& walk, const std::string& folder,
         // when it is entered.
         if (found.IsLink)
             Tell(walk.onLink, subfolder, true, false);
-        else if (!Enter(walk, subfolder, entered))
+        else if (!Enter(walk, subfolder, {}, entered))
             return false;
         if (entered)
             Tell(walk.onSubfolderDone, subfolder);
@@ -112,5 +121,5 @@ bool WalkSubfolders(const TreeWalk& walk, const std::string& folder,
 
 bool WalkTree(const TreeWalk& walk, const std::string& strFolder) {
     bool entered = false;
-    return Enter(walk, FolderWithBackslash(strFolder), entered);
+    return Enter(walk, FolderWithBackslash(strFolder), walk.Chosen, entered);
 }

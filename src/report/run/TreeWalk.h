@@ -1,6 +1,7 @@
 // The only walk over a folder tree. Each command supplies functions for what the walk meets.
 #pragma once
 
+#include "platform/Places.h"
 #include "report/run/FolderList.h"
 
 #include <functional>
@@ -15,6 +16,8 @@ struct TreeWalk {
     /// Holds each folder open while the walk is in it or below it. Otherwise a link could replace
     /// the folder and lead a purge to files that nobody chose.
     bool blnHoldFolders = false;
+    /// If known: the walked folder must be this one, and no other that has taken its place.
+    platform::FolderIdentity Chosen{};
     bool blnPagefile = false; ///< treat "pagefile.sys" as a swap file in any folder
 
     // Each function may be empty. If a function with a result returns false, the walk ends.
@@ -29,6 +32,8 @@ struct TreeWalk {
     std::function<void(const std::string& strPath)> onGone;
     /// A folder that could not be read completely.
     std::function<void(const std::string& strFolder)> onUnread;
+    /// Another folder has taken the place of the chosen one; it is not entered.
+    std::function<void(const std::string& strFolder)> onReplaced;
     /// Called after all of a folder was walked, while it is held.
     std::function<void(const std::string& strFolder)> onFolderDone;
     /// Called after all of a subfolder was walked and let go.
