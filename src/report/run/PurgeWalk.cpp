@@ -222,14 +222,16 @@ TreeWalk PurgeTreeWalk(FileGroup& group, const std::string& spec, bool slackOnly
 
 } // namespace
 
-void NWesPurgeRecursive(const RunItem& item, bool blnSlackOnly) {
+void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec, bool blnSlackOnly,
+                        const RunItem& item) {
     FileGroup group = GroupOfRun();
-    TreeWalk walk = PurgeTreeWalk(group, item.strFilespec, blnSlackOnly);
+    TreeWalk walk = PurgeTreeWalk(group, strSpec, blnSlackOnly);
     walk.names = item.names;
     walk.Chosen = item.Identity;
-    WalkTree(walk, item.strFolder);
+    WalkTree(walk, strFolder);
 }
 
 void PurgeItem(const RunItem& item) {
-    NWesPurgeRecursive(item, currentRun.Request.How.blnPurgeSlackOnly);
+    NWesPurgeRecursive(item.strFolder, item.strFilespec, currentRun.Request.How.blnPurgeSlackOnly,
+                       item);
 }

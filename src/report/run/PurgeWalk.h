@@ -6,7 +6,8 @@
 #include <string>
 
 /// Purge walk of the current run: one folder and, if blnSubdirectories, everything below it.
-void NWesPurgeRecursive(const RunItem& item, bool blnSlackOnly);
+void NWesPurgeRecursive(const std::string& strFolder, const std::string& strSpec, bool blnSlackOnly,
+                        const RunItem& item = {});
 
 /// The purge walk for one item of the run.
 void PurgeItem(const RunItem& item);
