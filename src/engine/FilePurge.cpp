@@ -1,4 +1,4 @@
-// The fronts of the engine for who purges a single file at once.
+// The fronts of the engine that purge a single file at once.
 #include "engine/FilePurge.h"
 
 #include "platform/System.h"

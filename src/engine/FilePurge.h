@@ -1,4 +1,5 @@
-// The fronts of the engine for who purges a single file at once.
+// Fronts of the engine that purge a single file at once. The first design names them; the program
+// itself runs jobs and groups, and tests and benches use them.
 #pragma once
 
 #include "engine/PurgeJob.h"

@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <cstddef>
 #include <utility>
 
@@ -81,11 +80,6 @@ bool EndPass(Member& member) {
     if (job.Result == PurgeDone)
         ++job.PassesDone;
     return job.Result == PurgeDone;
-}
-
-double SecondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
-        .count();
 }
 
 } // namespace

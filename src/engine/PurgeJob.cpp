@@ -14,11 +14,6 @@ namespace {
 
 ShareOfPurge shareOfPurge; ///< empty when nothing is under way
 
-double SecondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
-        .count();
-}
-
 /// Whether to go on after a pass; the time until that is known is not the job's.
 bool GoesOn(PurgeJob& job) {
     const double began = SecondsNow();
@@ -41,6 +36,11 @@ std::int16_t OverwriteAllPasses(PurgeJob& job) {
 }
 
 } // namespace
+
+double SecondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
 
 ShareOfPurge TellPurgeShareBy(ShareOfPurge share) {
     return std::exchange(shareOfPurge, std::move(share));

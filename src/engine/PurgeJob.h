@@ -129,6 +129,9 @@ struct PurgeJob {
 /// it its length back. Nothing else in the program overwrites a file.
 void RunPurgeJob(PurgeJob& job);
 
+/// Seconds by a clock that nobody sets, for what jobs and groups take.
+double SecondsNow();
+
 /// The share (0 to 1) of the job or the group under way that is written, for whoever shows it while
 /// that yields; 0 when none is under way. Slack is too little to be counted.
 double PurgeShareDone();

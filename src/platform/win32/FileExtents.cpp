@@ -1,20 +1,13 @@
 // Where an open file's bytes lie: its size, its clusters, its allocated ranges.
 #include "platform/Files.h"
 
+#include "platform/win32/FileHandle.h"
 #include "platform/win32/LastFault.h"
 
 #include <windows.h>
 #include <winioctl.h>
 
 namespace platform {
-namespace {
-
-HANDLE HandleOf(File file) {
-    return reinterpret_cast<HANDLE>(file.Handle); // NOLINT: that is what the seam carries
-}
-
-} // namespace
-
 Fault ReadOpenFileFacts(File file, OpenFileFacts& facts) {
     FILE_STANDARD_INFO known;
     FILE_BASIC_INFO basic;

@@ -1,5 +1,6 @@
 // Open files: reading, writing, lengths. Names and attributes are in FileNames.cpp.
 #include "platform/Files.h"
+#include "platform/win32/FileHandle.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"
 
@@ -11,10 +12,6 @@ namespace {
 
 /// A call takes a 32-bit count; this limit per call is a multiple of every cluster size.
 constexpr std::size_t intLargestRun = std::size_t{1} << 30;
-
-HANDLE HandleOf(File file) {
-    return reinterpret_cast<HANDLE>(file.Handle); // NOLINT: that is what the seam carries
-}
 
 /// Of reading past the cache: a parameter that the system does not take means that it cannot.
 Fault FaultOfRead() {

@@ -1,5 +1,6 @@
 // Where paths lead: identity of folders, folders held open, real paths, volumes.
 #include "platform/Places.h"
+#include "platform/win32/AskForText.h"
 #include "platform/win32/FindData.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"
@@ -54,19 +55,6 @@ bool TellsLinkOf(HANDLE handle, const std::wstring& path, bool& isFolder) {
         return TellsLink(tagged.FileAttributes, tagged.ReparseTag);
     const DWORD byName = GetFileAttributesW(path.c_str());
     return byName != INVALID_FILE_ATTRIBUTES && TellsLink(byName, 0);
-}
-
-/// Reads a text by a call that reports a larger length when its buffer is too small.
-template<typename Ask>
-std::wstring TextOf(Ask ask) {
-    std::wstring text(MAX_PATH, L'\0');
-    DWORD length = ask(text.data(), static_cast<DWORD>(text.size()));
-    if (length >= text.size()) {
-        text.resize(std::size_t{length} + 1);
-        length = ask(text.data(), static_cast<DWORD>(text.size()));
-    }
-    text.resize(length < text.size() ? length : 0);
-    return text;
 }
 
 bool HasLetter(const std::wstring& path) {
@@ -131,7 +119,7 @@ Fault ReadRealPath(const std::string& path, std::string& real) {
     // A server or a driver may know a file only by the name by which it was opened.
     std::wstring name;
     for (const DWORD form : {DWORD{FILE_NAME_NORMALIZED}, DWORD{FILE_NAME_OPENED}}) {
-        name = TextOf([handle, form](wchar_t* buffer, DWORD size) {
+        name = AskForText([handle, form](wchar_t* buffer, DWORD size) {
             return GetFinalPathNameByHandleW(handle, buffer, size, form | VOLUME_NAME_DOS);
         });
         if (!name.empty())

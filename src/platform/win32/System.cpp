@@ -1,5 +1,6 @@
 // Well-known folders, the command line, the clock and program facts on Windows.
 #include "platform/System.h"
+#include "platform/win32/AskForText.h"
 #include "platform/win32/LastFault.h"
 #include "win32/Wide.h"
 
@@ -12,23 +13,6 @@
 
 namespace platform {
 namespace {
-
-/// Reads a text by a call: `ask` takes buffer and size and returns the length, a number not below
-/// the size when the buffer is too small, or 0 when there is no text.
-template<typename Ask>
-std::wstring AskForText(Ask ask) {
-    std::wstring text(MAX_PATH, L'\0');
-    for (;;) {
-        const std::size_t length = ask(text.data(), static_cast<DWORD>(text.size()));
-        if (length < text.size()) {
-            text.resize(length);
-            return text;
-        }
-        if (text.size() > 0x10000)
-            return {};
-        text.resize(text.size() * 2);
-    }
-}
 
 /// The same path with the long forms of names such as "PROGRA~1", as a listing returns them: paths
 /// that are compared must be written in one way only. Missing parts stay unchanged.
