@@ -256,11 +256,8 @@ void RunSteps(Effort effort, const std::function<bool()>& step, const std::funct
     };
     while (stepHere()) {
         Pump();
-        if (poll && !poll()) {
-            if (user.StepUnderWay)
-                stepHere();
-            return;
-        }
+        if (poll && !poll())
+            return void(user.StepUnderWay && stepHere());
     }
 }
 
