@@ -170,7 +170,8 @@ RunState PurgeHeldDisk(DiskPurgeState& state) {
     const auto result = PurgeFreeSpaceOf(state.chrDrive, strTitle);
     const std::string strUndone = UnpurgedText(result);
     if (result == FreeSpaceResult::Stopped || result == FreeSpaceResult::Failed ||
-        (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive && !ShowFilesNext(state, strUndone))) {
+        (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive &&
+         !ShowFilesNext(state, result == FreeSpaceResult::Purged, strUndone))) {
         SetMainLine(MainLine::Subdirectories2, "");
         Message(result == FreeSpaceResult::Failed
                     ? "Purge disk ended, as the free space was not purged."

@@ -256,11 +256,12 @@ bool AskAboutInterruption() {
     return intAnswer != ui::AnswerCancel;
 }
 
-bool ShowFilesNext(const DiskPurgeState& state, const std::string& strUndone) {
+bool ShowFilesNext(const DiskPurgeState& state, bool blnPurged, const std::string& strUndone) {
     std::string strFolders = SubfoldersText(state);
     if (!state.blnExcludeTopFiles)
         strFolders = "in the top folder " + (strFolders.empty() ? "" : "and " + strFolders);
-    return Continue("The free space has been purged.  " +
+    return Continue((blnPurged ? std::string("The free space has been purged.  ")
+                               : "No free space has been purged.  ") +
                         (strUndone.empty() ? "" : "\r\n" + strUndone + "\r\n\r\n") +
                         "Now all files\r\n" + strFolders + "will be purged.",
                     "files of disk");

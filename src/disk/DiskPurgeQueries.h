@@ -37,4 +37,5 @@ bool AskAboutTopFolders(DiskPurgeState& state);
 bool AskAboutSystemFolders(const DiskPurgeState& state);
 /// Sets blnDisplayDialogBoxesDuringRemainderOfPurgeDrive.
 bool AskAboutInterruption();
-bool ShowFilesNext(const DiskPurgeState& state, const std::string& strUndone);
+/// blnPurged: the free space was purged, as far as strUndone does not tell of a rest.
+bool ShowFilesNext(const DiskPurgeState& state, bool blnPurged, const std::string& strUndone);

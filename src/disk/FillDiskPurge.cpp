@@ -131,8 +131,9 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
                        GroupedDigits(std::ssize(files)) + ".";
             },
             [&] {
-                return (static_cast<double>(lngDone) + PurgeShareDone()) /
-                       static_cast<double>(files.size());
+                return files.empty() ? 1 // what was written may not be listed any more
+                                     : (static_cast<double>(lngDone) + PurgeShareDone()) /
+                                           static_cast<double>(files.size());
             });
     for (const DummyFile& file : files) {
         PurgeJob job = JobOfRun(

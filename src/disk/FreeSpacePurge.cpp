@@ -93,6 +93,10 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
         return FillDisk.Outcome == FillOutcome::Stopped ? FreeSpaceResult::Stopped
                                                         : FreeSpaceResult::Failed;
     }
+    if (FillDisk.lngFilesWritten == 0) { // the folder itself may have taken the last clusters
+        DeleteDummiesWithMessage(FillDisk.strDummyFolder);
+        return FreeSpaceResult::NoSpace;
+    }
     if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive) {
         if (!AskToContinue(WrittenText(), strTitle, "purge dummies")) {
             DeleteDummiesWithMessage(FillDisk.strDummyFolder);
@@ -113,10 +117,18 @@ FreeSpaceResult FillAndPurge(const std::string& strTitle) {
 std::string FreeSpaceResultText(FreeSpaceResult result) {
     if (result == FreeSpaceResult::Failed) // not stopped by the user; a box has told the reason
         return "The free space was not purged.";
-    if (result != FreeSpaceResult::Purged)
+    if (result == FreeSpaceResult::Stopped)
         return strStopped;
     const std::string strUnpurged = UnpurgedText(result);
-    return std::string(strPurged) + (strUnpurged.empty() ? "" : "\r\n" + strUnpurged);
+    return std::string(result == FreeSpaceResult::Purged ? strPurged
+                                                         : "No dummy file could be written.") +
+           (strUnpurged.empty() ? "" : "\r\n" + strUnpurged);
+}
+
+void EndWithoutSpace(const std::string& strText, const std::string& strTitle) {
+    TellInReport(strText);
+    if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive)
+        ui::Complain(strText, strTitle);
 }
 
 RunState StateAfter(FreeSpaceResult result) {
@@ -149,14 +161,20 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
         ComplainOfUnknownSpace(chrDrive, strTitle);
         return FreeSpaceResult::Failed;
     }
+    const auto BeginReport = [&] {
+        BeginDriveReport(strTitle,
+                         "Purging the free space of Drive " + strDrive + " (" +
+                             ByteSizeText(dblSpaceInFreeClusters, 2) + ")",
+                         blnPurgingDrive ? "" : strDrive + ":\\"); // the disk purge has told it
+    };
     if (dblSpaceInFreeClusters <= 0) {
         WorkOnDrive(strDrive + ":\\", [&] { ReadUnfilledSpace(strDrive + ":\\"); });
+        BeginReport();
         const std::string strUnfilled = UnfilledText();
         currentRun.blnSpaceLeft = !strUnfilled.empty();
-        if (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive)
-            ui::Complain(NoFreeSpaceText(chrDrive) +
-                             (strUnfilled.empty() ? "" : "\r\n" + strUnfilled),
-                         strTitle);
+        EndWithoutSpace(NoFreeSpaceText(chrDrive) +
+                            (strUnfilled.empty() ? "" : "\r\n" + strUnfilled),
+                        strTitle);
         return FreeSpaceResult::NoSpace;
     }
     PlanDummyFiles(chrDrive);
@@ -164,10 +182,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
         !AskToContinue(AnnouncementText(chrDrive), strTitle, "fill"))
         return FreeSpaceResult::Stopped;
 
-    BeginDriveReport(strTitle,
-                     "Purging the free space of Drive " + strDrive + " (" +
-                         ByteSizeText(dblSpaceInFreeClusters, 2) + ")",
-                     blnPurgingDrive ? "" : strDrive + ":\\"); // the disk purge has told it
+    BeginReport();
     if (!blnPurgingDrive) // the disk purge has already planned more than this
         PlanRunProgress(dblSpaceInFreeClusters * (1 + OverwritesToEstimate()));
     FillDisk.strDriveRoot = strDrive + ":\\";
@@ -186,7 +201,9 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
                       ? "Dummy files verified by reading back from the disk: " +
                             GroupedDigits(FillDisk.lngFilesVerified) + "\r\n"
                       : "") +
-                 FreeSpaceResultText(result));
+                 (result == FreeSpaceResult::NoSpace ? "" : FreeSpaceResultText(result)));
+    if (result == FreeSpaceResult::NoSpace)
+        EndWithoutSpace(FreeSpaceResultText(result), strTitle);
     return result;
 }
 

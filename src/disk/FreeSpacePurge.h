@@ -7,7 +7,7 @@
 
 enum class FreeSpaceResult {
     Purged,
-    NoSpace, ///< there was nothing to purge
+    NoSpace, ///< there was nothing to purge, or not one dummy file could be written
     Stopped, ///< by the user
     Failed   ///< the user was told why
 };

@@ -301,9 +301,12 @@ TEST_F(DiskPurgeTest, ADriveWithoutFoldersAndWithoutAMeasuredSpeed) {
         Box(part);
     EXPECT_EQ("", Left());
 
-    // Nothing but the paging file: nothing to purge after the free space.
+    // Nothing but the paging file: nothing to purge after the free space, of which there is none.
     fake::PutFile("D:\\PageFile.sys");
     sngPurgeSpeeds[3] = 1;
+    LeaveFree(0);
+    Click();
+    EXPECT_TRUE(user.Boxes[user.Boxes.size() - 2].Text.starts_with("No free space has been "));
     answers["without further interruption"] = Yes;
     Click();
     EXPECT_EQ("There are no non-excluded files,\r\nthus there are no files to purge.",

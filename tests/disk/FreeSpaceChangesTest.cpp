@@ -32,6 +32,17 @@ TEST_F(FreeSpaceTest, DummiesAreWholeRealClustersAndAQuotaIsTold) {
     ChooseDrive(strQuestion);
     user.BoxLike(strTitle, "There is no free space on the disk in Drive D.\r\n20.00 MB of free");
     Click();
+    EXPECT_TRUE(frmReport.txbText.Text.find("no free space on") != std::string::npos);
+    // Our folder takes what was free.
+    Begin(8192);
+    fake::Watch("WriteBytes", [](const std::string&) { fake::drives['D'].KeptBack = 8192; });
+    Announce(0, "4.00 KB", "A dummy file");
+    user.Box(strTitle,
+             "No dummy file could be written.\r\n4.00 KB of free space could not be filled and may "
+             "still hold old data.\r\nA disk quota or the system itself keeps it back.",
+             fake::Warns);
+    Click();
+    EXPECT_EQ(frmReport.txbText.Text.find("free space has been"), std::string::npos);
     // exFAT's clusters: a dummy is as many as its size needs.
     DriveTest::SetUp();
     fake::AddDrive('D', 128 * MiB, 32 * MiB).FileSystem = "exFAT";
