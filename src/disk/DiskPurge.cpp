@@ -32,6 +32,12 @@ void Message(const std::string& strText) {
     RepaintMain();
 }
 
+/// How it ended, in the main window and in the report.
+void TellEnd(const char* strEnd) {
+    Message(strEnd);
+    TellInReport(strEnd);
+}
+
 /// Whether the disk that was chosen is still in the drive; the user is told when it is not. Hours
 /// and questions pass before its files are purged, and another disk may have folders of these
 /// names.
@@ -127,10 +133,8 @@ RunState PurgeFilesOfDisk(DiskPurgeState& state, const std::string& strUndoneBef
     }
     EndFileLoop(blnFinished);
     SetMainLine(MainLine::Subdirectories2, "");
-    const char* const strEnd = blnFinished ? "The disk has been purged (except for excluded files)."
-                                           : "\r\nPurge disk was stopped.";
-    Message(strEnd);
-    TellInReport(strEnd);
+    TellEnd(blnFinished ? "The disk has been purged (except for excluded files)."
+                        : "\r\nPurge disk was stopped.");
     ShowUndone(loop, strUndoneBefore);
     return state.blnGone ? RunState::Failed : blnFinished ? RunState::Done : RunState::Stopped;
 }
@@ -173,7 +177,7 @@ RunState PurgeHeldDisk(DiskPurgeState& state) {
         (blnDisplayDialogBoxesDuringRemainderOfPurgeDrive &&
          !ShowFilesNext(state, result == FreeSpaceResult::Purged, strUndone))) {
         SetMainLine(MainLine::Subdirectories2, "");
-        Message(result == FreeSpaceResult::Failed
+        TellEnd(result == FreeSpaceResult::Failed
                     ? "Purge disk ended, as the free space was not purged."
                     : "Purge disk cancelled.");
         return result == FreeSpaceResult::Failed ? RunState::Failed : RunState::Stopped;

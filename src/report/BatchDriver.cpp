@@ -48,6 +48,7 @@ void ShowEndOfReport() {
     const std::size_t failed = currentRun.Failures.size();
     f.lblPausedDone.Caption = currentRun.State == RunState::Stopped  ? "Stopped"
                               : currentRun.State == RunState::Paused ? "Paused"
+                              : currentRun.State == RunState::Failed ? "Failed"
                               : failed == 0                          ? "Done"
                                             : "Done, " + std::to_string(failed) + " failed";
     if (currentRun.State == RunState::Paused)

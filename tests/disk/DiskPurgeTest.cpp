@@ -155,8 +155,10 @@ TEST_F(DiskPurgeTest, EveryBoxCanEndItAndKeepsTheFiles) {
         Click();
         EXPECT_NE(std::string::npos, user.Boxes.back().Text.find(part)) << part;
         EXPECT_EQ(before, Left()) << part;
-        EXPECT_EQ(user.Boxes.size() < 7 ? "" : "Purge disk cancelled.",
-                  frmMain.lblLargePurgeMessage.Caption);
+        const bool begun = user.Boxes.size() >= 7;
+        EXPECT_EQ(begun ? "Purge disk cancelled." : "", frmMain.lblLargePurgeMessage.Caption);
+        EXPECT_EQ(begun, frmReport.txbText.Text.find("disk cancelled.") != std::string::npos);
+        EXPECT_EQ(begun, frmReport.lblPausedDone.Caption == "Stopped");
         EXPECT_EQ("(Do not operate on files in lower subfolders.)",
                   frmMain.lblSubdirectories2.Caption);
     }
@@ -205,6 +207,7 @@ TEST_F(DiskPurgeTest, AnotherDiskInTheDriveIsNotTouched) {
         EXPECT_TRUE(fake::journal.empty()) << part << fake::JournalText();
         Box("The disk that was chosen is no longer in Drive D.");
         EXPECT_EQ(RunState::Failed, currentRun.State);
+        EXPECT_EQ(*part == 'w', frmReport.lblPausedDone.Caption != "Failed"); // not yet begun
     }
     // A file that came to the top after the question: nobody was asked about it.
     Fresh();
