@@ -85,8 +85,10 @@ std::int16_t NoteFile(FileLoop& loop, PurgeJob& job) {
         return PurgeDone;
     if (job.Result != PurgeDone)
         ++loop.lngFailed;
-    else if ((job.Reach & ~std::uint32_t{ReachName}) != 0) // of the name the report tells
-        ++loop.lngPartly;
+    else if ((job.Reach & ~std::uint32_t{ReachName | ReachOlderCopies}) != 0)
+        ++loop.lngPartly; // of the name the report tells
+    else if ((job.Reach & ReachOlderCopies) != 0)
+        ++loop.lngOlderCopies;
     return job.Result;
 }
 
@@ -271,6 +273,9 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
                  "its data may remain.",
                  "purged files were encrypted, compressed, sparse or in the cloud: older copies of "
                  "their data may remain.") +
+        Sentence(loop.lngOlderCopies,
+                 "purged file: its file system may keep older copies of its data.",
+                 "purged files: their file system may keep older copies of their data.") +
         Sentence(loop.lngOtherNames,
                  "file was not purged, as its data also belong to a name outside what was chosen:",
                  "files were not purged, as their data also belong to names outside what was "

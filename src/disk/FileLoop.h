@@ -16,6 +16,7 @@ struct FileLoop {
     bool blnEnded = false;      ///< by the user, while files were purged side by side
     std::int64_t lngFailed = 0; ///< files that could not be purged; vanished files do not count
     std::int64_t lngPartly = 0; ///< purged files of which writing in place does not reach all data
+    std::int64_t lngOlderCopies = 0; ///< the same, for no other reason than their file system
     /// Whether a path lies in what was chosen. A file is passed over if one of its names lies
     /// elsewhere, or if the system does not tell its other names.
     std::function<bool(const std::string& strPath)> isChosen{};

@@ -161,6 +161,8 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     Begin(60 * MiB);
     PutFiles(5);
     fake::At(file)->Locked = true;
+    fake::At("D:\\work\\a\\f1")->Attributes = platform::AttributeEncrypted;
+    fake::At("D:\\work\\a\\f4")->Attributes = platform::AttributeIntegrity;
     fake::PutName("D:\\work\\c\\f3", "D:\\work\\a\\f3");
     fake::PutName("D:\\work\\b\\f4", "D:\\work\\a\\f4");
     fake::PutFolder("D:\\work\\a\\closed").Denied = true;
@@ -179,7 +181,10 @@ TEST_F(PurgeFoldersTest, F10AndFailuresAskAfterTheFileInHand) {
     user.Box(strTitle,
              "One file could not be purged.\r\n" + file +
                  ": unable to open file for writing (another program is using the file)\r\n"
-                 "One folder could not be read completely.\r\nOne file was not purged, as its data "
+                 "One folder could not be read completely.\r\nOne purged file was encrypted, "
+                 "compressed, sparse or in the cloud: older copies of its data may remain.\r\n2 "
+                 "purged files: their file system may keep older copies of their data.\r\n"
+                 "One file was not purged, as its data "
                  "also belong to a name outside what was chosen:\r\nD:\\work\\a\\f3\r\n\r\n"
                  "Do you wish to see the report?",
              ui::AnswerNo);
