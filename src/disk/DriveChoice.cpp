@@ -4,7 +4,9 @@
 #include "disk/DriveReport.h"
 #include "disk/LeftoverDummies.h"
 #include "drives/DiskProc.h"
+#include "drives/DriveWork.h"
 #include "platform/Drives.h"
+#include "platform/Places.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -70,8 +72,23 @@ void ComplainOfUnknownSpace(char chrDrive, const std::string& strTitle) {
                  strTitle);
 }
 
+namespace {
+
+/// A letter may stand for a folder on the drive of Windows, or be a second one of it.
+bool WindowsRunsFrom(char chrDrive) {
+    const std::string strSystem = platform::SystemFolder().substr(0, 3);
+    platform::FolderIdentity ofDrive, ofSystem;
+    WorkOnDrive(strSystem, [&] { (void)platform::ReadFolderIdentity(strSystem, ofSystem); });
+    const std::string strRoot = std::string(1, chrDrive) + ":\\";
+    WorkOnDrive(strRoot, [&] { (void)platform::ReadFolderIdentity(strRoot, ofDrive); });
+    return DriveLetterOf(strSystem) == chrDrive ||
+           (ofDrive.Volume != 0 && ofDrive.Volume == ofSystem.Volume);
+}
+
+} // namespace
+
 bool AcceptFillingOf(char chrDrive, const std::string& strTitle) {
-    if (DriveLetterOf(platform::SystemFolder()) != chrDrive)
+    if (!WindowsRunsFrom(chrDrive))
         return true;
     const std::string strDrive(1, chrDrive);
     return ui::MsgBox("Windows runs from Drive " + strDrive +

@@ -111,9 +111,12 @@ TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
     currentRun.State = RunState::Stopped;
     user.Modal(frmDrives, [] { fake::Click(frmDrives.cmdCancel); });
     Click();
-    ChooseDrive(strQuestion, 'C');
-    user.BoxLike(strTitle, "Windows may delete restore points", ui::AnswerCancel);
-    Click();
+    fake::AddDrive('X', 1).StandsFor = "C:\\Users";
+    for (const char letter : {'C', 'X'}) {
+        ChooseDrive(strQuestion, letter);
+        user.BoxLike(strTitle, std::string("Windows runs from Drive ") + letter, ui::AnswerCancel);
+        Click();
+    }
     fake::auxiliaryLibrary = Fault::NotFound;
     user.BoxLike("Error", "nwaux6.dll");
     Click();
