@@ -31,11 +31,15 @@ std::string CountText(std::size_t number, const char* one, const char* many) {
     return GroupedDigits(static_cast<std::int64_t>(number)) + " " + (number == 1 ? one : many);
 }
 
-using Identities = std::map<std::string, platform::FolderIdentity>;
+/// What is known of the folders of earlier items, so that each is asked about once.
+struct FolderSeen {
+    std::string strWhyNot; ///< why no file in it can be taken
+    platform::FolderIdentity Identity{};
+};
+using FoldersSeen = std::map<std::string, FolderSeen>;
 
-/// Settles a path; returns "" or the reason why it cannot be taken. `known` has the folders of
-/// earlier files, so that each is asked about once.
-std::string TakeItem(const std::string& strPath, ChosenItem& item, Identities& known) {
+/// Settles a path; returns "" or the reason why it cannot be taken.
+std::string TakeItem(const std::string& strPath, ChosenItem& item, FoldersSeen& seen) {
     item.strPath = strPath;
     if (const std::string strWhyNot = SettlePath(item.strPath); !strWhyNot.empty())
         return strWhyNot;
@@ -43,15 +47,24 @@ std::string TakeItem(const std::string& strPath, ChosenItem& item, Identities& k
     AskOnDrive(item.strPath, [&] {
         item.blnFolder = platform::FolderExists(item.strPath);
         blnThere = item.blnFolder || platform::FileExists(item.strPath);
-        if (item.blnFolder)
-            item.strPath = FolderWithBackslash(item.strPath);
-        const auto [identity, isNew] = known.try_emplace(FolderPartOf(item.strPath));
-        // A fault leaves it unknown: the file system has no such numbers, or nothing is there.
-        if (isNew)
-            (void)platform::ReadFolderIdentity(identity->first, identity->second);
-        item.Identity = identity->second;
     });
-    return blnThere ? "" : strPath + " was not found.";
+    if (!blnThere)
+        return strPath + " was not found.";
+    if (item.blnFolder)
+        item.strPath = FolderWithBackslash(item.strPath);
+    const std::string strFolder = FolderPartOf(item.strPath);
+    const auto [known, isNew] = seen.try_emplace(strFolder);
+    FolderSeen& folder = known->second;
+    if (isNew) {
+        // A folder where a volume is mounted is a link, which no run enters.
+        if (std::string strSettled = strFolder; !item.blnFolder)
+            folder.strWhyNot = SettlePath(strSettled);
+        // A fault leaves it unknown: not every file system has such numbers.
+        AskOnDrive(strFolder,
+                   [&] { (void)platform::ReadFolderIdentity(strFolder, folder.Identity); });
+    }
+    item.Identity = folder.Identity;
+    return item.blnFolder ? "" : folder.strWhyNot;
 }
 
 void TellRefused(const std::vector<std::string>& refused, std::size_t intGiven) {
@@ -87,11 +100,11 @@ bool ChooseItems(const std::vector<std::string>& paths, const std::string& strFi
     std::vector<ChosenItem> taken;
     std::vector<std::string> refused;
     std::set<std::string> keys;
-    Identities identities;
+    FoldersSeen seen;
     if (!RunSearch("Looking at the chosen items", [&] {
             for (const std::string& strPath : paths) {
                 ChosenItem item;
-                const std::string strWhyNot = TakeItem(strPath, item, identities);
+                const std::string strWhyNot = TakeItem(strPath, item, seen);
                 if (!strWhyNot.empty())
                     refused.push_back(strWhyNot);
                 else if (keys.insert(KeyOf(item.strPath)).second)
@@ -139,11 +152,14 @@ std::string ChosenItemsList(std::size_t lngMost) {
 }
 
 std::vector<RunItem> ChosenRunItems(bool blnSubfolders) {
-    // Whether another chosen folder already includes this one's files.
-    const auto isBrought = [blnSubfolders](const std::string& strFolder, bool blnItself) {
+    // Whether another chosen folder already includes this one's files. It does not include those on
+    // a volume that is mounted in a folder below it: links are not followed.
+    const auto isBrought = [blnSubfolders](const std::string& strFolder, const ChosenItem& below,
+                                           bool blnItself) {
         return std::any_of(chosenItems.begin(), chosenItems.end(), [&](const ChosenItem& item) {
             return item.blnFolder && ((!blnItself && IsSamePath(item.strPath, strFolder)) ||
                                       (blnSubfolders && !IsSamePath(item.strPath, strFolder) &&
+                                       item.Identity.Volume == below.Identity.Volume &&
                                        IsBelow(strFolder, item.strPath)));
         });
     };
@@ -152,14 +168,14 @@ std::vector<RunItem> ChosenRunItems(bool blnSubfolders) {
     std::map<std::string, bool> brought;
     for (const ChosenItem& chosen : chosenItems) {
         if (chosen.blnFolder) {
-            if (!isBrought(chosen.strPath, true))
+            if (!isBrought(chosen.strPath, chosen, true))
                 items.push_back({chosen.strPath, strFilesOfFolders, {}, chosen.Identity});
             continue;
         }
         const std::string strFolder = FolderPartOf(chosen.strPath);
         const auto [known, first] = brought.emplace(strFolder, false);
         if (first)
-            known->second = strFilesOfFolders == "*.*" && isBrought(strFolder, false);
+            known->second = strFilesOfFolders == "*.*" && isBrought(strFolder, chosen, false);
         if (known->second)
             continue;
         const auto place = placeOfFolder.emplace(strFolder, items.size());

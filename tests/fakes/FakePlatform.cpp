@@ -39,8 +39,11 @@ bool IsLinkAt(const Place& place) {
 }
 
 platform::FolderIdentity IdentityOf(const Place& place) {
+    std::uint64_t volume = place.Disk->Serial;
+    for (std::string path = place.Path; path.size() > 2; path.resize(path.rfind('\\')))
+        volume += Find(path, false).Item->MountedCluster; // where its own volume is mounted
     const bool unnumbered = !place.Folder && place.Disk->FileSystem == "exFAT";
-    return {place.Disk->Serial, unnumbered ? 0 : place.Item->Number, 0};
+    return {volume, unnumbered ? 0 : place.Item->Number, 0};
 }
 
 Fault MayWrite(const Drive& drive, const Node& node) {

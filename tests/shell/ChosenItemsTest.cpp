@@ -15,42 +15,49 @@ using ChosenItems = CommandsTest;
 TEST_F(ChosenItems, FromTwoDrivesWithOverlapsArePurgedOnce) {
     fake::AddDrive('D', 1 << 30);
     for (const char* file :
-         {"C:\\a\\1.txt", "C:\\a\\2.txt", "C:\\a\\keep.txt", "C:\\b\\3.txt", "C:\\b\\deep\\4.txt",
-          "D:\\5.txt", "D:\\locked.txt", "D:\\e\\6.txt", "C:\\other\\7.txt"})
+         {"D:\\e\\mnt\\in\\8.txt", "D:\\e\\mnt\\no.txt", "C:\\a\\1.txt", "C:\\a\\2.txt",
+          "C:\\a\\keep.txt", "C:\\b\\3.txt", "C:\\b\\deep\\4.txt", "D:\\5.txt", "D:\\locked.txt",
+          "D:\\e\\6.txt", "C:\\other\\7.txt"})
         fake::PutFile(file, "data");
     fake::At("D:\\locked.txt")->Locked = true;
+    fake::At("D:\\e\\mnt")->MountedCluster = 4096; // the walk of D:\e does not enter it
     fake::PutFolder("C:\\link").LinkTarget = "C:\\other";
+    const std::string strLink =
+        " is a link.\r\nLinks are not followed: choose what it leads to.\r\n";
     user.Box("Chosen items",
-             "2 of 12 items cannot be purged:\r\nC:\\link is a link.\r\nLinks are not followed: "
-             "choose what it leads to.\r\nC:\\gone.txt was not found.",
+             "3 of 14 items cannot be purged:\r\nD:\\e\\mnt\\" + strLink + "C:\\link" + strLink +
+                 "C:\\gone.txt was not found.",
              fake::Warns);
     FilesDroppedOnMain({"C:\\a\\1.txt", "C:\\b", "D:\\5.txt", "C:\\A\\2.TXT", "C:\\a\\.\\2.txt",
-                        "D:\\e", "C:\\b\\deep", "C:\\b\\deep\\4.txt", "C:\\b\\3.txt", "C:\\link",
-                        "D:\\locked.txt", "C:\\gone.txt"});
-    EXPECT_EQ("9 chosen items (6 files, 3 folders)", f.lblDirectory.Caption);
-    EXPECT_EQ("C:\\a\\1.txt\r\nC:\\b\\\r\nD:\\5.txt\r\nC:\\a\\2.txt\r\nD:\\e\\\r\nC:\\b\\deep\\\r\n"
-              "C:\\b\\deep\\4.txt\r\nC:\\b\\3.txt\r\nD:\\locked.txt",
+                        "D:\\e", "D:\\e\\mnt\\no.txt", "D:\\e\\mnt\\in\\8.txt", "C:\\b\\deep",
+                        "C:\\b\\deep\\4.txt", "C:\\b\\3.txt", "C:\\link", "D:\\locked.txt",
+                        "C:\\gone.txt"});
+    EXPECT_EQ("10 chosen items (7 files, 3 folders)", f.lblDirectory.Caption);
+    EXPECT_EQ("C:\\a\\1.txt\r\nC:\\b\\\r\nD:\\5.txt\r\nC:\\a\\2.txt\r\nD:\\e\\\r\n"
+              "D:\\e\\mnt\\in\\8.txt\r\nC:\\b\\deep\\\r\nC:\\b\\deep\\4.txt\r\nC:\\b\\3.txt\r\nD:"
+              "\\locked.txt",
               f.lblDirectory.ToolTip);
     fake::Click(f.cmdSubdirectories);
     EXPECT_EQ("Yes", f.lblSubdirectories.Caption);
     user.Modal(frmPurgeConfirmation, [] {
-        EXPECT_EQ("7 files in 9 chosen items (6 files, 3 folders), 28 bytes",
+        EXPECT_EQ("8 files in 10 chosen items (7 files, 3 folders), 32 bytes",
                   frmPurgeConfirmation.lblWhat.Caption);
         fake::Click(frmPurgeConfirmation.cmdDoPurge);
     });
     user.BoxLike(
         "Purge files",
-        "want to purge all 7 files in 9 chosen items (6 files, 3 folders)\r\nand all files",
+        "want to purge all 8 files in 10 chosen items (7 files, 3 folders)\r\nand all files",
         ui::AnswerYes);
     fake::Click(f.cmdProcessFiles[1]);
     const std::string& report = frmReport.txbText.Text;
     EXPECT_THAT(report,
-                HasSubstr("Purging 9 chosen items (6 files, 3 folders)\r\n(including all files "
+                HasSubstr("Purging 10 chosen items (7 files, 3 folders)\r\n(including all files "
                           "in subfolders) \r\nusing random bytes 6 times."));
     const auto left = fake::FilesBelow("C:\\");
     EXPECT_EQ((std::vector<std::string>{"C:\\a\\keep.txt", "C:\\other\\7.txt"}),
               std::vector(left.end() - 2, left.end()));
-    EXPECT_EQ(fake::FilesBelow("D:\\"), std::vector<std::string>{"D:\\locked.txt"});
+    EXPECT_EQ(fake::FilesBelow("D:\\"),
+              (std::vector<std::string>{"D:\\e\\mnt\\no.txt", "D:\\locked.txt"}));
 
     // Both forms of the saved report hold each file; what cannot be saved loses nothing.
     const char* const question = "Save report";
@@ -64,19 +71,19 @@ TEST_F(ChosenItems, FromTwoDrivesWithOverlapsArePurgedOnce) {
     EXPECT_TRUE(saved.starts_with(report.substr(0, 100)));
     EXPECT_THAT(saved, HasSubstr("C:\\a\\2.txt (4 bytes) purged\r\n"));
     for (const std::string& text : {report, saved}) {
-        EXPECT_THAT(text, HasSubstr("Number of files purged: 6\r\n"));
+        EXPECT_THAT(text, HasSubstr("Number of files purged: 7\r\n"));
         EXPECT_THAT(text,
                     HasSubstr("\r\nFiles that could not be purged: 1\r\nD:\\locked.txt: unable"));
     }
     user.Dialog(question, "C:\\report|JSON lines (*.json)");
     fake::Click(frmReport.cmdSaveReport);
     saved = fake::ContentOf("C:\\report.json");
-    EXPECT_EQ(8, std::count(saved.begin(), saved.end(), '\n'));
+    EXPECT_EQ(10, std::count(saved.begin(), saved.end(), '\n'));
     EXPECT_TRUE(
         saved.starts_with("{\"path\":\"C:\\\\a\\\\1.txt\",\"bytes\":4,\"result\":\"purged\","
                           "\"passes\":6,\"error\":0,\"time\":"))
         << saved;
-    EXPECT_THAT(saved, HasSubstr("\"purged\":6,\"files\":7,\"failed\":1,\"bytes\":24,"));
+    EXPECT_THAT(saved, HasSubstr("\"purged\":7,\"files\":9,\"failed\":1,\"bytes\":28,"));
     fake::FailAlways("WriteBytes", "report.json.new1", Fault::DiskFull);
     user.Dialog(question, "C:\\report.json");
     user.BoxLike("File exists", "C:\\report.json", ui::AnswerYes);
