@@ -6,6 +6,7 @@
 #include "platform/Places.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
+#include "session/Session.h"
 #include "support/FolderSearch.h"
 #include "support/Numbers.h"
 #include "support/Paths.h"
@@ -103,13 +104,15 @@ bool ChooseItems(const std::vector<std::string>& paths, const std::string& strFi
     FoldersSeen seen;
     if (!RunSearch("Looking at the chosen items", [&] {
             for (const std::string& strPath : paths) {
+                if (blnStop) // nothing is chosen then
+                    return;
                 ChosenItem item;
                 const std::string strWhyNot = TakeItem(strPath, item, seen);
                 if (!strWhyNot.empty())
                     refused.push_back(strWhyNot);
                 else if (keys.insert(KeyOf(item.strPath)).second)
                     taken.push_back(std::move(item));
-                ui::DoEvents();
+                YieldInSearch();
             }
         }))
         return false;

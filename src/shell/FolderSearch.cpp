@@ -48,8 +48,14 @@ void HoldMain() {
     search.before = TakeCommandsAway();
 }
 
-/// Called between two entries, and while a slow drive returns none.
-void Yield() {
+} // namespace
+
+const std::string& SearchInHand() {
+    return searchInHand.strSaid;
+}
+
+// SearchFolder calls it between two entries, and while a slow drive returns none.
+void YieldInSearch() {
     Search& search = searchInHand;
     const std::uint64_t lngTook = platform::TickCount() - search.lngBegan;
     if (search.blnOutsideRun && !search.blnHeld) {
@@ -65,12 +71,6 @@ void Yield() {
     ui::DoEvents();
 }
 
-} // namespace
-
-const std::string& SearchInHand() {
-    return searchInHand.strSaid;
-}
-
 platform::Fault SearchFolder(const std::string& strFolder,
                              const std::function<bool(const platform::FolderEntry&)>& visit) {
     const bool blnAlone = searchInHand.strDoing.empty();
@@ -81,10 +81,10 @@ platform::Fault SearchFolder(const std::string& strFolder,
     const platform::Fault fault = EnumerateOnDrive(
         strFolder,
         [&](const platform::FolderEntry& entry) {
-            Yield();
+            YieldInSearch();
             return visit(entry) && !blnStop;
         },
-        Yield);
+        YieldInSearch);
     if (blnAlone)
         EndSearch();
     return fault;

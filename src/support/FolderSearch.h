@@ -24,6 +24,10 @@ const std::string& SearchInHand();
 /// outer one.
 bool RunSearch(const std::string& strDoing, const std::function<void()>& search);
 
+/// To be called between two parts of a search that is more than SearchFolder: pumps messages, and
+/// disables the main window and shows the status text where the search takes long.
+void YieldInSearch();
+
 /// Runs a query about a file or folder, which may call the platform only. If the drive may be slow,
 /// the main window is disabled and messages are pumped meanwhile.
 void AskOnDrive(const std::string& strPath, const std::function<void()>& question);

@@ -61,8 +61,8 @@ TEST_F(SpecifyCommands, LongLooksIntoAFolderAreToldAndEndByF10) {
     PutFiles("C:\\docs", 2);
     frmReport.txbText.Text = "of the last run";
     double milliseconds = 600;
-    fake::Watch("EnumerateFolder",
-                [&milliseconds](const std::string&) { fake::Advance(milliseconds); });
+    for (const char* call : {"EnumerateFolder", "ReadFileFacts"})
+        fake::Watch(call, [&milliseconds](const std::string&) { fake::Advance(milliseconds); });
     const auto stopped = [this](const std::string& doing, const fake::Action& command) {
         user.During([=, this] { return f.lblStatus.Caption == doing + " ...  (F10 stops this.)"; },
                     [this] {
@@ -86,6 +86,10 @@ TEST_F(SpecifyCommands, LongLooksIntoAFolderAreToldAndEndByF10) {
     user.Box("Purge cancelled", "No files purged.");
     stopped("Counting files", [this] { fake::Click(f.cmdProcessFiles[1]); });
     EXPECT_EQ(2u, fake::FilesBelow("C:\\docs").size());
+    stopped("Looking at the chosen items", [] {
+        FilesDroppedOnMain({"C:\\docs\\f0.txt", "C:\\docs\\f1.txt"});
+    });
+    EXPECT_EQ("*.txt", strFilespec) << "the choice stays as it was";
     milliseconds = 0;
     // The first call of a search may wait for a disk: it is not made on the interface thread.
     user.RealThreads = true;
