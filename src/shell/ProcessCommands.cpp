@@ -44,12 +44,28 @@ bool SomethingIsSpecified() {
 }
 
 /// A command that has nothing to do is done; what the last run came to stays.
-void NoteNothingToDo() {
-    if (currentRun.State == RunState::Idle)
-        currentRun.State = RunState::Done;
+void NoteNothingToDo(const FilesToPurge& found) {
+    if (currentRun.State != RunState::Idle)
+        return;
+    currentRun.State = RunState::Done;
+    currentRun.Counts.lngNumFoldersUnread = found.lngUnread;
 }
 
-void SayNoFiles(const std::string& title) {
+/// Found were no files, but not everything could be read: nobody knows whether there are any.
+void SayUnread(const FilesToPurge& found, const std::string& title) {
+    ui::Complain(
+        "No files were found, but " +
+            (found.lngUnread == 1 ? "this folder" : GroupedDigits(found.lngUnread) + " folders") +
+            " could not be read" + (found.lngUnread == 1 ? ":" : ", among them") + "\r\n" +
+            found.strUnread,
+        title);
+}
+
+void SayNoFiles(const FilesToPurge& found, const std::string& title) {
+    if (found.lngUnread > 0) {
+        SayUnread(found, title);
+        return;
+    }
     if (ItemsAreChosen()) {
         ui::Complain(std::string("There are no files in the chosen items") +
                          (blnSubdirectories ? "\r\nor in any of their subfolders." : "."),
@@ -76,13 +92,6 @@ FilesToPurge CountChosen(std::int32_t intLimit, bool blnUntilWatched = false) {
     blnStop = false;
     return CountItems(ChosenRunItems(blnSubdirectories), blnSubdirectories, intLimit,
                       blnUntilWatched);
-}
-
-bool NothingIsThere() {
-    if (!ItemsAreChosen())
-        return CountMatchingFiles(strDirPath, strFilespec, 1) == 0;
-    const FilesToPurge found = CountChosen(1);
-    return found.lngFiles == 0 && found.lngLeftOut == 0;
 }
 
 /// The folder to whose drive the questions before a run refer.
@@ -121,12 +130,12 @@ void List() {
     if (SingleFileIsMissing(title))
         return;
     EnableMain(false);
-    bool blnNone = false;
-    if (!RunSearch("Looking for files", [&] { blnNone = NothingIsThere(); })) {
+    FilesToPurge found;
+    if (!RunSearch("Looking for files", [&] { found = CountChosen(1); })) {
         // F10 during the search of a large tree; the status line tells it
-    } else if (blnNone) {
-        NoteNothingToDo();
-        SayNoFiles(title);
+    } else if (found.lngFiles == 0 && found.lngLeftOut == 0) {
+        NoteNothingToDo(found);
+        SayNoFiles(found, title);
     } else {
         const bool blnDisplayNames = answer == ui::AnswerYes;
         std::string caption = "Estimate purge time";
@@ -240,8 +249,10 @@ void CountAndPurge() {
     });
     SetMainLine(MainLine::LargePurgeMessage, "");
     if (found.lngFiles == 0 && !blnInterrupted) {
-        NoteNothingToDo();
-        if (found.lngLeftOut > 0)
+        NoteNothingToDo(found);
+        if (found.lngUnread > 0)
+            SayUnread(found, title);
+        else if (found.lngLeftOut > 0)
             ui::Complain("Swap files and the files of Nullwright itself are never purged.\r\n"
                          "There are no other files to be purged.",
                          title);
@@ -250,7 +261,7 @@ void CountAndPurge() {
                              "\r\nor in any of its subfolders matching " + strFilespec + ".",
                          title);
         else
-            SayNoFiles(title);
+            SayNoFiles(found, title);
         return;
     }
     if (blnInterrupted || !PurgeIsWanted(found, title)) {

@@ -79,7 +79,9 @@ bool SomethingMatches(const FolderContents& contents) {
     bool blnFound = true;
     EnableMain(false);
     const bool blnSearched = RunSearch("Looking for files", [&] {
-        blnFound = CountMatchingFiles(strDirPath, strFilespec, 1) != 0;
+        const FilesToPurge found = CountFilesToPurge(strDirPath, strFilespec, 1);
+        // A folder that could not be read may hold some.
+        blnFound = found.lngFiles != 0 || found.lngLeftOut > 0 || found.lngUnread > 0;
     });
     EnableMain(true);
     return blnFound || !blnSearched;

@@ -79,6 +79,9 @@ TEST_F(ProcessCommands, NothingToListOrPurge) {
     ChooseFolder("C:\\docs", ui::AnswerYes);
     fake::TakeAway("C:\\docs\\f0.txt");
     warned("There are no files in C:\\docs\\.");
+    fake::FailAlways("EnumerateFolder", "\\docs\\", Fault::AccessDenied); // it may hold some
+    warned("No files were found, but this folder could not be read:\r\nC:\\docs\\");
+    fake::FailAlways("EnumerateFolder", "\\docs\\", Fault::None);
     fake::PutFile("C:\\docs\\a.txt");
     ChooseSingleFile("C:\\docs\\a.txt");
     fake::TakeAway("C:\\docs\\a.txt");

@@ -79,7 +79,6 @@ namespace {
 
 struct CountWish {
     bool Subfolders = false;
-    bool ForPurge = true; ///< leave out files that are never purged
     std::int32_t Limit = 0;
     bool UntilWatched = false;
 };
@@ -93,19 +92,23 @@ bool CountItem(const RunItem& item, const CountWish& wish, FilesToPurge& found) 
     walk.blnSubfolders = wish.Subfolders;
     walk.blnPagefile = blnPurgingDrive;
     walk.onFile = [&](const std::string&, const FoundFile& file) {
-        if (wish.ForPurge && file.NeverPurged) {
+        if (file.NeverPurged) {
             ++found.lngLeftOut;
             return true;
         }
         ++found.lngFiles;
         found.dblBytes += static_cast<double>(file.Length);
-        found.blnWatched = wish.ForPurge && (found.blnWatched || IsSensitiveFile(file.Name, false));
+        found.blnWatched = found.blnWatched || IsSensitiveFile(file.Name, false);
         if ((wish.Limit > 0 && found.lngFiles >= wish.Limit) ||
             (wish.UntilWatched && found.blnWatched)) {
             found.lngFiles = -1;
             return false;
         }
         return true;
+    };
+    walk.onUnread = walk.onReplaced = [&](const std::string& folder) {
+        if (found.lngUnread++ == 0)
+            found.strUnread = folder;
     };
     walk.onTurn = [](const std::string&) {
         ui::DoEvents();
@@ -120,17 +123,9 @@ FilesToPurge CountItems(const std::vector<RunItem>& items, bool blnSubfolders,
                         std::int32_t intLimit, bool blnUntilWatched) {
     FilesToPurge found;
     for (const RunItem& item : items)
-        if (!CountItem(item, {blnSubfolders, true, intLimit, blnUntilWatched}, found))
+        if (!CountItem(item, {blnSubfolders, intLimit, blnUntilWatched}, found))
             break;
     return found;
-}
-
-std::int64_t CountMatchingFiles(const std::string& folder, const std::string& filespec,
-                                std::int32_t intLimit) {
-    blnStop = false;
-    FilesToPurge found;
-    CountItem({folder, filespec, {}}, {blnSubdirectories, false, intLimit, false}, found);
-    return found.lngFiles;
 }
 
 FilesToPurge CountFilesToPurge(const std::string& folder, const std::string& filespec,

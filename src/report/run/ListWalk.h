@@ -12,20 +12,20 @@ void ListFilesRecursive(const std::string& strFolder, const std::string& strSpec
 /// The listing walk for one item of the run.
 void ListItem(const RunItem& item);
 
-/// Counts matching files, using blnSubdirectories. Returns their number, or −1 when there are at
-/// least `intLimit` (0: no limit). Links are not counted. Clears blnStop first; if it is set
-/// afterwards, the user stopped the count and the number is incomplete.
-std::int64_t CountMatchingFiles(const std::string& folder, const std::string& filespec,
-                                std::int32_t intLimit);
 /// The files that a purge run would find.
 struct FilesToPurge {
-    std::int64_t lngFiles = 0;   ///< like CountMatchingFiles, without files that are never purged
+    /// Matching files without those that are never purged and without links, or −1 when there are
+    /// at least as many as the limit says (0: no limit).
+    std::int64_t lngFiles = 0;
     double dblBytes = 0;         ///< the sum of the counted files' sizes
     std::int64_t lngLeftOut = 0; ///< matching files that are never purged
     bool blnWatched = false;     ///< a counted file is probably watched (IsSensitiveFile)
+    std::int64_t lngUnread = 0;  ///< folders that could not be read to their end
+    std::string strUnread;       ///< the first of them
 };
-/// Counts for a purge. With `blnUntilWatched`, the count also ends at the first watched file, as it
-/// does at the limit.
+/// Counts for a purge, using blnSubdirectories. Clears blnStop first; if it is set afterwards, the
+/// user stopped the count and the number is incomplete. With `blnUntilWatched`, the count also ends
+/// at the first watched file, as it does at the limit.
 FilesToPurge CountFilesToPurge(const std::string& folder, const std::string& filespec,
                                std::int32_t intLimit, bool blnUntilWatched = false);
 /// Counts the files of items, including subfolders when `blnSubfolders`. Does not clear an earlier
