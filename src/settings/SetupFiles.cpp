@@ -11,6 +11,7 @@
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
 #include "settings/TextFiles.h"
+#include "support/FolderSearch.h"
 #include "support/Paths.h"
 #include "support/ProgramTexts.h"
 #include "support/Utf8.h"
@@ -208,7 +209,9 @@ bool ApplySetupText(const std::string& text) {
 
 bool ReadSetupFile(const std::string& path) {
     std::string strText;
-    return ReadTextFile(path, strText) && ApplySetupText(strText);
+    bool blnRead = false;
+    AskOnDrive(path, [&] { blnRead = ReadTextFile(path, strText); });
+    return blnRead && ApplySetupText(strText);
 }
 
 bool FoldersFitSetupFile() {

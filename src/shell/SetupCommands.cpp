@@ -11,6 +11,7 @@
 #include "shell/frmMain.h"
 #include "shell/frmMainPlaces.h"
 #include "shell/SpecifyCommands.h"
+#include "support/FolderSearch.h"
 #include "support/MainWindow.h"
 #include "support/Paths.h"
 #include "ui/Interface.h"
@@ -105,7 +106,9 @@ void LoadNextRunSetup() {
 }
 
 void LoadSetupFromFile(const std::string& strPath) {
-    if (!platform::FileExists(strPath)) {
+    bool blnThere = false;
+    AskOnDrive(strPath, [&] { blnThere = platform::FileExists(strPath); });
+    if (!blnThere) {
         ui::Complain("File " + strPath + " not found!", "Error when attempting to load setup.");
         return;
     }

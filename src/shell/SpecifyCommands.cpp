@@ -198,16 +198,23 @@ void TakeItems(const std::vector<std::string>& paths) {
 }
 
 void OpenGivenPath(const std::string& path) {
-    if (platform::LowerCase(ExtensionOf(path)) == "nws" && !platform::FolderExists(path)) {
+    const bool blnSetup = platform::LowerCase(ExtensionOf(path)) == "nws";
+    bool blnFolder = false, blnFile = false;
+    // A place without a letter is refused, so that nobody waits for a server for nothing. A setup
+    // may lie anywhere.
+    if (blnSetup || DriveIndexOf(path) >= 0)
+        AskOnDrive(path, [&] {
+            blnFolder = platform::FolderExists(path);
+            blnFile = !blnFolder && platform::FileExists(path);
+        });
+    if (blnSetup && !blnFolder) {
         LoadSetupFromFile(path);
-        return;
-    }
-    if (platform::FolderExists(path)) {
+    } else if (blnFolder) {
         std::string folder = path;
         if (TakePath(folder, frmMain.cmdSpecifyDirectory[0].Caption))
             TakeFolder(FolderWithBackslash(folder));
-    } else if (platform::FileExists(path)) {
-        TakeSingleFile(path);
+    } else if (blnFile || DriveIndexOf(path) < 0) {
+        TakeSingleFile(path); // which says what is wrong with the place
     } else {
         ui::Complain("File " + path + " not found.", frmMain.cmdSingleFile.Caption);
     }

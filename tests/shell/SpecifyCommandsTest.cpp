@@ -1,5 +1,6 @@
 // Choosing what is to be purged: files, folders, subfolders, by dialogs, dropped, or given.
 #include "shell/SpecifyCommands.h"
+#include "drives/DriveWork.h"
 #include "report/frmReport.h"
 #include "shell/ShellTest.h"
 
@@ -202,7 +203,11 @@ TEST_F(SpecifyCommands, DroppedAndGivenPaths) {
     EXPECT_EQ("*.*", strFilespec);
     user.Box("Error", "Error when attempting to load setup from file C:\\docs\\bad.nws!");
     fake::PutFile("C:\\docs\\bad.nws", "1.0\r\n");
+    fake::Watch("OpenFile", [](const std::string&) { EXPECT_TRUE(user.InLongStep); });
+    ForgetDriveSpeeds(); // the drive may be slow
     fake::DropFiles(f, {"C:\\docs\\bad.nws"});
+    user.BoxLike("Single file", "\\\\dead\\a.txt is not on a drive with a letter.\r\n");
+    fake::DropFiles(f, {"\\\\dead\\a.txt"}); // its server is not asked
 
     fake::currentFolder = "C:\\docs";
     user.Box("Error when attempting to load setup.", "File C:\\docs\\missing.nws not found!");
