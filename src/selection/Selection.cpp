@@ -100,11 +100,15 @@ bool HoldChosenFolder(platform::FolderHold& hold) {
 }
 
 bool IsSameFolder(const std::string& strFolder, const std::string& strOther) {
-    platform::FolderIdentity identity, other;
-    if (Failed(platform::ReadFolderIdentity(strFolder, identity)) ||
-        Failed(platform::ReadFolderIdentity(strOther, other)) || !identity.IsKnown())
+    if (strFolder == strOther || DriveIndexOf(strFolder) < 0)
         return strFolder == strOther;
-    return identity == other;
+    platform::FolderIdentity identity, other;
+    AskOnDrive(strFolder, [&] {
+        if (Failed(platform::ReadFolderIdentity(strFolder, identity)) ||
+            Failed(platform::ReadFolderIdentity(strOther, other)))
+            identity = {};
+    });
+    return identity.IsKnown() && identity == other;
 }
 
 std::string BrowseFolder(const std::string& strTitle) {

@@ -26,5 +26,6 @@ void RememberFolder();
 /// Holds the folder in strDirPath until `hold` is released. False, with a message, when the folder
 /// cannot be reached, has become a link, or is no longer the chosen folder.
 bool HoldChosenFolder(platform::FolderHold& hold);
-/// Whether two paths lead to the same folder.
+/// Whether two paths lead to the same folder; false for a place without a drive letter. May pump
+/// messages while a slow drive answers.
 bool IsSameFolder(const std::string& strFolder, const std::string& strOther);

@@ -74,22 +74,27 @@ void FocusOn(std::size_t kind) {
 }
 
 /// The name as typed, including blanks, because a file name may begin with one. If a whole path of
-/// a file in the folder was typed, its name. "" if only blanks were typed.
-std::string TypedName() {
-    const std::string& text = frm.txbSingleFile.Text;
+/// a file in the folder was typed, its name. "" if only blanks were typed. No drive is asked while
+/// somebody types: the text of a path then decides, unless `blnFinal`.
+std::string TypedName(bool blnFinal) {
+    const std::string text = frm.txbSingleFile.Text;
     const std::string folder = Trimmed(FolderPartOf(text));
-    if (!folder.empty() && IsSameFolder(folder, frm.strFolder))
+    const auto isSpelledSo = [&] {
+        return platform::LowerCase(FolderWithBackslash(platform::FullPath(folder))) ==
+               platform::LowerCase(frm.strFolder);
+    };
+    if (!folder.empty() && (blnFinal ? IsSameFolder(folder, frm.strFolder) : isSpelledSo()))
         return FileNameOf(text);
     return Trimmed(text).empty() ? "" : text;
 }
 
 /// The specification in the fields; `strComplaint` tells why it cannot be accepted.
-std::string SpecificationInFields(std::string& strComplaint) {
+std::string SpecificationInFields(std::string& strComplaint, bool blnFinal = false) {
     strComplaint.clear();
     std::string filespec;
     switch (ChosenKind()) {
     case SingleFile:
-        filespec = TypedName();
+        filespec = TypedName(blnFinal);
         if (filespec.empty())
             strComplaint = "Type the name of the file, or choose it.";
         else if (IsWildcard(filespec))
@@ -213,8 +218,15 @@ void cmdChooseFile_Click() {
 }
 
 void cmdOK_Click() {
+    static bool blnAsking = false; // the buttons work while a slow drive answers
+    if (blnAsking)
+        return;
+    blnAsking = true;
     std::string complaint;
-    const std::string filespec = SpecificationInFields(complaint);
+    const std::string filespec = SpecificationInFields(complaint, true);
+    blnAsking = false;
+    if (!frm.Visible) // cancelled meanwhile
+        return;
     if (!complaint.empty()) {
         ui::Complain(complaint);
         FocusOn(ChosenKind());

@@ -62,8 +62,10 @@ TEST_F(SelectionTest, FileSpecificationForms) {
         SCOPED_TRACE(c.Typed);
         EXPECT_EQ(c.Result, Ask([&] {
                       fake::Click(spec.optSpecification[c.Kind]);
+                      const auto asked = fake::CallsMade("ReadFolderIdentity");
                       if (boxes[c.Kind])
                           fake::Type(*boxes[c.Kind], c.Typed);
+                      EXPECT_EQ(asked, fake::CallsMade("ReadFolderIdentity")) << "at each key";
                       if (*c.Result != 0) {
                           EXPECT_EQ(c.Text, spec.lblMatches.Caption);
                           return fake::PressEnter(spec);
