@@ -50,6 +50,7 @@ Var AllUsers    ; 1: for all users of the machine
 Var ModeGiven   ; 1: by a switch
 Var FolderGiven ; by /D
 Var Parts       ; ",StartMenu,..," as chosen now or by the installation that is replaced
+Var Replaced    ; the folder of the installation that is replaced, or empty
 Var ForOne
 Var ForAll
 
@@ -76,11 +77,11 @@ Page custom ShowModePage LeaveModePage
 
 ; ---- What set-up and removal share ---------------------------------------------------------------
 
-; Waits until a program in the folder does not run, or ends with an exit code of its own. A running
-; program's file cannot be opened for writing: this sees it in every session of the machine.
-!macro RefuseWhileRunning file
+; Waits until a program does not run, or ends with an exit code of its own. A running program's file
+; cannot be opened for writing: this sees it in every session of the machine.
+!macro RefuseWhileRunning program
     ${Do}
-        System::Call 'kernel32::CreateFileW(w "$INSTDIR\${file}", i 0xC0000000, i 7, p 0, i 3, i 0, p 0) p .r0 ?e'
+        System::Call 'kernel32::CreateFileW(w "${program}", i 0xC0000000, i 7, p 0, i 3, i 0, p 0) p .r0 ?e'
         Pop $1
         ${If} $0 P<> -1
             System::Call 'kernel32::CloseHandle(p r0)'
@@ -98,6 +99,19 @@ Page custom ShowModePage LeaveModePage
             Quit
         ${EndIf}
     ${Loop}
+!macroend
+
+; By name: what else lies in the folder is not ours.
+!macro DeleteProgram folder
+    Delete "${folder}\nullwright.exe"
+    Delete "${folder}\nullwright-cli.exe"
+    Delete "${folder}\nwaux6.dll"
+    Delete "${folder}\nullwright.dat"
+    Delete "${folder}\manual.html"
+    Delete "${folder}\LICENSE.txt"
+    Delete "${folder}\third-party.txt"
+    Delete "${folder}\uninstall.exe"
+    RMDir "${folder}"
 !macroend
 
 !macro RequireRights un
@@ -150,6 +164,7 @@ Page custom ShowModePage LeaveModePage
         !insertmacro DropEmptyKey "${CLASSES}\*"
         !insertmacro DropEmptyKey "${CLASSES}\Directory\shell"
         !insertmacro DropEmptyKey "${CLASSES}\Directory"
+        StrCpy $R0 $INSTDIR
         Call ${un}RemoveFromPath
     FunctionEnd
 
@@ -163,16 +178,44 @@ Page custom ShowModePage LeaveModePage
 !insertmacro RequireRights ""
 !insertmacro RequireRights "un."
 
+; Takes away what the installation that is replaced has in another folder: its PATH entry and its
+; files, otherwise consoles would go on with the old program. Two names may lead to the same folder
+; (a short name, a link): a file that is made in the new one tells.
+Function RemoveReplaced
+    ${If} $Replaced == ""
+    ${OrIf} $Replaced == $INSTDIR
+        Return
+    ${EndIf}
+    StrCpy $R0 $Replaced
+    Call RemoveFromPath
+    ClearErrors
+    GetTempFileName $0 $INSTDIR
+    ${If} ${Errors}
+        Return
+    ${EndIf}
+    ${GetFileName} $0 $1
+    ${IfNot} ${FileExists} "$Replaced\$1"
+        !insertmacro DeleteProgram "$Replaced"
+    ${EndIf}
+    Delete $0
+FunctionEnd
+
 ; ---- Sections ------------------------------------------------------------------------------------
 
 Section "Nullwright" SecProgram
     SectionIn RO
-    !insertmacro RefuseWhileRunning nullwright.exe
-    !insertmacro RefuseWhileRunning nullwright-cli.exe
+    ReadRegStr $Replaced SHCTX "${APPS_KEY}" "InstallLocation"
+    !insertmacro RefuseWhileRunning "$INSTDIR\nullwright.exe"
+    !insertmacro RefuseWhileRunning "$INSTDIR\nullwright-cli.exe"
+    ${If} $Replaced != ""
+        !insertmacro RefuseWhileRunning "$Replaced\nullwright.exe"
+        !insertmacro RefuseWhileRunning "$Replaced\nullwright-cli.exe"
+    ${EndIf}
     SetOutPath "$INSTDIR"
     File "${STAGE}/*"
     WriteUninstaller "$INSTDIR\uninstall.exe"
     Call RemoveParts
+    Call RemoveReplaced
 
     WriteRegStr SHCTX "${APPS_KEY}" "DisplayName" "Nullwright"
     WriteRegStr SHCTX "${APPS_KEY}" "DisplayVersion" "${VERSION}"
@@ -457,20 +500,11 @@ Function un.RemoveSettings
 FunctionEnd
 
 Section Uninstall
-    !insertmacro RefuseWhileRunning nullwright.exe
-    !insertmacro RefuseWhileRunning nullwright-cli.exe
+    !insertmacro RefuseWhileRunning "$INSTDIR\nullwright.exe"
+    !insertmacro RefuseWhileRunning "$INSTDIR\nullwright-cli.exe"
     Call un.RemoveParts
     Call un.RemoveSettings
-    ; By name: what else lies in the folder is not ours.
-    Delete "$INSTDIR\nullwright.exe"
-    Delete "$INSTDIR\nullwright-cli.exe"
-    Delete "$INSTDIR\nwaux6.dll"
-    Delete "$INSTDIR\nullwright.dat"
-    Delete "$INSTDIR\manual.html"
-    Delete "$INSTDIR\LICENSE.txt"
-    Delete "$INSTDIR\third-party.txt"
-    Delete "$INSTDIR\uninstall.exe"
-    RMDir "$INSTDIR"
+    !insertmacro DeleteProgram "$INSTDIR"
     DeleteRegKey SHCTX "${APPS_KEY}"
     ${If} $AllUsers = 0 ; where many a user has nothing else
         RMDir "$LOCALAPPDATA\Programs"

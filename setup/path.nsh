@@ -70,15 +70,16 @@
         System::Free $2
     FunctionEnd
 
+    ; Takes away the folder in $R0.
     Function ${un}RemoveFromPath
         Call ${un}OpenPath
         ${If} $0 P= 0
             Return
         ${EndIf}
         StrCpy $9 0
-        System::Call 'shlwapi::StrStrIW(p r2, w ";$INSTDIR;") p .r3'
+        System::Call 'shlwapi::StrStrIW(p r2, w ";$R0;") p .r3'
         ${If} $3 P<> 0
-            StrLen $4 ";$INSTDIR"
+            StrLen $4 ";$R0"
             IntOp $4 $4 * 2
             IntPtrOp $5 $3 + $4
             System::Call 'kernel32::lstrlenW(p r5) i .r6'
