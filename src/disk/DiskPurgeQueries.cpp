@@ -9,6 +9,7 @@
 #include "disk/SpeedTest.h"
 #include "disk/SystemFolders.h"
 #include "drives/DiskProc.h"
+#include "drives/DriveWork.h"
 #include "engine/FileProc.h"
 #include "platform/Folders.h"
 #include "report/BatchDriver.h"
@@ -237,7 +238,9 @@ bool AskAboutTopFolders(DiskPurgeState& state) {
 bool AskAboutSystemFolders(const DiskPurgeState& state) {
     for (const SystemFolder& folder : systemFolders) {
         const std::string strPath = state.strRoot + folder.strName;
-        if (platform::FolderExists(strPath) && !state.IsExcluded(folder.strName) &&
+        bool blnThere = false;
+        WorkOnDrive(strPath, [&] { blnThere = platform::FolderExists(strPath); });
+        if (blnThere && !state.IsExcluded(folder.strName) &&
             AskYesNoCancel("You have not excluded the " + strPath +
                                " folder.\r\nAre you sure that you wish to purge all files in that "
                                "folder?",

@@ -31,8 +31,28 @@ using platform::Fault;
 /// system frees space late. This limits how often it is filled again.
 constexpr int intMostRounds = 6;
 
-void WriteRemnantFile(FillWork& work, const std::string& strPath) {
-    if (Failed(platform::OpenFile(strPath, platform::Access::CreateNew, work.File)))
+/// Opens the next dummy file and returns its path.
+std::string OpenDummy(FillWork& work, Fault& fault) {
+    std::string strPath;
+    WorkOnDrive(FillDisk.strDriveRoot, [&] {
+        strPath = UniqueNumberedFileName(FillDisk.strDummyFolder + "\\" + strDummyFileFolderStub);
+        fault = platform::OpenFile(strPath, platform::Access::CreateNew, work.File);
+    });
+    return strPath;
+}
+
+/// Deletes a dummy file that took nothing. False: it is still there.
+bool DeleteDummy(const std::string& strPath) {
+    bool blnGone = false;
+    WorkOnDrive(strPath,
+                [&] { blnGone = DeleteFileClearingAttributes(strPath, true, true, true); });
+    return blnGone;
+}
+
+void WriteRemnantFile(FillWork& work) {
+    auto fault = Fault::None;
+    const std::string strPath = OpenDummy(work, fault);
+    if (Failed(fault))
         return;
     std::int64_t lngLength = 0;
     ui::RunSteps(
@@ -42,7 +62,7 @@ void WriteRemnantFile(FillWork& work, const std::string& strPath) {
             return false;
         },
         [] { return true; });
-    if (lngLength > 0 || !DeleteFileClearingAttributes(strPath, true, true, true)) {
+    if (lngLength > 0 || !DeleteDummy(strPath)) {
         FillDisk.dblBytesInFinishedFiles += static_cast<double>(lngLength);
         ++FillDisk.lngFilesWritten;
     }
@@ -136,14 +156,12 @@ std::int64_t MostBytesInFile(const FillWork& work) {
 /// Writes file after file until the disk is full and returns true. Else sets the outcome and
 /// returns false.
 bool FillUntilFull(FillWork& work) {
-    const std::string strBase = FillDisk.strDummyFolder + "\\" + strDummyFileFolderStub;
     while (true) {
-        const std::string strPath = UniqueNumberedFileName(strBase);
+        const std::string strPath = OpenDummy(work, work.Error);
         FillDisk.strCurrentDummyFile = platform::LowerCase(strPath);
         FillDisk.lngBytesInCurrentFile = 0;
         work.lngInFile = 0;
         work.lngLimit = MostBytesInFile(work);
-        work.Error = platform::OpenFile(strPath, platform::Access::CreateNew, work.File);
         const bool blnOpened = !Failed(work.Error);
         bool blnStopped = false;
         if (blnOpened) {
@@ -162,12 +180,10 @@ bool FillUntilFull(FillWork& work) {
             FillDisk.Outcome = FillOutcome::Done;
             if (FillDisk.intTestQuantity > 0)
                 return false;
-            const bool blnTaken =
-                blnOpened &&
-                (work.lngInFile > 0 || !DeleteFileClearingAttributes(strPath, true, true, true));
+            const bool blnTaken = blnOpened && (work.lngInFile > 0 || !DeleteDummy(strPath));
             if (blnOpened && !blnTaken)
                 --FillDisk.lngFilesWritten;
-            WriteRemnantFile(work, blnTaken ? UniqueNumberedFileName(strBase) : strPath);
+            WriteRemnantFile(work);
             if (work.Error == Fault::DiskFull)
                 return true;
             EndWithFault(work);

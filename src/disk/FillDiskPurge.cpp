@@ -4,6 +4,7 @@
 #include "disk/FillDisk.h"
 #include "disk/Folder.h"
 #include "disk/RunProgress.h"
+#include "drives/DriveWork.h"
 #include "engine/FileProc.h"
 #include "report/run/RunClock.h"
 #include "report/run/RunJob.h"
@@ -171,7 +172,7 @@ bool DeleteDummyFiles(const std::string& strFolder) {
     if (strFolder.empty())
         return true;
     if (strFolder == FillDisk.strDummyFolder && FillDisk.Marker.IsOpen())
-        (void)platform::CloseFile(FillDisk.Marker);
+        WorkOnDrive(strFolder, [] { (void)platform::CloseFile(FillDisk.Marker); });
     // A virus scanner or an indexer may hold a file for a moment, so try several times.
     bool blnGone = false;
     auto fault = platform::Fault::None;

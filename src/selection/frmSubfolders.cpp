@@ -1,6 +1,7 @@
 // The subfolder chooser: the list with its counts, and the texts that tell how the choice is used.
 #include "selection/frmSubfolders.h"
 
+#include "drives/DriveWork.h"
 #include "platform/Folders.h"
 #include "platform/System.h"
 #include "session/Session.h"
@@ -34,12 +35,14 @@ std::string CountsText(const std::string& path, std::uint64_t millisecondsAllowe
     std::int64_t files = 0, folders = 0;
     bool blnAll = true;
     const std::uint64_t start = platform::TickCount();
-    const platform::Fault fault =
-        platform::EnumerateFolder(path, [&](const platform::FolderEntry& entry) {
+    auto fault = platform::Fault::None;
+    WorkOnDrive(path, [&] {
+        fault = platform::EnumerateFolder(path, [&](const platform::FolderEntry& entry) {
             ++(entry.IsFolder ? folders : files);
             blnAll = platform::TickCount() - start <= millisecondsAllowed;
             return blnAll;
         });
+    });
     if (platform::Failed(fault))
         return "(cannot be read)";
     return std::string(blnAll ? "(" : "(more than ") + Counted(files, " file, ", " files, ") +
@@ -59,7 +62,8 @@ void ShowChosen() {
                   (chosen == 1 ? " subfolder is chosen." : " subfolders are chosen.");
 }
 
-/// Counts for a while; true when all subfolders have their counts.
+/// Counts for a while; true when all subfolders have their counts, or the dialog was closed while
+/// messages were pumped.
 bool CountForAWhile(std::uint64_t milliseconds) {
     const std::uint64_t start = platform::TickCount();
     while (frm.lngNextToCount < frm.strNames.size()) {
@@ -124,6 +128,7 @@ void Clock1_Tick() {
         frm.Clock1.Enabled = false;
         return;
     }
+    frm.Clock1.Enabled = false; // no tick within a tick, while a slow drive is waited for
     frm.Clock1.Enabled = !CountForAWhile(intMillisecondsPerSlice);
 }
 
@@ -137,6 +142,7 @@ void ChooseAll(bool blnChosen) {
 void CloseWith(bool blnAccepted) {
     frm.blnAccepted = blnAccepted;
     frm.Clock1.Enabled = false;
+    frm.lngNextToCount = frm.strNames.size(); // also ends a count around this
     ui::Hide(frm);
 }
 
