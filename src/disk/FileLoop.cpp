@@ -262,10 +262,12 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
                                               : GroupedDigits(lngCount) + " " + strMany) +
                                    "\r\n";
     };
-    std::string strText =
+    // The report has told of the free space, and lists the failures at its end.
+    const std::string strTold =
         (strUndoneBefore.empty() ? "" : strUndoneBefore + "\r\n") +
         Sentence(loop.lngFailed, "file could not be purged.", "files could not be purged.") +
-        FirstFailures() +
+        FirstFailures();
+    std::string strText =
         Sentence(currentRun.Counts.lngNumFoldersUnread, "folder could not be read completely.",
                  "folders could not be read completely.") +
         Sentence(loop.lngPartly,
@@ -285,10 +287,11 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
     if (loop.lngOtherNames > std::ssize(loop.otherNames))
         strText +=
             "and " + GroupedDigits(loop.lngOtherNames - std::ssize(loop.otherNames)) + " more\r\n";
+    TellInReport(strText);
+    strText = strTold + strText;
     if (strText.empty())
         return;
     strText.resize(strText.size() - 2);
-    TellInReport(strText);
     if (loop.lngFailed > 0)
         OfferReport(strText, loop.strTitle);
     else

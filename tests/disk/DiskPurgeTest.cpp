@@ -248,6 +248,7 @@ TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {
                              "\r\nNumber of files purged: 3\r\nSum of sizes of files purged: 3 "
                              "bytes\r\n\r\nFiles that could not be purged: 2\r\nD:\\docs\\letter"})
         EXPECT_NE(report.find(part), report.npos) << part << "\n" << report;
+    EXPECT_EQ(report.find("files could not be purged."), report.npos) << "listed below";
     EXPECT_EQ(strDone, frmMain.lblLargePurgeMessage.Caption);
     EXPECT_EQ("pagefile.sys docs\\letter.txt WINDOWS\\WIN386.SWP games\\score ", Left());
 }
