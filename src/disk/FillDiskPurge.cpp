@@ -139,8 +139,7 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     for (const DummyFile& file : files) {
         PurgeJob job = JobOfRun(
             DummyFilePath(FillDisk.strDummyFolder, strDummyFileFolderStub, file.lngNumber));
-        job.RefuseSeveralNames = false;     // they are ours, whatever names they got
-        job.Options.OverwriteNames = false; // and tell nothing
+        job.Options.OverwriteNames = false; // our names tell nothing
         if (!blnInteractive)
             job.Options.Verify = false; // the speed test measures overwrites
         RunJobOfRun(job, counts);

@@ -39,8 +39,8 @@ std::string SuffixOf(const std::string& strName, const std::string& strStub) {
                                                                              : std::string();
 }
 
-/// The marker is empty, so that it takes no cluster that would escape the purge. Therefore only its
-/// name can show the purpose.
+/// The marker holds nothing that shows the purpose, so its name does. It begins empty; on NTFS null
+/// bytes push it out of its record (see FillMarker), and its cluster is overwritten by them only.
 std::string MarkerName(const std::string& strSuffix, DummyPurpose purpose) {
     return "nullwright-" + strSuffix + (purpose == DummyPurpose::SpeedTest ? ".test" : ".mark");
 }

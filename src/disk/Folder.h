@@ -1,11 +1,11 @@
 // The folders that hold dummy files: creation, recognition and removal.
 //
-// Such a folder is named stub + "_" + 16 hexadecimal digits. It holds an empty marker file whose
-// name repeats the digits and shows the purpose. Dummy files in it are named stub + number, small
-// files as described at RecordFileName. On FAT the top folder of the drive may also hold empty
-// files for a while; their names end with digits of the folder's name. Nothing else is ever treated
-// as ours. A run keeps the marker open while it uses the folder, so that a second instance of the
-// program does not mistake the folder for a leftover.
+// Such a folder is named stub + "_" + 16 hexadecimal digits. It holds a marker file, empty or
+// of null bytes, whose name repeats the digits and shows the purpose. Dummy files in it are named
+// stub + number, small files as described at RecordFileName. On FAT the top folder of the drive may
+// also hold empty files for a while; their names end with digits of the folder's name. Nothing else
+// is ever treated as ours. A run keeps the marker open while it uses the folder, so that a second
+// instance of the program does not mistake the folder for a leftover.
 #pragma once
 
 #include "platform/Files.h"

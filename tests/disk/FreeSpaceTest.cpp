@@ -156,7 +156,9 @@ TEST_F(FreeSpaceTest, F10AsksWhileWritingAndBetweenTwoPurgedFiles) {
     }
     // While it is deleted it is too late. A folder that is not empty at once is tried again.
     AnnounceOne();
-    Written(strOne);
+    Written(strOne, [] { // what somebody links there is his
+        fake::PutName("D:\\" + Dummies()[0] + "\\_nw_dummy9", "D:\\docs\\letter.txt");
+    });
     bool scanned = false;
     fake::OnCall("RemoveFolder", [&](const std::string&) {
         fake::PressF10();
@@ -164,6 +166,7 @@ TEST_F(FreeSpaceTest, F10AsksWhileWritingAndBetweenTwoPurgedFiles) {
     });
     user.Box(strTitle, strPurged);
     Click();
+    EXPECT_EQ("somebody's", fake::ContentOf("D:\\docs\\letter.txt"));
 }
 
 TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
