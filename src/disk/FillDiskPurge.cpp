@@ -34,16 +34,16 @@ std::string CountsText(std::int64_t lngNotPurged) {
            "\r\nDummy files not purged:" + SignedDigits(lngNotPurged) + "\r\n\r\n";
 }
 
-/// The dialog between two files, after a failed file or a stop request. False ends the loop;
-/// blnStop stays set if the user wanted to stop.
-bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath,
-                      std::int64_t lngNotPurged) {
+/// The dialog between two files, and after the last one, after a failed file or a stop request.
+/// False ends the loop; blnStop stays set if the user wanted to stop.
+bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath, std::int64_t lngNotPurged,
+                      bool blnLast) {
     const bool blnFailed = intResult < 0 && intResult != PurgeStopped;
     // "Without further interruption from dialog boxes" includes failures. F10 is the user's own
     // interruption and is answered.
     const bool blnAskOnFailure =
         blnFailed && (!blnPurgingDrive || blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
-    if (lngNotPurged <= 0) {
+    if (lngNotPurged <= 0 || (blnLast && intResult == PurgeDone)) {
         blnStop = false; // too late to stop anything
         return true;
     }
@@ -156,7 +156,8 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
         ++lngDone;
         RefreshClock();
         if ((blnStop || job.Result < 0) &&
-            !GoOnWithNextFile(job.Result, job.Path, lngNumDummyFiles - FillDisk.lngFilesPurged))
+            !GoOnWithNextFile(job.Result, job.Path, lngNumDummyFiles - FillDisk.lngFilesPurged,
+                              lngDone == std::ssize(files)))
             break;
     }
     if (blnInteractive)

@@ -154,6 +154,13 @@ TEST_F(FreeSpaceTest, F10AsksWhileWritingAndBetweenTwoPurgedFiles) {
                                 : strStopped);
         Click();
     }
+    // After the last one all have had their turn, also one that failed.
+    AnnounceThree();
+    Written(strThree, [] { fake::FailNth(1, Fault::WriteFault, "WriteBytes"); });
+    user.BoxLike(strTitle, "Error -3 when purging _nw_dummy1.", ui::AnswerYes);
+    PressF10When([] { return FillDisk.lngFilesPurged == 2; });
+    user.BoxLike(strTitle, "One dummy file was not purged to the end:");
+    Click();
     // While it is deleted it is too late. A folder that is not empty at once is tried again.
     AnnounceOne();
     Written(strOne, [] { // what somebody links there is his
