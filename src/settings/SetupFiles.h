@@ -7,11 +7,11 @@
 /// fault keeps its new value: all of it when the fault is among the boxes, nothing when one of the
 /// seven lines before them cannot be read.
 bool ReadSetupFile(const std::string& path);
-/// Writes the current setup, through a temporary file that replaces the old one. False on any
-/// error; an existing file is then as it was.
 /// Whether the folders of the setup can be read back from a file: a comma would end the item.
 bool FoldersFitSetupFile();
-/// Without its folders, which are empty then, where they would not be read back.
+/// Writes the current setup, through a temporary file that replaces the old one. False on any
+/// error; an existing file is then as it was. `blnWithFolders`: false leaves the folders empty,
+/// where they would not be read back.
 bool WriteSetupFile(const std::string& path, bool blnWithFolders = true);
 /// The whole text of a setup file for the current setup, and its reading back (what the two
 /// procedures above do without the file).

@@ -68,7 +68,8 @@ bool SaveSetup(const std::string& strPath) {
     if (!WriteSetupFile(strPath, blnWithFolders))
         return false;
     if (!blnWithFolders)
-        ui::Complain("The folder\r\n" + strDirPath +
+        ui::Complain("The folder\r\n" +
+                         (strDirPath.find(',') == std::string::npos ? strBrowsePath : strDirPath) +
                          "\r\ncannot be loaded again from a setup file, as there is a comma in its "
                          "path.\r\nThe setup was saved without the folder.",
                      "Save setup");

@@ -319,6 +319,7 @@ void cmdClear_Click() {
 void ClearSpecification() {
     ForgetChosenItems();
     strDirPath.clear();
+    strBrowsePath.clear(); // a setup would keep it
     strFilespec.clear();
     blnMultipleFiles = false;
     blnSubdirectories = false;

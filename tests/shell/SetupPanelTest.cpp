@@ -1,6 +1,7 @@
 // The setup panel: load, save, clear, restore, and the setup that the next run finds.
 #include "settings/SetupFiles.h"
 #include "shell/ShellTest.h"
+#include "shell/SpecifyCommands.h"
 
 namespace {
 
@@ -109,10 +110,15 @@ TEST_F(SetupPanel, SaysThatItCouldNotSave) {
 
 TEST_F(SetupPanel, SaysThatAFolderWithACommaCannotBeLoadedAgain) {
     blnConfirmFiles = true;
-    strDirPath = strBrowsePath = "C:\\da,ta\\";
-    user.BoxLike("Save setup", "The folder\r\nC:\\da,ta\\\r\ncannot be loaded again from a setup");
-    Press(f.cmdSaveSetupForNextRun);
-    StartProgram(); // without a complaint
+    strBrowsePath = "C:\\da,ta\\";
+    for (const std::string folder : {"", "C:\\da,ta\\"}) { // as after items were dropped, as chosen
+        strDirPath = folder;
+        user.BoxLike("Save setup", "The folder\r\nC:\\da,ta\\\r\ncannot be loaded again from a ");
+        Press(f.cmdSaveSetupForNextRun);
+    }
+    ClearSpecification();
+    Press(f.cmdSaveSetupForNextRun); // none is left
+    StartProgram();                  // without a complaint
     EXPECT_EQ("", strDirPath);
     EXPECT_TRUE(blnConfirmFiles);
 }
