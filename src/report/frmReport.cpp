@@ -124,6 +124,8 @@ void txbText_MouseUp() {
 
 void frmReport_Activate() {
     SetCopyCaption(false);
+    // The button pressed last may have kept the focus: Enter would press it again, and end the run.
+    ui::SetFocus(frmReport.txbText);
 }
 
 } // namespace
@@ -151,7 +153,6 @@ void ShowReportAgain() {
     frmReport.txbText.SelStart = frmReport.txbText.Text.size();
     frmReport.txbText.SelLength = 0;
     ui::Show(frmReport);
-    ui::SetFocus(frmReport.txbText);
 }
 
 void LoadReportForm() {

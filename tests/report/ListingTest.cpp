@@ -142,6 +142,9 @@ TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
     ShowReportAgain();
     frmReport.txbText.Text = "one\r\ntwo";
     ShowReportAgain();
+    ui::SetFocus(frmReport.cmdClose);
+    ui::Show(frmReport);
+    EXPECT_EQ(&frmReport.txbText, user.Focus) << "a stray Enter would stop a run";
     fake::Click(frmReport.cmdCopyToClipboard);
     EXPECT_EQ(user.Clipboard, "one\r\ntwo");
     frmReport.txbText.SelStart = 5;
@@ -149,7 +152,7 @@ TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
     frmReport.txbText.MouseUp();
     fake::Click(frmReport.cmdCopyToClipboard);
     EXPECT_EQ(user.Clipboard, "two");
-    fake::CloseForm(frmReport);
+    fake::Click(frmReport.cmdClose);
     EXPECT_FALSE(blnStop || frmReport.Visible); // no run is there to be stopped
 }
 

@@ -64,6 +64,9 @@ TEST_F(ReportTest, PauseContinueStop) {
     Click(report, "cmdStop");
     ExpectStopped(report);
     EXPECT_TRUE(SendMessageW(main, WM_QUERYENDSESSION, 0, 0));
+    Click(report, "cmdClose");
+    report = StartRun(); // a stray Enter must not press "Close" again
+    EXPECT_EQ(Named(report, "txbText"), Focused(report));
 }
 
 TEST_F(ReportTest, TheEndOfTheSessionStopsIt) {
