@@ -101,10 +101,10 @@ void cmdCopyToClipboard_Click() {
     const ui::TextBox& box = frmReport.txbText;
     if (box.Text.empty())
         return;
-    ui::PutOnClipboard(box.SelLength > 0 && box.SelStart < box.Text.size()
-                           ? box.Text.substr(box.SelStart, box.SelLength)
-                           : box.Text);
-    frmReport.lblPausedDone.Caption = "";
+    const bool blnCopied = ui::PutOnClipboard(box.SelLength > 0 && box.SelStart < box.Text.size()
+                                                  ? box.Text.substr(box.SelStart, box.SelLength)
+                                                  : box.Text);
+    frmReport.lblPausedDone.Caption = blnCopied ? "" : "Not copied";
     SetCopyCaption(false);
 }
 

@@ -93,7 +93,8 @@ struct PathQuestion {
 /// that was chosen.
 std::vector<std::string> ChoosePaths(const PathQuestion& question, std::size_t* type = nullptr);
 
-void PutOnClipboard(const std::string& text);
+/// False when it was not possible: another program holds the clipboard.
+[[nodiscard]] bool PutOnClipboard(const std::string& text);
 void Beep();
 
 } // namespace ui

@@ -306,8 +306,10 @@ std::vector<std::string> ChoosePaths(const PathQuestion& question, std::size_t* 
     return paths;
 }
 
-void PutOnClipboard(const std::string& text) {
-    user.Clipboard = text;
+bool PutOnClipboard(const std::string& text) {
+    if (!user.ClipboardHeld)
+        user.Clipboard = text;
+    return !user.ClipboardHeld;
 }
 
 void Beep() {}

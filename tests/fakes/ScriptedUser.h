@@ -94,6 +94,7 @@ struct ScriptedUser {
     std::vector<BoxSeen> Boxes;    ///< all that were shown
     std::vector<ui::Form*> Modals; ///< currently shown modal forms, the last on top
     std::string Clipboard;
+    bool ClipboardHeld = false; ///< by another program
     double TaskbarFraction = -1;
     bool TaskbarPaused = false;
     ui::Control* Focus = nullptr;

@@ -146,7 +146,11 @@ TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
     ui::Show(frmReport);
     EXPECT_EQ(&frmReport.txbText, user.Focus) << "a stray Enter would stop a run";
     fake::Click(frmReport.cmdCopyToClipboard);
-    EXPECT_EQ(user.Clipboard, "one\r\ntwo");
+    EXPECT_EQ(user.Clipboard + frmReport.lblPausedDone.Caption, "one\r\ntwo");
+    user.ClipboardHeld = true;
+    fake::Click(frmReport.cmdCopyToClipboard);
+    EXPECT_EQ("Not copied", frmReport.lblPausedDone.Caption);
+    user.ClipboardHeld = false;
     frmReport.txbText.SelStart = 5;
     frmReport.txbText.SelLength = 3;
     frmReport.txbText.MouseUp();

@@ -118,7 +118,9 @@ std::vector<std::string> ChoosePaths(const PathQuestion& /*question*/, std::size
     return {}; // paths stand on the command line
 }
 
-void PutOnClipboard(const std::string& /*text*/) {}
+bool PutOnClipboard(const std::string& /*text*/) {
+    return false;
+}
 
 void Beep() {}
 

@@ -11,8 +11,9 @@ using namespace win32;
 
 namespace {
 
-/// Another program may hold the clipboard for a moment, so try several times.
-constexpr int intClipboardTries = 20;
+/// Another program may hold the clipboard for a moment, so try several times, but briefly: the
+/// windows stand still meanwhile.
+constexpr int intClipboardTries = 5;
 constexpr DWORD lngClipboardPause = 10; ///< milliseconds
 
 UINT ButtonFlags(Buttons buttons) {
@@ -118,12 +119,12 @@ void Beep() {
     MessageBeep(MB_OK);
 }
 
-void PutOnClipboard(const std::string& text) {
+bool PutOnClipboard(const std::string& text) {
     const std::wstring wide = Widen(text);
     const std::size_t bytes = (wide.size() + 1) * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
     if (!memory)
-        return;
+        return false;
     if (void* place = GlobalLock(memory)) {
         std::copy_n(wide.c_str(), wide.size() + 1, static_cast<wchar_t*>(place));
         GlobalUnlock(memory);
@@ -138,11 +139,12 @@ void PutOnClipboard(const std::string& text) {
         EmptyClipboard();
         if (SetClipboardData(CF_UNICODETEXT, memory)) {
             CloseClipboard();
-            return; // the system now owns the memory
+            return true; // the system now owns the memory
         }
         CloseClipboard();
     }
     GlobalFree(memory);
+    return false;
 }
 
 void ShowTaskbarProgress(Form& form, double fraction, bool paused) {
