@@ -2,7 +2,6 @@
 #include "shell/Startup.h"
 
 #include "disk/LeftoverDummies.h"
-#include "drives/DiskProc.h"
 #include "drives/DriveWork.h"
 #include "drives/FileSystems.h"
 #include "engine/HeldFiles.h"
@@ -33,14 +32,6 @@ void LoadTexts() {
     if (!strComplaint.empty())
         ui::Complain(strComplaint);
     frmMain.lblCV_URL.Caption = ProgramText(TextNumber::MakerLink);
-}
-
-void ReadDriveInformation() {
-    std::string strDrive;
-    std::int16_t intType = 0;
-    GetFirstDrive(strDrive, intType);
-    // Determine once, for the whole run, where the setup for the next run is stored.
-    FindNextRunSetupPath();
 }
 
 void SetDefaults() {
@@ -98,7 +89,7 @@ void PrepareProgram() {
     LoadReportForm();
     LoadSelectionForms();
     LoadTexts();
-    ReadDriveInformation();
+    FindNextRunSetupPath(); // once, for as long as the program runs
     SetDefaults();
 }
 

@@ -149,7 +149,7 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     switch (message) {
     case WM_COMMAND:
         if (Control* control = lParam ? ControlOfWindow(reinterpret_cast<HWND>(lParam)) : nullptr)
-            OnCommand(*native, *control, HIWORD(wParam));
+            OnCommand(*control, HIWORD(wParam));
         return 0;
     case WM_CLOSE:
         if (IsWindowEnabled(window) && native->Which->Visible)

@@ -104,7 +104,7 @@ void ClickControl(Control& control) {
     Run(control.Click);
 }
 
-void OnCommand(NativeForm&, Control& control, WORD code) {
+void OnCommand(Control& control, WORD code) {
     NativeControl& native = *NativeOf(control);
     switch (control.Kind) {
     case ControlKind::Button:

@@ -205,7 +205,7 @@ void CollectInput();
 /// Runs a handler: collects input before it and updates the windows after it.
 void Run(const Handler& handler);
 /// Handles a control's command; `code` is its notification.
-void OnCommand(NativeForm& form, Control& control, WORD code);
+void OnCommand(Control& control, WORD code);
 void ClickControl(Control& control);
 /// Whether the user can use the control: shown, enabled, and its form not under a modal one.
 bool Usable(const Control& control);
