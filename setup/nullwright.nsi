@@ -25,9 +25,10 @@ Target amd64-unicode
 
 Name "Nullwright"
 OutFile "${OUTPUT}"
-; What is chosen by "Browse" gets its last part added: the program wants a folder of its own.
-!define USUAL_FOLDER "$LOCALAPPDATA\Programs\Nullwright"
-InstallDir "${USUAL_FOLDER}"
+; What is chosen by "Browse" gets the last part of this added: the program wants a folder of its own.
+; For the rest it is no folder, so that it tells a start without /D; ApplyMode says the usual ones.
+!define NO_FOLDER "\Nullwright"
+InstallDir "${NO_FOLDER}"
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
 CRCCheck force
@@ -332,7 +333,7 @@ FunctionEnd
 ; Folder and parts: those given, those of the installation that is replaced, or the usual ones.
 Function ApplyMode
     SetShellVarContext current
-    StrCpy $0 "${USUAL_FOLDER}"
+    StrCpy $0 "$LOCALAPPDATA\Programs\Nullwright"
     Call EnterMode
     ${If} $AllUsers = 1
         StrCpy $0 "$PROGRAMFILES64\Nullwright"
@@ -370,7 +371,7 @@ Function .onInit
         SetErrorLevel ${EXIT_OLD_WINDOWS}
         Quit
     ${EndIf}
-    ${If} $INSTDIR != "${USUAL_FOLDER}"
+    ${If} $INSTDIR != "${NO_FOLDER}"
         StrCpy $FolderGiven $INSTDIR
     ${EndIf}
     StrCpy $AllUsers 0

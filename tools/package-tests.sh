@@ -97,10 +97,11 @@ touch "$drive/$user/AppData/Roaming/Nullwright/nullwright.pos"
 quiet reg add 'HKCU\Environment' /v Path /t REG_EXPAND_SZ /d '%SystemRoot%\Fonts' /f
 expect 0 'C:\setup.exe' /S # over it
 found "the user's PATH"
-expect 0 'C:\setup.exe' /S '/D=C:\OtherPlace' # instead of it
-[ "$(path_now 'HKCU\Environment')" = '%SystemRoot%\Fonts;C:\OtherPlace' ] || complain "PATH keeps the folder before."
-[ ! -e "$drive/$home" ] || complain "The folder before is still there."
-home=OtherPlace
+for folder in OtherPlace "$home"; do # instead of it, and back
+    expect 0 'C:\setup.exe' /S "/D=C:\\${folder//\//\\}"
+    [ "$(path_now 'HKCU\Environment')" = "%SystemRoot%\\Fonts;C:\\${folder//\//\\}" ] || complain "PATH is not that of $folder."
+done
+[ ! -e "$drive/OtherPlace" ] || complain "The folder before is still there."
 quiet reg add 'HKCU\Environment' /v Path /t REG_EXPAND_SZ /d "$long;C:\\${home//\//\\}" /f
 [ -f "$drive/$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Nullwright.lnk" ] || complain "no link in the start menu"
 [ -f "$drive/$user/AppData/Roaming/Microsoft/Windows/SendTo/Nullwright.lnk" ] || complain "no link in Send to"
