@@ -4,7 +4,7 @@
 # purged, all through the program's real windows under Wine. Then Sleuth Kit, PhotoRec, foremost and
 # ntfsundelete look at the raw image. Prints a table: how many files each brings back whole, by their
 # checksums or with something behind their end, how many of their names each lists, and how many the image
-# holds outside the journal of the file system. As root; no part of ./test.
+# holds, with and without the journal of the file system. As root; no part of ./test.
 . "$(dirname "$0")/common.sh"
 
 need_packages "${packages_build[@]}" "${packages_wine[@]}" googletest "${packages_recovery[@]}"
@@ -98,19 +98,20 @@ def names(file):
     return sum(name in text for name in originals)
 
 ntfs = sys.argv[3] == "ntfs"
-# What no tool lists, but a disk editor would find, outside the file system's journal.
+# What no tool lists, but a disk editor would find: anywhere, and outside the file system's journal.
 raw, journal = pathlib.Path(sys.argv[4]).read_bytes(), (out / "journal").read_bytes()
+forms = lambda name: (name.encode(), name.encode("utf-16-le"))
 print(whole("tsk"), whole("photorec*"), whole("foremost"), whole("undelete") if ntfs else "-",
       names("names-fls"), names("names-undelete") if ntfs else "-",
-      sum(any(raw.count(b) > journal.count(b) for b in (n.encode(), n.encode("utf-16-le")))
-          for n in originals), sep=" | ")
+      sum(any(b in raw for b in forms(n)) for n in originals),
+      sum(any(raw.count(b) > journal.count(b) for b in forms(n)) for n in originals), sep=" | ")
 END
 }
 
 make_files
 files=$(find "$work/files" -type f | wc -l)
-table="| disk | what was done to the $files files | tsk_recover | PhotoRec | foremost | ntfsundelete | names: fls | names: ntfsundelete | names: raw image without journal |
-|---|---|---|---|---|---|---|---|---|"
+table="| disk | what was done to the $files files | tsk_recover | PhotoRec | foremost | ntfsundelete | names: fls | names: ntfsundelete | names: raw image | names: raw image without journal |
+|---|---|---|---|---|---|---|---|---|---|"
 for disk in "ext4 4096" "ntfs 4096"; do
     for what in deleted purged "purged, names overwritten" "deleted, free space purged" \
         "purged, names overwritten, free space purged"; do
