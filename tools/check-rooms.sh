@@ -59,8 +59,7 @@ fi
 
 files() { find src nwaux6 tests bench fuzz -name '*.cpp' -o -name '*.h'; }
 
-# The first line tells a newcomer what lives in the file; a .cpp beside its header may leave that to
-# it only when the header says all.
+# The first line of every file, a .cpp beside its header too, tells a newcomer what lives there.
 for file in $(files); do
     [ "$(head -c 2 "$file")" = // ] || complain "$file does not begin with what lives there."
     [ "$(wc -l < "$file")" -le 400 ] || complain "$file has more than 400 lines."
