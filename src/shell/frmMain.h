@@ -43,8 +43,8 @@ struct FrmMain : ui::Form {
 };
 extern FrmMain frmMain;
 
-/// Enables or disables the menu, the setup panel and "Save report". Every long operation must enable them again on
-/// every exit path.
+/// Enables or disables the menu, the setup panel and "Save report". Every long operation must
+/// enable them again on every exit path.
 void EnableMain(bool blnEnabled);
 /// Sets the quit guard and starts Clock2, which clears it after a second.
 void StartQuitGuard();

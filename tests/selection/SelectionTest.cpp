@@ -150,6 +150,7 @@ TEST_F(SelectionTest, SubfoldersAreCountedInSlices) {
         fake::PutFolder("C:\\docs\\n" + std::to_string(i));
     fake::PutFolder("C:\\docs\\z");
     fake::OnCall("EnumerateFolder", [](const std::string& path) {
+        EXPECT_TRUE(user.InLongStep) << "a slow drive";
         fake::Advance(path == "C:\\docs\\" ? 0 : 100);
         return path == "C:\\docs\\z\\" ? platform::Fault::AccessDenied : platform::Fault::None;
     });
@@ -159,7 +160,6 @@ TEST_F(SelectionTest, SubfoldersAreCountedInSlices) {
         fake::Choose(sub.lstSubfolders, "n6  (not counted)");
         for (int i = 0; i < 20; ++i)
             ui::Wait(15);
-        EXPECT_EQ("n6  (no files, no subfolders)", sub.lstSubfolders.Items[6].Text);
         EXPECT_EQ("z  (cannot be read)", sub.lstSubfolders.Items[10].Text);
         EXPECT_FALSE(sub.Clock1.Enabled);
         fake::Click(sub.cmdOK);
