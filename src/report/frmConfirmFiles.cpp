@@ -4,8 +4,10 @@
 #include "report/frmReport.h"
 #include "session/Session.h"
 #include "ui/Interface.h"
+#include "ui/PathEllipsis.h"
 
 #include <algorithm>
+#include <cstddef>
 
 FrmConfirmFiles frmConfirmFiles;
 
@@ -36,13 +38,17 @@ void cmdStopPurge_Click() {
 }
 
 /// The window grows with the path, so that the whole path is visible: nobody should confirm a file
-/// whose name is cut short.
-void LayOut() {
+/// whose name is cut short. Of a path for which no screen is large enough the middle is left out.
+void LayOut(const std::string& strPath) {
     FrmConfirmFiles& f = frmConfirmFiles;
-    constexpr int intCharactersInLine = 60, intLineHeight = 225, intMaxLines = 20;
-    const int intLines =
-        static_cast<int>(f.lblFile.Caption.size() / intCharactersInLine) + 1; // rounded up
-    f.lblFile.Height = std::clamp(intLines, 2, intMaxLines) * intLineHeight;
+    constexpr std::size_t lngCharactersInLine = 60, lngMaxLines = 19;
+    constexpr int intLineHeight = 255;
+    f.lblFile.Caption = ui::ShortenPath(strPath, [](const std::string& strText) {
+        return strText.size() < lngCharactersInLine * lngMaxLines;
+    });
+    f.lblFile.ToolTip = f.lblFile.Caption == strPath ? "" : strPath;
+    const std::size_t lngLines = f.lblFile.Caption.size() / lngCharactersInLine + 1; // rounded up
+    f.lblFile.Height = static_cast<int>(std::max<std::size_t>(lngLines, 2)) * intLineHeight;
     const int intTop = f.lblFile.Top + f.lblFile.Height + 210;
     for (ui::Button* button : {&f.cmdYes, &f.cmdNo, &f.cmdStopPurge})
         button->Top = intTop;
@@ -75,10 +81,9 @@ void LoadConfirmFilesForm() {
                  {&f.cmdNo, "cmdNo", 1740, 0, 1500, 375},
                  {&f.cmdStopPurge, "cmdStopPurge", 5280, 0, 1800, 375},
                  {&f.cmdYesAndDontShowAgain, "cmdYesAndDontShowAgain", 120, 0, 6960, 375}});
-    LayOut();
+    LayOut(f.lblFile.Caption);
 }
 
 void SetFileToConfirm(const std::string& strPath) {
-    frmConfirmFiles.lblFile.Caption = strPath;
-    LayOut();
+    LayOut(strPath);
 }

@@ -46,7 +46,7 @@ void cmdStopPurge_Click() {
 /// The window grows with the path in its text.
 void LayOut() {
     FrmPurgeWarning& f = frmPurgeWarning;
-    constexpr int intCharactersBesidePath = 250, intCharactersInLine = 52, intLineHeight = 225;
+    constexpr int intCharactersBesidePath = 250, intCharactersInLine = 52, intLineHeight = 255;
     constexpr int intLinesBelow = 3, intMaxLines = 30;
     const int intLines =
         (static_cast<int>(f.strFilePath.size()) + intCharactersBesidePath) / intCharactersInLine +

@@ -139,7 +139,7 @@ void lblClusterSize_Click() {
 std::vector<ui::Placed> Table(int intRemarkLines) {
     FrmPurgeConfirmation& f = frmPurgeConfirmation;
     constexpr int intLeft = 240, intWidth = 6780, intHeight = 300;
-    const int intRemarks = intRemarkLines * 225;
+    const int intRemarks = intRemarkLines * 255;
     const int intBelow = 4830 + intRemarks + (intRemarkLines > 0 ? 60 : 0);
     f.Height = intBelow + 675;
     std::vector<ui::Placed> table = {{&f.lblWhat, "lblWhat", intLeft, 165, intWidth, 270},

@@ -107,6 +107,12 @@ TEST_F(RunTest, EachFileIsConfirmedUntilAllAre) {
     EXPECT_EQ(Middle(Purge(), "once", "12:01:00"), kept + strNoneStopped);
     EXPECT_EQ(frmReport.lblProgress.Caption, "0 of 1 file purged in less than a second.");
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 2U);
+    // A path for which no window is high enough loses its middle, and a tip has it whole.
+    const std::string path = "C:\\" + std::string(2000, 'x') + "\\a.txt";
+    SetFileToConfirm(path);
+    EXPECT_EQ(frmConfirmFiles.lblFile.ToolTip, path);
+    EXPECT_THAT(frmConfirmFiles.lblFile.Caption, EndsWith("xx...\\a.txt"));
+    EXPECT_LT(frmConfirmFiles.Height, 6390); // there is room for it at 1366 x 768 and 150 %
 }
 
 TEST_F(RunTest, PausesInTheMiddleOfAPassSequence) {
