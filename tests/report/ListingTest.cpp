@@ -146,16 +146,15 @@ TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
     ui::Show(frmReport);
     EXPECT_EQ(&frmReport.txbText, user.Focus) << "a stray Enter would stop a run";
     fake::Click(frmReport.cmdCopyToClipboard);
-    EXPECT_EQ(user.Clipboard + frmReport.lblPausedDone.Caption, "one\r\ntwo");
-    user.ClipboardHeld = true;
-    fake::Click(frmReport.cmdCopyToClipboard);
-    EXPECT_EQ("Not copied", frmReport.lblPausedDone.Caption);
-    user.ClipboardHeld = false;
+    EXPECT_EQ(user.Clipboard, "one\r\ntwo");
     frmReport.txbText.SelStart = 5;
     frmReport.txbText.SelLength = 3;
     frmReport.txbText.MouseUp();
     fake::Click(frmReport.cmdCopyToClipboard);
-    EXPECT_EQ(user.Clipboard, "two");
+    EXPECT_EQ(user.Clipboard + frmReport.lblPausedDone.Caption, "two");
+    user.ClipboardHeld = true;
+    fake::Click(frmReport.cmdCopyToClipboard);
+    EXPECT_EQ("Not copied", frmReport.lblPausedDone.Caption);
     fake::Click(frmReport.cmdClose);
     EXPECT_FALSE(blnStop || frmReport.Visible); // no run is there to be stopped
 }
