@@ -6,9 +6,10 @@
 enum ExitCode : int { ExitDone, ExitLeft, ExitRefused, ExitStopped, ExitFailed };
 /// What they mean, for the help.
 inline constexpr const char* strExitCodes[] = {
-    "all was done", "something was not purged", "wrong usage, or refused: nothing was touched",
+    "all was done", "something was not purged, or may still be there",
+    "wrong usage, or refused: nothing was touched",
     "stopped: by Ctrl+C, by an answer, or as nobody took the output",
-    "a drive or the program failed"};
+    "a drive or the program failed, or writing the report"};
 
 /// Wires the console: what answers questions, where report and messages go.
 void BeginTelling();
