@@ -71,7 +71,8 @@ int EndTelling() {
     if (!frmReport.txbText.Text.empty() && !frmReport.txbText.Text.ends_with('\n'))
         ui::console::TakeLines("\r\n");
     TellOnce(frmMain.lblLargePurgeMessage.Caption);
-    if (given.Has("json") && !currentRun.Request.strTitle.empty()) {
+    const bool blnBegun = !currentRun.Request.strTitle.empty();
+    if (given.Has("json") && blnBegun) {
         PrintRecords();
         ui::console::Print(JsonOfRun() + "\n");
     } else if (given.Has("quiet")) {
@@ -80,7 +81,7 @@ int EndTelling() {
     }
     const std::string strReport = given.Of("report");
     const bool blnJson = strReport.ends_with(".json");
-    if (!strReport.empty() &&
+    if (!strReport.empty() && blnBegun &&
         Failed(WriteLongTextFile(strReport, blnJson ? WriteReportAsJson : WriteReportAsText))) {
         TellError("The report cannot be written to " + strReport + ".");
         return ExitFailed;
