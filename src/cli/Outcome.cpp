@@ -99,7 +99,11 @@ int EndTelling() {
 namespace ui::console {
 
 std::string AnswerBeforehand(const std::string& question) {
-    return Ending() ? "none" : AnswerOf(question, IsAttended());
+    const Question* row = QuestionOf(question);
+    const std::string answer = Ending() ? "none" : AnswerOf(question, IsAttended());
+    if (answer == "Cancel" && *row->strOption != '\0') // it ends here; this would let it go on
+        TellError(std::string(row->strAsks) + ": " + MeaningOf(*row) + ".");
+    return answer;
 }
 
 void TellBox(const std::string& strText, ui::Icon icon) {

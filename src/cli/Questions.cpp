@@ -100,15 +100,18 @@ std::span<const Question> Questions() {
     return questions;
 }
 
+std::string MeaningOf(const Question& row) {
+    const std::string strOption = row.strOption;
+    return row.strMeans +
+           (strOption.empty() ? "" : "; with --" + strOption + " " + row.strOptionMeans);
+}
+
 std::string QuestionsText() {
     std::string text = "Where nobody is asked (without a terminal, or with --yes), these are the "
                        "answers.\r\nEach other question is answered by what destroys nothing. "
                        "Without a terminal and without\r\n--yes nothing that destroys begins.\r\n";
-    for (const Question& row : questions) {
-        text += std::string("\r\n  ") + row.strAsks + "\r\n    " + row.strMeans;
-        if (*row.strOption != '\0')
-            text += std::string("; with --") + row.strOption + " " + row.strOptionMeans;
-    }
+    for (const Question& row : questions)
+        text += std::string("\r\n  ") + row.strAsks + "\r\n    " + MeaningOf(row);
     return text + "\r\n";
 }
 

@@ -19,6 +19,8 @@ struct Question {
     const char* strOptionMeans = "";
 };
 std::span<const Question> Questions();
+/// The answer in words: "it stays; with --system it is purged".
+std::string MeaningOf(const Question& row);
 /// The table as the help prints it.
 std::string QuestionsText();
 

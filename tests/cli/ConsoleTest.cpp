@@ -142,7 +142,7 @@ TEST_F(ConsoleTest, WrongUsageTouchesNothing) {
         {{"run", "C:\\d\\a.txt", "-y", "-f", "*.*"}, "Error when attempting to load setup"},
         {{"free-space", "Documents", "-y"}, "no drive"},
         {{"free-space", "Q:", "-y"}, "There is no drive Q:"},
-        {{"free-space", "C:", "-y"}, ""}, // Windows runs from it
+        {{"free-space", "C:", "-y"}, "drive of Windows: it stays; with --system"},
         {{"disk", "D:", "-y", "-x", "doc"}, "no folder D:\\doc"},
         {{"disk", "D:", "-y", "-x", "docs\\old"}, "top-level folder"},
         {{"disk", "D:"}, "--yes"},
