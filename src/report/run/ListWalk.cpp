@@ -88,7 +88,6 @@ bool CountItem(const RunItem& item, const CountWish& wish, FilesToPurge& found) 
     TreeWalk walk;
     walk.strFilespec = item.strFilespec;
     walk.names = item.names;
-    walk.Chosen = item.Identity;
     walk.blnSubfolders = wish.Subfolders;
     walk.blnPagefile = blnPurgingDrive;
     walk.onFile = [&](const std::string&, const FoundFile& file) {
@@ -106,7 +105,7 @@ bool CountItem(const RunItem& item, const CountWish& wish, FilesToPurge& found) 
         }
         return true;
     };
-    walk.onUnread = walk.onReplaced = [&](const std::string& folder) {
+    walk.onUnread = [&](const std::string& folder) {
         if (found.lngUnread++ == 0)
             found.strUnread = folder;
     };
