@@ -60,6 +60,17 @@ double GetFreeSpaceFSO(const std::string& path) {
     return Failed(GetFreeSpaceFSO(path, freeBytes)) ? 0 : freeBytes;
 }
 
+std::int16_t GetFirstDrive(std::string& driveText, std::int16_t& driveType) {
+    const std::string letters = platform::DriveLetters();
+    driveText.clear();
+    driveType = -1;
+    if (!letters.empty()) {
+        driveText = letters.substr(0, 1) + ":";
+        driveType = ScriptingDriveType(platform::TypeOfDrive(driveText + "\\"));
+    }
+    return static_cast<std::int16_t>(letters.size());
+}
+
 std::string FirstFixedDrive() {
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         const std::string drive = std::string(1, letter) + ":";

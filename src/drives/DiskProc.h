@@ -16,6 +16,8 @@ std::int16_t GetDiskSpaceEx(const std::string& path, double& freeBytes, double& 
 double GetFreeSpaceFSO(const std::string& path);
 /// The same for callers that need the fault; may be called on any thread.
 platform::Fault GetFreeSpaceFSO(const std::string& path, double& freeBytes);
+/// The number of drives; the first one as "C:" and its type (2 = fixed), or "" and −1.
+std::int16_t GetFirstDrive(std::string& driveText, std::int16_t& driveType);
 /// The first fixed drive as "C:"; "" when there is none or a letter before it has no drive.
 std::string FirstFixedDrive();
 /// Fixed drives and RAM disks are always ready; any other drive is when its space can be read.
