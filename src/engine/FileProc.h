@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string>
 
-/// Forces a file's data to the disk; true when that was done. The first design names it; no caller,
-/// as the overwrites flush through the handle that wrote.
+/// Forces a file's data to the disk; true when that was done. Overwrites do without it: they flush
+/// through the handle that wrote.
 bool FlushFile(const std::string& path);
 /// Sets a file's length in bytes; −1 only tells whether the file can be opened for change.
 /// 0 done, negative failed (intFileHeld: another program has it open).

@@ -1,5 +1,5 @@
-// Fronts of the engine that purge a single file at once. The first design names them; the program
-// itself runs jobs and groups, and tests and benches use them.
+// Fronts of the engine that purge a single file at once. The program itself runs jobs and groups;
+// tests and benches use these.
 #pragma once
 
 #include "engine/PurgeJob.h"
