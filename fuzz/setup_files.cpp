@@ -31,9 +31,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
 
     fake::PutFile("C:\\a.nws", std::string(reinterpret_cast<const char*>(data), size));
     const bool blnRead = ReadSetupFile("C:\\a.nws");
-    for (const ui::CheckBox* box : PurgeOptionBoxes())
-        Require(box->Value == 0 || box->Value == 1);
-    for (const FurtherOption& option : FurtherOptions())
+    for (const OptionBox& option : PurgeOptionBoxes())
+        Require(option.Box->Value == 0 || option.Box->Value == 1);
+    for (const OptionBox& option : FurtherOptions())
         Require(option.Box->Value == 0 || option.Box->Value == 1);
     Require(GetNumberOfPasses() >= 1 && GetNumOverwrites() >= 1 && GetNumOverwrites() <= 32);
     Require(strDirPath.empty() || (DriveIndexOf(strDirPath) >= 0 && strDirPath.ends_with('\\')));
