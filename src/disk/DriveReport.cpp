@@ -7,6 +7,7 @@
 #include "report/run/RunDriver.h"
 #include "report/run/RunEvents.h"
 #include "report/run/RunRecords.h"
+#include "session/Session.h"
 #include "support/Numbers.h"
 #include "support/SizeText.h"
 #include "ui/Interface.h"
@@ -29,8 +30,10 @@ std::string AsLine(std::string strText) {
 
 void BeginDriveReport(const std::string& strTitle, const std::string& strWhat,
                       const std::string& strPlace) {
+    const bool blnStopped = blnStop;
     if (!blnBegun)
         BeginRun(driveRequest);
+    blnStop = blnStopped; // F10 among the questions stops what follows them
     RunRequest& request = currentRun.Request;
     // A disk purge may have begun with a test of the speed.
     if (request.strTitle != strTitle)
