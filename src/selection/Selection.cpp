@@ -23,37 +23,55 @@ namespace {
 std::string strRemembered;
 platform::FolderIdentity identityRemembered;
 
-/// The real path as told by the system; if the system does not tell, the full path.
-std::string RealPath(const std::string& strPath) {
-    std::string strReal;
-    return Failed(platform::ReadRealPath(strPath, strReal)) ? platform::FullPath(strPath) : strReal;
-}
-
 std::string LinkText(const std::string& strPath) {
     return strPath + " is a link.\r\nLinks are not followed: choose what it leads to.";
 }
 
 } // namespace
 
-std::string SettlePath(std::string& strPath) {
-    if (DriveIndexOf(strPath) < 0)
-        return strPath + " is not on a drive with a letter.\r\n"
-                         "Nullwright works only on drives that have a letter, not on network "
-                         "shares\r\nor other places.";
+std::string RealPath(const std::string& strPath) {
+    std::string strReal;
+    return Failed(platform::ReadRealPath(strPath, strReal)) ? platform::FullPath(strPath) : strReal;
+}
+
+std::string WhyNoLetter(const std::string& strPath) {
+    if (DriveIndexOf(strPath) >= 0)
+        return {};
+    return strPath + " is not on a drive with a letter.\r\n"
+                     "Nullwright works only on drives that have a letter, not on network "
+                     "shares\r\nor other places.";
+}
+
+std::string WhyNotTaken(const std::string& strPath, PathKind& kind) {
     platform::FileFacts facts;
-    auto fault = platform::Fault::None;
+    const platform::Fault fault = platform::ReadFileFacts(strPath, facts);
+    const bool blnRoot = FolderWithoutBackslash(strPath).size() == 2;
+    kind = PathKind::NotThere;
+    if (fault == platform::Fault::NotFound)
+        return {};
+    if (Failed(fault))
+        return strPath + " cannot be accessed: " + platform::FaultText(fault) + ".";
+    if (facts.IsLink && !blnRoot)
+        return LinkText(strPath);
+    const bool blnFolder = (facts.Attributes & platform::AttributeFolder) != 0;
+    kind = blnFolder ? PathKind::Folder : PathKind::File;
+    return {};
+}
+
+std::string SettlePath(std::string& strPath) {
+    std::string strWhyNot = WhyNoLetter(strPath);
+    if (!strWhyNot.empty())
+        return strWhyNot;
     std::string strReal;
     AskOnDrive(strPath, [&] {
-        fault = platform::ReadFileFacts(strPath, facts);
-        strReal = RealPath(strPath);
+        PathKind kind{};
+        strWhyNot = WhyNotTaken(strPath, kind);
+        if (strWhyNot.empty())
+            strReal = RealPath(strPath);
     });
-    const bool blnRoot = FolderWithoutBackslash(strPath).size() == 2;
-    if (!Failed(fault) && facts.IsLink && !blnRoot)
-        return LinkText(strPath);
-    if (Failed(fault) && fault != platform::Fault::NotFound)
-        return strPath + " cannot be accessed: " + platform::FaultText(fault) + ".";
-    strPath = strReal;
-    return {};
+    if (strWhyNot.empty())
+        strPath = strReal;
+    return strWhyNot;
 }
 
 bool TakePath(std::string& strPath, const std::string& strTitle) {

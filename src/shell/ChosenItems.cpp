@@ -1,8 +1,6 @@
 // The chosen items: taking them, describing them, and passing them to a run.
 #include "shell/ChosenItems.h"
 
-#include "platform/Files.h"
-#include "platform/Folders.h"
 #include "platform/Places.h"
 #include "platform/System.h"
 #include "selection/Selection.h"
@@ -14,7 +12,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 
 namespace {
 
@@ -39,33 +36,43 @@ struct FolderSeen {
 };
 using FoldersSeen = std::map<std::string, FolderSeen>;
 
-/// Settles a path; returns "" or the reason why it cannot be taken.
+/// Settles a path; returns "" or the reason why it cannot be taken. One question to the drive.
 std::string TakeItem(const std::string& strPath, ChosenItem& item, FoldersSeen& seen) {
-    item.strPath = strPath;
-    if (const std::string strWhyNot = SettlePath(item.strPath); !strWhyNot.empty())
+    std::string strWhyNot = WhyNoLetter(strPath);
+    if (!strWhyNot.empty())
         return strWhyNot;
-    bool blnThere = false;
-    AskOnDrive(item.strPath, [&] {
-        item.blnFolder = platform::FolderExists(item.strPath);
-        blnThere = item.blnFolder || platform::FileExists(item.strPath);
+    auto kind = PathKind::NotThere;
+    const auto askAboutFolder = [&] {
+        const std::string strFolder = FolderPartOf(item.strPath);
+        const auto [known, isNew] = seen.try_emplace(strFolder);
+        FolderSeen& folder = known->second;
+        if (isNew) {
+            // A folder where a volume is mounted is a link, which no run enters.
+            if (PathKind ofFolder{}; !item.blnFolder)
+                folder.strWhyNot = WhyNotTaken(strFolder, ofFolder);
+            // A fault leaves it unknown: not every file system has such numbers.
+            (void)platform::ReadFolderIdentity(strFolder, folder.Identity);
+        }
+        item.Identity = folder.Identity;
+        strWhyNot = item.blnFolder ? "" : folder.strWhyNot;
+    };
+    bool blnElsewhere = false; // a link on the way, or a substituted letter, leads to another drive
+    AskOnDrive(strPath, [&] {
+        strWhyNot = WhyNotTaken(strPath, kind);
+        if (!strWhyNot.empty() || kind == PathKind::NotThere)
+            return;
+        item.blnFolder = kind == PathKind::Folder;
+        item.strPath = RealPath(strPath);
+        if (item.blnFolder)
+            item.strPath = FolderWithBackslash(item.strPath);
+        blnElsewhere = DriveLetterOf(item.strPath) != DriveLetterOf(strPath);
+        if (!blnElsewhere)
+            askAboutFolder();
     });
-    if (!blnThere)
-        return strPath + " was not found.";
-    if (item.blnFolder)
-        item.strPath = FolderWithBackslash(item.strPath);
-    const std::string strFolder = FolderPartOf(item.strPath);
-    const auto [known, isNew] = seen.try_emplace(strFolder);
-    FolderSeen& folder = known->second;
-    if (isNew) {
-        // A folder where a volume is mounted is a link, which no run enters.
-        if (std::string strSettled = strFolder; !item.blnFolder)
-            folder.strWhyNot = SettlePath(strSettled);
-        // A fault leaves it unknown: not every file system has such numbers.
-        AskOnDrive(strFolder,
-                   [&] { (void)platform::ReadFolderIdentity(strFolder, folder.Identity); });
-    }
-    item.Identity = folder.Identity;
-    return item.blnFolder ? "" : folder.strWhyNot;
+    if (blnElsewhere) // that drive may be slow
+        AskOnDrive(item.strPath, askAboutFolder);
+    return strWhyNot.empty() && kind == PathKind::NotThere ? strPath + " was not found."
+                                                           : strWhyNot;
 }
 
 void TellRefused(const std::vector<std::string>& refused, std::size_t intGiven) {
@@ -83,12 +90,30 @@ void TellRefused(const std::vector<std::string>& refused, std::size_t intGiven) 
     ui::Complain(strText, "Chosen items");
 }
 
+/// The paths taken so far, by their lower case, and the answers about case of their folders.
+struct PathsTaken {
+    std::map<std::string, std::vector<std::string>> paths;
+    std::map<std::string, bool> tellsCase;
+};
+
 /// Folds the case of names unless the folder is case-sensitive.
-std::string KeyOf(const std::string& strPath) {
+std::string KeyOf(const std::string& strPath, PathsTaken& taken) {
     const std::string strFolder = FolderPartOf(FolderWithoutBackslash(strPath));
-    bool blnTellsCase = false;
-    AskOnDrive(strFolder, [&] { blnTellsCase = platform::FolderTellsCase(strFolder); });
+    const auto [known, isNew] = taken.tellsCase.try_emplace(strFolder, false);
+    bool& blnTellsCase = known->second;
+    if (isNew)
+        AskOnDrive(strFolder, [&] { blnTellsCase = platform::FolderTellsCase(strFolder); });
     return blnTellsCase ? strPath : platform::LowerCase(strPath);
+}
+
+/// Adds a path; false if it is among them. A folder is asked about case only if that decides.
+bool AddPath(const std::string& strPath, PathsTaken& taken) {
+    std::vector<std::string>& others = taken.paths[platform::LowerCase(strPath)];
+    for (const std::string& other : others)
+        if (other == strPath || KeyOf(other, taken) == KeyOf(strPath, taken))
+            return false;
+    others.push_back(strPath);
+    return true;
 }
 
 } // namespace
@@ -100,7 +125,7 @@ bool ItemsAreChosen() {
 bool ChooseItems(const std::vector<std::string>& paths, const std::string& strFiles) {
     std::vector<ChosenItem> taken;
     std::vector<std::string> refused;
-    std::set<std::string> keys;
+    PathsTaken pathsTaken;
     FoldersSeen seen;
     if (!RunSearch("Looking at the chosen items", [&] {
             for (const std::string& strPath : paths) {
@@ -110,7 +135,7 @@ bool ChooseItems(const std::vector<std::string>& paths, const std::string& strFi
                 const std::string strWhyNot = TakeItem(strPath, item, seen);
                 if (!strWhyNot.empty())
                     refused.push_back(strWhyNot);
-                else if (keys.insert(KeyOf(item.strPath)).second)
+                else if (AddPath(item.strPath, pathsTaken))
                     taken.push_back(std::move(item));
                 YieldInSearch();
             }

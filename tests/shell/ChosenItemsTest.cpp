@@ -136,6 +136,13 @@ TEST_F(ChosenItems, MustBeInTheFoldersThatWereChosen) {
                 HasSubstr("C:\\x\\b\\: not the folder any more that was cho"));
     EXPECT_THAT(frmReport.txbText.Text, HasSubstr("Folders that could not be read: 2\r\n"));
     EXPECT_EQ(2u, fake::FilesBelow("C:\\o").size());
+    // What concerns the folder is asked once: of each further file its facts and its real path.
+    fake::PutFolder("C:\\s").TellsCase = true;
+    fake::PutFiles({"C:\\s\\a", "C:\\s\\A", "C:\\s\\b"});
+    const auto made = fake::CallsMade();
+    FilesDroppedOnMain({"C:\\s\\a", "C:\\s\\A", "C:\\s\\b", "C:\\s\\a"});
+    EXPECT_EQ(made + 2 * 4 + 3, fake::CallsMade());
+    EXPECT_EQ("3 chosen items (3 files)", f.lblDirectory.Caption);
 }
 
 } // namespace
