@@ -5,6 +5,8 @@
 namespace {
 
 const char* const strWhich = "Purge (wipe) which drive?";
+const char* const strExclude =
+    "Select top-level folders on Drive D to be EXCLUDED from this purge.";
 const char* const strDone = "The disk has been purged (except for excluded files).";
 constexpr int Yes = ui::AnswerYes, No = ui::AnswerNo, Cancel = ui::AnswerCancel, OK = ui::AnswerOK;
 
@@ -105,43 +107,33 @@ The free space has been purged.  Now all files [OK, Cancel: 1]
 }
 
 TEST_F(DiskPurgeTest, ExclusionsHoldAndAreNamed) {
-    const struct {
-        int TopFiles;
-        Paths Excluded;
-        std::string Label, Where, Left;
-    } cases[] = {
-        {No,
-         {"WINDOWS"},
-         "One top-level folder of Drive D is EXCLUDED",
-         "in the top folder and in both non-excluded subfolders ",
-         "pagefile.sys WINDOWS\\WIN386.SWP WINDOWS\\system.ini "},
-        {Yes,
-         {"WINDOWS", "docs"},
-         "2 top-level folders of Drive D are EXCLUDED",
-         "in the single non-excluded subfolder ",
-         "a.txt pagefile.sys docs\\letter.txt docs\\old\\deep.txt WINDOWS\\WIN386.SWP "
-         "WINDOWS\\system.ini "},
-        {Yes, {}, "ALL top-level", "in all 3 ", "a.txt pagefile.sys WINDOWS\\WIN386.SWP "},
-        {Yes, {"WINDOWS", "docs", "games"}, "", "You have excluded all", "all"},
+    const std::string systems = "WINDOWS\\WIN386.SWP WINDOWS\\system.ini ";
+    const std::string two = "a.txt pagefile.sys docs\\letter.txt docs\\old\\deep.txt " + systems;
+    const std::tuple<int, Paths, std::string, std::string, std::string> cases[] = {
+        {No, Paths{"WINDOWS"}, "One top-level folder of Drive D is EXCLUDED",
+         "in the top folder and in both non-excluded subfolders ", "pagefile.sys " + systems},
+        {Yes, Paths{"WINDOWS", "docs"}, "2 top-level folders of Drive D are EXCLUDED",
+         "in the single non-excluded subfolder ", two},
+        {Yes, Paths{}, "ALL top-level", "in all 3 ", "a.txt pagefile.sys WINDOWS\\WIN386.SWP "},
+        {Yes, Paths{"WINDOWS", "docs", "games"}, "", "You have excluded all",
+         two + "games\\score "},
     };
-    for (const auto& c : cases) {
+    for (const auto& [topFiles, excluded, announced, where, left] : cases) {
         Fresh();
-        const std::string all = Left();
-        answers["EXCLUDE the"] = c.TopFiles;
-        answers["EXCLUDE files"] = c.Excluded.empty() ? No : Yes;
+        answers["EXCLUDE the"] = topFiles;
+        answers["EXCLUDE files"] = excluded.empty() ? No : Yes;
         std::string label;
         fake::Watch("WriteBytes", [&](const std::string&) {
             if (label.empty())
                 label = frmMain.lblSubdirectories2.Caption;
         });
         ChooseDrive(strWhich);
-        if (!c.Excluded.empty())
-            ChooseSubfolders("Select top-level folders on Drive D to be EXCLUDED from this purge.",
-                             c.Excluded);
+        if (!excluded.empty())
+            ChooseSubfolders(strExclude, excluded);
         Run(frmMain.cmdLargePurge[1]);
-        EXPECT_TRUE(label.starts_with(c.Label)) << label;
-        EXPECT_EQ(c.Left == "all" ? all : c.Left, Left());
-        EXPECT_NE(std::string::npos, user.Boxes.back().Text.find(c.Where)) << c.Where;
+        EXPECT_TRUE(label.starts_with(announced)) << label;
+        EXPECT_EQ(left, Left());
+        EXPECT_NE(std::string::npos, user.Boxes.back().Text.find(where)) << where;
     }
 }
 
@@ -256,8 +248,7 @@ TEST_F(DiskPurgeTest, F10AtTheLastDummyFileAsksAboutTheDisk) {
     Fresh(30 * MiB); // one dummy file
     fake::PutName("D:\\games\\kept", "D:\\docs\\letter.txt");
     ChooseDrive(strWhich);
-    ChooseSubfolders("Select top-level folders on Drive D to be EXCLUDED from this purge.",
-                     {"games"});
+    ChooseSubfolders(strExclude, {"games"});
     answers["EXCLUDE files"] = Yes;
     PressF10When([] {
         return frmMain.lblLargePurgeMessage.Caption.starts_with("One dummy file is being purged");

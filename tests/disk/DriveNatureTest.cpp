@@ -17,11 +17,8 @@ TEST_F(DriveNatureTest, RemarksOnDrives) {
                                    "it to another place than that of the old data.";
     const std::string kept =
         "Restore points that Windows keeps of Drive D may hold earlier versions of files.";
-    const struct {
-        DriveType Type;
-        platform::DriveNature Nature; // solid-state, trims, compressed, encrypted, protected
-        std::string Remarks;
-    } cases[] = {
+    // Solid-state, trims, compressed, encrypted, protected.
+    const std::tuple<DriveType, platform::DriveNature, std::string> cases[] = {
         {DriveType::Fixed, {}, ""},
         {DriveType::Fixed, {false, false, false, true, false}, ""}, // nothing that matters
         {DriveType::Fixed, {true, {}, {}, {}, {}}, ssd},
@@ -33,14 +30,12 @@ TEST_F(DriveNatureTest, RemarksOnDrives) {
         {DriveType::Remote, {true, {}, true, {}, true}, ""},
     };
     fake::AddDrive('D', 1 << 20);
-    fake::OnCall("ReadDriveNature", [](const std::string&) { // it may have to spin up
-        EXPECT_TRUE(fake::user.InLongStep);
-        return platform::Fault::None;
-    });
-    for (const auto& c : cases) {
-        fake::drives['D'].Type = c.Type;
-        fake::drives['D'].Nature = c.Nature;
-        EXPECT_EQ(c.Remarks, DriveRemarks('D'));
+    fake::Watch("ReadDriveNature", // it may have to spin up
+                [](const std::string&) { EXPECT_TRUE(fake::user.InLongStep); });
+    for (const auto& [type, nature, remarks] : cases) {
+        fake::drives['D'].Type = type;
+        fake::drives['D'].Nature = nature;
+        EXPECT_EQ(remarks, DriveRemarks('D'));
     }
     fake::drives['D'].Type = DriveType::Removable;
     fake::drives['D'].MediaPresent = false;

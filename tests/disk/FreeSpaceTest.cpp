@@ -74,29 +74,24 @@ TEST_F(FreeSpaceTest, TheEndOfTheSessionStopsItWithoutABox) {
 
 TEST_F(FreeSpaceTest, RefusesWhatCannotBeFilled) {
     using platform::DriveType;
-    const struct {
-        const char* Text;
-        DriveType Type;
-        bool Medium = true, ReadOnly = false;
-        std::uint64_t Free = MiB;
-    } cases[] = {
-        {"There is no disk in Drive D.", DriveType::Removable, false},
-        {"There is no CD-ROM in Drive D.", DriveType::CdRom, false},
-        {"Drive D is a network drive.\r\nOnly the drives of this computer itself can be purged.",
-         DriveType::Remote},
-        {"The disk in Drive D is read-only.\r\nNothing on it can be purged.", DriveType::Fixed,
-         true, true},
-        {"There is no free space on the disk in Drive D.", DriveType::Fixed, true, false, 0},
+    const std::tuple<DriveType, bool, bool, std::uint64_t, const char*> cases[] = {
+        {DriveType::Removable, false, false, MiB, "There is no disk in Drive D."},
+        {DriveType::CdRom, false, false, MiB, "There is no CD-ROM in Drive D."},
+        {DriveType::Remote, true, false, MiB,
+         "Drive D is a network drive.\r\nOnly the drives of this computer itself can be purged."},
+        {DriveType::Fixed, true, true, MiB,
+         "The disk in Drive D is read-only.\r\nNothing on it can be purged."},
+        {DriveType::Fixed, true, false, 0, "There is no free space on the disk in Drive D."},
     };
-    for (const auto& c : cases) {
+    for (const auto& [type, medium, readOnly, free, text] : cases) {
         Begin(120 * MiB);
-        LeaveFree(c.Free);
+        LeaveFree(free);
         fake::Drive& drive = fake::drives['D'];
-        drive.Type = c.Type;
-        drive.MediaPresent = c.Medium;
-        drive.ReadOnly = c.ReadOnly;
+        drive.Type = type;
+        drive.MediaPresent = medium;
+        drive.ReadOnly = readOnly;
         ChooseDrive(strQuestion);
-        user.Box(strTitle, c.Text, fake::Warns);
+        user.Box(strTitle, text, fake::Warns);
         Click();
     }
     // Of so many files FAT32 could not hold the names in one folder: larger ones there.
@@ -177,23 +172,16 @@ TEST_F(FreeSpaceTest, F10AsksWhileWritingAndBetweenTwoPurgedFiles) {
 }
 
 TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
-    const struct {
-        const char* Call;
-        int N;
-        Fault What;
-        const char *Title, *Text;
-    } cases[] = {
-        {"MakeFolder", 1, Fault::DiskFull, "Disk full",
-         "Unable to create a temporary folder on the disk in Drive D."},
-        {"WriteBytes", 1, Fault::NotReady, "Error", "Error: The drive is not ready"},
-        // That the disk is full does not hide it, of the last dummy file and of what remains.
-        {"FlushBytes", 1, Fault::NotReady, "Error", "Error: The drive is not ready"},
-        {"FlushBytes", 2, Fault::NotReady, "Error", "Error: The drive is not ready"},
-    };
-    for (const auto& c : cases) {
+    // That the disk is full does not hide a fault, of the last dummy file and of what remains.
+    for (const auto& [call, n] :
+         {std::pair{"MakeFolder", 1}, {"WriteBytes", 1}, {"FlushBytes", 1}, {"FlushBytes", 2}}) {
+        const bool full = *call == 'M';
         AnnounceOne();
-        user.Box(c.Title, c.Text, fake::Warns);
-        fake::FailNth(c.N, c.What, c.Call);
+        user.Box(full ? "Disk full" : "Error",
+                 full ? "Unable to create a temporary folder on the disk in Drive D."
+                      : "Error: The drive is not ready",
+                 fake::Warns);
+        fake::FailNth(n, full ? Fault::DiskFull : Fault::NotReady, call);
         Click();
         EXPECT_EQ("The free space was not purged.", frmMain.lblLargePurgeMessage.Caption);
     }

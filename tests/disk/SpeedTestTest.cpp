@@ -54,12 +54,7 @@ TEST_F(SpeedTestTest, AFloppyDriveHasItsOwnQuantityAndText) {
 
 TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
     const std::string atLeast = "\r\nAt least 1 MB of free space is required for this test.";
-    const struct {
-        std::uint64_t Free;
-        const char* Call;
-        int N;
-        std::string Text;
-    } cases[] = {
+    const std::tuple<std::uint64_t, const char*, int, std::string> cases[] = {
         {0, "", 0, "There is no free space on the disk in Drive D." + atLeast},
         {10 * MiB, "ReadDriveSpace", 3,
          "An error occurred when attempting to ascertain\r\n"
@@ -67,15 +62,15 @@ TEST_F(SpeedTestTest, RefusesAndFailsWithoutTouchingTheOldSpeed) {
         {10 * MiB, "WriteBytes", 2,
          "An error occurred when purging the dummy files.\r\nThe test cannot be completed."},
     };
-    for (const auto& c : cases) {
+    for (const auto& [free, call, n, text] : cases) {
         Begin(120 * MiB);
-        LeaveFree(c.Free);
+        LeaveFree(free);
         sngPurgeSpeeds[3] = 7;
         Accept();
-        user.Box(strTitle, c.Text, fake::Warns);
-        fake::FailNth(c.N, Fault::AccessDenied, c.Call);
+        user.Box(strTitle, text, fake::Warns);
+        fake::FailNth(n, Fault::AccessDenied, call);
         Click();
-        EXPECT_EQ(7, sngPurgeSpeeds[3]) << c.Text;
+        EXPECT_EQ(7, sngPurgeSpeeds[3]) << text;
     }
     // A floppy disk needs less.
     fake::Drive& floppy = fake::AddDrive('B', 1474560, 512, platform::DriveType::Removable);

@@ -5,20 +5,18 @@
 
 TEST_F(FilePurgeTest, WhatWritingInPlaceDoesNotReachIsSaid) {
     using namespace platform;
-    const struct {
-        std::uint32_t Attributes, Tag, Reach;
-        const char* FileSystem = "NTFS";
-    } cases[] = {{AttributeCompressed, 0, ReachCompressed},
-                 {AttributeIntegrity, 0, ReachOlderCopies},
-                 {0, 0, ReachOlderCopies, "ReFS"},
-                 {AttributeReparsePoint, 0x9000301A, ReachCloudPlaceholder}, // is here, too
-                 {AttributeReparsePoint, 0x80000013, ReachOlderCopies}};
-    for (const auto& c : cases) {
+    const std::tuple<std::uint32_t, std::uint32_t, std::uint32_t> cases[] = {
+        {AttributeCompressed, 0, ReachCompressed},
+        {AttributeIntegrity, 0, ReachOlderCopies},
+        {0, 0, ReachOlderCopies},                                   // on ReFS
+        {AttributeReparsePoint, 0x9000301A, ReachCloudPlaceholder}, // is here, too
+        {AttributeReparsePoint, 0x80000013, ReachOlderCopies}};
+    for (const auto& [attributes, tag, reach] : cases) {
         SetUp();
-        fake::drives['C'].FileSystem = c.FileSystem;
-        fake::PutFile(path, "M", c.Attributes).ReparseTag = c.Tag;
+        fake::drives['C'].FileSystem = attributes == 0 ? "ReFS" : "NTFS";
+        fake::PutFile(path, "M", attributes).ReparseTag = tag;
         EXPECT_EQ(0, Purge(path, 0, 1, true));
-        EXPECT_EQ(c.Reach, job.Reach);
+        EXPECT_EQ(reach, job.Reach);
     }
     for (const auto elsewhere :
          {AttributeOffline, AttributeRecallOnOpen, AttributeRecallOnDataAccess}) {

@@ -125,12 +125,7 @@ TEST_F(FilePurgeTest, StreamsGoWithTheFile) {
 TEST_F(FilePurgeTest, RefusalsAndCodes) {
     constexpr auto R = platform::AttributeReadOnly, H = platform::AttributeHidden,
                    S = platform::AttributeSystem, A = platform::AttributeArchive;
-    const struct {
-        std::uint32_t Attributes;
-        bool OKReadOnly, OKSystem;
-        int Code;
-        std::string Journal;
-    } cases[] = {
+    const std::tuple<std::uint32_t, bool, bool, int, std::string> cases[] = {
         {R | A, false, true, -53, ""},
         {R | S, false, false, -53, ""}, // read-only is looked at first
         {S | A, true, false, -54, ""},
@@ -138,13 +133,13 @@ TEST_F(FilePurgeTest, RefusalsAndCodes) {
         {R | H | S | A, true, true, 0,
          "attributes 38\n" + Overwrites(1, 1, 1, 4096) + "attributes 36\nattributes 32\nremove\n"},
     };
-    for (const auto& c : cases) {
-        fake::PutFile(path, "M", c.Attributes);
+    for (const auto& [attributes, okReadOnly, okSystem, expected, journal] : cases) {
+        fake::PutFile(path, "M", attributes);
         fake::journal.clear();
         std::int16_t code = 99;
-        (void)PurgeFileWithChecks(path, 1, 1, true, c.OKReadOnly, c.OKSystem, false, 0, code);
-        EXPECT_EQ(c.Code, code);
-        EXPECT_EQ(c.Journal, fake::JournalText(path));
+        (void)PurgeFileWithChecks(path, 1, 1, true, okReadOnly, okSystem, false, 0, code);
+        EXPECT_EQ(expected, code);
+        EXPECT_EQ(journal, fake::JournalText(path));
     }
     EXPECT_EQ(-1, Purge("", 0, 1, true));
     for (const char* none : {"C:\\f\\none", "C:\\f"})

@@ -34,12 +34,8 @@ struct SelectionTest : ProgramTest {
 TEST_F(SelectionTest, FileSpecificationForms) {
     const char* const characters =
         "A file name cannot contain any of the characters \\ / : < > | \".";
-    const struct {
-        std::size_t Kind;
-        const char* Typed;
-        const char* Result; ///< none: the next is the text of the refusal
-        const char* Text;
-    } cases[] = {
+    // The kind, what is typed and what comes of it, none with the text of the refusal behind it.
+    const std::tuple<std::size_t, const char*, std::string, const char*> cases[] = {
         {0, " a.txt", " a.txt", "One file in this folder matches."},
         {0, "a.txt ", "a.txt ", "No files in this folder match."},
         {0, "C.DOC", "C.DOC", "One file in this folder matches."},
@@ -58,19 +54,19 @@ TEST_F(SelectionTest, FileSpecificationForms) {
         {3, "  ", "", "Type the form of the file names, as in \"report*.doc\"."},
     };
     ui::TextBox* const boxes[] = {&spec.txbSingleFile, nullptr, &spec.txbExtension, &spec.txbForm};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.Typed);
-        EXPECT_EQ(c.Result, Ask([&] {
-                      fake::Click(spec.optSpecification[c.Kind]);
+    for (const auto& [kind, typed, result, text] : cases) {
+        SCOPED_TRACE(typed);
+        EXPECT_EQ(result, Ask([&] {
+                      fake::Click(spec.optSpecification[kind]);
                       const auto asked = fake::CallsMade("ReadFolderIdentity");
-                      if (boxes[c.Kind])
-                          fake::Type(*boxes[c.Kind], c.Typed);
+                      if (boxes[kind])
+                          fake::Type(*boxes[kind], typed);
                       EXPECT_EQ(asked, fake::CallsMade("ReadFolderIdentity")) << "at each key";
-                      if (*c.Result != 0) {
-                          EXPECT_EQ(c.Text, spec.lblMatches.Caption);
+                      if (!result.empty()) {
+                          EXPECT_EQ(text, spec.lblMatches.Caption);
                           return fake::PressEnter(spec);
                       }
-                      user.Box("Error", c.Text, fake::Warns);
+                      user.Box("Error", text, fake::Warns);
                       fake::Click(spec.cmdOK);
                       EXPECT_TRUE(spec.Visible);
                       fake::PressEscape(spec);

@@ -24,25 +24,20 @@ struct PurgeType : StartedTest {
 
 TEST_F(PurgeType, AcceptsWithTheQuestionThatTheNumberAsksFor) {
     const std::string patterns = "Alternate bit patterns";
-    const struct {
-        std::size_t Type;
-        const char *Passes, *Times;
-        bool Many;
-        std::string Summary;
-    } cases[] = {
+    const std::tuple<std::size_t, const char*, const char*, bool, std::string> cases[] = {
         {0, "1", "once", false, "Random bytes, once (= 1 overwrite)"},
         {1, "6", "24 times", false, patterns + ", 6 times (= 24 overwrites)"},
         {1, "7", "28 times", true, patterns + ", 7 times (= 28 overwrites)"},
         {2, "5", "30 times", true, patterns + " plus random bytes, 5 times (= 30 overwrites)"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [type, passes, times, many, summary] : cases) {
         frmReport.lblPausedDone.Caption = "Done";
         Open([&] {
-            fake::Click(f.optPurgeType[c.Type]);
-            fake::Choose(f.cboNumberOfPasses[c.Type], c.Passes);
-            Accept(c.Times, c.Many);
+            fake::Click(f.optPurgeType[type]);
+            fake::Choose(f.cboNumberOfPasses[type], passes);
+            Accept(times, many);
         });
-        EXPECT_EQ(c.Summary, frmMain.lblTypeOfPurge.Caption);
+        EXPECT_EQ(summary, frmMain.lblTypeOfPurge.Caption);
         EXPECT_EQ("", frmReport.lblPausedDone.Caption);
     }
 }

@@ -154,11 +154,7 @@ TEST_F(MainWindow, FitsIntoLowNarrowAndLargeWindows) {
 }
 
 TEST(PathEllipsis, KeepsDriveAndNameOfTheFile) {
-    const struct {
-        std::string Path;
-        std::size_t Room;
-        std::string Shown;
-    } cases[] = {
+    const std::tuple<std::string, std::size_t, std::string> cases[] = {
         {R"(C:\Documents and Settings\me\letters\a.txt)", 33,
          R"(C:\Documents and...\letters\a.txt)"},
         {R"(C:\Documents and Settings\me\letters\a.txt)", 20, R"(C:\Document...\a.txt)"},
@@ -167,10 +163,10 @@ TEST(PathEllipsis, KeepsDriveAndNameOfTheFile) {
         {"\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4", 8, "\u00e4\u00e4..."},
         {R"(Reading C:\data\letters\2019\ ...)", 26, R"(Reading C:\da...\2019\ ...)"},
     };
-    for (const auto& [path, room, shown] : cases)
-        EXPECT_EQ(shown, ui::ShortenPath(path, [room](const std::string& text) {
-                      return text.size() <= room;
-                  }));
+    for (const auto& [path, room, shown] : cases) {
+        const auto fits = [&](const std::string& text) { return text.size() <= room; };
+        EXPECT_EQ(shown, ui::ShortenPath(path, fits));
+    }
 }
 
 TEST_F(MainWindow, ButtonsAnswerToMouseAndKeys) {

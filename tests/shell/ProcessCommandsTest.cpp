@@ -115,21 +115,18 @@ TEST_F(ProcessCommands, TheChosenFolderIsLookedAtAgainAndHeld) {
 }
 
 TEST_F(ProcessCommands, QuestionsByCount) {
-    const struct {
-        int Count;
-        const char *AllFiles, *Texts, *Whose;
-    } cases[] = {
+    const std::tuple<int, std::string, std::string, std::string> cases[] = {
         {1, "the single file in ", "the file ", "this file.)"},
         {20, "all 20 files in ", "the 20 files ", "these twenty files."},
         {21, "all 21 files in ", "the 21 files ", "these 21 files."},
         {1001, "all files in ", "the files ", "these (more than 1000) files."},
     };
-    for (const auto& c : cases) {
-        PutFiles("C:\\docs", c.Count);
+    for (const auto& [count, allFiles, texts, whose] : cases) {
+        PutFiles("C:\\docs", count);
         ChooseFolder("C:\\docs", ui::AnswerYes);
-        Purge(std::string(c.AllFiles) + "C:\\docs\\ ", c.Whose);
+        Purge(allFiles + "C:\\docs\\ ", whose);
         Specify("*.txt");
-        Purge(std::string(c.Texts) + "C:\\docs\\*.txt ", c.Whose);
+        Purge(texts + "C:\\docs\\*.txt ", whose);
         fake::TakeAway("C:\\docs");
     }
     EXPECT_TRUE(fake::journal.empty());
