@@ -2,8 +2,6 @@
 #include "DriveTest.h"
 #include "report/run/Run.h"
 
-namespace {
-
 const char* const strWhich = "Purge (wipe) which drive?";
 const char* const strExclude =
     "Select top-level folders on Drive D to be EXCLUDED from this purge.";
@@ -54,11 +52,10 @@ struct DiskPurgeTest : DriveTest {
     }
     /// A box with this in its text was shown.
     static void Box(const std::string& part) {
-        EXPECT_TRUE(
-            std::any_of(user.Boxes.begin(), user.Boxes.end(),
-                        [&](const fake::BoxSeen& box) { return box.Text.find(part) != part.npos; }))
-            << part << "\n"
-            << Shown();
+        for (const fake::BoxSeen& box : user.Boxes)
+            if (box.Text.find(part) != part.npos)
+                return;
+        ADD_FAILURE() << part << "\n" << Shown();
     }
     /// The files on D:, each without the drive and with a blank behind it.
     static std::string Left() {
@@ -215,11 +212,10 @@ TEST_F(DiskPurgeTest, WithoutBoxesOnlyF10AsksAndFailuresAreToldAtTheEnd) {
     fake::At("D:\\docs\\letter.txt")->Locked = true;
     bool failed = false; // the first write of the purge of the free space fails
     fake::FailAlways("RemoveFile", "score", Fault::AccessDenied);
-    fake::OnCall("WriteBytes", [&failed](const std::string&) {
+    fake::FailAlways("WriteBytes", "", Fault::WriteFault, [&] {
         const std::string& message = frmMain.lblLargePurgeMessage.Caption;
-        const bool first = !failed && message.starts_with("2 dummy files are being purged");
-        failed = failed || first;
-        return first ? Fault::WriteFault : Fault::None;
+        return message.starts_with("2 dummy files are being purged") &&
+               !std::exchange(failed, true);
     });
     PressF10When([&] { return frmMain.lblPurgeFoldersMessage.Caption.ends_with(deep); });
     Click();
@@ -282,9 +278,8 @@ TEST_F(DiskPurgeTest, ADriveWithoutFoldersAndWithoutAMeasuredSpeed) {
     EXPECT_EQ(3u, user.Boxes.size());
     // They fail four times; then without an estimate.
     answers["It is not possible to obtain"] = OK;
-    fake::OnCall("MakeFolder", [](const std::string&) {
-        return FillDisk.intTestQuantity > 0 ? Fault::AccessDenied : Fault::None;
-    });
+    fake::FailAlways("MakeFolder", "", Fault::AccessDenied,
+                     [] { return FillDisk.intTestQuantity > 0; });
     Click();
     EXPECT_EQ(15u, user.Boxes.size());
     for (const char* part :
@@ -335,5 +330,3 @@ TEST_F(DiskPurgeTest, NoCallThatFailsLeavesADummyOrTheMenuDisabled) {
     }
     user.Reset();
 }
-
-} // namespace

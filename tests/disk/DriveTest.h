@@ -83,9 +83,8 @@ struct DriveTest : StartedTest {
     /// Nothing of ours is left, nothing runs, the menu is there.
     static void ExpectRest() {
         EXPECT_TRUE(Dummies().empty()) << Dummies().front();
-        EXPECT_TRUE(frmMain.fraMenu.Enabled);
         EXPECT_FALSE(blnPurgingFreeSpace || blnPurgingDrive || blnStop);
-        EXPECT_TRUE(blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
+        EXPECT_TRUE(frmMain.fraMenu.Enabled && blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
         EXPECT_EQ("", frmMain.lblStatus.Caption);
         EXPECT_EQ(-1, user.TaskbarFraction);
         EXPECT_FALSE(user.EscapeHeld);

@@ -2,8 +2,6 @@
 #include "FreeSpaceTest.h"
 #include "settings/frmPurgeConfirmation.h"
 
-namespace {
-
 TEST_F(FreeSpaceTest, DummiesAreWholeRealClustersAndAQuotaIsTold) {
     using Lengths64 = std::vector<std::uint64_t>;
     const std::string unfilled =
@@ -105,14 +103,12 @@ TEST_F(FreeSpaceTest, SpaceThatIsFreedMeanwhileIsFilledToo) {
     // A drive that shrinks nothing and is never full.
     LeaveFree(100 * MiB);
     int flat = 0;
-    fake::OnCall("WriteBytes", [&](const std::string&) {
+    fake::FailAlways("WriteBytes", "", Fault::WriteFault, [&] {
         drive.Capacity += MiB;
-        return ++flat < 1000 ? Fault::None : Fault::WriteFault;
+        return ++flat >= 1000;
     });
     Announce(0, "100.00 MB", "2 dummy files");
     user.Box("Error", "Error: The free space does not shrink as files are written", fake::Warns);
     Click();
     EXPECT_LT(flat, 400);
 }
-
-} // namespace

@@ -4,8 +4,6 @@
 #include "report/run/Run.h"
 #include "settings/frmPurgeConfirmation.h"
 
-namespace {
-
 TEST_F(FreeSpaceTest, FillsToTheLastClusterPurgesAndLeavesNothing) {
     const std::uint64_t freeBefore = fake::drives['D'].Free();
     std::uint64_t freeThen = 1;
@@ -161,11 +159,8 @@ TEST_F(FreeSpaceTest, F10AsksWhileWritingAndBetweenTwoPurgedFiles) {
     Written(strOne, [] { // what somebody links there is his
         fake::PutName("D:\\" + Dummies()[0] + "\\_nw_dummy9", "D:\\docs\\letter.txt");
     });
-    bool scanned = false;
-    fake::OnCall("RemoveFolder", [&](const std::string&) {
-        fake::PressF10();
-        return std::exchange(scanned, true) ? Fault::None : Fault::NotEmpty;
-    });
+    fake::Watch("RemoveFolder", [](const std::string&) { fake::PressF10(); });
+    fake::FailNth(1, Fault::NotEmpty, "RemoveFolder");
     user.Box(strTitle, strPurged);
     Click();
     EXPECT_EQ("somebody's", fake::ContentOf("D:\\docs\\letter.txt"));
@@ -195,9 +190,8 @@ TEST_F(FreeSpaceTest, FaultsOtherThanAFullDiskEndTheFilling) {
     // A last write that ends inside a cluster is taken back to whole ones: to purge such a file
     // would need space that a full disk does not have.
     AnnounceOne();
-    fake::OnCall("WriteBytes", [](const std::string&) {
-        return fake::drives['D'].Free() == 4096 ? Fault::DiskFull : Fault::None;
-    });
+    fake::FailAlways("WriteBytes", "", Fault::DiskFull,
+                     [] { return fake::drives['D'].Free() == 4096; });
     Written("2 dummy files have been written.", [] {
         const std::string file = "D:\\" + Dummies()[0] + "\\_nw_dummy1";
         EXPECT_EQ(20 * MiB - 2 * 4096, fake::At(file)->Data.Length()); // letter.txt has one, too
@@ -227,5 +221,3 @@ TEST_F(FreeSpaceTest, DummiesThatCannotBeDeletedAreOfferedAtTheNextStart) {
     OfferToRemoveLeftoverDummies();
     ExpectRest();
 }
-
-} // namespace

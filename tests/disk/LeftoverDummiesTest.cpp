@@ -2,8 +2,6 @@
 #include "disk/LeftoverDummies.h"
 #include "DriveTest.h"
 
-namespace {
-
 struct LeftoverDummies : DriveTest {
     /// What a crash leaves: a folder of ours with the marker of its purpose and a dummy file.
     static std::string PutLeftover(const std::string& digits, const std::string& mark,
@@ -60,14 +58,11 @@ TEST_F(LeftoverDummies, SayWhatTheyAreAlsoOnAStickThatIsChosenLater) {
     EXPECT_EQ(2u, Dummies().size());
     // What only looks like ours stays, and so does what is not ours inside. Small files, empty ones
     // with the folder's last digits at the top, go.
-    const Paths kept{"D:\\docs\\letter.txt",
-                     test + "\\_nw_dummy_notes.txt",
-                     "D:\\_nw_dummy\\_nw_dummy1",
-                     "D:\\_nw_dummy_notes\\x",
-                     "D:\\_nw_dummy_0123456789abcdef\\_nw_dummy1",
-                     "D:\\_NW00001.DEE",
-                     "D:\\_NW00001",
-                     "D:\\_NW00002.DE1"};
+    Paths kept{"D:\\docs\\letter.txt", test + "\\_nw_dummy_notes.txt"};
+    for (const std::string name :
+         {"_nw_dummy\\_nw_dummy1", "_nw_dummy_notes\\x", "_nw_dummy_0123456789abcdef\\_nw_dummy1",
+          "_NW00001.DEE", "_NW00001", "_NW00002.DE1"})
+        kept.push_back("D:\\" + name);
     for (const std::string& path : Paths{kept.begin() + 1, kept.end()})
         fake::PutFile(path, path == kept.back() ? "somebody's" : "");
     for (const std::string& path : {fill + "\\_NW00001", std::string("D:\\_NW0000A.DE1"),
@@ -80,5 +75,3 @@ TEST_F(LeftoverDummies, SayWhatTheyAreAlsoOnAStickThatIsChosenLater) {
     fake::Click(frmMain.cmdLargePurge[2]);
     EXPECT_EQ(kept, fake::FilesBelow("D:\\"));
 }
-
-} // namespace

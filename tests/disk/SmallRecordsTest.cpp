@@ -1,8 +1,6 @@
 // What deleted files left outside all clusters: "Purge free space" takes it by small files.
 #include "FreeSpaceTest.h"
 
-namespace {
-
 const std::string secret(fake::recordRoom, 's');
 
 struct SmallRecords : FreeSpaceTest {
@@ -121,5 +119,3 @@ TEST_F(SmallRecords, OnFatTheNamesInTheTopFolder) {
     user.Box(strTitle, strPurged);
     Click();
 }
-
-} // namespace

@@ -4,8 +4,6 @@
 #include "DriveTest.h"
 #include "settings/frmPurgeConfirmation.h"
 
-namespace {
-
 const char* const strTitle = "Test purge speed";
 
 struct SpeedTestTest : DriveTest {
@@ -98,5 +96,3 @@ TEST_F(SpeedTestTest, F10EndsItWhilePurging) {
     PressF10When([] { return frmMain.lblStatus.Caption.ends_with("% of purge done."); });
     Click();
 }
-
-} // namespace

@@ -94,8 +94,7 @@ TEST_F(FilePurgeTest, WhatChangesMeanwhileIsCoveredOrLeftAlone) {
           Moment{"OpenFile", 4}, Moment{"OpenFile", 5}, Moment{"ReadAttributes", 2}})
         for (const std::uint64_t length : {100000u, 300u})
             for (const bool deleteAfter : {true, false}) {
-                SCOPED_TRACE(std::string(call) + std::to_string(n) + "/" + std::to_string(length) +
-                             (deleteAfter ? "/deleted" : "/kept"));
+                SCOPED_TRACE(Message() << call << n << "/" << length << "/" << deleteAfter);
                 SetUp();
                 fake::PutBigFile(path, 1000, 'M');
                 fake::PutFile(stream, "S");

@@ -1,6 +1,5 @@
 // The purge engine over the fake platform: every byte that it writes, and what it makes of faults.
 #include "engine/FilePurge.h"
-#include "drives/ClusterSizes.h"
 #include "drives/DriveWork.h"
 #include "engine/FilePurgeTest.h"
 #include "engine/HeldFiles.h"
@@ -11,10 +10,9 @@ TEST_F(FilePurgeTest, EveryOverwriteIsWholeClustersAndFlushedBeforeTheNext) {
     for (const std::uint32_t cluster : {512u, 4096u, 65536u})
         for (const std::uint64_t length :
              {0u, 7u, cluster - 1, cluster, cluster + 1, 300000u, 3u << 20, (3u << 20) + 7})
-            for (int type = 0; type <= 2; ++type) {
-                const int passes = type == 1 ? 3 : 1;
-                SCOPED_TRACE(std::to_string(cluster) + "/" + std::to_string(length) + "/" +
-                             std::to_string(type));
+            for (std::int16_t type = 0; type <= 2; ++type) {
+                const std::int16_t passes = type == 1 ? 3 : 1;
+                SCOPED_TRACE(Message() << cluster << "/" << length << "/" << type);
                 SetUp();
                 fake::AddDrive('D', 1 << 30, cluster);
                 const std::string file = "D:\\f\\a.bin";
@@ -97,9 +95,7 @@ TEST_F(FilePurgeTest, LengthsBeyond32Bits) {
     EXPECT_EQ(length, fake::At("D:\\a")->Data.Length());
     // The last run finds no room for what lies within the file: a compressed one on a full disk.
     int calls = 0;
-    fake::OnCall("WriteBytes", [&](const std::string&) {
-        return ++calls > 5120 ? Fault::DiskFull : Fault::None;
-    });
+    fake::FailAlways("WriteBytes", "", Fault::DiskFull, [&] { return ++calls > 5120; });
     EXPECT_EQ(-15, Purge("D:\\a", 0, 1, true));
     fake::ResetOrders();
     // The longest file of FAT: its last cluster ends a byte behind what can be written.
@@ -150,7 +146,7 @@ TEST_F(FilePurgeTest, RefusalsAndCodes) {
     fake::Node& file = fake::PutFile(path, "kept", R);
     EXPECT_TRUE(Purge(path, 0, 0, true) == -18 && PurgeFile(path, 0, 0, true, false) == -18);
     EXPECT_TRUE(file.Attributes & R);
-    for (const int type : {int{intNumPurgeTypes}, -1})
+    for (const std::int16_t type : {std::int16_t{intNumPurgeTypes}, std::int16_t{-1}})
         EXPECT_EQ(-8, Purge(path, type, 1, true));
     fake::PutFile("C:\\f\\link").LinkTarget = path;
     EXPECT_EQ(-2, Purge("C:\\f\\link", 0, 1, true));
@@ -170,11 +166,10 @@ TEST_F(FilePurgeTest, HeldFilesAreWaitedFor) {
     // A neighbour that looks for 5 ms into each file that was opened, made shorter or closed.
     std::uint64_t heldUntil = 0;
     for (const char* call : {"OpenFile", "AuxiliaryChangeFileSize", "RemoveFile"})
-        fake::OnCall(call, [&](const std::string& file) {
-            if (file != path || platform::TickCount() < heldUntil)
-                return file != path ? Fault::None : Fault::SharingViolation;
-            heldUntil = platform::TickCount() + 5;
-            return Fault::None;
+        fake::FailAlways(call, path, Fault::SharingViolation, [&] {
+            const bool held = platform::TickCount() < heldUntil;
+            heldUntil = held ? heldUntil : platform::TickCount() + 5;
+            return held;
         });
     for (int i = 0; i < 400; ++i) { // together far more than what a run may wait in vain
         fake::PutFile(path, "M");
@@ -187,9 +182,8 @@ TEST_F(FilePurgeTest, HeldFilesAreWaitedFor) {
     // A program that has mapped it lets it be opened, but not be cut.
     fake::PutFile(path, "M");
     const std::uint64_t mappedUntil = platform::TickCount() + 500;
-    fake::OnCall("ChangeLength", [=](const std::string&) {
-        return platform::TickCount() < mappedUntil ? Fault::SharingViolation : Fault::None;
-    });
+    fake::FailAlways("ChangeLength", "", Fault::SharingViolation,
+                     [=] { return platform::TickCount() < mappedUntil; });
     EXPECT_EQ(0, Purge(path, 0, 1, false));
     EXPECT_EQ(1u, fake::At(path)->Data.Length());
     // What stays held is not waited for again and again.

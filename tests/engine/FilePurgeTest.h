@@ -4,27 +4,16 @@
 #include "engine/FilePurge.h"
 #include "fakes/ProgramTest.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <gmock/gmock.h>
-#include <string>
-#include <vector>
 
 using namespace testing;
 
 inline constexpr const char* path = "C:\\f\\a.bin";
 
 struct FilePurgeTest : ProgramTest {
-    int Purge(const std::string& file, int type, int passes, bool deleteAfter,
+    int Purge(const std::string& file, std::int16_t type, std::int16_t passes, bool deleteAfter,
               bool slackOnly = false) {
-        job = {file,
-               static_cast<std::int16_t>(type),
-               static_cast<std::int16_t>(passes),
-               deleteAfter,
-               true,
-               true,
-               slackOnly,
-               refuseNames};
+        job = {file, type, passes, deleteAfter, true, true, slackOnly, refuseNames};
         job.Options.Verify = verify;
         job.Options.OverwriteNames = rename;
         RunPurgeJob(job);
@@ -32,8 +21,8 @@ struct FilePurgeTest : ProgramTest {
         return job.Result;
     }
     /// What a purge that goes well does to the file.
-    std::string Journal(const std::string& file, int type, int passes, bool deleteAfter,
-                        bool slackOnly = false) {
+    std::string Journal(const std::string& file, std::int16_t type, std::int16_t passes,
+                        bool deleteAfter, bool slackOnly = false) {
         fake::journal.clear();
         EXPECT_EQ(0, Purge(file, type, passes, deleteAfter, slackOnly));
         return fake::JournalText(file);

@@ -5,11 +5,9 @@
 #include <map>
 #include <set>
 
-namespace {
-
 struct VerifyAndNames : FilePurgeTest {
     VerifyAndNames() { verify = rename = true; }
-    int Run(bool deleteAfter, bool slackOnly = false, int type = 1) {
+    int Run(bool deleteAfter, bool slackOnly = false, std::int16_t type = 1) {
         return Purge(path, type, 1, deleteAfter, slackOnly);
     }
     void PutFiles(std::uint64_t length) {
@@ -27,8 +25,8 @@ TEST_F(VerifyAndNames, EveryWriteThatTheDiskLostIsFound) {
                  {fake::Spoil::Drop, fake::Spoil::Tear, fake::Spoil::Flip}) {
                 std::int64_t writes = 0;
                 for (int n = 0; n <= writes; ++n) {
-                    SCOPED_TRACE(std::to_string(length) + " " + std::to_string(slackOnly) + " " +
-                                 std::to_string(static_cast<int>(spoil)) + " " + std::to_string(n));
+                    SCOPED_TRACE(Message() << length << " " << slackOnly << " "
+                                           << static_cast<int>(spoil) << " " << n);
                     const auto run = [&](bool deleteAfter) {
                         PutFiles(length);
                         if (length == 300000) { // nothing between the two ranges
@@ -75,11 +73,8 @@ TEST_F(VerifyAndNames, WhatIsReadAndHow) {
         PutFiles(3 << 20);
         fake::drives['C'].BytesPerSecond = 1 << 20;
         bool read = false;
-        fake::OnCall(call, [&](const std::string& file) {
-            const bool reads = file == path && fake::At(path)->Open && !read;
-            read = read || reads;
-            return reads ? Fault::NotSupported : Fault::None;
-        });
+        fake::FailAlways(call, path, Fault::NotSupported,
+                         [&] { return fake::At(path)->Open && !std::exchange(read, true); });
         double share = 0;
         fake::Watch("ReadBytes", [&](const std::string&) { share = PurgeShareDone(); });
         EXPECT_EQ(0, Run(true));
@@ -157,12 +152,12 @@ TEST_F(VerifyAndNames, AnyCallMayFail) {
                                 "HasClusters OpenFile ReadOpenFileFacts ChangeLength CloseFile";
     const std::set<std::string> ofTheName{"RenameNew", "WriteDates", "FlushFolder",
                                           "ReadFileLength"};
-    const std::map<std::string, int> codes{{"AuxiliaryChangeFileSize", -2},
-                                           {"ListStreams", -2},
-                                           {"WriteBytes", -3},
-                                           {"RemoveFile", -4},
-                                           {"FlushBytes", -7},
-                                           {"ReadBytes", -19}};
+    const std::map<std::string, int> codes = {{"AuxiliaryChangeFileSize", -2},
+                                              {"ListStreams", -2},
+                                              {"WriteBytes", -3},
+                                              {"RemoveFile", -4},
+                                              {"FlushBytes", -7},
+                                              {"ReadBytes", -19}};
     for (int options = 0; options < 16; ++options) {
         verify = (options & 1) != 0, rename = (options & 2) != 0;
         const bool slackOnly = (options & 4) != 0, deletes = (options & 8) != 0;
@@ -217,5 +212,3 @@ TEST_F(VerifyAndNames, AnyCallMayFail) {
     EXPECT_EQ(0, Run(true));
     EXPECT_TRUE(added == 2 && fake::FilesBelow("C:\\f").empty()) << added;
 }
-
-} // namespace

@@ -75,9 +75,11 @@ void Watch(const std::string& call, std::function<void(const std::string&)> hook
     });
 }
 
-void FailAlways(const std::string& call, const std::string& end, Fault fault) {
-    OnCall(call,
-           [=](const std::string& path) { return path.ends_with(end) ? fault : Fault::None; });
+void FailAlways(const std::string& call, const std::string& end, Fault fault,
+                std::function<bool()> when) {
+    OnCall(call, [=](const std::string& path) {
+        return path.ends_with(end) && (!when || when()) ? fault : Fault::None;
+    });
 }
 
 } // namespace fake

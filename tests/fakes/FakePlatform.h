@@ -166,8 +166,9 @@ void SpoilNth(std::int64_t n, Spoil how);
 bool HasFailed();
 /// Calls made since Reset.
 std::int64_t CallsMade(const std::string& call = "");
-/// Every such call for a path with this end fails.
-void FailAlways(const std::string& call, const std::string& end, platform::Fault fault);
+/// Every such call for a path with this end fails, or every one for which `when` holds.
+void FailAlways(const std::string& call, const std::string& end, platform::Fault fault,
+                std::function<bool()> when = {});
 /// Calls the hook with the path before each such call; if it returns a fault, the call fails with
 /// it. A hook may change the disk.
 void OnCall(const std::string& call, std::function<platform::Fault(const std::string& path)> hook);

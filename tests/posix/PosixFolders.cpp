@@ -98,9 +98,15 @@ std::string RootOf(const std::string& text) {
     return text.substr(0, 1) + ":\\";
 }
 
-Fault OnDrive(const char* call, const std::string& root, struct statvfs& known) {
-    return OnFolder(call, RootOf(root), O_PATH,
-                    [&](int folder) { return fstatvfs(folder, &known); });
+template<typename Work>
+Fault OnDrive(const char* call, const std::string& root, Work work) {
+    return OnFolder(call, RootOf(root), O_PATH, [&](int folder) {
+        struct statvfs known;
+        const int failed = fstatvfs(folder, &known);
+        if (failed == 0)
+            work(known);
+        return failed;
+    });
 }
 } // namespace
 
@@ -117,33 +123,26 @@ DriveType TypeOfDrive(const std::string& root) {
 }
 
 Fault ReadClusterFacts(const std::string& root, ClusterFacts& facts) {
-    struct statvfs known;
-    const Fault fault = OnDrive(__func__, root, known);
-    if (!Failed(fault))
-        facts = {512, static_cast<std::uint32_t>(known.f_frsize / 512), known.f_bavail,
-                 known.f_blocks};
-    return fault;
+    return OnDrive(__func__, root, [&](const struct statvfs& known) {
+        const auto sectors = static_cast<std::uint32_t>(known.f_frsize / 512);
+        facts = {512, sectors, known.f_bavail, known.f_blocks};
+    });
 }
 
 Fault ReadDriveSpace(const std::string& root, std::uint64_t& freeBytes, std::uint64_t& totalBytes,
                      std::uint64_t* freeOnVolume) {
-    struct statvfs known;
-    const Fault fault = OnDrive(__func__, root, known);
-    if (!Failed(fault)) {
+    return OnDrive(__func__, root, [&](const struct statvfs& known) {
         freeBytes = known.f_bavail * known.f_frsize;
         totalBytes = known.f_blocks * known.f_frsize;
         if (freeOnVolume)
             *freeOnVolume = known.f_bfree * known.f_frsize;
-    }
-    return fault;
+    });
 }
 
 Fault ReadVolumeFacts(const std::string& root, VolumeFacts& facts) {
-    struct statvfs known;
-    const Fault fault = OnDrive(__func__, root, known);
-    if (!Failed(fault))
+    return OnDrive(__func__, root, [&](const struct statvfs& known) {
         facts = {"", "POSIX", (known.f_flag & ST_RDONLY) != 0};
-    return fault;
+    });
 }
 
 Fault ReadDriveNature(const std::string&, DriveNature&) {

@@ -8,7 +8,6 @@
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
 #include "settings/frmTypeOfPurge.h"
-#include "shell/frmMain.h"
 #include "shell/frmMainLayout.h"
 #include "shell/Startup.h"
 #include "support/Workers.h"

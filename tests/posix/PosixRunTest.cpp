@@ -6,7 +6,6 @@
 #include "fakes/FakePlatform.h"
 #include "fakes/ScriptedUser.h"
 #include "platform/Folders.h"
-#include "report/frmReport.h"
 #include "report/run/Run.h"
 #include "settings/frmPurgeConfirmation.h"
 
@@ -16,8 +15,6 @@
 #include <set>
 
 using namespace platform;
-
-namespace {
 
 struct PosixRun : testing::Test {
     void SetUp() override {
@@ -45,8 +42,6 @@ struct PosixRun : testing::Test {
         return static_cast<int>(std::distance(begin(files), end(files)));
     }
 };
-
-} // namespace
 
 TEST_F(PosixRun, WhatIsPurgedIsOverwrittenOnTheDisk) {
     PutThree();

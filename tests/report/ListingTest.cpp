@@ -1,12 +1,10 @@
 // Listing and counting runs, the estimates, and the report window by itself.
 #include "report/RunTest.h"
 
-namespace {
-
 constexpr char strHint[] =
     "For an estimate of the purge time test the purge speed for Drive C\nthen relist the files.";
 
-void PutTree() {
+static void PutTree() {
     blnSubdirectories = true;
     fake::PutFile("C:\\d\\sub\\deep\\c.txt", "123");
     fake::PutFile("C:\\d\\a.txt", std::string(1234, 'x'));
@@ -158,5 +156,3 @@ TEST_F(RunTest, ReportWindowCopiesAndComesBack) {
     fake::Click(frmReport.cmdClose);
     EXPECT_FALSE(blnStop || frmReport.Visible); // no run is there to be stopped
 }
-
-} // namespace

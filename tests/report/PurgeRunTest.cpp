@@ -3,8 +3,6 @@
 #include "report/RunTest.h"
 #include "support/StrProc.h"
 
-namespace {
-
 TEST_F(RunTest, PurgesATreeAndRemovesItsFolders) {
     fake::PutFile("C:\\d\\a.txt", "123");
     fake::PutBigFile("C:\\d\\B.TXT", 5000);
@@ -78,12 +76,12 @@ TEST_F(RunTest, OneFileHasNoCountAndKeptFilesAreSaid) {
 TEST_F(RunTest, EveryRefusalAndFailureHasItsLine) {
     PutFiles({"ro.txt", "sys.txt", "locked.txt", "w.swp", "stuck.txt", "torn.txt", "gone.txt",
               "enc.txt", "cloud.txt", "full.txt"});
+    using namespace platform;
     const std::pair<const char*, std::uint32_t> attributes[] = {
-        {"ro", platform::AttributeReadOnly},
-        {"sys", platform::AttributeSystem},
-        {"enc",
-         platform::AttributeEncrypted | platform::AttributeSparse | platform::AttributeIntegrity},
-        {"cloud", platform::AttributeRecallOnDataAccess}};
+        {"ro", AttributeReadOnly},
+        {"sys", AttributeSystem},
+        {"enc", AttributeEncrypted | AttributeSparse | AttributeIntegrity},
+        {"cloud", AttributeRecallOnDataAccess}};
     for (const auto& [name, bits] : attributes)
         fake::At("C:\\d\\" + std::string(name) + ".txt")->Attributes = bits;
     fake::At("C:\\d\\locked.txt")->Locked = true;
@@ -165,26 +163,21 @@ TEST_F(RunTest, ANameMeansTheOneFileThatHasItLetterByLetter) {
 TEST_F(RunTest, SlackOnlyLeavesWholeClustersAlone) {
     fake::PutBigFile("C:\\d\\whole.txt", 8192);
     fake::PutFile("C:\\d\\none.txt", "");
-    fake::PutFile("C:\\d\\part.txt", "data");
-    fake::PutFile("C:\\d\\gone.txt", "data");
+    for (const char* name : {"part", "gone", "record", "grown", "log"})
+        fake::PutFile(std::string("C:\\d\\") + name + ".txt", "data");
     fake::Watch("ReadFileLength", [](const std::string& path) {
         if (path.ends_with("part.txt"))
             fake::TakeAway("C:\\d\\gone.txt");
     });
-    fake::PutFile("C:\\d\\record.txt", "data").InRecord = true;
-    fake::PutFile("C:\\d\\grown.txt", "data");
+    fake::At("C:\\d\\record.txt")->InRecord = true;
     fake::Watch("ReadAttributes", [](const std::string& path) {
         if (path.ends_with("grown.txt"))
             fake::At(path)->Data.Resize(4096);
     });
-    fake::PutFile("C:\\d\\log.txt", "data");
-    fake::OnCall("FlushBytes", [](const std::string& file) { // a neighbour adds to it after a pass
+    fake::Watch("FlushBytes", [](const std::string& file) { // a neighbour adds to it after a pass
+        const auto add = [] { fake::At("C:\\d\\log.txt")->Data.Write(4, {6, "L"}); };
         if (file.ends_with("log.txt"))
-            fake::user.During([] { return true; },
-                              [] {
-                                  fake::At("C:\\d\\log.txt")->Data.Write(4, {6, "L"});
-                              });
-        return Fault::None;
+            user.During([] { return true; }, add);
     });
     SetPasses(2);
     fake::PutFile("C:\\d\\ro.txt", "1", platform::AttributeReadOnly);
@@ -304,12 +297,12 @@ Number of files purged: 3
 enum class Mode { Purge, Keep, Slack, List };
 
 /// The number behind these words.
-std::int64_t CountOf(const std::string& report, const std::string& words) {
+static std::int64_t CountOf(const std::string& report, const std::string& words) {
     const std::size_t found = report.find(words);
     return found == std::string::npos ? -1 : std::stoll(report.substr(found + words.size()));
 }
 
-void CheckCounts(Mode mode, const std::string& report) {
+static void CheckCounts(Mode mode, const std::string& report) {
     const std::vector<std::string> left = fake::FilesBelow("C:\\d");
     const auto changed = std::count_if(left.begin(), left.end(), [](const std::string& file) {
         return fake::ContentOf(file).find_first_not_of("0123456789") != std::string::npos;
@@ -384,5 +377,3 @@ TEST_F(RunTest, WhatAPulledStickTookAlongIsNotGone) {
                 << report;
         }
 }
-
-} // namespace

@@ -3,9 +3,7 @@
 #include "report/run/RunReport.h"
 #include "report/RunTest.h"
 
-namespace {
-
-std::string Saved(bool (*write)(const PutText&)) {
+static std::string Saved(bool (*write)(const PutText&)) {
     std::string text;
     write([&](const std::string& piece) { return !(text += piece).empty(); });
     return RunTest::Plain(text);
@@ -24,10 +22,8 @@ TEST_F(RunTest, VerifiedAndRenamedFilesAreToldSo) {
         fake::PutFolder("C:\\d\\kept\\link").LinkTarget = "C:\\out";
         fake::FailNth(1, Fault::NotSupported, "ReadBytes");
         fake::SpoilNth(3, fake::Spoil::Flip);
-        fake::OnCall("RemoveFile", [](const std::string&) {
-            return fake::FilesBelow("C:\\d").size() == 2 ? Fault{Fault::AccessDenied.Kind, 5}
-                                                         : Fault::None;
-        });
+        fake::FailAlways("RemoveFile", "", {Fault::AccessDenied.Kind, 5},
+                         [] { return fake::FilesBelow("C:\\d").size() == 2; });
     };
     begin(false);
     std::string report = Purge();
@@ -80,9 +76,7 @@ C:\d\kept\link\: a link, not purged.
         blnRefused |= path.size() == 10;
         return path.size() == 10 ? Fault::SharingViolation : Fault::None;
     });
-    fake::OnCall("RenameNew", [&](const std::string&) {
-        return blnRefused ? Fault::AccessDenied : Fault::None;
-    });
+    fake::FailAlways("RenameNew", "", Fault::AccessDenied, [&] { return blnRefused; });
     lngReportLimit = 0;
     report = Purge();
     lngReportLimit = lngMaxReportText;
@@ -101,9 +95,7 @@ C:\d\kept\link\: a link, not purged.
         const fake::Node& folder = fake::PutFolder("C:\\d\\stays");
         fake::FailAlways("RemoveFolder", "", Fault::SharingViolation);
         int done = 0;
-        fake::OnCall("RenameNew", [&](const std::string&) {
-            return done++ < renames ? Fault::None : Fault::AccessDenied;
-        });
+        fake::FailAlways("RenameNew", "", Fault::AccessDenied, [&] { return done++ >= renames; });
         report = Purge();
         EXPECT_TRUE((folder.Name == "stays") == (renames != 3) &&
                     (folder.Dates == 0) == (renames == 0));
@@ -133,5 +125,3 @@ C:\d\kept\link\: a link, not purged.
         EXPECT_EQ(blnRoom, report.find("may remain in the index of C:\\d\\.\n") == report.npos);
     }
 }
-
-} // namespace

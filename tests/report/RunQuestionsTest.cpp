@@ -7,8 +7,6 @@
 #include "selection/frmFileSpecification.h"
 #include "shell/ChosenItems.h"
 
-namespace {
-
 const std::string strAsked =
     "C:\\d\\a.exe\r\n\r\nYou have requested to purge a file with an \"exe\"";
 
@@ -179,12 +177,11 @@ TEST_F(RunTest, AStopBeforeTheFirstFileIsNotForgotten) {
     EXPECT_EQ(fake::FilesBelow("C:\\d").size(), 1U);
     EXPECT_FALSE(frmReport.barProgress.Visible);
     // One that comes while the first file is looked at leaves that alone, and no pass does, too.
-    user.During(
-        [] {
-            return fake::CallsMade("ReadClusterFacts") > 0 && currentRun.IsUnderWay() &&
-                   Plain(frmReport.txbText.Text).ends_with("purging");
-        },
-        [] { fake::PressF10(); });
+    const auto looking = [] {
+        return fake::CallsMade("ReadClusterFacts") > 0 && currentRun.IsUnderWay() &&
+               Plain(frmReport.txbText.Text).ends_with("purging");
+    };
+    user.During(looking, fake::PressF10);
     const std::string kept = "\nC:\\d\\\n\nC:\\d\\a.txt -- not purged.\n";
     EXPECT_EQ(Middle(Purge()), kept + strNoneStopped);
     PutFiles({"b.txt"}); // of a group it leaves all alone, not only the first
@@ -254,14 +251,12 @@ TEST_F(RunTest, ShowsOnlyTheProgressThatIsKnown) {
     fake::drives['C'].BytesPerSecond = 1 << 20;
     fake::PutBigFile("C:\\d\\0", 64 << 20).Denied = true; // not purged: no work any more
     fake::PutBigFile("C:\\d\\a", 16 << 20);
-    user.During([] { return user.TaskbarFraction >= 0.5; },
-                [] {
-                    EXPECT_EQ(frmReport.lblProgress.Caption,
-                              "1 of 2 files, 1 failed.  Elapsed: 9s.  Remaining: about 9s.");
-                });
+    const auto look = [] {
+        EXPECT_EQ(frmReport.lblProgress.Caption,
+                  "1 of 2 files, 1 failed.  Elapsed: 9s.  Remaining: about 9s.");
+    };
+    user.During([] { return user.TaskbarFraction >= 0.5; }, look);
     Purge();
     EXPECT_TRUE(frmReport.barProgress.Visible);
     EXPECT_EQ(frmReport.barProgress.Fraction, 0.5); // half of the files, no full bar
 }
-
-} // namespace

@@ -6,8 +6,6 @@
 #include "selection/frmSubfolders.h"
 #include "shell/frmMain.h"
 
-namespace {
-
 struct SelectionTest : ProgramTest {
     FrmFileSpecification& spec = frmFileSpecification;
     FrmSubfolders& sub = frmSubfolders;
@@ -187,5 +185,3 @@ TEST_F(SelectionTest, DrivesAreShownWithWhatIsKnown) {
     user.Modal(frmDrives, [&] { fake::CloseForm(frmDrives); });
     EXPECT_EQ(0, ChooseDrive("Which drive?", "CD"));
 }
-
-} // namespace

@@ -5,8 +5,6 @@
 #include "settings/frmTypeOfPurge.h"
 #include "settings/TextFiles.h"
 
-namespace {
-
 const std::string strPath = "C:\\a.nws";
 
 struct SetupFiles : StartedTest {
@@ -157,5 +155,3 @@ TEST_F(SetupFiles, WithoutAFolderForApplicationDataTheNextRunFileLiesOnTheDrive)
     }
     EXPECT_FALSE(MakeNextRunFolder());
 }
-
-} // namespace

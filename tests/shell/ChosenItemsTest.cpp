@@ -6,8 +6,6 @@
 
 #include <gmock/gmock.h>
 
-namespace {
-
 using testing::HasSubstr;
 
 using ChosenItems = CommandsTest;
@@ -144,5 +142,3 @@ TEST_F(ChosenItems, MustBeInTheFoldersThatWereChosen) {
     EXPECT_EQ(made + 2 * 4 + 3, fake::CallsMade());
     EXPECT_EQ("3 chosen items (3 files)", f.lblDirectory.Caption);
 }
-
-} // namespace

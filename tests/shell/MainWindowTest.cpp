@@ -6,8 +6,6 @@
 #include "ui/PathEllipsis.h"
 #include "Version.h"
 
-namespace {
-
 using MainWindow = StartedShell;
 
 TEST_F(ShellTest, StartsInItsOrder) {
@@ -18,8 +16,7 @@ TEST_F(ShellTest, StartsInItsOrder) {
     dblAF_A = dblMaxSizeDummyFile = 0;
     fake::currentFolder = "C:\\Users";
     StartProgram();
-    EXPECT_TRUE(f.Visible && blnStartupCompleted);
-    EXPECT_FALSE(blnStop || blnPurgingDrive);
+    EXPECT_TRUE(f.Visible && blnStartupCompleted && !blnStop && !blnPurgingDrive);
     EXPECT_TRUE(fake::currentFolder.starts_with("C:") && fake::currentFolder.size() <= 3);
     EXPECT_TRUE(dblAF_A == 0.917 && dblMaxSizeDummyFile == 52428800);
     EXPECT_EQ(&f.cmdSpecifyDirectory[0], user.Focus);
@@ -38,8 +35,7 @@ TEST_F(MainWindow, QuitsButNotInTheGuardedSecondNorWhileAnOperationRuns) {
     EXPECT_FALSE(fake::CanReach(f.lblOnlineDocumentation)) << "a stray Enter opens no browser";
     ui::Wait(200);
     fake::CloseForm(f);
-    EXPECT_FALSE(user.Ended);
-    EXPECT_TRUE(blnStop);
+    EXPECT_TRUE(blnStop && !user.Ended);
     blnStop = false;
     currentRun.State = RunState::Running; // now of a run in the report
     user.BoxLike("Nullwright", "Do you wish to stop it?", ui::AnswerNo);
@@ -94,7 +90,7 @@ struct Box {
 };
 
 /// Where a control stands on the form.
-Box BoxOf(const ui::Control& c) {
+static Box BoxOf(const ui::Control& c) {
     const Box in = c.Container ? BoxOf(*c.Container) : Box{};
     const int left = in.Left + c.Left, top = in.Top + c.Top;
     return {left, top, left + c.Width, top + c.Height};
@@ -186,5 +182,3 @@ TEST_F(MainWindow, ButtonsAnswerToMouseAndKeys) {
                     control->Caption == "Not now");
     }
 }
-
-} // namespace

@@ -6,8 +6,6 @@
 #include "shell/ShellTest.h"
 #include "shell/SpecifyCommands.h"
 
-namespace {
-
 struct ProcessCommands : CommandsTest {
     FrmPurgeConfirmation& options = frmPurgeConfirmation;
 
@@ -235,5 +233,3 @@ TEST_F(ProcessCommands, AnyCallMayFail) {
     }
     EXPECT_TRUE(fake::FilesBelow("C:\\docs").empty());
 }
-
-} // namespace

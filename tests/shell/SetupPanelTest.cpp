@@ -3,8 +3,6 @@
 #include "shell/ShellTest.h"
 #include "shell/SpecifyCommands.h"
 
-namespace {
-
 const std::string strOperation = "C:\\ops\\weekly.nws";
 const std::string strOtherSetup =
     "1.0\r\n1\r\n1\r\nC:\\data\\\r\nC:\\\r\n1\r\n2\r\n0\r\n1\r\n0\r\n0\r\n"
@@ -148,5 +146,3 @@ TEST_F(SetupPanel, ClearsAndRestores) {
     EXPECT_EQ(strOtherSetup, SetupText());
     EXPECT_EQ(strOperation, f.lblSetupFilename.Caption) << "Restore leaves it alone";
 }
-
-} // namespace

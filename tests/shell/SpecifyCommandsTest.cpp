@@ -6,8 +6,6 @@
 
 #include <thread>
 
-namespace {
-
 using SpecifyCommands = CommandsTest;
 
 TEST_F(SpecifyCommands, SingleFile) {
@@ -87,9 +85,8 @@ TEST_F(SpecifyCommands, LongLooksIntoAFolderAreToldAndEndByF10) {
     user.Box("Purge cancelled", "No files purged.");
     stopped("Counting files", [this] { fake::Click(f.cmdProcessFiles[1]); });
     EXPECT_EQ(2u, fake::FilesBelow("C:\\docs").size());
-    stopped("Looking at the chosen items", [] {
-        FilesDroppedOnMain({"C:\\docs\\f0.txt", "C:\\docs\\f1.txt"});
-    });
+    const auto drop = [] { FilesDroppedOnMain({"C:\\docs\\f0.txt", "C:\\docs\\f1.txt"}); };
+    stopped("Looking at the chosen items", drop);
     EXPECT_EQ("*.txt", strFilespec) << "the choice stays as it was";
     milliseconds = 0;
     // The first call of a search may wait for a disk: it is not made on the interface thread.
@@ -218,5 +215,3 @@ TEST_F(SpecifyCommands, DroppedAndGivenPaths) {
     }
     EXPECT_EQ("*.*", strFilespec);
 }
-
-} // namespace

@@ -42,8 +42,8 @@ TEST_F(StrProcTest, NumbersInTheUsersSeparators) {
 }
 
 TEST_F(StrProcTest, Rounding) {
+    // Away from zero.
     const std::tuple<double, int, const char*> texts[] = {
-        // away from zero
         {2.5, 0, "3"},      {-2.5, 0, "-3"},   {2.675, 2, "2.68"},
         {1.005, 2, "1.01"}, {9.95, 1, "10.0"}, {0.05, 1, "0.1"},
         {0.0499, 1, "0.0"}, {99.5, 0, "100"},  {1023.999, 2, "1,024.00"},

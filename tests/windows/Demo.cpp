@@ -12,8 +12,6 @@
 
 using namespace driver;
 
-namespace {
-
 /// The texts in "letters" and below it, as tools/demo.sh has made them.
 const std::string files = "29";
 
@@ -177,5 +175,3 @@ TEST_F(Demo, ListsEstimatesAndPurges) {
     Click(main, "cmdQuit");
     EXPECT_EQ(0, WaitForEnd());
 }
-
-} // namespace

@@ -8,8 +8,6 @@
 using namespace driver;
 using platform::Widen;
 
-namespace {
-
 /// NW_TEST_FOLDER: a folder for the test's own files. NW_SETUP: the set-up program.
 struct Installed : testing::Test {
     void TearDown() override { KillProgram(); }
@@ -18,11 +16,9 @@ struct Installed : testing::Test {
 using Portable = Installed;
 using SendTo = Installed;
 
-void Put(const std::string& path) {
+static void Put(const std::string& path) {
     std::ofstream(std::filesystem::path(Widen(path))) << "secret";
 }
-
-} // namespace
 
 TEST_F(Installed, StartsByItsLinkAndIsNotReplacedMeanwhile) {
     HWND main = StartByShell(Environment(L"NW_LINK"));

@@ -6,8 +6,6 @@
 
 #include <windows.h>
 
-namespace {
-
 struct LongTextTest : testing::Test {
     static inline ui::Form form; // as the program's own: a form is never given up
     static inline ui::TextBox box;
@@ -58,8 +56,6 @@ struct LongTextTest : testing::Test {
     }
     std::string Selected() const { return box.Text.substr(box.SelStart, box.SelLength); }
 };
-
-} // namespace
 
 TEST_F(LongTextTest, IsWholeForWhoeverLooks) {
     Grow(400, true);
