@@ -15,6 +15,7 @@
 #include "ui/console/Console.h"
 #include "ui/console/Terminal.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace {

@@ -20,7 +20,6 @@
 #include "shell/Startup.h"
 #include "support/FolderSearch.h"
 #include "support/Paths.h"
-#include "support/StrProc.h"
 #include "support/Utf8.h"
 #include "ui/console/Console.h"
 #include "ui/console/Terminal.h"
