@@ -119,7 +119,8 @@ RunState PurgeFilesOfDisk(DiskPurgeState& state, const std::string& strUndoneBef
         ShowUndone(loop, strUndoneBefore);
         return RunState::Done;
     }
-    const std::int64_t lngFiles = EndCounting(loop);
+    loop.blnCounting = false;
+    const std::int64_t lngFiles = currentRun.Request.lngNumFilesExpected;
     PlanRunProgress(0); // only the files remain to be planned
     if (blnFinished) {
         SetMainLine(MainLine::Subdirectories2,

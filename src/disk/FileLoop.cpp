@@ -196,12 +196,15 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
         PurgeGathered(group);
         return !loop.blnEnded;
     };
-    // A link replaced the folder after it was listed, so its files can no longer be reached.
-    walk.onLink = [&](const std::string&, bool, bool blnInPlace) {
-        if (blnInPlace)
-            ++currentRun.Counts.lngNumFoldersUnread;
+    walk.onUnread = [&](const std::string& strPath, const std::string& strWhy) {
+        if (loop.unread.insert(strPath).second)
+            TellUnread(strPath, strWhy);
     };
-    walk.onUnread = [&](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
+    // A link replaced the folder after it was listed, so its files can no longer be reached.
+    walk.onLink = [&](const std::string& strPath, bool, bool blnInPlace) {
+        if (blnInPlace)
+            walk.onUnread(strPath, "A link has taken its place");
+    };
     if (!loop.blnCounting && currentRun.Request.How.Options.OverwriteNames)
         walk.onFolderDone = [](const std::string& strFound) {
             TellBetweenFiles(FillIndexOf(strFound), true);
@@ -211,12 +214,6 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
         return !blnStop || GoOn(loop, strPath + "\r\n");
     };
     return !blnStop && WalkTree(walk, strFolder);
-}
-
-std::int64_t EndCounting(FileLoop& loop) {
-    loop.blnCounting = false;
-    currentRun.Counts.lngNumFoldersUnread = 0; // the purge meets the same folders again
-    return currentRun.Request.lngNumFilesExpected;
 }
 
 double BytesToPurge() {
@@ -292,7 +289,7 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
     if (strText.empty())
         return;
     strText.resize(strText.size() - 2);
-    if (loop.lngFailed > 0)
+    if (loop.lngFailed > 0 || !loop.unread.empty())
         OfferReport(strText, loop.strTitle);
     else
         ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Information, loop.strTitle);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ struct FileLoop {
     std::function<bool()> isSameDisk{};
     std::int64_t lngOtherNames = 0;        ///< number of files passed over for that reason
     std::vector<std::string> otherNames{}; ///< the first of them
+    std::set<std::string> unread{};        ///< folders told as unread, by either walk
 };
 
 /// Whether the loop passes over a file: "pagefile.sys", *.swp, and everything in the program's own
@@ -33,8 +35,6 @@ bool IsNeverPurged(const std::string& strPath);
 /// purged through. Files in the program's own folder, "pagefile.sys" and *.swp are passed over.
 /// False when the user ended the loop; blnStop then stays set.
 bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders);
-/// Switches from counting to purging. Returns the number of files counted.
-std::int64_t EndCounting(FileLoop& loop);
 /// Bytes that purging the counted files will write.
 double BytesToPurge();
 /// Starts the progress display of the purging.

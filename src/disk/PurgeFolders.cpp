@@ -116,7 +116,9 @@ RunState PurgeChosen(const std::string& strFolder, const std::vector<std::string
         ShowUndone(loop);
         return RunState::Done;
     }
-    const std::string strText = BeingPurgedText(EndCounting(loop), names.size());
+    loop.blnCounting = false;
+    const std::string strText =
+        BeingPurgedText(currentRun.Request.lngNumFilesExpected, names.size());
     if (blnFinished) {
         SetMainLine(MainLine::Subdirectories2, strText);
         SetMainLine(MainLine::LargePurgeMessage,

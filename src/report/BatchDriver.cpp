@@ -14,7 +14,7 @@ void ResetReportWindow() {
     FrmReport& f = frmReport;
     ClearReportText();
     f.lblPausedDone.Caption = "";
-    f.lblDots.Visible = WritesDots();
+    f.lblDots.Visible = currentRun.Request.WritesDots();
     // The main window shows the progress of a command on a drive.
     f.barProgress.Visible = currentRun.Request.blnPurgeFiles && currentRun.Request.blnInReport;
     f.barProgress.Fraction = 0;

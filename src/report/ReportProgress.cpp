@@ -88,7 +88,7 @@ void ShowRunEnd() {
         if (!blnStop)
             frmReport.barProgress.Fraction = ShareWithoutFailures();
     }
-    if (WritesDots())
+    if (currentRun.Request.WritesDots())
         ClearReportText(); // the text contains only dots
     ui::ShowTaskbarProgress(frmReport, -1, false);
 }

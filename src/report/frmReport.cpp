@@ -37,7 +37,7 @@ void LayOutReport() {
     f.barProgress.Top = rowTop;
     f.lblProgress.Top = rowTop;
     f.lblProgress.Left = intMargin;
-    if (currentRun.IsUnderWay() && WritesDots())
+    if (currentRun.IsUnderWay() && currentRun.Request.WritesDots())
         f.lblProgress.Left += f.lblDots.Width + intMargin;
     else if (f.barProgress.Visible)
         f.lblProgress.Left += f.barProgress.Width + intMargin;
@@ -87,7 +87,7 @@ void cmdPauseContinue_Click() {
     } else {
         SetRunButtons();
         frmReport.lblPausedDone.Caption = "";
-        frmReport.lblDots.Visible = WritesDots();
+        frmReport.lblDots.Visible = currentRun.Request.WritesDots();
     }
 }
 
@@ -129,10 +129,6 @@ void frmReport_Activate() {
 }
 
 } // namespace
-
-bool WritesDots() {
-    return !currentRun.Request.blnPurgeFiles && !currentRun.Request.blnDisplayFolderNames;
-}
 
 void SetRunButtons() {
     frmReport.cmdStop.Visible = !currentRun.Request.blnPurgeFiles;

@@ -19,8 +19,6 @@ struct FrmReport : ui::Form {
 };
 extern FrmReport frmReport;
 
-/// Whether the run is a listing that writes a dot instead of each folder's name.
-bool WritesDots();
 /// Lays out the report window and the dialogs of a run, and binds their handlers; called once, at
 /// start-up.
 void LoadReportForm();

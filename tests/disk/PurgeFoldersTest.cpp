@@ -48,7 +48,8 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
     fake::PutFolder("D:\\work\\a\\turned"); // into a link, after it was listed
     user.During([] { return !fake::At("D:\\work\\a\\f1"); },
                 [] { fake::At("D:\\work\\a\\turned")->LinkTarget = "D:\\other"; });
-    user.Box(strTitle, "One folder could not be read completely.");
+    const std::string unread = "One folder could not be read completely.\r\n\r\nDo you wish";
+    user.BoxLike(strTitle, unread, ui::AnswerNo);
     const std::string time = "File 3 of 3.  Elapsed: 5s.  Remaining: about 6s.";
     user.During(
         [&] { return frmMain.lblEstimatedTime.Caption == time; },
@@ -64,9 +65,11 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
 
     ChooseOne("b");
     user.Box(strTitle, "There are no files in any of the selected folders.");
-    user.Box(strTitle, "One folder could not be read completely.");
+    user.BoxLike(strTitle, unread, ui::AnswerNo);
     fake::At("D:\\work\\b")->Denied = true;
     Click();
+    EXPECT_THAT(frmReport.txbText.Text,
+                testing::HasSubstr("b\\: could not be read completely: Access was denied.\r\n"));
     EXPECT_EQ("", frmMain.lblSubdirectories2.Caption);
 }
 

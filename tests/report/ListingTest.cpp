@@ -45,7 +45,9 @@ Sum of file sizes: 1.21 KB
               std::string("Number of files: 2\n\nSum of file sizes: 1.21 KB\n") + strHint);
     EXPECT_FALSE(frmReport.lblDots.Visible);
     fake::At("C:\\d")->Denied = true;
-    EXPECT_EQ(List(false, false), "Number of files: 0\n");
+    EXPECT_EQ(List(false, false),
+              "Number of files: 0\nFolders that could not be read: 1\n\nWarnings: "
+              "1\nC:\\d\\: could not be read completely: Access was denied.\n");
 }
 
 TEST_F(RunTest, DotsPauseAndStop) {

@@ -40,12 +40,14 @@ C:\d\a.txt (3 bytes) purged
 C:\d\B.TXT (5,000 bytes) purged
 C:\d\link.txt: a link, not purged.
 Folder C:\d\empty\ removed.
+C:\d\denied\: could not be read completely: Access was denied.
 
 C:\d\sub\deep\
 
 C:\d\sub\deep\c.txt (1 bytes) purged
 Folder C:\d\sub\deep\ removed.
 Folder C:\d\sub\ removed.
+C:\d\shut\: could not be read completely: Another program is using the file.
 C:\d\junction\: a link, not purged.
 C:\d\turned\: a link, not purged.
 Number of files purged: 3

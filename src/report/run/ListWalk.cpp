@@ -16,7 +16,7 @@ namespace {
 bool AnnounceFolder(const std::string& folder, const FolderList& list) {
     if (list.Files.size() == list.LinkedFiles)
         return true;
-    if (!currentRun.Request.blnDisplayFolderNames) {
+    if (currentRun.Request.WritesDots()) {
         // The dots only show activity. They end before they fill the report, because a full report
         // would end the listing.
         const std::string dot = " .";
@@ -65,6 +65,7 @@ void ListItem(const RunItem& item) {
     walk.onFolder = AnnounceFolder;
     walk.onFile = ListFile;
     walk.onLink = ListLink;
+    walk.onUnread = TellUnread;
     walk.Chosen = item.Identity;
     walk.onReplaced = TellReplaced;
     walk.onTurn = GoesOn;
@@ -105,7 +106,7 @@ bool CountItem(const RunItem& item, const CountWish& wish, FilesToPurge& found) 
         }
         return true;
     };
-    walk.onUnread = [&](const std::string& folder) {
+    walk.onUnread = [&](const std::string& folder, const std::string&) {
         if (found.lngUnread++ == 0)
             found.strUnread = folder;
     };

@@ -173,6 +173,11 @@ void TellBetweenFiles(const std::string& strLines, bool blnWarning) {
     }
 }
 
+void TellUnread(const std::string& strFolder, const std::string& strWhy) {
+    ++currentRun.Counts.lngNumFoldersUnread;
+    TellBetweenFiles(strFolder + ": could not be read completely: " + strWhy + ".", true);
+}
+
 void TellReplaced(const std::string& strFolder) {
     ++currentRun.Counts.lngNumFoldersUnread;
     const FileRecord record{strFolder, FileFate::Refused, 0, PurgeReplaced};
@@ -207,7 +212,7 @@ TreeWalk PurgeTreeWalk(FileGroup& group, const std::string& spec, bool slackOnly
         WriteReportLine(path + RecordTail(record));
         NoteRecord(record);
     };
-    walk.onUnread = [](const std::string&) { ++currentRun.Counts.lngNumFoldersUnread; };
+    walk.onUnread = TellUnread;
     walk.onReplaced = TellReplaced;
     walk.onTurn = GoesOn;
     if (currentRun.Request.How.Options.OverwriteNames)

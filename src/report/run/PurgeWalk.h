@@ -18,5 +18,7 @@ void TellBetweenFiles(const std::string& strLines, bool blnWarning);
 
 /// Writes a line for a link, so that the user knows it was not purged.
 void TellLink(const std::string& strPath);
+/// Warns of a folder that could not be read, and counts it.
+void TellUnread(const std::string& strFolder, const std::string& strWhy);
 /// Writes a line for a folder that has taken the place of a chosen one, and counts it as unread.
 void TellReplaced(const std::string& strFolder);

@@ -54,6 +54,10 @@ struct RunRequest {
     /// The number of files counted before a purge, for the progress; 0 = unknown.
     std::int64_t lngNumFilesExpected = 0;
     double dblBytesExpected = 0;
+
+    /// Whether a listing without names shows by dots that it goes on. They go at its end, with
+    /// whatever stands between them.
+    bool WritesDots() const { return !blnPurgeFiles && !blnDisplayFolderNames; }
 };
 
 /// The items of a run; without items, the folder with its file specification as the only one.

@@ -123,7 +123,9 @@ void TellFailuresAndTime() {
     currentRun.strEnded = platform::IsoTimeText();
     const std::string failures = FailuresText(lngMostNamed);
     // The lines between the files told them, as long as there was room.
-    const std::string warnings = ReportIsFull() ? WarningsText(lngMostNamed) : std::string();
+    const std::string warnings = ReportIsFull() || currentRun.Request.WritesDots()
+                                     ? WarningsText(lngMostNamed)
+                                     : std::string();
     AppendBeyondLimit((failures.empty() ? "" : "\r\n" + failures) +
                       (warnings.empty() ? "" : "\r\n" + warnings) + currentRun.strFoot);
 }

@@ -16,6 +16,12 @@ namespace {
 
 constexpr char strLineEnd[] = "\r\n";
 
+std::string UnreadFolders() {
+    const std::int64_t unread = currentRun.Counts.lngNumFoldersUnread;
+    return unread == 0 ? ""
+                       : "Folders that could not be read: " + GroupedDigits(unread) + strLineEnd;
+}
+
 std::string ListingSummary() {
     std::string text;
     const std::int64_t found = currentRun.Counts.lngNumFilesProcessed;
@@ -30,6 +36,7 @@ std::string ListingSummary() {
         text += "Sum of file sizes: " + ByteSizeText(currentRun.Counts.dblTotalBytesPurged, 2) +
                 strLineEnd;
     }
+    text += UnreadFolders();
     if (WasStopped())
         text += std::string(strLineEnd) + "File listing was stopped." + strLineEnd;
     else if (!blnStop && currentRun.Counts.dblTotalBytesPurged > 0)
@@ -59,9 +66,7 @@ std::string PurgeSummary() {
         text +=
             "Number of folders removed:" + GroupedDigits(currentRun.Counts.lngNumFoldersRemoved) +
             strLineEnd;
-    if (currentRun.Counts.lngNumFoldersUnread > 0)
-        text += "Folders that could not be read: " +
-                GroupedDigits(currentRun.Counts.lngNumFoldersUnread) + strLineEnd;
+    text += UnreadFolders();
     if (blnStop)
         text += std::string(strLineEnd) + "Purge operation was stopped." + strLineEnd;
     return text;

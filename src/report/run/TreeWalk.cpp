@@ -32,8 +32,8 @@ bool WalkFiles(const TreeWalk& walk, const std::string& folder, bool own,
     if (walk.onStop)
         wish.onStop = [&] { return walk.onStop(folder); };
     FolderList list;
-    if (platform::Failed(TakeFolderList(folder, wish, list)))
-        Tell(walk.onUnread, folder);
+    if (const platform::Fault fault = TakeFolderList(folder, wish, list); platform::Failed(fault))
+        Tell(walk.onUnread, folder, platform::FaultText(fault));
     if (!GoesOn(walk.onFolder, folder, list))
         return false;
     for (const std::string& name : list.Gone)
@@ -67,10 +67,10 @@ bool Enter(const TreeWalk& walk, const std::string& folder, const platform::Fold
     bool own = platform::LowerCase(folder) ==
                platform::LowerCase(FolderWithBackslash(platform::ProgramFolder()));
     if (walk.blnHoldFolders) {
-        auto fault = platform::Fault::None;
+        platform::Fault fault;
         WorkOnDrive(folder, [&] { fault = platform::HoldFolder(folder, hold); });
         if (platform::Failed(fault)) {
-            Tell(walk.onUnread, folder);
+            Tell(walk.onUnread, folder, platform::FaultText(fault));
             return true;
         }
         if (hold.IsLink) {

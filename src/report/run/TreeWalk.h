@@ -30,8 +30,8 @@ struct TreeWalk {
     std::function<void(const std::string& strPath, bool blnFolder, bool blnInPlace)> onLink;
     /// A file requested by name that does not exist.
     std::function<void(const std::string& strPath)> onGone;
-    /// A folder that could not be read completely.
-    std::function<void(const std::string& strFolder)> onUnread;
+    /// A folder that could not be read completely, and why.
+    std::function<void(const std::string& strFolder, const std::string& strWhy)> onUnread;
     /// Another folder has taken the place of the chosen one; it is not entered.
     std::function<void(const std::string& strFolder)> onReplaced;
     /// Called after all of a folder was walked, while it is held.
