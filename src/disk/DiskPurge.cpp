@@ -183,7 +183,8 @@ RunState PurgeHeldDisk(DiskPurgeState& state) {
                     : "Purge disk cancelled.");
         return result == FreeSpaceResult::Failed ? RunState::Failed : RunState::Stopped;
     }
-    blnStop = false;
+    // The answer to a box supersedes F10 pressed before it.
+    blnStop = blnStop && !blnDisplayDialogBoxesDuringRemainderOfPurgeDrive;
     return PurgeFilesOfDisk(state, strUndone);
 }
 

@@ -24,6 +24,9 @@ namespace {
 constexpr int intDeletionTries = 10; ///< about two seconds
 constexpr int intMillisecondsBetweenTries = 200;
 
+constexpr const char* strFilesNext = "Click 'OK' to continue with the files of the disk\r\n"
+                                     "or click 'Cancel' to terminate this operation.";
+
 const char* OperationTitle() {
     return blnPurgingDrive ? "Purge disk" : "Purge free space";
 }
@@ -32,6 +35,14 @@ const char* OperationTitle() {
 std::string CountsText(std::int64_t lngNotPurged) {
     return "Dummy files purged:" + SignedDigits(FillDisk.lngFilesPurged) +
            "\r\nDummy files not purged:" + SignedDigits(lngNotPurged) + "\r\n\r\n";
+}
+
+/// F10 when all dummy files are purged is too late to stop anything but the files of a disk. A disk
+/// purge without dialog boxes asks nothing else before them.
+bool GoOnAfterDummies() {
+    return !blnPurgingDrive || blnDisplayDialogBoxesDuringRemainderOfPurgeDrive ||
+           AskInRun(strFilesNext, ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle(),
+                    "files after dummies") == ui::AnswerOK;
 }
 
 /// The dialog between two files, and after the last one, after a failed file or a stop request.
@@ -44,7 +55,7 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath, std::i
     const bool blnAskOnFailure =
         blnFailed && (!blnPurgingDrive || blnDisplayDialogBoxesDuringRemainderOfPurgeDrive);
     if (lngNotPurged <= 0 || (blnLast && intResult == PurgeDone)) {
-        blnStop = false; // too late to stop anything
+        blnStop = blnStop && !GoOnAfterDummies();
         return true;
     }
     if (!blnAskOnFailure && !blnStop)
@@ -66,10 +77,8 @@ bool GoOnWithNextFile(std::int16_t intResult, const std::string& strPath, std::i
             return false;
         }
         // The stop concerned one dummy file only; the files of the disk still have to be purged.
-        if (AskInRun(strText + "\r\n\r\nClick 'OK' to continue with the files of the disk\r\n"
-                               "or click 'Cancel' to terminate this operation.",
-                     ui::Buttons::OKCancel, ui::Icon::Question, OperationTitle(),
-                     "files after dummies") == ui::AnswerOK)
+        if (AskInRun(strText + "\r\n\r\n" + strFilesNext, ui::Buttons::OKCancel, ui::Icon::Question,
+                     OperationTitle(), "files after dummies") == ui::AnswerOK)
             blnStop = false;
         return false;
     }
@@ -162,9 +171,9 @@ bool PurgeDummyFiles(bool blnInteractive, std::int64_t lngNumDummyFiles, const s
     }
     if (blnInteractive)
         EndRunProgress();
-    const bool blnStopped = blnStop;
+    const bool blnStopped = std::exchange(blnStop, false);
     (void)DeleteDummyFiles(FillDisk.strDummyFolder);
-    blnStop = blnStopped; // F10 during the deletion has nothing left to stop
+    blnStop = blnStopped || (blnStop && blnInteractive && !GoOnAfterDummies());
     return true;
 }
 

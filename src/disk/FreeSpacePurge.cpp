@@ -171,7 +171,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
         WorkOnDrive(strDrive + ":\\", [&] { ReadUnfilledSpace(strDrive + ":\\"); });
         BeginReport();
         const std::string strUnfilled = UnfilledText();
-        currentRun.blnSpaceLeft = !strUnfilled.empty();
+        currentRun.strSpaceLeft = strUnfilled;
         EndWithoutSpace(NoFreeSpaceText(chrDrive) +
                             (strUnfilled.empty() ? "" : "\r\n" + strUnfilled),
                         strTitle);
@@ -190,7 +190,7 @@ FreeSpaceResult PurgeFreeSpaceOf(char chrDrive, const std::string& strTitle) {
     blnPurgingFreeSpace = true;
     ui::HoldEscape(true); // to the end of the command
     const auto result = FillAndPurge(strTitle);
-    currentRun.blnSpaceLeft = !UnpurgedText(result).empty();
+    currentRun.strSpaceLeft = UnpurgedText(result);
     blnPurgingFreeSpace = false;
     SetMainLine(MainLine::Status, "");
     SetMainLine(MainLine::LargePurgeMessage, FreeSpaceResultText(result));

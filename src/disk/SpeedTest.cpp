@@ -148,6 +148,7 @@ bool TestPurgeSpeed(char chrDrive, bool blnShowResult, float& sngSpeed) {
     const auto intDrive = static_cast<std::size_t>(chrDrive - 'A');
     sngSpeed = static_cast<float>(dblBytes / dblBytesPerMB * intOverwrites / dblSeconds);
     sngPurgeSpeed = sngSpeed;
+    currentRun.dblSpeed = sngSpeed;
     sngPurgeSpeeds[intDrive] = sngSpeed;
     dblBytesMeasured[intDrive] = dblBytes;
     dblSecondsMeasured[intDrive] = dblSeconds;

@@ -43,12 +43,17 @@ bool SomethingIsSpecified() {
     return true;
 }
 
+constexpr const char* strNeverPurged =
+    "Swap files and the files of Nullwright itself are never purged.";
+
 /// A command that has nothing to do is done; what the last run came to stays.
 void NoteNothingToDo(const FilesToPurge& found) {
     if (currentRun.State != RunState::Idle)
         return;
     currentRun.State = RunState::Done;
     currentRun.Counts.lngNumFoldersUnread = found.lngUnread;
+    if (found.lngLeftOut > 0)
+        currentRun.Notes = {{0, strNeverPurged, true}};
 }
 
 /// Found were no files, but not everything could be read: nobody knows whether there are any.
@@ -253,8 +258,7 @@ void CountAndPurge() {
         if (found.lngUnread > 0)
             SayUnread(found, title);
         else if (found.lngLeftOut > 0)
-            ui::Complain("Swap files and the files of Nullwright itself are never purged.\r\n"
-                         "There are no other files to be purged.",
+            ui::Complain(strNeverPurged + std::string("\r\nThere are no other files to be purged."),
                          title);
         else if (blnSubdirectories && !ItemsAreChosen())
             ui::Complain("There are no files in " + strDirPath +

@@ -226,7 +226,7 @@ TEST_F(ConsoleTest, AnswersThatDestroyLess) {
                       "-r", "--remove-empty-folders"}));
     EXPECT_EQ("a.txt ", Left());
     EXPECT_FALSE(platform::FolderExists("C:\\d\\sub"));
-    EXPECT_EQ(0, Run({"purge", fake::programFolder, "-y"}));
+    EXPECT_EQ(1, Run({"purge", fake::programFolder, "-y"}));
     EXPECT_TRUE(Told("never purged")) << terminal.Error;
     EXPECT_TRUE(platform::FileExists(fake::programFolder + "\\nwaux6.dll"));
 }

@@ -261,6 +261,21 @@ TEST_F(DiskPurgeTest, F10AtTheLastDummyFileAsksAboutTheDisk) {
               Left());
     EXPECT_EQ("x", fake::ContentOf("D:\\games\\kept"));
     EXPECT_TRUE(user.Boxes.back().Text.ends_with("\r\nD:\\docs\\letter.txt"));
+
+    // F10 when all of them are purged, and while they are deleted: before the files it asks.
+    for (const bool deleting : {false, true}) {
+        Fresh(30 * MiB);
+        answers["without further interruption"] = Yes;
+        answers["continue with the files of the disk"] = Cancel;
+        const std::string before = Left();
+        FillDisk.lngFilesPurged = 0; // of the purge before
+        PressF10When([deleting] {
+            return FillDisk.lngFilesPurged == 1 && FillDisk.Marker.IsOpen() != deleting;
+        });
+        Click();
+        EXPECT_NE(strDone, frmMain.lblLargePurgeMessage.Caption);
+        EXPECT_EQ(before, Left());
+    }
 }
 
 TEST_F(DiskPurgeTest, ADriveWithoutFoldersAndWithoutAMeasuredSpeed) {

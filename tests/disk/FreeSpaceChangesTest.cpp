@@ -1,5 +1,6 @@
 // "Purge free space" where the free space changes meanwhile, or does not belong to the user.
 #include "FreeSpaceTest.h"
+#include "report/run/RunReport.h"
 #include "settings/frmPurgeConfirmation.h"
 
 TEST_F(FreeSpaceTest, DummiesAreWholeRealClustersAndAQuotaIsTold) {
@@ -25,6 +26,8 @@ TEST_F(FreeSpaceTest, DummiesAreWholeRealClustersAndAQuotaIsTold) {
     ASSERT_EQ(2u, lengths.size());
     EXPECT_EQ(15 * MiB - 4096, lengths[0]);
     EXPECT_LE(lengths[1], 4096u);
+    EXPECT_THAT(JsonOfRun(), testing::HasSubstr(R"("warnings":["5.00 MB of free space could not be)"
+                                                " filled and may still hold old data. A disk"));
     // What is free belongs to others only.
     fake::drives['D'].KeptBack = 20 * MiB;
     ChooseDrive(strQuestion);

@@ -104,7 +104,8 @@ struct Run {
     std::vector<RunFailure> Failures;
     std::vector<RunNote> Notes; ///< in the order in which they were told
     RunState State = RunState::Idle;
-    bool blnSpaceLeft = false; ///< free space was not filled, or not purged to the end
+    std::string strSpaceLeft; ///< free space that was not filled, or not purged to the end
+    double dblSpeed = 0;      ///< measured in this run: MB per second, for one overwrite
 
     // Texts of the whole report: before the files, after them, at the end.
     std::string strHead, strSummary, strFoot;

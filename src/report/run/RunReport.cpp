@@ -50,6 +50,13 @@ std::string Member(const char* name, std::int64_t value) {
     return Member(name, std::to_string(value));
 }
 
+/// With a point, whatever the user's own separator is.
+std::string WithDecimals(double value, int decimals) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*f", decimals, value);
+    return text;
+}
+
 std::string Flag(const char* name, bool value) {
     return Member(name, std::string(value ? "true" : "false"));
 }
@@ -123,12 +130,9 @@ std::string JsonOfRecord(const FileRecord& record) {
         line += "," + Member("reason", Quoted(ReasonText(record, "")));
     if (const std::string remark = RemarkText(record); !remark.empty())
         line += "," + Member("remark", Quoted(remark));
-    char time[32];
-    std::snprintf(time, sizeof time, "%lld.%03lld", static_cast<long long>(record.Time / 1000),
-                  static_cast<long long>(record.Time % 1000));
     return line + "," + Member("passes", record.PassesDone) + "," +
            Member("error", std::int64_t{record.Trouble.Error}) + "," +
-           Member("time", std::string(time)) +
+           Member("time", WithDecimals(static_cast<double>(record.Time) / 1000, 3)) +
            (record.HasReadBack == ReadBack::PastCache ? "," + Flag("verified", true) : "") + "}";
 }
 
@@ -145,15 +149,15 @@ std::string JsonOfRun() {
                 Flag("kept", how.blnDoNotDeletePurgedFiles) + "," +
                 Member("purged", counts.lngNumFilesPurged);
     std::string warnings;
-    for (const RunNote& note : run.Notes)
-        if (note.blnWarning)
-            warnings += (warnings.empty() ? "" : ",") + Quoted(note.strLine);
+    for (const std::string& warning : Warnings())
+        warnings += (warnings.empty() ? "" : ",") + Quoted(warning);
     return line + "," + Member("files", static_cast<std::int64_t>(NumRecords())) + "," +
            Member("failed", static_cast<std::int64_t>(run.Failures.size())) + "," +
            Member("bytes", static_cast<std::int64_t>(counts.dblTotalBytesPurged)) + "," +
            Member("foldersRemoved", counts.lngNumFoldersRemoved) + "," +
            Member("foldersUnread", counts.lngNumFoldersUnread) + "," +
            Flag("stopped", run.State == RunState::Stopped) + "," +
+           (run.dblSpeed > 0 ? Member("speed", WithDecimals(run.dblSpeed, 2)) + "," : "") +
            (warnings.empty() ? "" : Member("warnings", "[" + warnings + "]") + ",") +
            Member("started", Quoted(run.strStarted)) + "," + Member("ended", Quoted(run.strEnded)) +
            "}";

@@ -7,8 +7,8 @@
 #include "report/run/TimeEstimates.h"
 #include "session/Session.h"
 #include "support/Numbers.h"
-
 #include "support/SizeText.h"
+
 #include <algorithm>
 #include <functional>
 
@@ -95,8 +95,7 @@ bool WasStopped() {
 }
 
 bool SomethingIsLeft() {
-    bool left = currentRun.blnSpaceLeft || currentRun.Counts.lngNumFoldersUnread > 0 ||
-                std::ranges::any_of(currentRun.Notes, &RunNote::blnWarning);
+    bool left = currentRun.Counts.lngNumFoldersUnread > 0 || !Warnings().empty();
     for (std::size_t i = 0; i < NumRecords() && !left; ++i)
         left = IsLeft(RecordAt(i));
     return left;
@@ -110,11 +109,21 @@ std::string FailuresText(std::size_t lngMost) {
     });
 }
 
-std::string WarningsText(std::size_t lngMost) {
+std::vector<std::string> Warnings() {
     std::vector<std::string> warnings;
+    if (std::string strSpace = currentRun.strSpaceLeft; !strSpace.empty()) {
+        std::erase(strSpace, '\n');
+        std::ranges::replace(strSpace, '\r', ' ');
+        warnings.push_back(strSpace);
+    }
     for (const RunNote& note : currentRun.Notes)
         if (note.blnWarning)
             warnings.push_back(note.strLine);
+    return warnings;
+}
+
+std::string WarningsText(std::size_t lngMost) {
+    const std::vector<std::string> warnings = Warnings();
     return ListOf("Warnings: ", warnings.size(), lngMost,
                   [&](std::size_t i) { return warnings[i]; });
 }

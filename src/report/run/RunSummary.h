@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /// Whether the user stopped the run. A listing that ended because its report is full was not
 /// stopped.
@@ -13,7 +14,9 @@ bool SomethingIsLeft();
 /// "Files that could not be purged: 27", then up to `lngMost` names, one per line, then the number
 /// of the remaining ones. "" without failures.
 std::string FailuresText(std::size_t lngMost);
-/// The same for the warnings among the run's notes: "Warnings: 16", then a line for each.
+/// What the run warns of, each in a line: free space that is left, and notes.
+std::vector<std::string> Warnings();
+/// As FailuresText: "Warnings: 16", then a line for each.
 std::string WarningsText(std::size_t lngMost);
 /// The closing lines of a run, without the closing time.
 std::string SummaryText();
