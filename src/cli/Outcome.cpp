@@ -13,7 +13,6 @@
 #include "support/Numbers.h"
 #include "support/SizeText.h"
 #include "ui/console/Console.h"
-#include "ui/console/Terminal.h"
 
 #include <algorithm>
 #include <limits>
@@ -92,7 +91,7 @@ int EndTelling() {
     if (currentRun.State == RunState::Done)
         return SomethingIsLeft() ? ExitLeft : ExitDone;
     // What has not begun was refused, unless a person, or a stop, did not let it.
-    const bool blnRefused = currentRun.State == RunState::Idle && !ui::console::StopWanted() &&
+    const bool blnRefused = currentRun.State == RunState::Idle && ui::console::Interrupts() == 0 &&
                             (told.blnComplained || !IsAttended());
     return blnRefused ? ExitRefused : ExitStopped;
 }

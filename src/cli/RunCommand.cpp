@@ -22,7 +22,6 @@
 #include "support/Paths.h"
 #include "support/Utf8.h"
 #include "ui/console/Console.h"
-#include "ui/console/Terminal.h"
 
 #include "Version.h"
 
@@ -199,9 +198,9 @@ int RunCommand(const std::vector<std::string>& arguments) {
         return ExitDone;
     } else if (command->blnDestroys && !given.Has("yes") && !IsAttended()) {
         TellError("There is no terminal to ask at. To go on without questions: --yes.");
-    } else if (CompletePaths(*command) && !ui::console::StopWanted()) {
+    } else if (CompletePaths(*command) && ui::console::Interrupts() == 0) {
         return Perform(*command);
     }
     // A stop may have ended a list before its end.
-    return ui::console::StopWanted() ? ExitStopped : ExitRefused;
+    return ui::console::Interrupts() > 0 ? ExitStopped : ExitRefused;
 }

@@ -1,7 +1,7 @@
 // The console program's entry point: nothing but wiring.
 #include "cli/RunCommand.h"
 #include "platform/System.h"
-#include "ui/console/Terminal.h"
+#include "ui/console/Console.h"
 
 // The arguments are read from the system. MinGW's start-up code would put the names of files in the
 // place of patterns.

@@ -8,7 +8,6 @@
 #include "report/run/Run.h"
 #include "report/run/RunRecords.h"
 #include "support/StrProc.h"
-#include "ui/console/Terminal.h"
 
 #include <deque>
 #include <gtest/gtest.h>
@@ -33,9 +32,10 @@ int Interrupts() {
 bool IsTerminal(Stream stream) {
     return terminal.IsThere && stream != Stream::Out;
 }
-bool Write(Stream stream, const std::string& text) {
+void Write(Stream stream, const std::string& text) {
     (stream == Stream::Out ? terminal.Out : terminal.Error) += text;
-    return stream != Stream::Out || !terminal.OutGone;
+    if (stream == Stream::Out && terminal.OutGone && terminal.Interrupts == 0)
+        terminal.Interrupts = 1;
 }
 bool ReadLine(std::string& line) {
     if (terminal.Typed.empty())
@@ -49,7 +49,7 @@ bool ReadInput(std::string& text, std::size_t most) {
     return text.size() <= most;
 }
 std::uint64_t Clock() {
-    return terminal.Clock += 5;
+    return terminal.Clock += 30; // every yield pumps
 }
 void Sleep(int milliseconds) {
     terminal.Clock += static_cast<std::uint64_t>(milliseconds);
@@ -86,7 +86,6 @@ struct ConsoleTest : testing::Test {
         fake::journal.clear();
     }
     static int Run(const Arguments& arguments) {
-        ui::console::Reset();
         ClearReportText();
         currentRun = {};
         ForgetRecords();

@@ -1,7 +1,6 @@
 // Boxes and modal forms on the console: answered beforehand, asked at the terminal, or answered by
 // what changes nothing.
 #include "ui/console/Console.h"
-#include "ui/console/Terminal.h"
 
 #include <algorithm>
 

@@ -2,8 +2,6 @@
 // do not run: they only refresh what windows show.
 #include "ui/console/Console.h"
 
-#include "ui/console/Terminal.h"
-
 #include <algorithm>
 
 namespace ui::console {
@@ -11,7 +9,7 @@ namespace ui::console {
 namespace {
 
 constexpr int intKeyF10 = 121;
-constexpr std::uint64_t lngPumpInterval = 30; ///< milliseconds
+constexpr int intPumpInterval = 30; ///< milliseconds
 constexpr std::uint64_t lngProgressInterval = 250;
 constexpr std::size_t lngProgressWidth = 79;
 
@@ -21,7 +19,6 @@ struct {
     std::string Progress;    ///< what stands on the terminal's last line
     std::uint64_t LastPump = 0, LastProgress = 0;
     int InterruptsSeen = 0;
-    bool OutputGone = false;
 } state;
 
 /// Over what stands there, cut to the width of a terminal.
@@ -53,7 +50,7 @@ void PrintReport(std::size_t end) {
 /// Ctrl+C is the stop key. A program that is ending presses it for whoever may not have seen it.
 void PressStop() {
     const int interrupts = Interrupts();
-    if (state.KeyHandler && (interrupts > state.InterruptsSeen || Ending() || state.OutputGone))
+    if (state.KeyHandler && (interrupts > state.InterruptsSeen || Ending()))
         state.KeyHandler(intKeyF10);
     state.InterruptsSeen = interrupts;
 }
@@ -73,7 +70,7 @@ void Pump() {
 
 void Print(const std::string& text) {
     ShowProgressLine("");
-    state.OutputGone = state.OutputGone || !Write(Stream::Out, text);
+    Write(Stream::Out, text);
 }
 
 void PrintError(const std::string& text) {
@@ -84,14 +81,6 @@ void PrintError(const std::string& text) {
 void PrintRest() {
     PrintReport(Report().size());
     ShowProgressLine("");
-}
-
-bool StopWanted() {
-    return Interrupts() > 0 || state.OutputGone;
-}
-
-void Reset() {
-    state = {};
 }
 
 } // namespace ui::console
@@ -133,15 +122,14 @@ bool Ending() {
 }
 
 void DoEvents() {
-    if (Clock() - state.LastPump >= lngPumpInterval)
+    if (Clock() - state.LastPump >= intPumpInterval)
         Pump();
 }
 
 void Wait(int milliseconds) {
-    const std::uint64_t begun = Clock();
-    while (Clock() - begun < static_cast<std::uint64_t>(std::max(milliseconds, 0)) && !Ending()) {
+    for (int left = milliseconds; left > 0 && !Ending(); left -= intPumpInterval) {
         Pump();
-        console::Sleep(static_cast<int>(lngPumpInterval));
+        console::Sleep(intPumpInterval);
     }
 }
 

@@ -1,23 +1,22 @@
 // The console as a back end of the ui seam. It has no windows: forms are asked on the console, and
-// their fields are read where they are wanted. The second half is defined in cli/.
+// their fields are read where they are wanted. What it asks of the program is defined in cli/, what
+// it asks of the system, with ui::RunSteps, in win32/ and by the tests.
 #pragma once
 
 #include "ui/Interface.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace ui::console {
 
-/// To standard output. When nobody takes it any more, the work is stopped as by the stop key.
+/// To standard output.
 void Print(const std::string& text);
 /// To standard error.
 void PrintError(const std::string& text);
 /// The rest of the report, whether it is final or not; the progress line goes.
 void PrintRest();
-/// Ctrl+C was pressed, the session ends, or nobody takes the output any more.
-bool StopWanted();
-/// Puts everything back as it was at the start.
-void Reset();
 
 // ---- What the program lets the console answer, tell and show -----------------------------------
 
@@ -33,5 +32,28 @@ void TakeLines(const std::string& lines);
 /// Called whenever the back end brings up to date what it shows. What stands on the terminal's last
 /// line while work goes on, "" for nothing.
 std::string Sync();
+
+// ---- The system: streams, the stop key, the clock ----------------------------------------------
+
+enum class Stream { In, Out, Error };
+
+/// At the program's start and end. Between them Ctrl+C, a closed console and a log-off are counted
+/// instead of ending the program.
+void OpenTerminal();
+void CloseTerminal();
+/// How often a stop was asked for: 1 after the first Ctrl+C, or when nobody takes standard output
+/// any more. From 2 on the program is to end.
+int Interrupts();
+
+bool IsTerminal(Stream stream);
+void Write(Stream stream, const std::string& text); ///< UTF-8
+/// A line that a person has typed, without its end; false at the end of the input, and for Ctrl+C.
+bool ReadLine(std::string& line);
+/// All that comes from standard input, at most so many bytes.
+bool ReadInput(std::string& text, std::size_t most);
+
+/// Milliseconds since some moment in the past.
+std::uint64_t Clock();
+void Sleep(int milliseconds);
 
 } // namespace ui::console

@@ -1,7 +1,5 @@
 // The console of Windows: its streams, and the signals that ask the program to stop.
-#include "ui/console/Terminal.h"
-
-#include "ui/Interface.h"
+#include "ui/console/Console.h"
 #include "ui/win32/shared/Shared.h"
 #include "win32/Wide.h"
 
@@ -29,12 +27,10 @@ bool TellEnd() {
 /// its console is closed after five seconds in any case. A log-off comes by a window, see
 /// WatchSessionEnd: Windows signals it to those programs only that never load user32.dll.
 BOOL WINAPI OnSignal(DWORD signal) {
-    if (signal == CTRL_C_EVENT || signal == CTRL_BREAK_EVENT) {
+    if (signal == CTRL_C_EVENT || signal == CTRL_BREAK_EVENT)
         ++interrupts;
-    } else {
-        TellEnd();
+    else if (TellEnd())
         win32::HoldSessionEnd();
-    }
     return TRUE;
 }
 
@@ -69,10 +65,10 @@ bool IsTerminal(Stream stream) {
     return GetConsoleMode(HandleOf(stream), &mode) != FALSE;
 }
 
-bool Write(Stream stream, const std::string& text) {
+void Write(Stream stream, const std::string& text) {
     const HANDLE handle = HandleOf(stream);
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
-        return true; // it was started without: nobody ever wanted it
+        return; // it was started without: nobody ever wanted it
     const bool console = IsTerminal(stream);
     const std::wstring wide = console ? platform::Widen(text) : L"";
     const std::size_t size = console ? wide.size() : text.size();
@@ -81,17 +77,20 @@ bool Write(Stream stream, const std::string& text) {
         const auto piece = static_cast<DWORD>(std::min(size - from, lngPiece));
         if (!(console ? WriteConsoleW(handle, wide.data() + from, piece, &done, nullptr)
                       : WriteFile(handle, text.data() + from, piece, &done, nullptr)) ||
-            done == 0)
-            return false;
+            done == 0) {
+            int none = 0; // of the second stop, which waits for nothing, only a person decides
+            if (stream == Stream::Out)
+                interrupts.compare_exchange_strong(none, 1);
+            return;
+        }
     }
-    return true;
 }
 
 bool ReadLine(std::string& line) {
     const HANDLE input = HandleOf(Stream::In);
     const int before = interrupts;
-    while (WaitForSingleObject(input, lngPatience) ==
-           WAIT_TIMEOUT) // a stop may not end the reading
+    // A stop may not end the reading.
+    while (WaitForSingleObject(input, lngPatience) == WAIT_TIMEOUT)
         if (interrupts > before)
             return false;
     wchar_t units[1024]; // what is longer is no answer
