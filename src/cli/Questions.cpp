@@ -14,30 +14,23 @@
 
 namespace {
 
-void Check(ui::CheckBox& box, bool blnChecked) {
-    if (!blnChecked || !box.Visible)
-        return; // what a setup has checked stays so
-    box.Value = 1;
-    box.Click();
-}
-
 bool FillPurgeOptions() {
+    const auto check = [](const OptionBox& option) {
+        if (!given.Has(option.strName) || !option.Box->Visible)
+            return; // what a setup has checked stays so
+        option.Box->Value = 1;
+        option.Box->Click();
+    };
     // In the order of the boxes. The first one keeps the files: its click comes before --keep.
-    for (const OptionBox& option : PurgeOptionBoxes())
-        Check(*option.Box, given.Has(option.strName));
-    for (const OptionBox& option : FurtherOptions())
-        Check(*option.Box, given.Has(option.strName));
+    std::ranges::for_each(PurgeOptionBoxes(), check);
+    std::ranges::for_each(FurtherOptions(), check);
     return true;
 }
 
 bool FillDrive() {
-    ui::ListBox& list = frmDrives.lstDrives;
-    const auto found = std::ranges::find(list.Items, given.chrDrive, &ui::ListItem::Data);
-    if (found == list.Items.end())
-        return false;
-    list.ListIndex = static_cast<int>(found - list.Items.begin());
-    list.Click();
-    return true;
+    const bool blnThere = ui::SelectItem(frmDrives.lstDrives, &ui::ListItem::Data, given.chrDrive);
+    frmDrives.lstDrives.Click();
+    return blnThere;
 }
 
 bool FillExcluded() {

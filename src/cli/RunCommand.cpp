@@ -118,10 +118,7 @@ bool TakeTypeAndPasses() {
     else if (given.Has("type"))
         return TellError("--type is random, patterns or both, not " + given.Of("type") + ".");
     ui::ComboBox& list = frmTypeOfPurge.cboNumberOfPasses[GetPurgeType()];
-    const auto passes = std::ranges::find(list.Items, given.Of("passes"), &ui::ListItem::Text);
-    if (passes != list.Items.end())
-        list.ListIndex = static_cast<int>(passes - list.Items.begin());
-    return passes != list.Items.end() || !given.Has("passes") ||
+    return !given.Has("passes") || ui::SelectItem(list, &ui::ListItem::Text, given.Of("passes")) ||
            TellError("--passes is a number from 1 to " + list.Items.back().Text +
                      " with this type of purge, not " + given.Of("passes") + ".");
 }

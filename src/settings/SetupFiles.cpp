@@ -199,12 +199,9 @@ bool ApplySetupText(const std::string& text) {
         return false;
     const auto intChosen = static_cast<std::size_t>(intType);
     ui::SelectOption(frmTypeOfPurge.optPurgeType, intChosen);
-    ui::ComboBox& passes = frmTypeOfPurge.cboNumberOfPasses[intChosen];
-    const int intIndex = intPasses - frmTypeOfPurge.intMinNumPasses;
-    if (intIndex < 0 || intIndex >= static_cast<int>(passes.Items.size()))
-        return false;
-    passes.ListIndex = intIndex;
-    return blnAllBoxes;
+    return ui::SelectItem(frmTypeOfPurge.cboNumberOfPasses[intChosen], &ui::ListItem::Text,
+                          std::to_string(intPasses)) &&
+           blnAllBoxes;
 }
 
 bool ReadSetupFile(const std::string& path) {

@@ -61,10 +61,8 @@ void chkPurgeSlackOnly_Click() {
 
 void SelectClusterSize(std::int32_t lngSize) {
     ui::ComboBox& list = frmPurgeConfirmation.cboClusterSize;
-    list.ListIndex = -1;
-    for (std::size_t i = 0; i < list.Items.size(); ++i)
-        if (list.Items[i].Data == lngSize)
-            list.ListIndex = static_cast<int>(i);
+    if (!ui::SelectItem(list, &ui::ListItem::Data, lngSize))
+        list.ListIndex = -1;
 }
 
 void frmPurgeConfirmation_Activate() {

@@ -7,6 +7,7 @@
 // Measures are twips (1/1440 inch), independent of the resolution. Colours are 0xBBGGRR.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -56,6 +57,16 @@ struct Control {
     Handler MouseOver;      ///< the mouse moved onto it
     std::size_t Native = 0; ///< used by the back end only
 };
+
+/// Whether the control and the frames around it are enabled.
+inline bool EffectivelyEnabled(const Control& control) {
+    return control.Enabled && (!control.Container || EffectivelyEnabled(*control.Container));
+}
+
+/// Whether they are visible.
+inline bool EffectivelyVisible(const Control& control) {
+    return control.Visible && (!control.Container || EffectivelyVisible(*control.Container));
+}
 
 struct Button : Control {
     Button() : Control(ControlKind::Button) {}
@@ -229,6 +240,16 @@ template<std::size_t N>
 void SelectOption(OptionButton (&group)[N], std::size_t index) {
     for (std::size_t i = 0; i < N; ++i)
         group[i].Value = i == index;
+}
+
+/// Selects the item of a list with this Text or these Data. False, and nothing changes, when there
+/// is none.
+template<class List, class Field, class Value>
+bool SelectItem(List& list, Field ListItem::*field, const Value& value) {
+    const auto found = std::ranges::find(list.Items, value, field);
+    if (found != list.Items.end())
+        list.ListIndex = static_cast<int>(found - list.Items.begin());
+    return found != list.Items.end();
 }
 
 } // namespace ui

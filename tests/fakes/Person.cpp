@@ -1,7 +1,6 @@
 // User actions on the windows.
 #include "fakes/ScriptedUser.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <stdexcept>
 
@@ -29,12 +28,9 @@ void Invoke(const ui::Handler& handler) {
 template<typename List>
 ui::ListItem& GoTo(List& list, const std::string& text) {
     Reach(list, "choose in");
-    const auto found = std::find_if(list.Items.begin(), list.Items.end(),
-                                    [&](const ui::ListItem& item) { return item.Text == text; });
-    if (found == list.Items.end())
+    if (!ui::SelectItem(list, &ui::ListItem::Text, text))
         throw std::runtime_error(list.Name + " has no item \"" + text + "\".");
-    list.ListIndex = static_cast<int>(found - list.Items.begin());
-    return *found;
+    return list.Items[static_cast<std::size_t>(list.ListIndex)];
 }
 
 void PressFirst(ui::Form& form, bool ui::Button::*which) {
@@ -47,10 +43,8 @@ void PressFirst(ui::Form& form, bool ui::Button::*which) {
 } // namespace
 
 bool CanReach(const ui::Control& control) {
-    const ui::Control* c = &control;
-    while (c != nullptr && c->Visible && c->Enabled)
-        c = c->Container;
-    return c == nullptr && control.Parent != nullptr && IsOnTop(*control.Parent);
+    return ui::EffectivelyVisible(control) && ui::EffectivelyEnabled(control) &&
+           control.Parent != nullptr && IsOnTop(*control.Parent);
 }
 
 void Click(ui::Control& control) {

@@ -18,31 +18,22 @@ struct Choice {
 };
 using Choices = std::vector<Choice>;
 
-Choices ChoicesOf(Buttons buttons) {
-    if (buttons == Buttons::OKCancel)
-        return {{"OK", "OK", AnswerOK}, {"Cancel", "Cancel", AnswerCancel}};
-    Choices choices{{"Yes", "Yes", AnswerYes}, {"No", "No", AnswerNo}};
-    if (buttons == Buttons::YesNoCancel)
-        choices.push_back({"Cancel", "Cancel", AnswerCancel});
-    return choices;
-}
-
-bool IsUsable(const Control& control) {
-    return control.Visible && control.Enabled &&
-           (!control.Container || IsUsable(*control.Container));
-}
-
-/// The first choice that begins with what was typed, in either case.
-std::size_t Typed(const Choices& choices, const std::string& line) {
+/// What was typed: the number of a choice, or the beginning of its word in either case; nothing is
+/// the choice `first`.
+std::size_t ChoiceTyped(const std::string& line, const Choices& choices, std::size_t first) {
+    if (line.empty())
+        return first;
+    if (line.size() == 1 && line[0] >= '1' && line[0] <= '9')
+        return static_cast<std::size_t>(line[0] - '1');
     const auto isSame = [](char a, char b) { return (a | 0x20) == (b | 0x20); };
     const auto begins = [&](const Choice& choice) {
-        return std::ranges::mismatch(line, choice.Word, isSame).in1 == line.end();
+        return std::ranges::equal(line, choice.Word.substr(0, line.size()), isSame);
     };
     return static_cast<std::size_t>(std::ranges::find_if(choices, begins) - choices.begin());
 }
 
-/// Asks a person, who types the number of a choice or the beginning of its word; Enter is the
-/// choice `first`. nullptr when there is no answer: the input has ended, or Ctrl+C was pressed.
+/// Asks a person, until one of the choices is typed. nullptr when there is no answer: the input has
+/// ended, or Ctrl+C was pressed.
 const Choice* Ask(const std::string& text, const Choices& choices, std::size_t first) {
     std::string prompt, line;
     for (const Choice& choice : choices)
@@ -56,10 +47,7 @@ const Choice* Ask(const std::string& text, const Choices& choices, std::size_t f
         const int interrupts = Interrupts();
         if (!ReadLine(line) || Interrupts() > interrupts)
             return nullptr;
-        const bool isNumber = line.size() == 1 && line[0] >= '1' && line[0] <= '9';
-        const std::size_t typed = line.empty() ? first
-                                  : isNumber   ? static_cast<std::size_t>(line[0] - '1')
-                                               : Typed(choices, line);
+        const std::size_t typed = ChoiceTyped(line, choices, first);
         if (typed < choices.size())
             return &choices[typed];
     }
@@ -83,10 +71,14 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
         TellBox(text, icon);
         return AnswerOK;
     }
-    const Choices choices = ChoicesOf(buttons);
+    Choices choices{{"Yes", "Yes", AnswerYes}, {"No", "No", AnswerNo}};
+    if (buttons == Buttons::OKCancel)
+        choices = {{"OK", "OK", AnswerOK}};
+    if (buttons != Buttons::YesNo)
+        choices.push_back({"Cancel", "Cancel", AnswerCancel});
     const Choice* answer = AnswerTo(AnswerBeforehand(question), text, choices,
                                     static_cast<std::size_t>(defaultButton - 1));
-    return answer ? answer->Answer : buttons == Buttons::YesNo ? AnswerNo : AnswerCancel;
+    return (answer ? *answer : choices.back()).Answer; // the last button changes nothing
 }
 
 void ShowModal(Form& form) {
@@ -97,11 +89,13 @@ void ShowModal(Form& form) {
     const std::string beforehand = AnswerBeforehand(form.Name); // it may enable a button
     std::string text = form.Caption;
     Choices choices;
-    for (Control* control : form.Controls)
-        if (control->Kind == ControlKind::Button && IsUsable(*control))
+    for (Control* control : form.Controls) {
+        const bool isUsable = EffectivelyVisible(*control) && EffectivelyEnabled(*control);
+        if (isUsable && control->Kind == ControlKind::Button)
             choices.push_back({control->Caption, control->Name, 0, static_cast<Button*>(control)});
-        else if (control->Kind == ControlKind::Label && IsUsable(*control))
-            text += (control->Caption.empty() ? "" : "\r\n") + control->Caption;
+        else if (isUsable && control->Kind == ControlKind::Label && !control->Caption.empty())
+            text += "\r\n" + control->Caption;
+    }
     const auto byEnter =
         std::ranges::find_if(choices, [](const Choice& choice) { return choice.Press->Default; });
     const Choice* answer =

@@ -247,20 +247,6 @@ void CreateControls(NativeForm& form) {
         CreateControl(form, *control, id++);
 }
 
-bool EffectivelyEnabled(const Control& control) {
-    for (const Control* c = &control; c; c = c->Container)
-        if (!c->Enabled)
-            return false;
-    return true;
-}
-
-bool EffectivelyVisible(const Control& control) {
-    for (const Control* c = &control; c; c = c->Container)
-        if (!c->Visible)
-            return false;
-    return true;
-}
-
 RECT PlaceOf(const Control& control, int scale) {
     int left = control.Left, top = control.Top;
     for (const Control* c = control.Container; c; c = c->Container) {

@@ -134,8 +134,6 @@ void ForgetFonts();
 // ---- ControlWindows.cpp
 constexpr int lngListHeight = 3600; ///< twips of a combo box's open list, a part of its height
 void CreateControls(NativeForm& form);
-bool EffectivelyEnabled(const Control& control);
-bool EffectivelyVisible(const Control& control);
 RECT PlaceOf(const Control& control, int scale);
 /// Stores a control's name as an atom in a window property, for programs that test this one.
 void NameWindow(HWND window, const std::string& name);
