@@ -7,30 +7,46 @@
 #include "disk/DiskPurge.h"
 #include "disk/FreeSpacePurge.h"
 #include "disk/SpeedTest.h"
+#include "shell/ProcessCommands.h"
+#include "ui/console/Console.h"
 
 #include "Version.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
 // The help is read on terminals of 80 columns: its words have room for 57 characters here, and for
 // 50 beside the options.
 constexpr Command commands[] = {
-    {"purge", "PATH...", Takes::Paths, true, "Purges files, and the files in folders."},
+    {"purge", "PATH...", Takes::Paths, true, "Purges files, and the files in folders.",
+     [] { cmdProcessFiles_Click(1); }},
     {"list", "PATH...", Takes::Paths, false,
-     "Lists what a purge would meet, and estimates its time."},
+     "Lists what a purge would meet, and estimates its time.", [] { cmdProcessFiles_Click(0); }},
     {"free-space", "DRIVE", Takes::Drive, true, "Purges the free space of a drive.",
      PurgeFreeSpaceCommand},
     {"speed", "DRIVE", Takes::Drive, false, "Measures how fast a drive can be purged.",
      TestPurgeSpeedCommand},
     {"disk", "DRIVE", Takes::Drive, true, "Purges a whole drive: its free space, then its files.",
      PurgeDiskCommand},
-    {"run", "FILE.nws", Takes::SetupFile, true, "Purges files of the folder that a setup names."},
-    {"version", "", Takes::Nothing, false, "Tells the version of the program."},
+    {"run", "FILE.nws", Takes::SetupFile, true, "Purges files of the folder that a setup names.",
+     [] { cmdProcessFiles_Click(1); }},
+    {"version", "", Takes::Nothing, false, "Tells the version of the program.",
+     [] { ui::console::Print("Nullwright " NW_VERSION "\r\n"); }},
     {"help", "[COMMAND]", Takes::Word, false,
-     "Tells more: of a command, \"questions\" or \"exit\" codes."}};
+     "Tells more: of a command, \"questions\" or \"exit\" codes.",
+     [] { ui::console::Print(HelpText(given.arguments.empty() ? "" : given.arguments[0])); }}};
+
+struct Option {
+    const char* strName;
+    char chrShort;             ///< 0 for none
+    const char* strValue;      ///< as the help writes it, "" for a switch
+    const char* strOfCommands; ///< their first letters
+    const char* strHelp;
+    bool BelongsTo(const Command& command) const {
+        return std::string(strOfCommands).find(command.strName[0]) != std::string::npos;
+    }
+};
 
 constexpr Option options[] = {
     {"files", 'f', "SPEC", "plr", "of folders only such files: *.tmp"},
@@ -54,9 +70,9 @@ constexpr Option options[] = {
     {"help", 'h', "", "plrfsd", "this text"}};
 
 /// A row of two columns.
-std::string Row(const std::string& left, std::size_t width, const char* right) {
-    return "  " + left + std::string(std::max(width, left.size() + 1) - left.size(), ' ') + right +
-           "\r\n";
+std::string Row(std::string left, std::size_t width, const char* right) {
+    left.resize(std::max(width, left.size() + 1), ' ');
+    return "  " + left + right + "\r\n";
 }
 
 std::string Usage(const Command& command) {
@@ -66,12 +82,10 @@ std::string Usage(const Command& command) {
 std::string CommandText(const Command& command) {
     std::string text = "nullwright-cli " + Usage(command) + "\r\n" + command.strHelp + "\r\n\r\n";
     for (const Option& option : options) {
-        const std::string strShort =
-            option.chrShort != 0 ? std::string{'-', option.chrShort, ','} : "";
-        if (option.BelongsTo(command.strName))
-            text += Row(strShort + std::string(4 - strShort.size(), ' ') + "--" + option.strName +
-                            " " + option.strValue,
-                        28, option.strHelp);
+        std::string left = option.chrShort != 0 ? std::string{'-', option.chrShort, ','} : "";
+        left.resize(4, ' ');
+        if (option.BelongsTo(command))
+            text += Row(left + "--" + option.strName + " " + option.strValue, 28, option.strHelp);
     }
     return text + Row("    --", 28, "ends the options");
 }
@@ -81,9 +95,16 @@ std::string SeeHelp() {
     return " See: nullwright-cli help" + (strCommand.empty() ? "" : " " + strCommand);
 }
 
-/// "-n 3", "--passes 3", "--passes=3". Takes the value from `next` on.
-std::string TakeOption(const std::string& argument, const std::vector<std::string>& arguments,
-                       std::size_t& next) {
+bool TellUnknown(const std::string& strCommand) {
+    return TellError(
+        (strCommand.empty() ? "No command." : "There is no command " + strCommand + ".") +
+        " See: nullwright-cli help");
+}
+
+/// "-n 3", "--passes 3", "--passes=3". Takes the value from `next` on. False, with a message, for
+/// what is none.
+bool TakeOption(const std::string& argument, const std::vector<std::string>& arguments,
+                std::size_t& next) {
     const std::size_t equals = argument.find('=');
     const bool blnEquals = equals != std::string::npos;
     const std::string name = argument.substr(0, equals);
@@ -92,37 +113,38 @@ std::string TakeOption(const std::string& argument, const std::vector<std::strin
                (one.chrShort != 0 && name == std::string{'-', one.chrShort});
     });
     if (option == std::end(options))
-        return "There is no option " + name + "." + SeeHelp();
+        return TellError("There is no option " + name + "." + SeeHelp());
     std::vector<std::string>& values = given.options[option->strName];
     if (*option->strValue == '\0')
-        return blnEquals ? name + " takes no value." : "";
-    if (!blnEquals && next == arguments.size())
-        return name + " needs a value: " + name + " " + option->strValue + ".";
-    values.push_back(blnEquals ? argument.substr(equals + 1) : arguments[next++]);
+        return !blnEquals || TellError(name + " takes no value.");
+    values.push_back(blnEquals                 ? argument.substr(equals + 1)
+                     : next < arguments.size() ? arguments[next++]
+                                               : "");
     if (values.back().empty())
-        return name + " needs a value that is not empty.";
-    return values.size() > 1 && option->strName != std::string("exclude") ? name + " stands twice."
-                                                                          : "";
+        return TellError(name + " needs a value: " + name + " " + option->strValue + ".");
+    return values.size() == 1 || option->strName == std::string("exclude") ||
+           TellError(name + " stands twice.");
 }
 
-std::string Check(const Command& command) {
-    const CommandLine& line = given;
+/// False, with a message, when the command cannot be given this.
+bool MayBeGiven(const Command& command) {
     for (const Option& option : options)
-        if (line.Has(option.strName) && !option.BelongsTo(command.strName))
-            return std::string("--") + option.strName + " is no option of " + command.strName +
-                   "." + SeeHelp();
-    const std::size_t count = line.arguments.size() + (line.Has("from") ? 1 : 0);
+        if (given.Has(option.strName) && !option.BelongsTo(command))
+            return TellError(std::string("--") + option.strName + " is no option of " +
+                             command.strName + "." + SeeHelp());
+    const std::size_t count = given.arguments.size() + given.options.count("from");
     const bool blnMayBeNone = command.takes == Takes::Nothing || command.takes == Takes::Word;
-    const std::size_t most = command.takes == Takes::Nothing ? 0 : 1;
-    if ((count == 0 && !blnMayBeNone) || (count > most && command.takes != Takes::Paths))
-        return "That should be: nullwright-cli " + Usage(command) + "." + SeeHelp();
-    if (command.takes == Takes::Word && count == 1 && HelpText(line.arguments[0]).empty())
-        return "There is no command " + line.arguments[0] + ". See: nullwright-cli help";
-    if (line.Of("files").find_first_of("\\/:") != std::string::npos)
-        return "--files is a name or a pattern, without a folder: " + line.Of("files") + ".";
-    return command.takes == Takes::SetupFile && !line.Has("files")
-               ? "A setup holds no file specification: say --files *.* for all files."
-               : "";
+    if (count == 0   ? !blnMayBeNone
+        : count == 1 ? command.takes == Takes::Nothing
+                     : command.takes != Takes::Paths)
+        return TellError("That should be: nullwright-cli " + Usage(command) + "." + SeeHelp());
+    if (command.takes == Takes::Word && count == 1 && HelpText(given.arguments[0]).empty())
+        return TellUnknown(given.arguments[0]);
+    if (given.Of("files").find_first_of("\\/:") != std::string::npos)
+        return TellError("--files is a name or a pattern, without a folder: " + given.Of("files") +
+                         ".");
+    return command.takes != Takes::SetupFile || given.Has("files") ||
+           TellError("A setup holds no file specification: say --files *.* for all files.");
 }
 
 } // namespace
@@ -131,25 +153,21 @@ std::span<const Command> Commands() {
     return commands;
 }
 
-bool Option::BelongsTo(const std::string& strCommand) const {
-    return std::string(strOfCommands).find(strCommand[0]) != std::string::npos;
-}
-
 const Command* FindCommand(const std::string& strName) {
     const auto found = std::ranges::find(commands, strName, &Command::strName);
     return found == std::end(commands) ? nullptr : found;
 }
 
 std::string HelpText(const std::string& strOf) {
+    if (strOf == "questions")
+        return QuestionsText();
+    if (const Command* command = FindCommand(strOf))
+        return CommandText(*command);
     std::string strExit = "Exit codes:\r\n";
     for (std::size_t code = 0; code < std::size(strExitCodes); ++code)
         strExit += Row(std::to_string(code), 3, strExitCodes[code]);
-    if (strOf == "questions")
-        return QuestionsText();
     if (strOf == "exit")
         return strExit;
-    if (const Command* command = FindCommand(strOf))
-        return CommandText(*command);
     std::string text = "Nullwright " NW_VERSION ": destroys data beyond recovery.\r\n\r\n"
                        "nullwright-cli COMMAND\r\n";
     for (const Command& command : commands)
@@ -158,8 +176,8 @@ std::string HelpText(const std::string& strOf) {
     return strOf.empty() ? text : "";
 }
 
-std::string ReadCommandLine(const std::vector<std::string>& arguments) {
-    CommandLine& line = given = {};
+const Command* ReadCommandLine(const std::vector<std::string>& arguments) {
+    given = {};
     bool blnOptions = true;
     for (std::size_t next = 0; next < arguments.size();) {
         const std::string argument =
@@ -168,21 +186,20 @@ std::string ReadCommandLine(const std::vector<std::string>& arguments) {
         if (blnOptions && argument == "--") {
             blnOptions = false;
         } else if (blnOptions && argument.size() > 1 && argument[0] == '-') {
-            const std::string wrong = TakeOption(argument, arguments, next);
-            if (!wrong.empty())
-                return wrong;
+            if (!TakeOption(argument, arguments, next))
+                return nullptr;
         } else {
-            (line.strCommand.empty() ? line.strCommand : line.arguments.emplace_back()) = argument;
+            (given.strCommand.empty() ? given.strCommand : given.arguments.emplace_back()) =
+                argument;
         }
     }
-    if (line.Has("help")) { // of the command before it, whatever else stands there
-        line.options.clear();
-        if (line.strCommand != "help")
-            line.arguments.assign(line.strCommand.empty() ? 0 : 1, line.strCommand);
-        line.strCommand = "help";
+    if (given.Has("help")) { // of the command before it, whatever else stands there
+        if (given.strCommand != "help")
+            given.arguments = {given.strCommand};
+        given = {"help", given.arguments};
     }
-    if (const Command* command = FindCommand(line.strCommand))
-        return Check(*command);
-    const std::string unknown = std::exchange(line.strCommand, "");
-    return (unknown.empty() ? "No command." : "There is no command " + unknown + ".") + SeeHelp();
+    const Command* command = FindCommand(given.strCommand);
+    if (command == nullptr)
+        TellUnknown(given.strCommand);
+    return command != nullptr && MayBeGiven(*command) ? command : nullptr;
 }

@@ -9,16 +9,16 @@
 
 struct CommandLine {
     std::string strCommand;
-    std::vector<std::string> arguments; ///< paths, a drive, a setup file, what help is wanted of
+    std::vector<std::string> arguments{}; ///< paths, a drive, a setup file, what help is wanted of
     /// The options by their long names, with their values; of a switch there are none. "exclude ."
     /// is one of its own.
-    std::map<std::string, std::vector<std::string>> options;
+    std::map<std::string, std::vector<std::string>> options{};
     char chrDrive = 0; ///< of a command on a drive
 
     bool Has(const std::string& strOption) const { return options.contains(strOption); }
-    /// The value of an option, "" without it.
-    std::string Of(const std::string& strOption) const {
-        return Has(strOption) ? options.at(strOption).front() : "";
+    /// The value of an option.
+    std::string Of(const std::string& strOption, const char* strWithout = "") const {
+        return Has(strOption) ? options.at(strOption).front() : strWithout;
     }
 };
 inline CommandLine given; ///< to this run of the program
@@ -32,22 +32,13 @@ struct Command {
     Takes takes;
     bool blnDestroys; ///< begins only when somebody can be asked, or with --yes
     const char* strHelp;
-    void (*onDrive)() = nullptr; ///< the command of the program
+    void (*perform)(); ///< what it is given has been taken
 };
 std::span<const Command> Commands();
 const Command* FindCommand(const std::string& strName);
 
-struct Option {
-    const char* strName;
-    char chrShort;             ///< 0 for none
-    const char* strValue;      ///< as the help writes it, "" for a switch
-    const char* strOfCommands; ///< their first letters
-    const char* strHelp;
-    bool BelongsTo(const std::string& strCommand) const;
-};
-
 /// The help of a command, of "questions" or "exit", or of the whole for ""; "" for any other word.
 std::string HelpText(const std::string& strOf);
 
-/// Reads the arguments into given. "" or what is wrong with them, in one line.
-std::string ReadCommandLine(const std::vector<std::string>& arguments);
+/// Reads the arguments into given. The command; nullptr, with a message, when something is wrong.
+const Command* ReadCommandLine(const std::vector<std::string>& arguments);

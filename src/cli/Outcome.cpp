@@ -8,21 +8,17 @@
 #include "report/run/RunClock.h"
 #include "report/run/RunReport.h"
 #include "report/run/RunSummary.h"
-#include "settings/TextFiles.h"
+#include "report/SaveReport.h"
 #include "shell/frmMain.h"
 #include "support/Numbers.h"
 #include "support/SizeText.h"
 #include "ui/console/Console.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
-struct {
-    bool blnComplained = false;
-    std::size_t lngRecordsPrinted = 0;
-} told;
+std::size_t lngRecordsPrinted = 0;
 
 /// What the report says already is not told again.
 void TellOnce(const std::string& strText) {
@@ -39,8 +35,8 @@ std::string SpeedOfRun() {
 /// The records that are new since the last time.
 void PrintRecords() {
     std::string lines;
-    for (; told.lngRecordsPrinted < NumRecords(); ++told.lngRecordsPrinted)
-        lines += JsonOfRecord(RecordAt(told.lngRecordsPrinted)) + "\n";
+    for (; lngRecordsPrinted < NumRecords(); ++lngRecordsPrinted)
+        lines += JsonOfRecord(RecordAt(lngRecordsPrinted)) + "\n";
     if (!lines.empty())
         ui::console::Print(lines);
 }
@@ -48,7 +44,8 @@ void PrintRecords() {
 } // namespace
 
 void BeginTelling() {
-    told = {};
+    blnComplained = false;
+    lngRecordsPrinted = 0;
 }
 
 bool IsAttended() {
@@ -57,13 +54,9 @@ bool IsAttended() {
 }
 
 bool TellError(const std::string& strLine) {
-    told.blnComplained = true;
+    blnComplained = true;
     ui::console::PrintError("nullwright-cli: " + strLine + "\r\n");
     return false;
-}
-
-bool HasComplained() {
-    return told.blnComplained;
 }
 
 int EndTelling() {
@@ -76,13 +69,10 @@ int EndTelling() {
         PrintRecords();
         ui::console::Print(JsonOfRun() + "\n");
     } else if (given.Has("quiet")) {
-        constexpr auto lngAll = std::numeric_limits<std::size_t>::max();
-        ui::console::PrintError(FailuresText(lngAll) + WarningsText(lngAll));
+        ui::console::PrintError(FailuresText() + WarningsText());
     }
     const std::string strReport = given.Of("report");
-    const bool blnJson = strReport.ends_with(".json");
-    if (!strReport.empty() && blnBegun &&
-        Failed(WriteLongTextFile(strReport, blnJson ? WriteReportAsJson : WriteReportAsText))) {
+    if (!strReport.empty() && blnBegun && Failed(WriteReport(strReport))) {
         TellError("The report cannot be written to " + strReport + ".");
         return ExitFailed;
     }
@@ -92,7 +82,7 @@ int EndTelling() {
         return SomethingIsLeft() ? ExitLeft : ExitDone;
     // What has not begun was refused, unless a person, or a stop, did not let it.
     const bool blnRefused = currentRun.State == RunState::Idle && ui::console::Interrupts() == 0 &&
-                            (told.blnComplained || !IsAttended());
+                            (blnComplained || !IsAttended());
     return blnRefused ? ExitRefused : ExitStopped;
 }
 

@@ -3,6 +3,9 @@
 
 #include <string>
 
+/// Something was refused or went wrong before the command began.
+inline bool blnComplained = false;
+
 enum ExitCode : int { ExitDone, ExitLeft, ExitRefused, ExitStopped, ExitFailed };
 /// What they mean, for the help.
 inline constexpr const char* strExitCodes[] = {
@@ -17,7 +20,5 @@ void BeginTelling();
 bool IsAttended();
 /// A line that says what is wrong. Returns false.
 bool TellError(const std::string& strLine);
-/// Something was refused or went wrong before the command began.
-bool HasComplained();
 /// Ends the telling, and writes the report file. The exit code of the run.
 int EndTelling();

@@ -13,19 +13,23 @@
 
 namespace {
 
-/// Whether the file is to have JSON lines. A name with the extension of neither type gets that of
-/// the one chosen.
-bool TakesJson(std::string& path, bool chosen) {
+bool IsForJson(const std::string& path) {
     const std::string extension = platform::LowerCase(ExtensionOf(path));
-    if (extension == "txt")
-        return false;
-    if (extension == "json" || extension == "jsonl")
-        return true;
-    path += chosen ? ".json" : ".txt";
-    return chosen;
+    return extension == "json" || extension == "jsonl";
 }
 
 } // namespace
+
+platform::Fault WriteReport(const std::string& strPath) {
+    const auto write = [&](const PutText& put) {
+        const PutText putAndYield = [&put](const std::string& piece) {
+            ui::DoEvents();
+            return put(piece);
+        };
+        return IsForJson(strPath) ? WriteReportAsJson(putAndYield) : WriteReportAsText(putAndYield);
+    };
+    return WriteLongTextFile(strPath, write, ui::Effort::Long);
+}
 
 void SaveReport() {
     std::size_t type = 0;
@@ -38,7 +42,8 @@ void SaveReport() {
     if (paths.empty())
         return;
     std::string path = paths.front();
-    const bool json = TakesJson(path, type == 1);
+    if (!IsForJson(path) && platform::LowerCase(ExtensionOf(path)) != "txt")
+        path += type == 1 ? ".json" : ".txt";
     if (platform::FileExists(path) &&
         ui::MsgBox("Overwrite existing file " + path + "?", ui::Buttons::YesNoCancel,
                    ui::Icon::Question, "File exists", "overwrite") != ui::AnswerYes)
@@ -46,14 +51,7 @@ void SaveReport() {
     // The windows stay alive while a long report is written. No new run may begin: it would take
     // the records away.
     const CommandsInReach before = TakeCommandsAway();
-    const auto write = [&](const PutText& put) {
-        const PutText putAndYield = [&put](const std::string& piece) {
-            ui::DoEvents();
-            return put(piece);
-        };
-        return json ? WriteReportAsJson(putAndYield) : WriteReportAsText(putAndYield);
-    };
-    const platform::Fault fault = WriteLongTextFile(path, write, ui::Effort::Long);
+    const platform::Fault fault = WriteReport(path);
     GiveCommandsBack(before);
     blnStop = false; // F10 has stopped nothing here, and must not stop the next command
     if (Failed(fault))

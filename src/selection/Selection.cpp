@@ -58,27 +58,23 @@ std::string WhyNotTaken(const std::string& strPath, PathKind& kind) {
     return {};
 }
 
-std::string SettlePath(std::string& strPath) {
-    std::string strWhyNot = WhyNoLetter(strPath);
-    if (!strWhyNot.empty())
-        return strWhyNot;
-    std::string strReal;
-    AskOnDrive(strPath, [&] {
-        PathKind kind{};
-        strWhyNot = WhyNotTaken(strPath, kind);
-        if (strWhyNot.empty())
-            strReal = RealPath(strPath);
-    });
+bool TakePath(std::string& strPath, const std::string& strTitle, PathKind* kind) {
+    std::string strReal, strWhyNot = WhyNoLetter(strPath);
+    PathKind found{};
     if (strWhyNot.empty())
-        strPath = strReal;
-    return strWhyNot;
-}
-
-bool TakePath(std::string& strPath, const std::string& strTitle) {
-    const std::string strWhyNot = SettlePath(strPath);
-    if (!strWhyNot.empty())
+        AskOnDrive(strPath, [&] {
+            strWhyNot = WhyNotTaken(strPath, found);
+            if (strWhyNot.empty())
+                strReal = RealPath(strPath);
+        });
+    if (!strWhyNot.empty()) {
         ui::Complain(strWhyNot, strTitle);
-    return strWhyNot.empty();
+        return false;
+    }
+    strPath = strReal;
+    if (kind != nullptr)
+        *kind = found;
+    return true;
 }
 
 void RememberFolder() {

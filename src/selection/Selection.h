@@ -12,22 +12,20 @@ void LoadSelectionForms();
 /// when cancelled or refused with a message.
 std::string BrowseFolder(const std::string& strTitle);
 
+enum class PathKind { NotThere, File, Folder };
 /// Replaces the path of a chosen file or folder by its real path, which is then shown, confirmed
-/// and purged. A place without a drive letter keeps the letter under which it was chosen. Returns
-/// "", or the reason why the path cannot be purged: it is not on a drive with a letter, it is a
-/// link (its target was not chosen and may lie on another drive), or the system does not tell
-/// whether it is a link.
-std::string SettlePath(std::string& strPath);
-/// The parts of SettlePath, to ask about many paths. The first asks nothing. The others call the
+/// and purged. A place without a drive letter keeps the letter under which it was chosen. False,
+/// with a message, when the path cannot be purged: it is not on a drive with a letter, it is a link
+/// (its target was not chosen and may lie on another drive), or the system does not tell whether it
+/// is a link. What is not there is taken.
+bool TakePath(std::string& strPath, const std::string& strTitle, PathKind* kind = nullptr);
+/// The parts of TakePath, to ask about many paths. The first asks nothing. The others call the
 /// platform only, and belong into AskOnDrive. Each of the first two returns "" or the reason.
 std::string WhyNoLetter(const std::string& strPath);
-enum class PathKind { NotThere, File, Folder };
 /// `kind` counts only without a reason.
 std::string WhyNotTaken(const std::string& strPath, PathKind& kind);
 /// The real path as told by the system; if the system does not tell, the full path.
 std::string RealPath(const std::string& strPath);
-/// Calls SettlePath; false, with a message, when the path cannot be purged.
-bool TakePath(std::string& strPath, const std::string& strTitle);
 /// Call after setting strDirPath: settles the path if not done yet, and remembers the folder's
 /// identity.
 void RememberFolder();

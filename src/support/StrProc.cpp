@@ -81,13 +81,13 @@ std::string SecondsText(std::int64_t lngSeconds, bool blnLong, bool blnRoundToMi
     return AtMostTwoUnits(strText);
 }
 
-std::vector<std::string> LinesOf(const std::string& strText) {
+std::vector<std::string> LinesOf(const std::string& strText, const std::string& strEnd) {
     std::vector<std::string> lines;
     for (std::size_t at = 0; at < strText.size();) {
-        const auto end = std::min(strText.find("\r\n", at), strText.size());
+        const auto end = std::min(strText.find(strEnd, at), strText.size());
         if (end > at)
             lines.push_back(strText.substr(at, end - at));
-        at = end + 2;
+        at = end + strEnd.size();
     }
     return lines;
 }

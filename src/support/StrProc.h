@@ -16,5 +16,5 @@ std::string SecondsText(std::int64_t lngSeconds, bool blnLong, bool blnRoundToMi
 std::string Trimmed(const std::string& text);
 /// How often strPart occurs in strText, without overlaps.
 int CountOccurrences(const std::string& strText, const std::string& strPart);
-/// The non-empty lines of a text in which each line ends with CR LF.
-std::vector<std::string> LinesOf(const std::string& strText);
+/// The non-empty lines of a text in which each line ends with this.
+std::vector<std::string> LinesOf(const std::string& strText, const std::string& strEnd = "\r\n");

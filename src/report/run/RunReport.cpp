@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <limits>
 
 namespace {
 
@@ -185,7 +184,7 @@ bool WriteReportAsText(const PutText& put) {
     }
     if (!addNotesBefore(NumRecords()))
         return false;
-    const std::string failures = FailuresText(std::numeric_limits<std::size_t>::max());
+    const std::string failures = FailuresText();
     return pieces.Add("\r\n" + currentRun.strSummary + (failures.empty() ? "" : "\r\n" + failures) +
                       currentRun.strFoot) &&
            pieces.Flush();
