@@ -14,11 +14,9 @@
 
 #include <algorithm>
 
-namespace {
-
 // The help is read on terminals of 80 columns: its words have room for 57 characters here, and for
 // 50 beside the options.
-constexpr Command commands[] = {
+const std::vector<Command> commands = {
     {"purge", "PATH...", Takes::Paths, true, "Purges files, and the files in folders.",
      [] { cmdProcessFiles_Click(1); }},
     {"list", "PATH...", Takes::Paths, false,
@@ -36,6 +34,8 @@ constexpr Command commands[] = {
     {"help", "[COMMAND]", Takes::Word, false,
      "Tells more: of a command, \"questions\" or \"exit\" codes.",
      [] { ui::console::Print(HelpText(given.arguments.empty() ? "" : given.arguments[0])); }}};
+
+namespace {
 
 struct Option {
     const char* strName;
@@ -91,14 +91,8 @@ std::string CommandText(const Command& command) {
 }
 
 std::string SeeHelp() {
-    const std::string& strCommand = given.strCommand;
-    return " See: nullwright-cli help" + (strCommand.empty() ? "" : " " + strCommand);
-}
-
-bool TellUnknown(const std::string& strCommand) {
-    return TellError(
-        (strCommand.empty() ? "No command." : "There is no command " + strCommand + ".") +
-        " See: nullwright-cli help");
+    const bool blnKnown = FindCommand(given.strCommand) != nullptr;
+    return " See: nullwright-cli help" + (blnKnown ? " " + given.strCommand : "");
 }
 
 /// "-n 3", "--passes 3", "--passes=3". Takes the value from `next` on. False, with a message, for
@@ -133,29 +127,27 @@ bool MayBeGiven(const Command& command) {
             return TellError(std::string("--") + option.strName + " is no option of " +
                              command.strName + "." + SeeHelp());
     const std::size_t count = given.arguments.size() + given.options.count("from");
-    const bool blnMayBeNone = command.takes == Takes::Nothing || command.takes == Takes::Word;
-    if (count == 0   ? !blnMayBeNone
+    if (count == 0   ? !command.OnlyTells()
         : count == 1 ? command.takes == Takes::Nothing
                      : command.takes != Takes::Paths)
         return TellError("That should be: nullwright-cli " + Usage(command) + "." + SeeHelp());
     if (command.takes == Takes::Word && count == 1 && HelpText(given.arguments[0]).empty())
-        return TellUnknown(given.arguments[0]);
+        return TellError("There is no command " + given.arguments[0] +
+                         ". See: nullwright-cli help");
     if (given.Of("files").find_first_of("\\/:") != std::string::npos)
         return TellError("--files is a name or a pattern, without a folder: " + given.Of("files") +
                          ".");
-    return command.takes != Takes::SetupFile || given.Has("files") ||
-           TellError("A setup holds no file specification: say --files *.* for all files.");
+    if (command.takes == Takes::SetupFile && !given.Has("files"))
+        return TellError("A setup holds no file specification: say --files *.* for all files.");
+    return !command.blnDestroys || given.Has("yes") || IsAttended() ||
+           TellError("There is no terminal to ask at. To go on without questions: --yes.");
 }
 
 } // namespace
 
-std::span<const Command> Commands() {
-    return commands;
-}
-
 const Command* FindCommand(const std::string& strName) {
     const auto found = std::ranges::find(commands, strName, &Command::strName);
-    return found == std::end(commands) ? nullptr : found;
+    return found == commands.end() ? nullptr : &*found;
 }
 
 std::string HelpText(const std::string& strOf) {
@@ -198,8 +190,9 @@ const Command* ReadCommandLine(const std::vector<std::string>& arguments) {
             given.arguments = {given.strCommand};
         given = {"help", given.arguments};
     }
-    const Command* command = FindCommand(given.strCommand);
-    if (command == nullptr)
-        TellUnknown(given.strCommand);
-    return command != nullptr && MayBeGiven(*command) ? command : nullptr;
+    if (const Command* command = FindCommand(given.strCommand))
+        return MayBeGiven(*command) ? command : nullptr;
+    const std::string& name = given.strCommand;
+    TellError((name.empty() ? "No command." : "There is no command " + name + ".") + SeeHelp());
+    return nullptr;
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <map>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -33,8 +32,9 @@ struct Command {
     bool blnDestroys; ///< begins only when somebody can be asked, or with --yes
     const char* strHelp;
     void (*perform)(); ///< what it is given has been taken
+    bool OnlyTells() const { return takes == Takes::Nothing || takes == Takes::Word; }
 };
-std::span<const Command> Commands();
+extern const std::vector<Command> commands;
 const Command* FindCommand(const std::string& strName);
 
 /// The help of a command, of "questions" or "exit", or of the whole for ""; "" for any other word.

@@ -72,11 +72,9 @@ int EndTelling() {
         ui::console::PrintError(FailuresText() + WarningsText());
     }
     const std::string strReport = given.Of("report");
-    if (!strReport.empty() && blnBegun && Failed(WriteReport(strReport))) {
-        TellError("The report cannot be written to " + strReport + ".");
-        return ExitFailed;
-    }
-    if (currentRun.State == RunState::Failed)
+    const bool blnWritten = strReport.empty() || !blnBegun || !Failed(WriteReport(strReport)) ||
+                            TellError("The report cannot be written to " + strReport + ".");
+    if (!blnWritten || currentRun.State == RunState::Failed)
         return ExitFailed;
     if (currentRun.State == RunState::Done)
         return SomethingIsLeft() ? ExitLeft : ExitDone;

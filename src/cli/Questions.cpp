@@ -9,7 +9,6 @@
 #include "settings/frmPurgeConfirmation.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 
 namespace {
@@ -45,7 +44,9 @@ bool FillExcluded() {
 
 constexpr const char* strAsSaid = "as the command line says";
 
-constexpr Question questions[] = {
+} // namespace
+
+const std::vector<Question> questions = {
     {"list names", "whether to list names, too", "Yes", "yes", [] { return true; }},
     {"frmPurgeConfirmation", "the purge options", "cmdDoPurge", strAsSaid, FillPurgeOptions},
     {"purge files", "whether to purge", "Yes", "yes: the files are purged"},
@@ -87,12 +88,6 @@ constexpr Question questions[] = {
     {"report", "to see the report of a disk", "No", "no: it was told as it grew"},
     {"next file", "Ctrl+C while the files of a disk are purged", "Cancel", "it ends"}};
 
-} // namespace
-
-std::span<const Question> Questions() {
-    return questions;
-}
-
 std::string MeaningOf(const Question& row) {
     const std::string strOption = row.strOption;
     return row.strMeans +
@@ -110,7 +105,7 @@ std::string QuestionsText() {
 
 const Question* QuestionOf(const std::string& strName) {
     const auto found = std::ranges::find(questions, strName, &Question::strName);
-    return found == std::end(questions) ? nullptr : found;
+    return found == questions.end() ? nullptr : &*found;
 }
 
 std::string AnswerOf(const std::string& strName, bool blnAttended) {

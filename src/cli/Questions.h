@@ -2,8 +2,8 @@
 // the run, for the help and for the tests.
 #pragma once
 
-#include <span>
 #include <string>
+#include <vector>
 
 struct Question {
     const char* strName;          ///< of the question or the form
@@ -18,7 +18,7 @@ struct Question {
     const char* strOptionAnswer = "";
     const char* strOptionMeans = "";
 };
-std::span<const Question> Questions();
+extern const std::vector<Question> questions;
 /// The answer in words: "it stays; with --system it is purged".
 std::string MeaningOf(const Question& row);
 /// The table as the help prints it.

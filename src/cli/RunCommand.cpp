@@ -56,6 +56,32 @@ bool ReadList() {
     return given.arguments.size() > before || refuse("names no path.");
 }
 
+/// False, with a message: the drive is not there, or the folders that are to be kept are not on it.
+bool TakeDrive() {
+    const std::string& text = given.arguments.front(); // "D", "D:" or "D:\"
+    const std::string strRoot = text.substr(0, 1) + ":\\";
+    given.chrDrive = strRoot.starts_with(text) ? DriveLetterOf(strRoot) : '\0';
+    if (given.chrDrive == 0)
+        return TellError(text + " is no drive. It should be a letter, such as D:.");
+    if (platform::DriveLetters().find(given.chrDrive) == std::string::npos)
+        return TellError(std::string("There is no drive ") + given.chrDrive + ":.");
+    if (!given.Has("exclude"))
+        return true;
+    std::vector<std::string>& kept = given.options["exclude"];
+    if (std::erase(kept, ".") > 0)
+        given.options["exclude ."];
+    for (const std::string& strName : kept) {
+        if (strName.find_first_of("\\/:") != std::string::npos)
+            return TellError("--exclude takes the name of a top-level folder, not " + strName +
+                             ".");
+        if (!platform::FolderExists(strRoot + strName))
+            return TellError("There is no folder " + strRoot + strName + " to be kept.");
+    }
+    if (kept.empty())
+        given.options.erase("exclude");
+    return true;
+}
+
 /// Makes the paths of the command, with those of a list, and the report's full, before the current
 /// folder changes. False, with a message, for what is none.
 bool CompletePaths(const Command& command) {
@@ -67,7 +93,7 @@ bool CompletePaths(const Command& command) {
     if (given.Has("from") && !ReadList())
         return false;
     if (command.takes == Takes::Drive)
-        return true;
+        return TakeDrive();
     const bool blnAlone = given.arguments.size() == 1 && !given.Has("files");
     for (std::string& path : given.arguments) {
         if (path.empty() || (path.size() == 2 && path[1] == ':'))
@@ -118,32 +144,6 @@ bool TakeTypeAndPasses() {
                      " with this type of purge, not " + given.Of("passes") + ".");
 }
 
-/// False, with a message: the drive is not there, or the folders that are to be kept are not on it.
-bool TakeDrive() {
-    const std::string& text = given.arguments.front(); // "D", "D:" or "D:\"
-    const std::string strRoot = text.substr(0, 1) + ":\\";
-    given.chrDrive = strRoot.starts_with(text) ? DriveLetterOf(strRoot) : '\0';
-    if (given.chrDrive == 0)
-        return TellError(text + " is no drive. It should be a letter, such as D:.");
-    if (platform::DriveLetters().find(given.chrDrive) == std::string::npos)
-        return TellError(std::string("There is no drive ") + given.chrDrive + ":.");
-    if (!given.Has("exclude"))
-        return true;
-    std::vector<std::string>& kept = given.options["exclude"];
-    if (std::erase(kept, ".") > 0)
-        given.options["exclude ."];
-    for (const std::string& strName : kept) {
-        if (strName.find_first_of("\\/:") != std::string::npos)
-            return TellError("--exclude takes the name of a top-level folder, not " + strName +
-                             ".");
-        if (!platform::FolderExists(strRoot + strName))
-            return TellError("There is no folder " + strRoot + strName + " to be kept.");
-    }
-    if (kept.empty())
-        given.options.erase("exclude");
-    return true;
-}
-
 /// What a setup file says, and what it does not. False, with a message, when it does not serve.
 bool TakeSetup() {
     LoadSetupFromFile(given.arguments.front());
@@ -158,10 +158,8 @@ int Perform(const Command& command) {
     PrepareProgram();
     lngReportLimit = std::string::npos; // it is told as it grows
     BeginTelling();                     // what start-up complained of is not the command's
-    const bool blnTaken = command.takes == Takes::Drive       ? TakeDrive()
-                          : command.takes == Takes::SetupFile ? TakeSetup()
-                                                              : TakePaths();
-    if (blnTaken && TakeTypeAndPasses()) {
+    if ((command.takes != Takes::Paths || TakePaths()) &&
+        (command.takes != Takes::SetupFile || TakeSetup()) && TakeTypeAndPasses()) {
         // As if these had been accepted with the options of a purge.
         purgeOptions = {given.Has("verify"), given.Has("names")};
         blnSubdirectories = blnSubdirectories || given.Has("subfolders");
@@ -174,15 +172,11 @@ int Perform(const Command& command) {
 
 int RunCommand(const std::vector<std::string>& arguments) {
     const Command* command = ReadCommandLine(arguments);
-    if (command == nullptr)
-        return ExitRefused;
-    if (command->takes == Takes::Nothing || command->takes == Takes::Word) {
+    if (command != nullptr && command->OnlyTells()) {
         command->perform();
         return ExitDone;
     }
-    if (command->blnDestroys && !given.Has("yes") && !IsAttended())
-        TellError("There is no terminal to ask at. To go on without questions: --yes.");
-    else if (CompletePaths(*command) && ui::console::Interrupts() == 0)
+    if (command != nullptr && CompletePaths(*command) && ui::console::Interrupts() == 0)
         return Perform(*command);
     // A stop may have ended a list before its end.
     return ui::console::Interrupts() > 0 ? ExitStopped : ExitRefused;

@@ -306,7 +306,7 @@ TEST_F(ConsoleTest, Drives) {
 // The table is what the help prints and what is answered; what is not in it destroys nothing.
 TEST_F(ConsoleTest, Questions) {
     given = {};
-    for (const Question& row : Questions()) {
+    for (const Question& row : questions) {
         EXPECT_NE(std::string::npos, HelpText("questions").find(row.strMeans)) << row.strAsks;
         EXPECT_EQ(&row, QuestionOf(row.strName)) << row.strAsks;
         if (row.fill == nullptr) {
@@ -314,7 +314,7 @@ TEST_F(ConsoleTest, Questions) {
             EXPECT_EQ("", AnswerOf(row.strName, true));
         }
     }
-    for (const Command& command : Commands()) // fits 80 columns
+    for (const Command& command : commands) // fits 80 columns
         for (const std::string& text : LinesOf(HelpText(command.strName) + HelpText("")))
             EXPECT_GE(80u, text.size()) << text;
     EXPECT_EQ(0, Run({"list", "C:\\d", "-q"}));

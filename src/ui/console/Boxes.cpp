@@ -23,13 +23,12 @@ using Choices = std::vector<Choice>;
 std::size_t ChoiceTyped(const std::string& line, const Choices& choices, std::size_t first) {
     if (line.empty())
         return first;
-    if (line.size() == 1 && line[0] >= '1' && line[0] <= '9')
-        return static_cast<std::size_t>(line[0] - '1');
     const auto isSame = [](char a, char b) { return (a | 0x20) == (b | 0x20); };
-    const auto begins = [&](const Choice& choice) {
-        return std::ranges::equal(line, choice.Word.substr(0, line.size()), isSame);
+    const auto isMeant = [&](const Choice& choice) {
+        return line == std::to_string(&choice - choices.data() + 1) ||
+               std::ranges::equal(line, choice.Word.substr(0, line.size()), isSame);
     };
-    return static_cast<std::size_t>(std::ranges::find_if(choices, begins) - choices.begin());
+    return static_cast<std::size_t>(std::ranges::find_if(choices, isMeant) - choices.begin());
 }
 
 /// Asks a person, until one of the choices is typed. nullptr when there is no answer: the input has
@@ -44,8 +43,7 @@ const Choice* Ask(const std::string& text, const Choices& choices, std::size_t f
     PrintError("\r\n" + text + "\r\n");
     while (true) {
         PrintError(prompt);
-        const int interrupts = Interrupts();
-        if (!ReadLine(line) || Interrupts() > interrupts)
+        if (!ReadLine(line))
             return nullptr;
         const std::size_t typed = ChoiceTyped(line, choices, first);
         if (typed < choices.size())

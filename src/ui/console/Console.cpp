@@ -10,14 +10,14 @@ namespace {
 
 constexpr int intKeyF10 = 121;
 constexpr int intPumpInterval = 30; ///< milliseconds
-constexpr std::uint64_t lngProgressInterval = 250;
+constexpr std::uint64_t lngSyncInterval = 250;
 constexpr std::size_t lngProgressWidth = 79;
 
 struct {
     std::function<void(int)> KeyHandler;
     std::size_t Printed = 0; ///< of the report, bytes
     std::string Progress;    ///< what stands on the terminal's last line
-    std::uint64_t LastPump = 0, LastProgress = 0;
+    std::uint64_t LastPump = 0, LastSync = 0;
     int InterruptsSeen = 0;
 } state;
 
@@ -27,9 +27,7 @@ void ShowProgressLine(std::string text) {
         text.pop_back(); // a character counts at its first byte, so none is cut through
     if (text == state.Progress)
         return;
-    const std::size_t before = UnitsOf(state.Progress), now = UnitsOf(text);
-    Write(Stream::Error, "\r" + text + std::string(before > now ? before - now : 0, ' ') +
-                             (text.empty() ? "\r" : ""));
+    Write(Stream::Error, "\r" + std::string(lngProgressWidth, ' ') + "\r" + text);
     state.Progress = text;
 }
 
@@ -59,11 +57,10 @@ void Pump() {
     state.LastPump = Clock();
     PressStop();
     PrintReport(FinalEnd(Report()));
-    const std::string progress = Sync();
-    if (progress.empty() || Clock() - state.LastProgress < lngProgressInterval)
+    if (state.LastPump - state.LastSync < lngSyncInterval)
         return;
-    state.LastProgress = Clock();
-    ShowProgressLine(progress);
+    state.LastSync = state.LastPump;
+    ShowProgressLine(Sync());
 }
 
 } // namespace

@@ -29,8 +29,8 @@ void TellBox(const std::string& text, Icon icon);
 /// The text that grows, and who gets its lines, each of them once it is final.
 const std::string& Report();
 void TakeLines(const std::string& lines);
-/// Called whenever the back end brings up to date what it shows. What stands on the terminal's last
-/// line while work goes on, "" for nothing.
+/// Called a few times in a second while work goes on. What stands on the terminal's last line then,
+/// "" for nothing.
 std::string Sync();
 
 // ---- The system: streams, the stop key, the clock ----------------------------------------------

@@ -35,9 +35,8 @@ BOOL WINAPI OnSignal(DWORD signal) {
 }
 
 HANDLE HandleOf(Stream stream) {
-    return GetStdHandle(stream == Stream::In    ? STD_INPUT_HANDLE
-                        : stream == Stream::Out ? STD_OUTPUT_HANDLE
-                                                : STD_ERROR_HANDLE);
+    constexpr DWORD handles[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
+    return GetStdHandle(handles[static_cast<int>(stream)]);
 }
 
 } // namespace
@@ -95,7 +94,8 @@ bool ReadLine(std::string& line) {
             return false;
     wchar_t units[1024]; // what is longer is no answer
     DWORD read = 0;
-    if (!ReadConsoleW(input, units, 1024, &read, nullptr) || read == 0 || units[0] == L'\x1A')
+    if (!ReadConsoleW(input, units, 1024, &read, nullptr) || read == 0 || units[0] == L'\x1A' ||
+        interrupts > before)
         return false;
     line = platform::Narrow({units, read});
     line.erase(std::min(line.find_first_of("\r\n"), line.size()));
@@ -104,15 +104,12 @@ bool ReadLine(std::string& line) {
 
 bool ReadInput(std::string& text, std::size_t most) {
     std::string piece(65536, '\0');
-    DWORD read = 0;
-    text.clear();
-    while (text.size() <= most && ReadFile(HandleOf(Stream::In), piece.data(),
-                                           static_cast<DWORD>(piece.size()), &read, nullptr)) {
-        if (read == 0)
-            return true;
-        text.append(piece, 0, read);
-    }
-    return text.size() <= most && GetLastError() == ERROR_BROKEN_PIPE; // the end of a pipe
+    const auto size = static_cast<DWORD>(piece.size());
+    DWORD read = 1;
+    for (text.clear(); read > 0 && text.size() <= most; text.append(piece, 0, read))
+        if (!ReadFile(HandleOf(Stream::In), piece.data(), size, &read, nullptr))
+            return GetLastError() == ERROR_BROKEN_PIPE; // the end of a pipe
+    return text.size() <= most;
 }
 
 std::uint64_t Clock() {
@@ -128,10 +125,8 @@ void Sleep(int milliseconds) {
 namespace ui::win32 {
 
 bool AwaitSteps(HANDLE done, DWORD milliseconds) {
-    if (WaitForSingleObject(done, milliseconds) == WAIT_OBJECT_0)
-        return true;
     DoEvents();
-    return false;
+    return WaitForSingleObject(done, milliseconds) == WAIT_OBJECT_0;
 }
 
 } // namespace ui::win32
