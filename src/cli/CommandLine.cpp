@@ -67,7 +67,20 @@ constexpr Option options[] = {
     {"report", 'o', "FILE", "plrfsd", "writes the report to a file, .json as records"},
     {"json", 'j', "", "plrfsd", "only records, one in a line"},
     {"quiet", 'q', "", "plrfsd", "tells only what went wrong"},
-    {"help", 'h', "", "plrfsd", "this text"}};
+    {"help", 'h', "", "plrfsdh", "this text"}};
+
+constexpr const char* strExitCodes =
+    "Exit codes:\r\n"
+    "  0  all was done\r\n"
+    "  1  something was not purged, or may still be there\r\n"
+    "  2  wrong usage, or refused: nothing was touched\r\n"
+    "  3  stopped: by Ctrl+C, by an answer, or as nobody took the output\r\n"
+    "  4  a drive or the program failed, or writing the report\r\n";
+
+const Command* FindCommand(const std::string& strName) {
+    const auto found = std::ranges::find(commands, strName, &Command::strName);
+    return found == commands.end() ? nullptr : &*found;
+}
 
 /// A row of two columns.
 std::string Row(std::string left, std::size_t width, const char* right) {
@@ -95,8 +108,8 @@ std::string SeeHelp() {
     return " See: nullwright-cli help" + (blnKnown ? " " + given.strCommand : "");
 }
 
-/// "-n 3", "--passes 3", "--passes=3". Takes the value from `next` on. False, with a message, for
-/// what is none.
+/// "-n 3", "--passes 3", "--passes=3". Takes the value from behind `next`. False, with a message,
+/// for what is none.
 bool TakeOption(const std::string& argument, const std::vector<std::string>& arguments,
                 std::size_t& next) {
     const std::size_t equals = argument.find('=');
@@ -111,9 +124,9 @@ bool TakeOption(const std::string& argument, const std::vector<std::string>& arg
     std::vector<std::string>& values = given.options[option->strName];
     if (*option->strValue == '\0')
         return !blnEquals || TellError(name + " takes no value.");
-    values.push_back(blnEquals                 ? argument.substr(equals + 1)
-                     : next < arguments.size() ? arguments[next++]
-                                               : "");
+    values.push_back(blnEquals                     ? argument.substr(equals + 1)
+                     : next + 1 < arguments.size() ? arguments[++next]
+                                                   : "");
     if (values.back().empty())
         return TellError(name + " needs a value: " + name + " " + option->strValue + ".");
     return values.size() == 1 || option->strName == std::string("exclude") ||
@@ -127,16 +140,15 @@ bool MayBeGiven(const Command& command) {
             return TellError(std::string("--") + option.strName + " is no option of " +
                              command.strName + "." + SeeHelp());
     const std::size_t count = given.arguments.size() + given.options.count("from");
-    if (count == 0   ? !command.OnlyTells()
-        : count == 1 ? command.takes == Takes::Nothing
-                     : command.takes != Takes::Paths)
+    const std::size_t least = command.OnlyTells() ? 0 : 1;
+    const std::size_t most = command.takes == Takes::Nothing ? 0 : 1;
+    if (count < least || (count > most && command.takes != Takes::Paths))
         return TellError("That should be: nullwright-cli " + Usage(command) + "." + SeeHelp());
     if (command.takes == Takes::Word && count == 1 && HelpText(given.arguments[0]).empty())
         return TellError("There is no command " + given.arguments[0] +
                          ". See: nullwright-cli help");
     if (given.Of("files").find_first_of("\\/:") != std::string::npos)
-        return TellError("--files is a name or a pattern, without a folder: " + given.Of("files") +
-                         ".");
+        return TellError("--files is a name or a pattern, without a folder: " + given.Of("files"));
     if (command.takes == Takes::SetupFile && !given.Has("files"))
         return TellError("A setup holds no file specification: say --files *.* for all files.");
     return !command.blnDestroys || given.Has("yes") || IsAttended() ||
@@ -145,51 +157,36 @@ bool MayBeGiven(const Command& command) {
 
 } // namespace
 
-const Command* FindCommand(const std::string& strName) {
-    const auto found = std::ranges::find(commands, strName, &Command::strName);
-    return found == commands.end() ? nullptr : &*found;
-}
-
 std::string HelpText(const std::string& strOf) {
     if (strOf == "questions")
         return QuestionsText();
     if (const Command* command = FindCommand(strOf))
         return CommandText(*command);
-    std::string strExit = "Exit codes:\r\n";
-    for (std::size_t code = 0; code < std::size(strExitCodes); ++code)
-        strExit += Row(std::to_string(code), 3, strExitCodes[code]);
     if (strOf == "exit")
-        return strExit;
+        return strExitCodes;
     std::string text = "Nullwright " NW_VERSION ": destroys data beyond recovery.\r\n\r\n"
                        "nullwright-cli COMMAND\r\n";
     for (const Command& command : commands)
         text += Row(Usage(command), 20, command.strHelp);
-    text += "\r\nOptions of a command: nullwright-cli help COMMAND\r\n" + strExit;
+    text += "\r\nOptions of a command: nullwright-cli help COMMAND\r\n" + std::string(strExitCodes);
     return strOf.empty() ? text : "";
 }
 
 const Command* ReadCommandLine(const std::vector<std::string>& arguments) {
     given = {};
-    bool blnOptions = true;
-    for (std::size_t next = 0; next < arguments.size();) {
-        const std::string argument =
-            blnOptions && arguments[next] == "/?" ? "--help" : arguments[next];
-        ++next;
-        if (blnOptions && argument == "--") {
+    bool blnOptions = true; // until "--"
+    for (std::size_t next = 0; next < arguments.size(); ++next) {
+        const std::string word = blnOptions && arguments[next] == "/?" ? "--help" : arguments[next];
+        const bool blnOption = blnOptions && word.size() > 1 && word[0] == '-';
+        if (blnOption && word == "--")
             blnOptions = false;
-        } else if (blnOptions && argument.size() > 1 && argument[0] == '-') {
-            if (!TakeOption(argument, arguments, next))
-                return nullptr;
-        } else {
-            (given.strCommand.empty() ? given.strCommand : given.arguments.emplace_back()) =
-                argument;
-        }
+        else if (!blnOption)
+            (given.strCommand.empty() ? given.strCommand : given.arguments.emplace_back()) = word;
+        else if (!TakeOption(word, arguments, next))
+            return nullptr;
     }
-    if (given.Has("help")) { // of the command before it, whatever else stands there
-        if (given.strCommand != "help")
-            given.arguments = {given.strCommand};
-        given = {"help", given.arguments};
-    }
+    if (given.Has("help") && given.strCommand != "help") // of the command before it
+        given = {"help", {given.strCommand}};
     if (const Command* command = FindCommand(given.strCommand))
         return MayBeGiven(*command) ? command : nullptr;
     const std::string& name = given.strCommand;

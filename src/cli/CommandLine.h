@@ -35,7 +35,6 @@ struct Command {
     bool OnlyTells() const { return takes == Takes::Nothing || takes == Takes::Word; }
 };
 extern const std::vector<Command> commands;
-const Command* FindCommand(const std::string& strName);
 
 /// The help of a command, of "questions" or "exit", or of the whole for ""; "" for any other word.
 std::string HelpText(const std::string& strOf);

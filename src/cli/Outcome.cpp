@@ -10,15 +10,10 @@
 #include "report/run/RunSummary.h"
 #include "report/SaveReport.h"
 #include "shell/frmMain.h"
-#include "support/Numbers.h"
 #include "support/SizeText.h"
 #include "ui/console/Console.h"
 
-#include <algorithm>
-
 namespace {
-
-std::size_t lngRecordsPrinted = 0;
 
 /// What the report says already is not told again.
 void TellOnce(const std::string& strText) {
@@ -26,27 +21,25 @@ void TellOnce(const std::string& strText) {
         ui::console::TakeLines(strText + "\r\n");
 }
 
-std::string SpeedOfRun() {
-    const double seconds = static_cast<double>(ClockElapsed()) / 1000;
-    const double bytes = std::max(ClockShare(), 0.0) * currentRun.Request.dblBytesExpected;
-    return seconds < 1 || bytes <= 0 ? "" : ByteSizeText(bytes / seconds, 1) + "/s.  ";
+/// The share that is done, the speed, and what the report window shows. Unknown ones are left out.
+std::string ProgressOfRun() {
+    const double share = ClockShare(), seconds = static_cast<double>(ClockElapsed()) / 1000;
+    const double bytes = share * currentRun.Request.dblBytesExpected;
+    return (share < 0 ? "" : std::to_string(static_cast<int>(share * 100)) + " %  ") +
+           (bytes <= 0 || seconds < 1 ? "" : ByteSizeText(bytes / seconds, 1) + "/s.  ") +
+           frmReport.lblProgress.Caption;
 }
 
 /// The records that are new since the last time.
 void PrintRecords() {
     std::string lines;
-    for (; lngRecordsPrinted < NumRecords(); ++lngRecordsPrinted)
-        lines += JsonOfRecord(RecordAt(lngRecordsPrinted)) + "\n";
+    for (; told.lngRecords < NumRecords(); ++told.lngRecords)
+        lines += JsonOfRecord(RecordAt(told.lngRecords)) + "\n";
     if (!lines.empty())
         ui::console::Print(lines);
 }
 
 } // namespace
-
-void BeginTelling() {
-    blnComplained = false;
-    lngRecordsPrinted = 0;
-}
 
 bool IsAttended() {
     using namespace ui::console;
@@ -54,7 +47,7 @@ bool IsAttended() {
 }
 
 bool TellError(const std::string& strLine) {
-    blnComplained = true;
+    told.blnComplained = true;
     ui::console::PrintError("nullwright-cli: " + strLine + "\r\n");
     return false;
 }
@@ -80,7 +73,7 @@ int EndTelling() {
         return SomethingIsLeft() ? ExitLeft : ExitDone;
     // What has not begun was refused, unless a person, or a stop, did not let it.
     const bool blnRefused = currentRun.State == RunState::Idle && ui::console::Interrupts() == 0 &&
-                            (blnComplained || !IsAttended());
+                            (told.blnComplained || !IsAttended());
     return blnRefused ? ExitRefused : ExitStopped;
 }
 
@@ -117,10 +110,7 @@ std::string Sync() {
         return {};
     if (!frmMain.lblStatus.Caption.empty())
         return frmMain.lblStatus.Caption + "  " + frmMain.lblEstimatedTime.Caption;
-    const double share = ClockShare();
-    return !ClockRuns() ? ""
-                        : (share < 0 ? "" : FormatNumber(share * 100, 0) + " %  ") + SpeedOfRun() +
-                              frmReport.lblProgress.Caption;
+    return ClockRuns() ? ProgressOfRun() : "";
 }
 
 } // namespace ui::console

@@ -43,6 +43,7 @@ bool FillExcluded() {
 }
 
 constexpr const char* strAsSaid = "as the command line says";
+constexpr const char* strDummiesGo = "it ends, and the dummy files are deleted";
 
 } // namespace
 
@@ -50,26 +51,21 @@ const std::vector<Question> questions = {
     {"list names", "whether to list names, too", "Yes", "yes", [] { return true; }},
     {"frmPurgeConfirmation", "the purge options", "cmdDoPurge", strAsSaid, FillPurgeOptions},
     {"purge files", "whether to purge", "Yes", "yes: the files are purged"},
-    {"frmAntiVirusQuery", "whether anti-virus software is active", "cmdNo",
-     "no: no advice is given"},
+    {"frmAntiVirusQuery", "whether anti-virus software is active", "cmdNo", "no: no advice"},
     {"anti-virus", "to go on though it will interrupt the purge", "Cancel", "no"},
     {"frmPurgeWarning", "what to do about a file that is watched", "cmdStopPurge", "the run ends"},
     {"frmConfirmFiles", "each file, where a setup says so", "cmdNo", "the file stays"},
-    {"sensitive file", "programs and their parts", "No",
-     "they stay; with --sensitive they are purged unasked"},
+    {"sensitive file", "programs and their parts", "No", "they stay; --sensitive purges them"},
     {"other names", "files with other names", "No", "they stay"},
     {"frmDrives", "the drive", "cmdOK", strAsSaid, FillDrive},
-    {"left dummies", "dummy files of a broken-off run", "Yes",
-     "they are deleted: they hold nothing but what Nullwright wrote"},
+    {"left dummies", "dummy files left over", "Yes", "they are deleted: Nullwright made them"},
     {"drive of Windows", "the free space of the drive of Windows", "Cancel", "it stays", nullptr,
      "system", "OK", "it is purged"},
     {"fill", "to begin to fill the free space", "OK"},
     {"purge dummies", "to purge what was filled with null bytes", "OK"},
     {"failed dummy", "to go on when a dummy file was not purged", "Yes", "yes; exit code 1"},
-    {"cancel filling", "Ctrl+C while free space is filled", "Yes",
-     "it ends, and the dummy files are deleted"},
-    {"next dummy", "Ctrl+C in the purge of free space", "Cancel",
-     "it ends, and the dummy files are deleted"},
+    {"cancel filling", "Ctrl+C while free space is filled", "Yes", strDummiesGo},
+    {"next dummy", "Ctrl+C in the purge of free space", "Cancel", strDummiesGo},
     {"files after dummies", "Ctrl+C before the files of a disk", "Cancel", "they stay"},
     {"test", "to test the speed of a drive", "Yes"},
     {"test before disk", "to test the speed before a disk purge", "OK"},

@@ -22,6 +22,7 @@
 #include "ui/console/Console.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -31,29 +32,24 @@ constexpr std::size_t lngMaxList = 256 * 1024 * 1024;
 /// Adds the paths of the list given with --from, each in a line or ended by NUL. False, with a
 /// message, when it is none.
 bool ReadList() {
-    const std::string strFrom = given.Of("from");
-    const auto refuse = [&](const char* strWhy) {
-        return TellError("--from " + strFrom + " " + strWhy);
-    };
+    const std::string strFrom = given.Of("from"), strList = "--from " + strFrom;
     std::string text;
     if (strFrom == "-" ? !ui::console::ReadInput(text, lngMaxList)
                        : !ReadTextFile(platform::FullPath(strFrom), text, lngMaxList))
-        return refuse("cannot be read, or is longer than 256 MB.");
+        return TellError(strList + " cannot be read, or is longer than 256 MB.");
     if (!IsUtf8(text, true))
-        return refuse("is no list of paths: it is not UTF-8 text.");
-    if (text.starts_with("\xEF\xBB\xBF"))
-        text.erase(0, 3); // the mark of UTF-8
+        return TellError(strList + " is no list of paths: it is not UTF-8 text.");
     const std::size_t before = given.arguments.size();
     const std::string strEnd(1, text.find('\0') == std::string::npos ? '\n' : '\0');
-    for (std::string path : LinesOf(text, strEnd)) {
+    for (std::string& path : LinesOf(WithoutMark(std::move(text)), strEnd)) {
         if (strEnd == "\n" && path.ends_with('\r'))
             path.pop_back();
         if (std::ranges::any_of(path, [](char c) { return c >= 0 && c < ' '; }))
-            return refuse("is no list of paths: there are control characters in it.");
+            return TellError(strList + " is no list of paths: there are control characters in it.");
         if (!path.empty())
-            given.arguments.push_back(path);
+            given.arguments.push_back(std::move(path));
     }
-    return given.arguments.size() > before || refuse("names no path.");
+    return given.arguments.size() > before || TellError(strList + " names no path.");
 }
 
 /// False, with a message: the drive is not there, or the folders that are to be kept are not on it.
@@ -72,8 +68,7 @@ bool TakeDrive() {
         given.options["exclude ."];
     for (const std::string& strName : kept) {
         if (strName.find_first_of("\\/:") != std::string::npos)
-            return TellError("--exclude takes the name of a top-level folder, not " + strName +
-                             ".");
+            return TellError("--exclude takes the name of a top-level folder, not " + strName);
         if (!platform::FolderExists(strRoot + strName))
             return TellError("There is no folder " + strRoot + strName + " to be kept.");
     }
@@ -100,8 +95,7 @@ bool CompletePaths(const Command& command) {
             return TellError("\"" + path +
                              "\" is no path: D:\\ is a drive, D:. its current folder.");
         if (!blnAlone && IsWildcard(FileNameOf(path)))
-            return TellError(
-                path + " is a pattern, which stands alone. Of several folders: --files SPEC.");
+            return TellError(path + " is a pattern, which stands alone. Of folders: --files SPEC.");
         path = platform::FullPath(path);
     }
     return true;
@@ -112,7 +106,8 @@ bool CompletePaths(const Command& command) {
 bool TakePaths() {
     const std::string strFiles = given.Of("files", "*.*");
     if (given.arguments.size() > 1)
-        return ChooseItems(given.arguments, strFiles) && !blnComplained; // all of them, or none
+        return ChooseItems(given.arguments, strFiles) &&
+               !told.blnComplained; // all of them, or none
     std::string path = given.arguments.front();
     const std::string name = FileNameOf(path);
     if (IsWildcard(name))
@@ -134,8 +129,7 @@ bool TakePaths() {
 bool TakeTypeAndPasses() {
     const auto type = std::ranges::find(purgeTypes, given.Of("type"), &PurgeType::strWord);
     if (type != std::end(purgeTypes))
-        ui::SelectOption(frmTypeOfPurge.optPurgeType,
-                         static_cast<std::size_t>(type - std::begin(purgeTypes)));
+        SetPurgeType(static_cast<std::int16_t>(type - std::begin(purgeTypes)));
     else if (given.Has("type"))
         return TellError("--type is random, patterns or both, not " + given.Of("type") + ".");
     ui::ComboBox& list = frmTypeOfPurge.cboNumberOfPasses[GetPurgeType()];
@@ -151,13 +145,13 @@ bool TakeSetup() {
         given.options["slack-only"]; // the dialog switches it off; nobody would see that
     strFilespec = given.Of("files");
     blnMultipleFiles = true;
-    return !blnComplained && (!strDirPath.empty() || TellError("The setup names no folder."));
+    return !told.blnComplained && (!strDirPath.empty() || TellError("The setup names no folder."));
 }
 
 int Perform(const Command& command) {
     PrepareProgram();
     lngReportLimit = std::string::npos; // it is told as it grows
-    BeginTelling();                     // what start-up complained of is not the command's
+    told = {};                          // what start-up complained of is not the command's
     if ((command.takes != Takes::Paths || TakePaths()) &&
         (command.takes != Takes::SetupFile || TakeSetup()) && TakeTypeAndPasses()) {
         // As if these had been accepted with the options of a purge.

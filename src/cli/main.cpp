@@ -10,7 +10,5 @@ int _CRT_glob = 0;
 
 int main() {
     ui::console::OpenTerminal();
-    const int code = RunCommand(platform::CommandLineArguments());
-    ui::console::CloseTerminal();
-    return code;
+    return RunCommand(platform::CommandLineArguments());
 }

@@ -197,9 +197,8 @@ bool ApplySetupText(const std::string& text) {
 
     if (!IsPurgeType(intType))
         return false;
-    const auto intChosen = static_cast<std::size_t>(intType);
-    ui::SelectOption(frmTypeOfPurge.optPurgeType, intChosen);
-    return ui::SelectItem(frmTypeOfPurge.cboNumberOfPasses[intChosen], &ui::ListItem::Text,
+    SetPurgeType(intType);
+    return ui::SelectItem(frmTypeOfPurge.cboNumberOfPasses[intType], &ui::ListItem::Text,
                           std::to_string(intPasses)) &&
            blnAllBoxes;
 }

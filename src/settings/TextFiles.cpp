@@ -2,6 +2,7 @@
 #include "settings/TextFiles.h"
 
 #include "platform/Files.h"
+#include "support/Utf8.h"
 
 using platform::Failed;
 using platform::Fault;
@@ -47,7 +48,7 @@ bool ReadTextFile(const std::string& path, std::string& text, std::size_t lngMax
     static_cast<void>(platform::CloseFile(file)); // nothing was written: no loss
     if (Failed(fault))
         return false;
-    text = strRead.starts_with("\xEF\xBB\xBF") ? strRead.substr(3) : std::move(strRead);
+    text = WithoutMark(std::move(strRead));
     return true;
 }
 

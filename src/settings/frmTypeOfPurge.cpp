@@ -68,8 +68,7 @@ void cmdAccept_Click() {
 
 /// Restores the type only: pass counts changed meanwhile stay changed, and are meant to.
 void cmdCancel_Click() {
-    ui::SelectOption(frmTypeOfPurge.optPurgeType,
-                     static_cast<std::size_t>(frmTypeOfPurge.intPurgeTypeAtActivation));
+    SetPurgeType(frmTypeOfPurge.intPurgeTypeAtActivation);
     ui::Hide(frmTypeOfPurge);
 }
 
@@ -136,7 +135,7 @@ void Initialization() {
         for (int k = f.intMinNumPasses; k <= f.intMaxNumPasses; ++k)
             f.cboNumberOfPasses[t].Items.push_back({std::to_string(k)});
     }
-    ui::SelectOption(f.optPurgeType, 0);
+    SetPurgeType(0);
     for (std::int16_t t = 0; t < intNumPurgeTypes; ++t) {
         f.cboNumberOfPasses[t].ListIndex = purgeTypes[t].intStandardPasses - f.intMinNumPasses;
         f.lblPurgeType[t].Caption = purgeTypes[t].strDescription;
@@ -151,6 +150,10 @@ std::int16_t GetPurgeType() {
     while (t < intNumPurgeTypes - 1 && !frmTypeOfPurge.optPurgeType[t].Value)
         ++t;
     return t;
+}
+
+void SetPurgeType(std::int16_t intPurgeType) {
+    ui::SelectOption(frmTypeOfPurge.optPurgeType, static_cast<std::size_t>(intPurgeType));
 }
 
 // The lists hold at most nine items, so that neither the sum nor the product below can leave 16

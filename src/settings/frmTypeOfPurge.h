@@ -26,6 +26,8 @@ extern FrmTypeOfPurge frmTypeOfPurge;
 void Initialization();
 /// The chosen row of purgeTypes.
 std::int16_t GetPurgeType();
+/// Chooses one of its rows. Each row keeps its number of passes.
+void SetPurgeType(std::int16_t intPurgeType);
 std::int16_t GetNumberOfPasses();
 std::int16_t GetNumOverwritesPerPass();
 std::int16_t GetNumOverwrites();

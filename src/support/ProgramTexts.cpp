@@ -3,9 +3,9 @@
 
 #include "platform/Files.h"
 #include "support/Paths.h"
+#include "support/StrProc.h"
 #include "support/Utf8.h"
 
-#include <algorithm>
 #include <array>
 #include <iterator>
 #include <map>
@@ -115,15 +115,11 @@ std::string LoadProgramTexts(const std::string& strProgramTextFile) {
     if (Failed(fault))
         return name + "cannot be read, so the built-in English texts are used.";
 
-    constexpr const char* byteOrderMark = "\xEF\xBB\xBF";
     bool blnWhole = true;
-    for (std::size_t at = content.rfind(byteOrderMark, 0) == 0 ? 3 : 0; at < content.size();) {
-        const std::size_t end = std::min(content.find('\n', at), content.size());
-        std::string line = content.substr(at, end - at);
-        if (!line.empty() && line.back() == '\r')
+    for (std::string line : LinesOf(WithoutMark(content), "\n")) {
+        if (line.back() == '\r')
             line.pop_back();
         blnWhole = TakeLine(line) && blnWhole;
-        at = end + 1;
     }
     if (loadedTexts.empty())
         return name + "holds no texts, so the built-in English texts are used.";

@@ -30,6 +30,12 @@ bool IsUtf8(const std::string& text, bool blnAllowHalves) {
     return true;
 }
 
+std::string WithoutMark(std::string text) {
+    if (text.starts_with("\xEF\xBB\xBF"))
+        text.erase(0, 3);
+    return text;
+}
+
 std::size_t CharactersIn(const std::string& text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
         return (static_cast<unsigned char>(c) & 0xC0) != 0x80;

@@ -24,8 +24,6 @@ static struct {
 } terminal;
 
 namespace ui::console {
-void OpenTerminal() {}
-void CloseTerminal() {}
 int Interrupts() {
     return terminal.Interrupts;
 }

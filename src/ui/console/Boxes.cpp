@@ -17,47 +17,43 @@ struct Choice {
     Button* Press = nullptr;
 };
 using Choices = std::vector<Choice>;
+using Chosen = Choices::const_iterator; ///< the end: none
 
 /// What was typed: the number of a choice, or the beginning of its word in either case; nothing is
 /// the choice `first`.
-std::size_t ChoiceTyped(const std::string& line, const Choices& choices, std::size_t first) {
+Chosen ChoiceTyped(const std::string& line, const Choices& choices, Chosen first) {
     if (line.empty())
         return first;
     const auto isSame = [](char a, char b) { return (a | 0x20) == (b | 0x20); };
-    const auto isMeant = [&](const Choice& choice) {
+    return std::ranges::find_if(choices, [&](const Choice& choice) {
         return line == std::to_string(&choice - choices.data() + 1) ||
                std::ranges::equal(line, choice.Word.substr(0, line.size()), isSame);
-    };
-    return static_cast<std::size_t>(std::ranges::find_if(choices, isMeant) - choices.begin());
+    });
 }
 
-/// Asks a person, until one of the choices is typed. nullptr when there is no answer: the input has
+/// Asks a person, until one of the choices is typed. None when there is no answer: the input has
 /// ended, or Ctrl+C was pressed.
-const Choice* Ask(const std::string& text, const Choices& choices, std::size_t first) {
+Chosen Ask(const std::string& text, const Choices& choices, Chosen first) {
     std::string prompt, line;
     for (const Choice& choice : choices)
         prompt += std::to_string(&choice - choices.data() + 1) + " " + choice.Word + ", ";
     prompt.resize(prompt.size() - 2);
-    prompt += first < choices.size() ? " (Enter: " + choices[first].Word + "): " : ": ";
+    prompt += first != choices.end() ? " (Enter: " + first->Word + "): " : ": ";
     PrintRest();
-    PrintError("\r\n" + text + "\r\n");
-    while (true) {
+    PrintError("\r\n" + text + "\r\n" + prompt);
+    while (ReadLine(line)) {
+        if (const Chosen typed = ChoiceTyped(line, choices, first); typed != choices.end())
+            return typed;
         PrintError(prompt);
-        if (!ReadLine(line))
-            return nullptr;
-        const std::size_t typed = ChoiceTyped(line, choices, first);
-        if (typed < choices.size())
-            return &choices[typed];
     }
+    return choices.end();
 }
 
-/// nullptr: the answer that changes nothing.
-const Choice* AnswerTo(const std::string& beforehand, const std::string& text,
-                       const Choices& choices, std::size_t first) {
-    const auto found = std::ranges::find(choices, beforehand, &Choice::Name);
-    if (found != choices.end())
-        return &*found;
-    return beforehand.empty() ? Ask(text, choices, first) : nullptr;
+/// None: the answer that changes nothing.
+Chosen AnswerTo(const std::string& beforehand, const std::string& text, const Choices& choices,
+                Chosen first) {
+    return beforehand.empty() ? Ask(text, choices, first)
+                              : std::ranges::find(choices, beforehand, &Choice::Name);
 }
 
 } // namespace
@@ -74,9 +70,10 @@ int MsgBox(const std::string& text, Buttons buttons, Icon icon, const std::strin
         choices = {{"OK", "OK", AnswerOK}};
     if (buttons != Buttons::YesNo)
         choices.push_back({"Cancel", "Cancel", AnswerCancel});
-    const Choice* answer = AnswerTo(AnswerBeforehand(question), text, choices,
-                                    static_cast<std::size_t>(defaultButton - 1));
-    return (answer ? *answer : choices.back()).Answer; // the last button changes nothing
+    const Chosen answer =
+        AnswerTo(AnswerBeforehand(question), text, choices, choices.begin() + defaultButton - 1);
+    // The last button changes nothing.
+    return answer != choices.end() ? answer->Answer : choices.back().Answer;
 }
 
 void ShowModal(Form& form) {
@@ -96,9 +93,8 @@ void ShowModal(Form& form) {
     }
     const auto byEnter =
         std::ranges::find_if(choices, [](const Choice& choice) { return choice.Press->Default; });
-    const Choice* answer =
-        AnswerTo(beforehand, text, choices, static_cast<std::size_t>(byEnter - choices.begin()));
-    if (answer && answer->Press->Click)
+    const Chosen answer = AnswerTo(beforehand, text, choices, byEnter);
+    if (answer != choices.end() && answer->Press->Click)
         answer->Press->Click();
     else if (form.Close)
         form.Close(); // what its fields say must not pass for an answer

@@ -37,10 +37,9 @@ std::string Sync();
 
 enum class Stream { In, Out, Error };
 
-/// At the program's start and end. Between them Ctrl+C, a closed console and a log-off are counted
-/// instead of ending the program.
+/// At the program's start. From here to its end Ctrl+C, a closed console and a log-off are counted
+/// instead of ending it.
 void OpenTerminal();
-void CloseTerminal();
 /// How often a stop was asked for: 1 after the first Ctrl+C, or when nobody takes standard output
 /// any more. From 2 on the program is to end.
 int Interrupts();

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdlib>
 
 namespace ui::console {
 
@@ -18,18 +19,13 @@ constexpr DWORD lngPatience = 50; ///< milliseconds
 
 std::atomic<int> interrupts{0};
 
-bool TellEnd() {
-    interrupts += 2;
-    return true;
-}
-
 /// On a thread of the system's. It ends the program as soon as this returns, but for Ctrl+C; when
 /// its console is closed after five seconds in any case. A log-off comes by a window, see
 /// WatchSessionEnd: Windows signals it to those programs only that never load user32.dll.
 BOOL WINAPI OnSignal(DWORD signal) {
-    if (signal == CTRL_C_EVENT || signal == CTRL_BREAK_EVENT)
-        ++interrupts;
-    else if (TellEnd())
+    const bool isKey = signal == CTRL_C_EVENT || signal == CTRL_BREAK_EVENT;
+    interrupts += isKey ? 1 : 2;
+    if (!isKey)
         win32::HoldSessionEnd();
     return TRUE;
 }
@@ -46,13 +42,13 @@ void OpenTerminal() {
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
     // Nobody may be there to answer the system's own boxes.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-    win32::WatchSessionEnd(TellEnd);
+    win32::WatchSessionEnd([] {
+        interrupts += 2;
+        return true;
+    });
     SetConsoleCtrlHandler(nullptr, FALSE); // it may have been started with Ctrl+C switched off
     SetConsoleCtrlHandler(OnSignal, TRUE);
-}
-
-void CloseTerminal() {
-    win32::LetSessionEnd();
+    std::atexit(win32::LetSessionEnd);
 }
 
 int Interrupts() {
