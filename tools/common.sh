@@ -114,7 +114,6 @@ fill_prefix() {
     say "Making a Wine prefix"
     rm -rf "$WINEPREFIX"
     mkdir -p "$WINEPREFIX"
-    start_server 3
     wineboot -i > build/wineboot.log 2>&1 < /dev/null || { cat build/wineboot.log; die "wineboot failed"; }
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f \
         > /dev/null 2>&1 < /dev/null
@@ -146,18 +145,10 @@ virtual_display() {
     children+=($!)
 }
 
-# start_server SECONDS: so long it stays without a program; for ever without a number. See
-# patient-server.cpp for what is preloaded.
-start_server() {
-    local patient=$top/build/wine/patient-server.so source=$top/tools/patient-server.cpp
-    [ "$patient" -nt "$source" ] || g++ -std=c++20 -shared -fPIC -O1 -o "$patient" "$source"
-    LD_PRELOAD=$patient wineserver "-p${1-}" > /dev/null 2>&1 < /dev/null
-}
-
 # Keeps the Wine server and its services up with streams of their own; otherwise the first program
 # that is started would hand its output pipe to them, and whoever reads it would wait for ever.
 warm_wine() {
-    start_server
+    wineserver -p > /dev/null 2>&1 < /dev/null
     wine cmd /c exit > /dev/null 2>&1 < /dev/null
 }
 
