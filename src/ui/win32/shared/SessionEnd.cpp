@@ -10,7 +10,8 @@ constexpr DWORD lngLongestWait = 10'000;
 constexpr SIZE_T lngStackSize = 256 << 10;
 
 bool (*tellEnd)() = nullptr;
-HANDLE over = nullptr; ///< set when no work is left
+HANDLE over = nullptr;  ///< set when no work is left
+HANDLE watch = nullptr; ///< the thread
 
 LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_ENDSESSION) {
@@ -26,8 +27,9 @@ DWORD WINAPI WatchMain(void*) {
     if (!MakeHiddenWindow(L"NullwrightSession", WatchProc, nullptr))
         return 1;
     MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0)
-        DispatchMessageW(&message);
+    while (MsgWaitForMultipleObjects(1, &over, FALSE, INFINITE, QS_ALLINPUT) != WAIT_OBJECT_0)
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
     return 0;
 }
 
@@ -36,11 +38,9 @@ DWORD WINAPI WatchMain(void*) {
 void WatchSessionEnd(bool (*tell)()) {
     tellEnd = tell;
     over = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    const HANDLE thread = over ? CreateThread(nullptr, lngStackSize, WatchMain, nullptr,
-                                              STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr)
-                               : nullptr;
-    if (thread)
-        CloseHandle(thread);
+    if (over)
+        watch = CreateThread(nullptr, lngStackSize, WatchMain, nullptr,
+                             STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
 }
 
 void HoldSessionEnd() {
@@ -49,6 +49,9 @@ void HoldSessionEnd() {
 
 void LetSessionEnd() {
     SetEvent(over);
+    // A program that ends while its window is being made can be left hanging: under Wine one of a
+    // hundred was, whose work had taken no time.
+    WaitForSingleObject(watch, lngLongestWait);
 }
 
 HWND MakeHiddenWindow(const wchar_t* name, WNDPROC procedure, HWND parent) {

@@ -16,7 +16,7 @@ bool AwaitSteps(HANDLE done, DWORD milliseconds);
 void WatchSessionEnd(bool (*tell)());
 /// Returns when LetSessionEnd was called, or after ten seconds; Windows has limits of its own.
 void HoldSessionEnd();
-/// No work is left.
+/// No work is left. The thread and its window go.
 void LetSessionEnd();
 /// A window that is never shown.
 HWND MakeHiddenWindow(const wchar_t* name, WNDPROC procedure, HWND parent);
