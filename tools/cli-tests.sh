@@ -84,7 +84,9 @@ for _ in {1..2600}; do printf '%s\r\n' "$name"; done > "$top/build/cli-tests.in"
 [ "$(stat -c %s "$top/build/cli-tests.in")" -gt 1048576 ] || complain "The list is too short."
 expect 0 list --from - < "$top/build/cli-tests.in"
 [ "$(grep -c 'yyy.txt (7 bytes)' "$log")" = 1 ] || complain "A file that a list names often is not there once."
-printf '%s\\y*.txt\0' "$place" > "$top/build/cli-tests.in"
+printf '%s\\y?%s\0' "$place" "${name##*\\yy}" > "$top/build/cli-tests.in"
+expect 2 purge -y -n 1 --from - < "$top/build/cli-tests.in" # a pattern
+printf '%s\0' "$name" > "$top/build/cli-tests.in"
 expect 0 purge -y -n 1 --from - < "$top/build/cli-tests.in"
 left 1
 expect 0 purge 'C:\cli-tests\a.txt' -y -n 1 --verify --keep < /dev/null
@@ -153,6 +155,8 @@ if [ -n "${NW_SMALL_DRIVE-}" ]; then
     told "The free space has been purged."
     interrupted 'ls "$small"/_nw_dummy*' 1 free-space T: -y -t both -n 5
     [ "$(ls "$small")" = kept.txt ] || complain "After Ctrl+C there is left: $(ls "$small")"
+    interrupted 'grep -q Testing "$log"' 1 disk T: -y -n 9
+    [ "$(ls "$small")" = kept.txt ] || complain "After Ctrl+C in the test of the speed there is left: $(ls "$small")"
     mkdir "$small/Keep"
     echo secret > "$small/Keep/k.txt"
     expect 0 disk T: -y -n 1 --exclude Keep --verify --names --json < /dev/null

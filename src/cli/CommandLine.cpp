@@ -17,22 +17,19 @@
 // The help is read on terminals of 80 columns: its words have room for 57 characters here, and for
 // 50 beside the options.
 const std::vector<Command> commands = {
-    {"purge", "PATH...", Takes::Paths, true, "Purges files, and the files in folders.",
+    {"purge", Takes::Paths, true, "Purges files, and the files in folders.",
      [] { cmdProcessFiles_Click(1); }},
-    {"list", "PATH...", Takes::Paths, false,
-     "Lists what a purge would meet, and estimates its time.", [] { cmdProcessFiles_Click(0); }},
-    {"free-space", "DRIVE", Takes::Drive, true, "Purges the free space of a drive.",
-     PurgeFreeSpaceCommand},
-    {"speed", "DRIVE", Takes::Drive, false, "Measures how fast a drive can be purged.",
-     TestPurgeSpeedCommand},
-    {"disk", "DRIVE", Takes::Drive, true, "Purges a whole drive: its free space, then its files.",
+    {"list", Takes::Paths, false, "Lists what a purge would meet, and estimates its time.",
+     [] { cmdProcessFiles_Click(0); }},
+    {"free-space", Takes::Drive, true, "Purges the free space of a drive.", PurgeFreeSpaceCommand},
+    {"speed", Takes::Drive, false, "Measures how fast a drive is purged.", TestPurgeSpeedCommand},
+    {"disk", Takes::Drive, true, "Purges a whole drive: its free space, then its files.",
      PurgeDiskCommand},
-    {"run", "FILE.nws", Takes::SetupFile, true, "Purges files of the folder that a setup names.",
+    {"run", Takes::SetupFile, true, "Purges files of the folder that a setup names.",
      [] { cmdProcessFiles_Click(1); }},
-    {"version", "", Takes::Nothing, false, "Tells the version of the program.",
+    {"version", Takes::Nothing, false, "Tells the version of the program.",
      [] { ui::console::Print("Nullwright " NW_VERSION "\r\n"); }},
-    {"help", "[COMMAND]", Takes::Word, false,
-     "Tells more: of a command, \"questions\" or \"exit\" codes.",
+    {"help", Takes::Word, false, "Tells more: of a command, or of \"questions\".",
      [] { ui::console::Print(HelpText(given.arguments.empty() ? "" : given.arguments[0])); }}};
 
 namespace {
@@ -89,7 +86,8 @@ std::string Row(std::string left, std::size_t width, const char* right) {
 }
 
 std::string Usage(const Command& command) {
-    return std::string(command.strName) + " " + command.strArguments;
+    constexpr const char* strTaken[] = {"", "PATH...", "DRIVE", "FILE.nws", "[COMMAND]"};
+    return std::string(command.strName) + " " + strTaken[static_cast<int>(command.takes)];
 }
 
 std::string CommandText(const Command& command) {
@@ -127,8 +125,12 @@ bool TakeOption(const std::string& argument, const std::vector<std::string>& arg
     values.push_back(blnEquals                     ? argument.substr(equals + 1)
                      : next + 1 < arguments.size() ? arguments[++next]
                                                    : "");
-    if (values.back().empty())
+    // What looks like an option is one: "-o --keep" must not lose it.
+    if (values.back().empty() || (!blnEquals && values.back() != "-" && values.back()[0] == '-'))
         return TellError(name + " needs a value: " + name + " " + option->strValue + ".");
+    // Windows takes \" for a quotation mark in the text, and the next options with it.
+    if (values.back().find('"') != std::string::npos)
+        return TellError("In quotation marks no \\ may stand at the end: " + values.back());
     return values.size() == 1 || option->strName == std::string("exclude") ||
            TellError(name + " stands twice.");
 }
@@ -140,10 +142,10 @@ bool MayBeGiven(const Command& command) {
             return TellError(std::string("--") + option.strName + " is no option of " +
                              command.strName + "." + SeeHelp());
     const std::size_t count = given.arguments.size() + given.options.count("from");
-    const std::size_t least = command.OnlyTells() ? 0 : 1;
-    const std::size_t most = command.takes == Takes::Nothing ? 0 : 1;
+    const std::size_t least = command.OnlyTells() ? 0 : 1,
+                      most = command.takes == Takes::Nothing ? 0 : 1;
     if (count < least || (count > most && command.takes != Takes::Paths))
-        return TellError("That should be: nullwright-cli " + Usage(command) + "." + SeeHelp());
+        return TellError("That should be \"nullwright-cli " + Usage(command) + "\"." + SeeHelp());
     if (command.takes == Takes::Word && count == 1 && HelpText(given.arguments[0]).empty())
         return TellError("There is no command " + given.arguments[0] +
                          ". See: nullwright-cli help");
@@ -151,7 +153,7 @@ bool MayBeGiven(const Command& command) {
         return TellError("--files is a name or a pattern, without a folder: " + given.Of("files"));
     if (command.takes == Takes::SetupFile && !given.Has("files"))
         return TellError("A setup holds no file specification: say --files *.* for all files.");
-    return !command.blnDestroys || given.Has("yes") || IsAttended() ||
+    return !command.blnDestroys || given.Has("yes") || ui::console::IsAttended() ||
            TellError("There is no terminal to ask at. To go on without questions: --yes.");
 }
 
@@ -162,8 +164,6 @@ std::string HelpText(const std::string& strOf) {
         return QuestionsText();
     if (const Command* command = FindCommand(strOf))
         return CommandText(*command);
-    if (strOf == "exit")
-        return strExitCodes;
     std::string text = "Nullwright " NW_VERSION ": destroys data beyond recovery.\r\n\r\n"
                        "nullwright-cli COMMAND\r\n";
     for (const Command& command : commands)

@@ -27,7 +27,6 @@ enum class Takes { Nothing, Paths, Drive, SetupFile, Word };
 
 struct Command {
     const char* strName;
-    const char* strArguments; ///< as the help writes them
     Takes takes;
     bool blnDestroys; ///< begins only when somebody can be asked, or with --yes
     const char* strHelp;
@@ -36,7 +35,7 @@ struct Command {
 };
 extern const std::vector<Command> commands;
 
-/// The help of a command, of "questions" or "exit", or of the whole for ""; "" for any other word.
+/// The help of a command, of "questions", or of the whole for ""; "" for any other word.
 std::string HelpText(const std::string& strOf);
 
 /// Reads the arguments into given. The command; nullptr, with a message, when something is wrong.

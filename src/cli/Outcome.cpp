@@ -41,11 +41,6 @@ void PrintRecords() {
 
 } // namespace
 
-bool IsAttended() {
-    using namespace ui::console;
-    return !given.Has("yes") && IsTerminal(Stream::In) && IsTerminal(Stream::Error);
-}
-
 bool TellError(const std::string& strLine) {
     told.blnComplained = true;
     ui::console::PrintError("nullwright-cli: " + strLine + "\r\n");
@@ -73,15 +68,22 @@ int EndTelling() {
         return SomethingIsLeft() ? ExitLeft : ExitDone;
     // What has not begun was refused, unless a person, or a stop, did not let it.
     const bool blnRefused = currentRun.State == RunState::Idle && ui::console::Interrupts() == 0 &&
-                            (told.blnComplained || !IsAttended());
+                            (told.blnComplained || !ui::console::IsAttended());
     return blnRefused ? ExitRefused : ExitStopped;
 }
 
 namespace ui::console {
 
+bool IsAttended() {
+    return !given.Has("yes") && IsTerminal(Stream::In) && IsTerminal(Stream::Error);
+}
+
 std::string AnswerBeforehand(const std::string& question) {
     const Question* row = QuestionOf(question);
-    const std::string answer = Ending() ? "none" : AnswerOf(question, IsAttended());
+    // A stop ends what nobody watches. Only a question about the stop is answered then.
+    const bool blnOfStop = row != nullptr && std::string(row->strAsks).starts_with("Ctrl+C");
+    const bool blnEnds = Ending() || (Interrupts() > 0 && !IsAttended() && !blnOfStop);
+    const std::string answer = blnEnds ? "none" : AnswerOf(question, IsAttended());
     if (answer == "Cancel" && *row->strOption != '\0') // it ends here; this would let it go on
         TellError(std::string(row->strAsks) + ": " + MeaningOf(*row) + ".");
     return answer;

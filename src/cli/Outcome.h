@@ -5,16 +5,13 @@
 #include <string>
 
 /// What this run of the program has told.
-struct Told {
+inline struct Told {
     bool blnComplained = false; ///< something was refused or went wrong before the command began
     std::size_t lngRecords = 0; ///< printed as JSON
-};
-inline Told told;
+} told;
 
 enum ExitCode : int { ExitDone, ExitLeft, ExitRefused, ExitStopped, ExitFailed };
 
-/// Somebody is there to be asked, and --yes does not forbid it.
-bool IsAttended();
 /// A line that says what is wrong. Returns false.
 bool TellError(const std::string& strLine);
 /// Ends the telling, and writes the report file. The exit code of the run.

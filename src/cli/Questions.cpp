@@ -7,6 +7,7 @@
 #include "selection/frmDrives.h"
 #include "selection/frmSubfolders.h"
 #include "settings/frmPurgeConfirmation.h"
+#include "ui/Interface.h"
 
 #include <algorithm>
 #include <set>
@@ -34,12 +35,15 @@ bool FillDrive() {
 
 bool FillExcluded() {
     std::set<std::string> kept;
-    for (const std::string& strName : given.options.at("exclude"))
+    for (const std::string& strName : given.options["exclude"])
         kept.insert(platform::UpperCase(strName));
     for (std::size_t i = 0; i < frmSubfolders.strNames.size(); ++i)
         frmSubfolders.lstSubfolders.Items[i].Selected =
             kept.erase(platform::UpperCase(frmSubfolders.strNames[i])) > 0;
-    return kept.empty(); // what is not there cannot be kept
+    const bool blnAreThere = kept.empty() && !given.options["exclude"].empty();
+    if (!blnAreThere)
+        ui::Complain("Folders to be kept are named by --exclude, each by its own.");
+    return blnAreThere;
 }
 
 constexpr const char* strAsSaid = "as the command line says";
@@ -91,9 +95,9 @@ std::string MeaningOf(const Question& row) {
 }
 
 std::string QuestionsText() {
-    std::string text = "Where nobody is asked (without a terminal, or with --yes), these are the "
-                       "answers.\r\nEach other question is answered by what destroys nothing. "
-                       "Without a terminal and without\r\n--yes nothing that destroys begins.\r\n";
+    std::string text = "The answers where nobody is asked: without a terminal, or with --yes.\r\n"
+                       "All other questions are answered by what destroys nothing. Without a\r\n"
+                       "terminal and without --yes nothing that destroys begins.\r\n";
     for (const Question& row : questions)
         text += std::string("\r\n  ") + row.strAsks + "\r\n    " + MeaningOf(row);
     return text + "\r\n";

@@ -44,8 +44,10 @@ bool ReadList() {
     for (std::string& path : LinesOf(WithoutMark(std::move(text)), strEnd)) {
         if (strEnd == "\n" && path.ends_with('\r'))
             path.pop_back();
-        if (std::ranges::any_of(path, [](char c) { return c >= 0 && c < ' '; }))
-            return TellError(strList + " is no list of paths: there are control characters in it.");
+        // A "?" may be a character that whoever wrote the list could not write.
+        if (IsWildcard(FileNameOf(path)) ||
+            std::ranges::any_of(path, [](char c) { return c >= 0 && c < ' '; }))
+            return TellError(strList + " holds control characters or patterns: no list of paths.");
         if (!path.empty())
             given.arguments.push_back(std::move(path));
     }
@@ -61,30 +63,28 @@ bool TakeDrive() {
         return TellError(text + " is no drive. It should be a letter, such as D:.");
     if (platform::DriveLetters().find(given.chrDrive) == std::string::npos)
         return TellError(std::string("There is no drive ") + given.chrDrive + ":.");
-    if (!given.Has("exclude"))
-        return true;
-    std::vector<std::string>& kept = given.options["exclude"];
-    if (std::erase(kept, ".") > 0)
-        given.options["exclude ."];
-    for (const std::string& strName : kept) {
-        if (strName.find_first_of("\\/:") != std::string::npos)
-            return TellError("--exclude takes the name of a top-level folder, not " + strName);
-        if (!platform::FolderExists(strRoot + strName))
-            return TellError("There is no folder " + strRoot + strName + " to be kept.");
-    }
-    if (kept.empty())
-        given.options.erase("exclude");
+    const auto kept = given.options.extract("exclude");
+    for (const std::string& strName : kept ? kept.mapped() : std::vector<std::string>())
+        if (strName == ".")
+            given.options["exclude ."];
+        else if (strName == ".." || strName.find_first_of("\\/:") != std::string::npos ||
+                 !platform::FolderExists(strRoot + strName))
+            return TellError("There is no top-level folder " + strName + " to be kept.");
+        else
+            given.options["exclude"].push_back(strName);
     return true;
 }
 
 /// Makes the paths of the command, with those of a list, and the report's full, before the current
 /// folder changes. False, with a message, for what is none.
 bool CompletePaths(const Command& command) {
-    const std::string strReport = platform::FullPath(given.Of("report"));
-    if (given.Has("report") && !platform::FolderExists(FolderPartOf(strReport)))
-        return TellError("There is no folder for the report " + strReport + ".");
-    if (given.Has("report"))
-        given.options["report"] = {strReport};
+    if (given.Has("report")) {
+        std::string& path = given.options["report"].front();
+        path = platform::FullPath(path);
+        if (!platform::FolderExists(FolderPartOf(path)) || platform::FolderExists(path) ||
+            IsWildcard(FileNameOf(path)))
+            return TellError("There is no folder for the report " + path + ", or it is no file.");
+    }
     if (given.Has("from") && !ReadList())
         return false;
     if (command.takes == Takes::Drive)
@@ -94,7 +94,7 @@ bool CompletePaths(const Command& command) {
         if (path.empty() || (path.size() == 2 && path[1] == ':'))
             return TellError("\"" + path +
                              "\" is no path: D:\\ is a drive, D:. its current folder.");
-        if (!blnAlone && IsWildcard(FileNameOf(path)))
+        if (!blnAlone && command.takes == Takes::Paths && IsWildcard(FileNameOf(path)))
             return TellError(path + " is a pattern, which stands alone. Of folders: --files SPEC.");
         path = platform::FullPath(path);
     }

@@ -35,6 +35,8 @@ std::string RealPath(const std::string& strPath) {
 }
 
 std::string WhyNoLetter(const std::string& strPath) {
+    if (strPath.find(':', 2) != std::string::npos)
+        return strPath + " is no file or folder, but a part of one.";
     if (DriveIndexOf(strPath) >= 0)
         return {};
     return strPath + " is not on a drive with a letter.\r\n"

@@ -12,6 +12,8 @@
 #include "report/frmReport.h"
 #include "report/run/ListWalk.h"
 #include "report/run/Run.h"
+#include "report/run/RunDriver.h"
+#include "report/run/RunSummary.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
 #include "settings/frmPurgeConfirmation.h"
@@ -46,14 +48,39 @@ bool SomethingIsSpecified() {
 constexpr const char* strNeverPurged =
     "Swap files and the files of Nullwright itself are never purged.";
 
-/// A command that has nothing to do is done; what the last run came to stays.
-void NoteNothingToDo(const FilesToPurge& found) {
+/// The request for a run of either kind.
+RunRequest RequestOf(const std::string& strTitle, bool blnPurge, bool blnDisplayNames) {
+    RunRequest request;
+    request.strTitle = strTitle;
+    request.strDirPath = strDirPath;
+    request.strFilespec = strFilespec;
+    if (ItemsAreChosen()) {
+        request.Items = ChosenRunItems(blnSubdirectories);
+        request.strItems = ChosenItemsText();
+        request.strDirPath = request.Items.front().strFolder; // its drive's speed is the estimate's
+        request.strFilespec = "*.*";
+    }
+    request.blnPurgeFiles = blnPurge;
+    request.blnDisplayFolderNames = blnDisplayNames;
+    request.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
+    request.blnSubdirectories = blnSubdirectories;
+    request.How = PurgeHowInForce();
+    return request;
+}
+
+/// A command that has nothing to do is done, as a run without files; what an earlier run came to
+/// stays.
+void NoteNothingToDo(const FilesToPurge& found, const std::string& strTitle, bool blnPurge) {
     if (currentRun.State != RunState::Idle)
         return;
-    currentRun.State = RunState::Done;
+    BeginRun(RequestOf(strTitle, blnPurge, true));
     currentRun.Counts.lngNumFoldersUnread = found.lngUnread;
     if (found.lngLeftOut > 0)
         currentRun.Notes = {{0, strNeverPurged, true}};
+    currentRun.strHead = DateAndTime() + WhatIsRun(currentRun.Request) + "\r\n";
+    currentRun.strSummary = SummaryText();
+    currentRun.strEnded = platform::IsoTimeText();
+    currentRun.State = RunState::Done;
 }
 
 /// Found were no files, but not everything could be read: nobody knows whether there are any.
@@ -107,20 +134,7 @@ std::string FolderOfQuestions() {
 /// Prepares the report window for a run of either kind.
 void PrepareReport(const std::string& caption, bool blnPurge, bool blnDisplayNames) {
     frmReport.Caption = caption;
-    RunRequest request;
-    request.strTitle = caption;
-    request.strDirPath = strDirPath;
-    request.strFilespec = strFilespec;
-    if (ItemsAreChosen()) {
-        request.Items = ChosenRunItems(blnSubdirectories);
-        request.strItems = ChosenItemsText();
-        request.strDirPath = request.Items.front().strFolder; // its drive's speed is the estimate's
-        request.strFilespec = "*.*";
-    }
-    request.blnPurgeFiles = blnPurge;
-    request.blnDisplayFolderNames = blnDisplayNames;
-    request.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
-    currentRun.Request = request;
+    currentRun.Request = RequestOf(caption, blnPurge, blnDisplayNames);
     ResetReportWindow();
 }
 
@@ -139,7 +153,7 @@ void List() {
     if (!RunSearch("Looking for files", [&] { found = CountChosen(1); })) {
         // F10 during the search of a large tree; the status line tells it
     } else if (found.lngFiles == 0 && found.lngLeftOut == 0) {
-        NoteNothingToDo(found);
+        NoteNothingToDo(found, strListTitle, false);
         SayNoFiles(found, title);
     } else {
         const bool blnDisplayNames = answer == ui::AnswerYes;
@@ -254,7 +268,7 @@ void CountAndPurge() {
     });
     SetMainLine(MainLine::LargePurgeMessage, "");
     if (found.lngFiles == 0 && !blnInterrupted) {
-        NoteNothingToDo(found);
+        NoteNothingToDo(found, "Purge files", true);
         if (found.lngUnread > 0)
             SayUnread(found, title);
         else if (found.lngLeftOut > 0)

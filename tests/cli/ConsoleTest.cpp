@@ -137,13 +137,20 @@ TEST_F(ConsoleTest, WrongUsageTouchesNothing) {
         {{"free-space", "Documents", "-y"}, "no drive"},
         {{"free-space", "Q:", "-y"}, "There is no drive Q:"},
         {{"free-space", "C:", "-y"}, "drive of Windows: it stays; with --system"},
-        {{"disk", "D:", "-y", "-x", "doc"}, "no folder D:\\doc"},
+        {{"disk", "D:", "-y", "-x", "doc"}, "no top-level folder doc to"},
         {{"disk", "D:", "-y", "-x", "docs\\old"}, "top-level folder"},
+        {{"disk", "D:", "-y", "-x", ".."}, "no top-level folder .. to"},
+        {{"purge", "C:\\d", "-y", "-o", "--keep"}, "-o needs a value"}, // and --keep is not lost
+        {{"purge", "C:\\d", "-y", "-o", "C:\\r\" --keep"}, "no \\ may stand at the end"},
+        {{"purge", "C:\\d", "-y", "-o", "C:\\d\\sub"}, "or it is no file"},
+        {{"purge", "C:\\d\\a.txt:s", "-y"}, "a part of one"},
+        {{"purge", "-y", "--from", "C:\\pattern"}, "or patterns"},
         {{"disk", "D:"}, "--yes"},
         {{"help", "wipe"}, "There is no command wipe."}};
     terminal.Input = notUtf8;
     fake::PutFile("C:\\utf16", std::string("C\0:\0\\\0\r\0\n\0", 10));
     fake::PutFile("C:\\empty", "\r\n\r\n");
+    fake::PutFile("C:\\pattern", "C:\\d\\?.txt\r\n"); // what PowerShell makes of an umlaut
     for (const auto& [arguments, part] : cases) {
         EXPECT_EQ(2, Run(arguments)) << part;
         EXPECT_TRUE(Told(part)) << part << ": " << terminal.Error;
@@ -210,6 +217,11 @@ TEST_F(ConsoleTest, PurgesAndNamesWhatFailed) {
     EXPECT_TRUE(terminal.Out.starts_with(R"({"path":"C:\\d\\b.txt","bytes":6,"result":"failed")"));
     EXPECT_EQ(2, std::count(terminal.Out.begin(), terminal.Out.end(), '\n')) << terminal.Out;
     EXPECT_EQ(terminal.Out, fake::ContentOf("C:\\r.json"));
+    // Nothing to do is a run, too: the report must not be that of the last one.
+    EXPECT_EQ(0, Run({"purge", "C:\\d", "-f", "*.zzz", "-y", "-n", "2", "-j", "-o", "C:\\r.json"}));
+    EXPECT_EQ(terminal.Out, fake::ContentOf("C:\\r.json"));
+    EXPECT_TRUE(
+        Told(R"("passes":2,"slackOnly":false,"kept":false,"purged":0,"files":0,"failed":0)"));
 }
 
 // What the guards leave, an option sets free; other names and links stay whatever is said.
@@ -239,6 +251,11 @@ TEST_F(ConsoleTest, AsksAtATerminal) {
     terminal.Typed = {"", "don't", "3"};
     EXPECT_EQ(3, Run({"purge", "C:\\d", "-n", "1"}));
     EXPECT_TRUE(Told("anti-virus")) << terminal.Error;
+    // Enter to everything: also to whether folders are to be kept, of which none is named.
+    terminal.Typed.assign(20, "");
+    EXPECT_EQ(2, Run({"disk", "D:", "-n", "1"}));
+    EXPECT_TRUE(Told("named by --exclude")) << terminal.Error;
+    EXPECT_EQ("docs\\letter.txt top.txt ", Left("D:"));
 }
 
 TEST_F(ConsoleTest, SetupsAndStops) {
@@ -296,6 +313,19 @@ TEST_F(ConsoleTest, Drives) {
         EXPECT_EQ("docs\\letter.txt top.txt ", Left("D:"));
         EXPECT_EQ(2u, fake::drives['D'].Root->Children.size());
     }
+    // Ctrl+C once, before the work and between its steps: with nobody there it is not forgotten.
+    const std::pair<const char*, Arguments> early[] = {
+        {"ReadFolderIdentity", {"purge", "C:\\d", "-r", "-y", "-n", "1"}},
+        {"ReadDriveSpace", {"free-space", "D:", "-y", "-n", "1"}},
+        {"WriteBytes", {"disk", "D:", "-y", "-n", "1"}}}; // its test of the speed
+    for (const auto& [call, arguments] : early) {
+        Begin();
+        fake::Watch(call, [](const std::string&) { terminal.Interrupts = 1; });
+        EXPECT_EQ(3, Run(arguments)) << call << terminal.Out;
+        EXPECT_EQ(1, terminal.Interrupts) << call;
+        EXPECT_EQ("docs\\letter.txt top.txt ", Left("D:")) << call;
+        EXPECT_NE(nullptr, fake::At("C:\\d\\sub\\c.txt")) << call;
+    }
     Begin();
     fake::FailNth(3, Fault::WriteFault, "WriteBytes");
     EXPECT_EQ(4, Run({"free-space", "D:", "-y"})) << terminal.Out;
@@ -313,7 +343,8 @@ TEST_F(ConsoleTest, Questions) {
         }
     }
     for (const Command& command : commands) // fits 80 columns
-        for (const std::string& text : LinesOf(HelpText(command.strName) + HelpText("")))
+        for (const std::string& text :
+             LinesOf(HelpText(command.strName) + HelpText("") + HelpText("questions")))
             EXPECT_GE(80u, text.size()) << text;
     EXPECT_EQ(0, Run({"list", "C:\\d", "-q"}));
     EXPECT_EQ(ui::AnswerNo, ui::MsgBox("Destroy all?", ui::Buttons::YesNo, ui::Icon::Question, ""));

@@ -45,17 +45,18 @@ void PrintReport(std::size_t end) {
     state.Printed = std::max(state.Printed, end);
 }
 
-/// Ctrl+C is the stop key. A program that is ending presses it for whoever may not have seen it.
+/// Ctrl+C is the stop key. It stays pressed where nobody could say how to go on: each step of a
+/// command begins by forgetting earlier stops.
 void PressStop() {
     const int interrupts = Interrupts();
-    if (state.KeyHandler && (interrupts > state.InterruptsSeen || Ending()))
+    const bool isHeld = Ending() || (interrupts > 0 && !IsAttended());
+    if (state.KeyHandler && (isHeld || interrupts > state.InterruptsSeen))
         state.KeyHandler(intKeyF10);
     state.InterruptsSeen = interrupts;
 }
 
 void Pump() {
     state.LastPump = Clock();
-    PressStop();
     PrintReport(FinalEnd(Report()));
     if (state.LastPump - state.LastSync < lngSyncInterval)
         return;
@@ -119,13 +120,14 @@ bool Ending() {
 }
 
 void DoEvents() {
+    PressStop();
     if (Clock() - state.LastPump >= intPumpInterval)
         Pump();
 }
 
 void Wait(int milliseconds) {
     for (int left = milliseconds; left > 0 && !Ending(); left -= intPumpInterval) {
-        Pump();
+        DoEvents();
         console::Sleep(intPumpInterval);
     }
 }

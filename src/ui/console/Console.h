@@ -20,6 +20,8 @@ void PrintRest();
 
 // ---- What the program lets the console answer, tell and show -----------------------------------
 
+/// Somebody is there to be asked, and may be.
+bool IsAttended();
 /// The button that answers a box or a form without asking, by the name of the question or the form:
 /// of a box its word ("Yes"), of a form its name ("cmdOK"). "": the person is asked; what names no
 /// button is answered by what changes nothing.

@@ -84,6 +84,7 @@ void Write(Stream stream, const std::string& text) {
 bool ReadLine(std::string& line) {
     const HANDLE input = HandleOf(Stream::In);
     const int before = interrupts;
+    FlushConsoleInputBuffer(input); // what was typed before this was asked is no answer to it
     // A stop may not end the reading.
     while (WaitForSingleObject(input, lngPatience) == WAIT_TIMEOUT)
         if (interrupts > before)
