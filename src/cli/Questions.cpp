@@ -42,7 +42,7 @@ bool FillExcluded() {
             kept.erase(platform::UpperCase(frmSubfolders.strNames[i])) > 0;
     const bool blnAreThere = kept.empty() && !given.options["exclude"].empty();
     if (!blnAreThere)
-        ui::Complain("Folders to be kept are named by --exclude, each by its own.");
+        ui::Complain("Name the folders to be kept on the command line, each with --exclude.");
     return blnAreThere;
 }
 

@@ -254,7 +254,7 @@ TEST_F(ConsoleTest, AsksAtATerminal) {
     // Enter to everything: also to whether folders are to be kept, of which none is named.
     terminal.Typed.assign(20, "");
     EXPECT_EQ(2, Run({"disk", "D:", "-n", "1"}));
-    EXPECT_TRUE(Told("named by --exclude")) << terminal.Error;
+    EXPECT_TRUE(Told("each with --exclude")) << terminal.Error;
     EXPECT_EQ("docs\\letter.txt top.txt ", Left("D:"));
 }
 
