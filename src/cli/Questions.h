@@ -7,7 +7,7 @@
 
 struct Question {
     const char* strName;          ///< of the question or the form
-    const char* strAsks;          ///< for the help
+    const char* strAsks;          ///< for the help; "Ctrl+C ..." when it is about the stop itself
     const char* strAnswer;        ///< the button: "Yes", of a form "cmdOK"
     const char* strMeans = "yes"; ///< for the help: the answer in words
     /// The command line answers it, at a terminal, too: sets the fields of the form. False: they

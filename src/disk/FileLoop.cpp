@@ -197,7 +197,9 @@ bool WalkFiles(FileLoop& loop, const std::string& strFolder, bool blnSubfolders)
         return !loop.blnEnded;
     };
     walk.onUnread = [&](const std::string& strPath, const std::string& strWhy) {
-        if (loop.unread.insert(strPath).second)
+        if (loop.blnCounting)
+            loop.unread.emplace_back(strPath, strWhy);
+        else
             TellUnread(strPath, strWhy);
     };
     // A link replaced the folder after it was listed, so its files can no longer be reached.
@@ -253,6 +255,9 @@ std::string FirstFailures() {
 } // namespace
 
 void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
+    if (loop.blnCounting) // it never came to the purge
+        for (const auto& [strFolder, strWhy] : loop.unread)
+            TellUnread(strFolder, strWhy);
     const auto Sentence = [](std::int64_t lngCount, const char* strOne, const char* strMany) {
         return lngCount == 0 ? std::string()
                              : (lngCount == 1 ? std::string("One ") + strOne
@@ -289,7 +294,7 @@ void ShowUndone(const FileLoop& loop, const std::string& strUndoneBefore) {
     if (strText.empty())
         return;
     strText.resize(strText.size() - 2);
-    if (loop.lngFailed > 0 || !loop.unread.empty())
+    if (loop.lngFailed > 0 || currentRun.Counts.lngNumFoldersUnread > 0)
         OfferReport(strText, loop.strTitle);
     else
         ui::MsgBox(strText, ui::Buttons::OK, ui::Icon::Information, loop.strTitle);

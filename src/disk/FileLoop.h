@@ -4,8 +4,8 @@
 
 #include <cstdint>
 #include <functional>
-#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// The loop of one operation. The same record first counts and then purges; the current run counts
@@ -25,7 +25,8 @@ struct FileLoop {
     std::function<bool()> isSameDisk{};
     std::int64_t lngOtherNames = 0;        ///< number of files passed over for that reason
     std::vector<std::string> otherNames{}; ///< the first of them
-    std::set<std::string> unread{};        ///< folders told as unread, by either walk
+    /// Folders that could not be read while counting, and why. They may be read in the purge.
+    std::vector<std::pair<std::string, std::string>> unread{};
 };
 
 /// Whether the loop passes over a file: "pagefile.sys", *.swp, and everything in the program's own

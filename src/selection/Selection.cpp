@@ -35,10 +35,10 @@ std::string RealPath(const std::string& strPath) {
 }
 
 std::string WhyNoLetter(const std::string& strPath) {
-    if (strPath.find(':', 2) != std::string::npos)
-        return strPath + " is no file or folder, but a part of one.";
     if (DriveIndexOf(strPath) >= 0)
-        return {};
+        return strPath.find(':', 2) == std::string::npos
+                   ? ""
+                   : strPath + " is no file or folder, but a part of one.";
     return strPath + " is not on a drive with a letter.\r\n"
                      "Nullwright works only on drives that have a letter, not on network "
                      "shares\r\nor other places.";

@@ -64,7 +64,6 @@ RunRequest RequestOf(const std::string& strTitle, bool blnPurge, bool blnDisplay
     request.blnDisplayFolderNames = blnDisplayNames;
     request.blnDisplayFileNames = blnDisplayNames && !blnFolderNamesOnly;
     request.blnSubdirectories = blnSubdirectories;
-    request.How = PurgeHowInForce();
     return request;
 }
 

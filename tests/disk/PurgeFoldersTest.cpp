@@ -45,9 +45,13 @@ TEST_F(PurgeFoldersTest, PurgesTheChosenFoldersWithAllBelow) {
             attempts += fake::ReplaceByLink("D:\\work\\a", "D:\\other") ? 100 : 1;
     });
     ChooseOne("a");
-    fake::PutFolder("D:\\work\\a\\turned"); // into a link, after it was listed
+    fake::PutFolder("D:\\work\\a\\turned");            // into a link, after it was listed
+    fake::PutFolder("D:\\work\\a\\shy").Denied = true; // but not when it is to be purged
     user.During([] { return !fake::At("D:\\work\\a\\f1"); },
-                [] { fake::At("D:\\work\\a\\turned")->LinkTarget = "D:\\other"; });
+                [] {
+                    fake::At("D:\\work\\a\\turned")->LinkTarget = "D:\\other";
+                    fake::At("D:\\work\\a\\shy")->Denied = false;
+                });
     const std::string unread = "One folder could not be read completely.\r\n\r\nDo you wish";
     user.BoxLike(strTitle, unread, ui::AnswerNo);
     const std::string time = "File 3 of 3.  Elapsed: 5s.  Remaining: about 6s.";

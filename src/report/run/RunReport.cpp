@@ -141,12 +141,13 @@ std::string JsonOfRun() {
     const RunCounts& counts = run.Counts;
     std::string line = "{" + Member("run", Quoted(run.Request.strTitle)) + "," +
                        Member("items", Quoted(WhatIsRun(run.Request)));
-    if (run.Request.blnPurgeFiles)
+    if (how.intNumberOfPasses > 0 && run.Request.blnPurgeFiles) // it met files
         line += "," + Member("type", Quoted(purgeTypes[how.intPurgeType].strName)) + "," +
                 Member("passes", how.intNumberOfPasses) + "," +
                 Flag("slackOnly", how.blnPurgeSlackOnly) + "," +
-                Flag("kept", how.blnDoNotDeletePurgedFiles) + "," +
-                Member("purged", counts.lngNumFilesPurged);
+                Flag("kept", how.blnDoNotDeletePurgedFiles);
+    if (run.Request.blnPurgeFiles)
+        line += "," + Member("purged", counts.lngNumFilesPurged);
     std::string warnings;
     for (const std::string& warning : Warnings())
         warnings += (warnings.empty() ? "" : ",") + Quoted(warning);
@@ -155,7 +156,7 @@ std::string JsonOfRun() {
            Member("bytes", static_cast<std::int64_t>(counts.dblTotalBytesPurged)) + "," +
            Member("foldersRemoved", counts.lngNumFoldersRemoved) + "," +
            Member("foldersUnread", counts.lngNumFoldersUnread) + "," +
-           Flag("stopped", run.State == RunState::Stopped) + "," +
+           Flag("stopped", run.State == RunState::Stopped || run.State == RunState::Idle) + "," +
            (run.dblSpeed > 0 ? Member("speed", WithDecimals(run.dblSpeed, 2)) + "," : "") +
            (warnings.empty() ? "" : Member("warnings", "[" + warnings + "]") + ",") +
            Member("started", Quoted(run.strStarted)) + "," + Member("ended", Quoted(run.strEnded)) +
