@@ -67,8 +67,8 @@ RunRequest RequestOf(const std::string& strTitle, bool blnPurge, bool blnDisplay
     return request;
 }
 
-/// A command that has nothing to do is done, as a run without files; what an earlier run came to
-/// stays.
+/// A command that has nothing to do is done, as a run without files: nobody has been asked yet how
+/// to purge. What an earlier run came to stays.
 void NoteNothingToDo(const FilesToPurge& found, const std::string& strTitle, bool blnPurge) {
     if (currentRun.State != RunState::Idle)
         return;

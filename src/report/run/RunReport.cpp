@@ -141,7 +141,7 @@ std::string JsonOfRun() {
     const RunCounts& counts = run.Counts;
     std::string line = "{" + Member("run", Quoted(run.Request.strTitle)) + "," +
                        Member("items", Quoted(WhatIsRun(run.Request)));
-    if (how.intNumberOfPasses > 0 && run.Request.blnPurgeFiles) // it met files
+    if (how.intNumberOfPasses > 0 && run.Request.blnPurgeFiles) // 0: nothing to do
         line += "," + Member("type", Quoted(purgeTypes[how.intPurgeType].strName)) + "," +
                 Member("passes", how.intNumberOfPasses) + "," +
                 Flag("slackOnly", how.blnPurgeSlackOnly) + "," +
